@@ -1,0 +1,236 @@
+#include "app/BatchOptions.h"
+
+#include "app/ExitCode.h"
+#include "triangulation/MeshFile.h"
+
+#include <QCommandLineOption>
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <optional>
+#include <stdexcept>
+
+namespace terravo {
+namespace {
+
+constexpr int kLargestSide = 16384; // a picture of 1 GiB
+
+// A wrong command line, with its sentence.
+class UsageError : public std::runtime_error {
+public:
+    explicit UsageError(const QString& sentence) : std::runtime_error(sentence.toStdString()) {}
+};
+
+struct Options {
+    QCommandLineOption out{{QStringLiteral("o"), QStringLiteral("out")},
+                           QStringLiteral("Write map.png, livelli.txt and point_qrw.txt into the "
+                                          "existing folder <dir>."),
+                           QStringLiteral("dir")};
+    QCommandLineOption map{QStringLiteral("map"), QStringLiteral("Write the map as a PNG picture."),
+                           QStringLiteral("file.png")};
+    QCommandLineOption segments{QStringLiteral("segments"),
+                                QStringLiteral("Write the contour segments (livelli.txt form)."),
+                                QStringLiteral("file")};
+    QCommandLineOption mesh{QStringLiteral("mesh"),
+                            QStringLiteral("Write the triangles and points (point_qrw.txt form)."),
+                            QStringLiteral("file")};
+    QCommandLineOption levels{
+        QStringLiteral("levels"),
+        QStringLiteral("Number of levels from the lowest to the highest point, 2 to %1. "
+                       "Default: 10.")
+            .arg(kMostLevels),
+        QStringLiteral("n"), QStringLiteral("10")};
+    QCommandLineOption mode{QStringLiteral("mode"),
+                            QStringLiteral("lines or areas. Default: lines."),
+                            QStringLiteral("mode"), QStringLiteral("lines")};
+    QCommandLineOption labels{QStringLiteral("labels"), QStringLiteral("Write level values.")};
+    QCommandLineOption triangles{QStringLiteral("triangles"),
+                                 QStringLiteral("Draw the edges of the triangles.")};
+    QCommandLineOption perimeter{QStringLiteral("perimeter"),
+                                 QStringLiteral("Draw the hull of the points.")};
+    QCommandLineOption size{QStringLiteral("size"),
+                            QStringLiteral("Pixels of the map. Default: 1200x900."),
+                            QStringLiteral("WxH"), QStringLiteral("1200x900")};
+    QCommandLineOption language{QStringLiteral("language"),
+                                QStringLiteral("Texts of the map: en, it, de, fr or es. "
+                                               "Default: English."),
+                                QStringLiteral("prefix")};
+    QCommandLineOption comma{QStringLiteral("decimal-comma"),
+                             QStringLiteral("Write numbers on the map with a comma.")};
+    QCommandLineOption summary{QStringLiteral("summary"),
+                               QStringLiteral("Tell what was done on standard output, as text or "
+                                              "json. Default: text."),
+                               QStringLiteral("form"), QStringLiteral("text")};
+    QCommandLineOption progress{QStringLiteral("progress"),
+                                QStringLiteral("Show progress on standard error.")};
+    QCommandLineOption quiet{QStringLiteral("quiet"),
+                             QStringLiteral("Print nothing but errors (and a summary that is "
+                                            "asked for).")};
+    QCommandLineOption help{{QStringLiteral("h"), QStringLiteral("help")},
+                            QStringLiteral("Print this help.")};
+    QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
+                               QStringLiteral("Print the version.")};
+
+    void AddTo(QCommandLineParser& parser) const {
+        parser.addOptions({out, map, segments, mesh, levels, mode, labels, triangles, perimeter,
+                           size, language, comma, summary, progress, quiet, help, version});
+    }
+};
+
+Index ParseLevels(const QString& text) {
+    bool isNumber = false;
+    const qlonglong count = text.toLongLong(&isNumber);
+    if (!isNumber || count < kFewestLevels || count > kMostLevels) {
+        throw UsageError(QStringLiteral("--levels takes a whole number from %1 to %2, not \"%3\".")
+                             .arg(kFewestLevels)
+                             .arg(kMostLevels)
+                             .arg(text));
+    }
+    return static_cast<Index>(count);
+}
+
+void ParseSize(const QString& text, BatchOptions& options) {
+    static const QRegularExpression form(QStringLiteral("^(\\d{1,6})x(\\d{1,6})$"));
+    const QRegularExpressionMatch match = form.match(text);
+    options.width = match.captured(1).toInt();
+    options.height = match.captured(2).toInt();
+    const auto isAllowed = [](int side) { return side >= 1 && side <= kLargestSide; };
+    if (!match.hasMatch() || !isAllowed(options.width) || !isAllowed(options.height)) {
+        throw UsageError(
+            QStringLiteral("--size takes WxH with sides from 1 to %1 pixels, not \"%2\".")
+                .arg(kLargestSide)
+                .arg(text));
+    }
+}
+
+template <class Value>
+Value ParseChoice(const QString& option, const QString& text, const QString& first,
+                  Value firstValue, const QString& second, Value secondValue) {
+    if (text == first) {
+        return firstValue;
+    }
+    if (text == second) {
+        return secondValue;
+    }
+    throw UsageError(
+        QStringLiteral("--%1 takes %2 or %3, not \"%4\".").arg(option, first, second, text));
+}
+
+void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
+    if (parser.isSet(known.out)) {
+        QString folder = parser.value(known.out);
+        if (!folder.endsWith(QLatin1Char('/'))) {
+            folder += QLatin1Char('/');
+        }
+        options.mapFile = (folder + QStringLiteral("map.png")).toStdString();
+        options.segmentsFile = folder.toStdString() + kSegmentFileName;
+        options.meshFile = folder.toStdString() + kMeshFileName;
+    }
+    const auto take = [&](const QCommandLineOption& option, std::string& file) {
+        if (!parser.isSet(option)) {
+            return;
+        }
+        if (parser.value(option).isEmpty()) {
+            throw UsageError(QStringLiteral("--%1 needs a file name.").arg(option.names().last()));
+        }
+        file = parser.value(option).toStdString();
+    };
+    take(known.map, options.mapFile);
+    take(known.segments, options.segmentsFile);
+    take(known.mesh, options.meshFile);
+    const QString suffix = QFileInfo(QString::fromStdString(options.mapFile)).suffix().toLower();
+    if (!suffix.isEmpty() && suffix != QLatin1String("png")) {
+        throw UsageError(
+            QStringLiteral("--map writes PNG pictures, not \"%1\" files.").arg(suffix));
+    }
+}
+
+// No output may replace the point file, nor another output.
+void RefuseCollisions(const BatchOptions& options) {
+    QStringList seen{QFileInfo(QString::fromStdString(options.pointFile)).canonicalFilePath()};
+    for (const std::string& file : {options.mapFile, options.segmentsFile, options.meshFile}) {
+        if (file.empty()) {
+            continue;
+        }
+        const QFileInfo info(QString::fromStdString(file));
+        if (info.exists() && !info.isFile()) {
+            continue; // a device or a pipe takes any number of writers
+        }
+        const QString path = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+        if (seen.contains(path)) {
+            throw UsageError(QStringLiteral("The file %1 is named twice.").arg(info.filePath()));
+        }
+        seen.append(path);
+    }
+}
+
+BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known) {
+    BatchOptions options;
+    const QStringList files = parser.positionalArguments();
+    if (files.size() != 1) {
+        throw UsageError(
+            files.isEmpty()
+                ? QStringLiteral("No point file is given (--help tells the options).")
+                : QStringLiteral("One point file at a time, not %1.").arg(files.size()));
+    }
+    options.pointFile = files.first().toStdString();
+    options.map.levelCount = ParseLevels(parser.value(known.levels));
+    options.map.mode =
+        ParseChoice(QStringLiteral("mode"), parser.value(known.mode), QStringLiteral("lines"),
+                    MapMode::Lines, QStringLiteral("areas"), MapMode::Areas);
+    if (options.map.mode == MapMode::Areas) {
+        throw UsageError(QStringLiteral("--mode areas is not available in this version."));
+    }
+    options.map.showLevelValues = parser.isSet(known.labels);
+    options.map.showTriangles = parser.isSet(known.triangles);
+    options.map.showPerimeter = parser.isSet(known.perimeter);
+    ParseSize(parser.value(known.size), options);
+    options.language = parser.value(known.language).toStdString();
+    options.decimalComma = parser.isSet(known.comma);
+    options.summary =
+        ParseChoice(QStringLiteral("summary"), parser.value(known.summary), QStringLiteral("text"),
+                    SummaryForm::Text, QStringLiteral("json"), SummaryForm::Json);
+    options.summaryWanted = !parser.isSet(known.quiet) || parser.isSet(known.summary);
+    options.progress = parser.isSet(known.progress) && !parser.isSet(known.quiet);
+    ParseOutputs(parser, known, options);
+    RefuseCollisions(options);
+    return options;
+}
+
+} // namespace
+
+BatchCall ParseBatchCall(const QStringList& arguments) {
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Draws a contour map of scattered survey points, without a window."));
+    parser.addPositionalArgument(
+        QStringLiteral("file"),
+        QStringLiteral("Point file: x, y, z, separated by commas, blanks or line ends."));
+    const Options known;
+    known.AddTo(parser);
+
+    BatchCall call;
+    const bool understood = parser.parse(arguments);
+    if (parser.isSet(known.help)) {
+        call.text = parser.helpText().toStdString();
+        return call;
+    }
+    if (parser.isSet(known.version)) {
+        call.text = "terravo-batch " TERRAVO_VERSION "\n";
+        return call;
+    }
+    try {
+        if (!understood) {
+            throw UsageError(parser.errorText());
+        }
+        call.options = ReadOptions(parser, known);
+        call.run = true;
+    } catch (const UsageError& error) {
+        call.text = error.what();
+        call.exitCode = ExitCode::kUsage;
+    }
+    return call;
+}
+
+} // namespace terravo

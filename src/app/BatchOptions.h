@@ -1,0 +1,42 @@
+// The command line of terravo-batch.
+//
+// Data: the arguments; the options they stand for. Method: option parsing by the library, then
+// every value is checked, so that a wrong call ends before anything is read or written.
+#pragma once
+
+#include "app/ContourMap.h"
+
+#include <QStringList>
+
+#include <string>
+
+namespace terravo {
+
+enum class SummaryForm { Text, Json };
+
+struct BatchOptions {
+    std::string pointFile;
+    std::string mapFile;      // empty: not wanted; the same for the next two
+    std::string segmentsFile; // copy of livelli.txt
+    std::string meshFile;     // copy of point_qrw.txt
+    MapOptions map;
+    int width = 1200; // pixels
+    int height = 900;
+    std::string language; // prefix of the language file
+    bool decimalComma = false;
+    SummaryForm summary = SummaryForm::Text;
+    bool summaryWanted = true;
+    bool progress = false;
+};
+
+/// What a command line asks for: a run, or a text to print and an exit code.
+struct BatchCall {
+    bool run = false;
+    BatchOptions options;
+    std::string text; // help or version for standard output, or the error sentence
+    int exitCode = 0;
+};
+
+BatchCall ParseBatchCall(const QStringList& arguments);
+
+} // namespace terravo

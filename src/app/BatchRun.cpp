@@ -1,0 +1,296 @@
+#include "app/BatchRun.h"
+
+#include "app/BatchSummary.h"
+#include "app/ExitCode.h"
+#include "app/Language.h"
+#include "app/PointFile.h"
+#include "plot2d/RasterSurface.h"
+#include "triangulation/MeshFile.h"
+#include "util/AppError.h"
+#include "util/OutputFile.h"
+#include "util/Stopwatch.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QImageWriter>
+#include <QTemporaryDir>
+#include <QTime>
+
+#include <cstdio>
+#include <stdexcept>
+
+namespace terravo {
+namespace {
+
+// A failed run: the sentence for the user and the exit code.
+class RunFailure : public std::runtime_error {
+public:
+    RunFailure(int exitCode, const std::string& sentence)
+        : std::runtime_error(sentence), exitCode_(exitCode) {}
+    [[nodiscard]] int exitCode() const { return exitCode_; }
+
+private:
+    int exitCode_;
+};
+
+// Keeps the first message, which becomes the sentence of a failed run.
+class KeptMessages : public MessageService {
+public:
+    void ShowCritical(const std::string& text, const std::string& title) override {
+        if (!text_.empty()) {
+            return;
+        }
+        text_ = title.empty() ? text : title + ": " + text;
+        for (char& c : text_) {
+            c = c == '\n' || c == '\r' ? ' ' : c;
+        }
+    }
+    [[nodiscard]] const std::string& Text() const { return text_; }
+
+private:
+    std::string text_;
+};
+
+class SystemClock : public ClockService {
+public:
+    [[nodiscard]] double SecondsOfDay() const override {
+        return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+    }
+};
+
+// One line on standard error, rewritten when the percentage changes.
+class ProgressLine {
+public:
+    ~ProgressLine() {
+        if (percent_ >= 0) {
+            std::fputs("\n", stderr);
+        }
+    }
+    void Show(std::string_view stage, double done) {
+        const int percent = static_cast<int>(done * 100);
+        if (percent != percent_ || stage != stage_) {
+            percent_ = percent;
+            stage_ = stage;
+            std::fprintf(stderr, "\r%-12s%3d %%", stage_.c_str(), percent);
+            std::fflush(stderr);
+        }
+    }
+
+private:
+    int percent_ = -1;
+    std::string stage_;
+};
+
+std::vector<std::string> LoadTexts(const std::string& prefix) {
+    const std::string path = FindSupportFolder() + LanguageFileName(prefix);
+    std::vector<std::string> texts = LoadTextTable(path);
+    if (texts.empty()) {
+        throw RunFailure(ExitCode::kUsage,
+                         "There is no language file \"" + LanguageFileName(prefix) + "\".");
+    }
+    return texts;
+}
+
+// Finds a missing folder before the work, not after it.
+void CheckFolders(const BatchOptions& options) {
+    for (const std::string& file : {options.mapFile, options.segmentsFile, options.meshFile}) {
+        if (file.empty()) {
+            continue;
+        }
+        const QFileInfo folder(QFileInfo(QString::fromStdString(file)).path());
+        const std::string name = folder.filePath().toStdString();
+        if (!folder.isDir()) {
+            throw RunFailure(ExitCode::kOutput, "The folder " + name + " for the output \"" + file +
+                                                    "\" does not exist.");
+        }
+        if (!folder.isWritable()) {
+            throw RunFailure(ExitCode::kOutput, "The folder " + name + " for the output \"" + file +
+                                                    "\" cannot be written to.");
+        }
+    }
+}
+
+void RequireTriangles(const std::string& file, const PointSet& points,
+                      const KeptTriangulation::Result& kept) {
+    if (kept.ierr == modDelaunay2D::Ierr::kAllCollinear) {
+        throw RunFailure(ExitCode::kNoTriangulation,
+                         file + ": no triangulation of " + std::to_string(points.count) +
+                             (points.count == 1 ? " point; three are needed."
+                                                : " points: all of them lie on one line."));
+    }
+    if (kept.ierr != modDelaunay2D::Ierr::kDone) {
+        throw RunFailure(ExitCode::kNumeric, file + ": the triangulation failed: " +
+                                                 modDelaunay2D::DescribeIerr(kept.ierr) + ".");
+    }
+    if (points.count == 0) {
+        throw RunFailure(ExitCode::kNoTriangulation, file + ": the file holds no points.");
+    }
+    if (kept.triangles.count == 0) {
+        throw RunFailure(ExitCode::kNoTriangulation,
+                         file + ": no triangles, because the first two points do not count as "
+                                "distinct (in each coordinate they are equal, or one is zero).");
+    }
+}
+
+void WritePng(const QImage& image, const std::string& path) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "png");
+    if (!writer.write(image)) {
+        throw AppError(ErrorNumber::kDeviceIo, path,
+                       path + ": " + writer.errorString().toStdString());
+    }
+    OutputFile file(path);
+    file.Append({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    file.Commit();
+}
+
+// The run itself: everything that lives for its length, and its stages.
+class BatchRun {
+public:
+    explicit BatchRun(const BatchOptions& options)
+        : options_(options), map_(state_, messages_, clock_),
+          surface_(options.width, options.height) {
+        state_.textTable = LoadTexts(options.language);
+        state_.decimalSeparator = options.decimalComma ? ',' : '.';
+        map_.options = options.map;
+        if (options.progress) {
+            map_.progress = [this](std::string_view stage, double done) {
+                progressLine_.Show(stage, done);
+            };
+        }
+    }
+
+    BatchFigures Run() {
+        CheckFolders(options_);
+        if (!folder_.isValid()) {
+            throw RunFailure(ExitCode::kOutput, "No temporary folder can be made: " +
+                                                    folder_.errorString().toStdString() + ".");
+        }
+        state_.workFolder = folder_.path().toStdString() + "/";
+        Stopwatch total;
+        Stopwatch watch;
+        Read();
+        figures_.milliseconds.read = watch.Lap() * 1e3;
+        RequireTriangles(options_.pointFile, map_.points, map_.Triangulation());
+        figures_.milliseconds.triangulate = watch.Lap() * 1e3;
+        Draw();
+        watch.Lap();
+        Deliver();
+        figures_.milliseconds.write += watch.Lap() * 1e3;
+        figures_.milliseconds.total = total.Lap() * 1e3;
+        return figures_;
+    }
+
+private:
+    void Read();
+    void Draw();
+    void Deliver();
+
+    const BatchOptions& options_;
+    RunState state_;
+    KeptMessages messages_;
+    SystemClock clock_;
+    ProgressLine progressLine_;
+    QTemporaryDir folder_;
+    ContourMap map_;
+    RasterSurface surface_;
+    BatchFigures figures_;
+};
+
+void BatchRun::Read() {
+    const std::optional<ReadFailure> failure =
+        ReadPoints(options_.pointFile, map_.points, map_.progress);
+    if (failure) {
+        throw RunFailure(ExitCode::kPointFile, failure->Sentence());
+    }
+}
+
+void BatchRun::Draw() {
+    surface_.SetBackColor(kBlack);
+    const MapReport report = map_.DrawContourMap(surface_);
+    if (!messages_.Text().empty()) {
+        const bool deviceFailed = report.contours.errorNumber == ErrorNumber::kDeviceIo;
+        throw RunFailure(deviceFailed ? ExitCode::kOutput : ExitCode::kNumeric,
+                         options_.pointFile + ": " + messages_.Text());
+    }
+    const TriangleList& triangles = map_.Triangulation().triangles;
+    figures_.points = map_.points.count;
+    figures_.unusedPoints = CountUnusedPoints(map_.points, triangles);
+    figures_.triangles = triangles.count;
+    figures_.hullEdges = CountHullEdges(triangles);
+    figures_.x = map_.points.extentX;
+    figures_.y = map_.points.extentY;
+    figures_.z = map_.points.extentZ;
+    figures_.levels = options_.map.levelCount;
+    figures_.segments = report.segments;
+    figures_.milliseconds.contour = report.contours.cut * 1e3;
+    figures_.milliseconds.draw = (report.frameSeconds + report.contours.draw) * 1e3;
+    figures_.milliseconds.write = report.contours.write * 1e3;
+}
+
+void BatchRun::Deliver() {
+    const auto done = [this](const std::string& file) { figures_.files.push_back(file); };
+    if (!options_.mapFile.empty()) {
+        WritePng(surface_.Image(), options_.mapFile);
+        done(options_.mapFile);
+    }
+    if (!options_.segmentsFile.empty()) {
+        CopyFileWhole(state_.workFolder + kSegmentFileName, options_.segmentsFile);
+        done(options_.segmentsFile);
+    }
+    if (!options_.meshFile.empty()) {
+        if (!map_.TriangulateAndShow3D()) {
+            throw RunFailure(ExitCode::kOutput, messages_.Text());
+        }
+        CopyFileWhole(state_.workFolder + kMeshFileName, options_.meshFile);
+        done(options_.meshFile);
+    }
+}
+
+} // namespace
+
+int RunBatch(const BatchOptions& options) {
+    std::string sentence;
+    int exitCode = ExitCode::kDone;
+    try {
+        BatchFigures figures;
+        {
+            BatchRun run(options);
+            figures = run.Run();
+        }
+        if (options.summaryWanted) {
+            std::fputs(SummaryText(options, figures).c_str(), stdout);
+        }
+    } catch (const RunFailure& failure) {
+        sentence = failure.what();
+        exitCode = failure.exitCode();
+    } catch (const AppError& error) {
+        sentence = error.what();
+        exitCode =
+            error.number() == ErrorNumber::kDeviceIo ? ExitCode::kOutput : ExitCode::kNumeric;
+    } catch (const std::bad_alloc&) {
+        sentence = options.pointFile + ": there is not enough memory.";
+        exitCode = ExitCode::kNumeric;
+    }
+    if (exitCode != ExitCode::kDone) {
+        std::fprintf(stderr, "terravo-batch: %s\n", sentence.c_str());
+    }
+    return exitCode;
+}
+
+std::string FindSupportFolder() {
+    const QString program = QCoreApplication::applicationDirPath();
+    for (const QString& folder : {program + QStringLiteral("/supporto/"),
+                                  program + QStringLiteral("/../share/terravo/supporto/"),
+                                  QStringLiteral(TERRAVO_SOURCE_SUPPORT_FOLDER)}) {
+        if (QFileInfo(folder).isDir()) {
+            return folder.toStdString();
+        }
+    }
+    return {};
+}
+
+} // namespace terravo

@@ -1,0 +1,73 @@
+#include "app/PointFile.h"
+
+#include "util/PathText.h"
+
+#include <limits>
+
+namespace terravo {
+namespace {
+
+// The triangulation numbers twice as many triangles and a hull link holds three times that.
+constexpr Index kMostPoints = std::numeric_limits<Index>::max() / 6 - 1;
+constexpr Index kProgressStride = 65536;
+
+void ReportProgress(const ProgressCallback& progress, const NumberListReader& reader) {
+    if (progress && reader.FileSize() > 0) {
+        progress("read",
+                 static_cast<double>(reader.BytesRead()) / static_cast<double>(reader.FileSize()));
+    }
+}
+
+// The first point of a file drops the arrays of the file before.
+void ClearArrays(PointSet& points) {
+    points.x.Clear();
+    points.y.Clear();
+    points.z.Clear();
+}
+
+} // namespace
+
+std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
+                                      const ProgressCallback& progress) {
+    NumberListReader reader(path);
+    points.sourceName = SplitPath(path).name;
+    points.count = 0;
+    points.extentX = points.extentY = points.extentZ = Extent{};
+    while (!reader.AtEnd()) {
+        double x = 0;
+        double y = 0;
+        double z = 0;
+        if (!reader.Read(x) || !reader.Read(y) || !reader.Read(z)) {
+            break;
+        }
+        if (points.count == kMostPoints) {
+            return ReadFailure{path, 0, 0, "the file holds more points than can be triangulated"};
+        }
+        if (points.count == 0) {
+            ClearArrays(points);
+        }
+        points.Append(x, y, z);
+        if (points.count % kProgressStride == 0) {
+            ReportProgress(progress, reader);
+        }
+    }
+    if (reader.HasFailed()) {
+        return reader.Failure();
+    }
+    return std::nullopt;
+}
+
+bool LoadPointFile(const std::string& path, PointSet& points, const RunState& state,
+                   const LoadServices& services, const ProgressCallback& progress) {
+    const std::optional<ReadFailure> failure = ReadPoints(path, points, progress);
+    if (!failure) {
+        return true;
+    }
+    services.log.Write(failure->Sentence());
+    services.messages.ShowCritical(state.Text(TextIndex::kBadPointFile), ".....");
+    services.clipboard.Clear();
+    services.programEnd.EndAtOnce();
+    return false;
+}
+
+} // namespace terravo

@@ -1,0 +1,254 @@
+#include "app/PointReader.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstring>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+namespace terravo {
+namespace {
+
+// Enough for any number that a program prints; a longer field is joined by further reading.
+constexpr std::ptrdiff_t kFieldRoom = 512;
+
+bool IsBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+bool IsLineEnd(char c) {
+    return c == '\n' || c == '\r';
+}
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// from_chars reports a number beyond the range of a double without saying on which side.
+bool IsTooSmall(std::string_view digits) {
+    const std::size_t mark = digits.find_first_of("eE");
+    int exponent = 0;
+    if (mark != std::string_view::npos) {
+        std::string_view text = digits.substr(mark + 1);
+        if (!text.empty() && text[0] == '+') {
+            text.remove_prefix(1);
+        }
+        const auto read = std::from_chars(text.data(), text.data() + text.size(), exponent);
+        if (read.ec == std::errc::result_out_of_range) {
+            return text[0] == '-';
+        }
+    }
+    const std::string_view mantissa = digits.substr(0, mark);
+    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
+    const std::size_t first = mantissa.find_first_of("123456789");
+    if (first == std::string_view::npos) {
+        return true;
+    }
+    const auto position = static_cast<std::ptrdiff_t>(point) - static_cast<std::ptrdiff_t>(first);
+    return position + exponent < 0;
+}
+
+// The start of a field for a message: printable, and not longer than a glance takes.
+std::string Quote(const char* begin, const char* end) {
+    constexpr std::ptrdiff_t kMost = 24;
+    std::string text = "\"";
+    for (const char* p = begin; p != end && p - begin < kMost; ++p) {
+        const auto byte = static_cast<unsigned char>(*p);
+        text += byte < 0x20 || byte == 0x7F ? '?' : *p;
+    }
+    return text + (end - begin > kMost ? "...\"" : "\"");
+}
+
+} // namespace
+
+std::string ReadFailure::Sentence() const {
+    std::string text = file;
+    if (line > 0) {
+        text += ", line " + std::to_string(line);
+    }
+    if (field > 0) {
+        text += ", field " + std::to_string(field);
+    }
+    return text + ": " + cause + ".";
+}
+
+NumberListReader::NumberListReader(const std::string& path, std::size_t bufferSize)
+    : buffer_(std::max<std::size_t>(bufferSize, 16) + 2) {
+    failure_.file = path;
+    cursor_ = limit_ = buffer_.data();
+    buffer_[0] = '\0';
+    errno = 0;
+    file_.reset(std::fopen(path.c_str(), "rb"));
+    if (!file_) {
+        Fail(std::strerror(errno));
+        failure_.line = failure_.field = 0;
+        sourceEnded_ = true;
+        return;
+    }
+    std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+    std::error_code unknown;
+    const auto size = std::filesystem::file_size(path, unknown);
+    size_ = unknown ? 0 : static_cast<std::uint64_t>(size);
+    Refill();
+    SkipByteOrderMark();
+}
+
+void NumberListReader::SkipByteOrderMark() {
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    while (offset_ <= kMark.size() && Refill()) {
+    }
+    if (std::string_view(cursor_, static_cast<std::size_t>(limit_ - cursor_)).starts_with(kMark)) {
+        cursor_ += kMark.size();
+        if (offset_ == kMark.size()) {
+            // Nothing but the mark: there is no last line to be ended.
+            cursor_ = limit_;
+            endsWithLineEnd_ = true;
+        }
+    }
+}
+
+// Moves the unread bytes to the front and reads more behind them. The byte at limit_ is always a
+// NUL, which ends every scan; a line end is added to a last line that has none.
+bool NumberListReader::Refill() {
+    if (sourceEnded_) {
+        return false;
+    }
+    const auto kept = static_cast<std::size_t>(limit_ - cursor_);
+    const std::size_t room = buffer_.size() - 2;
+    if (kept >= room) {
+        return false;
+    }
+    std::memmove(buffer_.data(), cursor_, kept);
+    const std::size_t got = std::fread(buffer_.data() + kept, 1, room - kept, file_.get());
+    offset_ += got;
+    std::size_t length = kept + got;
+    if (got > 0) {
+        endsWithLineEnd_ = IsLineEnd(buffer_[length - 1]);
+    } else {
+        sourceEnded_ = true;
+        if (std::ferror(file_.get()) != 0) {
+            Fail(std::strerror(errno));
+            failure_.line = failure_.field = 0;
+        } else if (!endsWithLineEnd_) {
+            buffer_[length++] = '\n';
+        }
+    }
+    buffer_[length] = '\0';
+    cursor_ = buffer_.data();
+    limit_ = cursor_ + length;
+    return length > kept;
+}
+
+bool NumberListReader::Fail(std::string cause) {
+    if (!failed_) {
+        failed_ = true;
+        failure_.line = line_;
+        failure_.field = field_;
+        failure_.cause = std::move(cause);
+    }
+    return false;
+}
+
+void NumberListReader::SkipBlanks() {
+    do {
+        while (IsBlank(*cursor_)) {
+            ++cursor_;
+        }
+    } while (cursor_ == limit_ && Refill());
+}
+
+void NumberListReader::TakeLineEnd() {
+    const bool carriageReturn = *cursor_ == '\r';
+    ++cursor_;
+    if (carriageReturn) {
+        if (cursor_ == limit_) {
+            Refill();
+        }
+        if (*cursor_ == '\n') {
+            ++cursor_;
+        }
+    }
+    ++line_;
+    field_ = 0;
+}
+
+bool NumberListReader::Read(double& value) {
+    if (limit_ - cursor_ < kFieldRoom) {
+        Refill();
+    }
+    if (failed_) {
+        return false;
+    }
+    ++field_;
+    SkipBlanks();
+    if (cursor_ == limit_) {
+        // Name the last line that there is, not the one after the last line end.
+        const bool atLineStart = field_ == 1 && line_ > 1;
+        Fail("the file ends where a number is expected");
+        failure_.line = atLineStart ? line_ - 1 : line_;
+        failure_.field = 0;
+        return false;
+    }
+    if (*cursor_ == ',') {
+        ++cursor_;
+        value = 0;
+        return true;
+    }
+    if (IsLineEnd(*cursor_)) {
+        TakeLineEnd();
+        value = 0;
+        return true;
+    }
+    return ReadField(value);
+}
+
+bool NumberListReader::ReadField(double& value) {
+    const char* digits = cursor_;
+    const bool negative = *digits == '-';
+    if (negative || *digits == '+') {
+        ++digits;
+    }
+    std::from_chars_result read{digits, std::errc::invalid_argument};
+    if (IsDigit(*digits) || *digits == '.') {
+        read = std::from_chars(digits, limit_, value);
+    }
+    const char* end = read.ptr;
+    if (!IsBlank(*end) && *end != ',' && !IsLineEnd(*end)) {
+        while (end != limit_ && !IsBlank(*end) && *end != ',' && !IsLineEnd(*end)) {
+            ++end;
+        }
+        if (end == limit_ && !sourceEnded_) {
+            // The buffer ends within the field: read on, unless the field is longer than any
+            // number.
+            if (Refill() || sourceEnded_) {
+                return failed_ ? false : ReadField(value);
+            }
+            return Fail(Quote(cursor_, end) + " is too long for a number");
+        }
+        read.ec = std::errc::invalid_argument;
+    }
+    if (read.ec == std::errc::result_out_of_range) {
+        if (!IsTooSmall({digits, static_cast<std::size_t>(end - digits)})) {
+            return Fail(Quote(cursor_, end) + " is too large a number");
+        }
+        value = 0;
+    } else if (read.ec != std::errc{}) {
+        return Fail(Quote(cursor_, end) + " is not a number");
+    }
+    if (negative) {
+        value = -value;
+    }
+    cursor_ = end;
+    if (IsBlank(*cursor_)) {
+        SkipBlanks();
+    }
+    if (*cursor_ == ',') {
+        ++cursor_;
+    } else if (IsLineEnd(*cursor_)) {
+        TakeLineEnd();
+    }
+    return true;
+}
+
+} // namespace terravo

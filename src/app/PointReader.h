@@ -1,0 +1,82 @@
+// The free-format list reader: numbers out of a text file, one after the other.
+//
+// Data: the bytes of a text file, seen through one buffer of fixed size. Method: a field ends at a
+// comma, at a line end, or at the first blank after its first other character; a number that ends
+// at a blank takes the blanks after it and then one comma or one line end as well. An empty field
+// is 0. A last line without a line end is a whole line. Tabs are blanks; CR, LF and CR LF are line
+// ends; a UTF-8 byte-order mark is skipped.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace terravo {
+
+/// Why a text file of numbers could not be read.
+struct ReadFailure {
+    std::string file;
+    std::int64_t line = 0;  // 1-based; 0 when the file could not be opened or read at all
+    std::int64_t field = 0; // 1-based within the line
+    std::string cause;      // without a full stop
+
+    /// One sentence: file, line, field, cause.
+    [[nodiscard]] std::string Sentence() const;
+};
+
+class NumberListReader {
+public:
+    /// Opens the file. Failure() tells afterwards whether it can be read.
+    /// @param bufferSize  bytes held at a time; a field longer than half of it is refused.
+    explicit NumberListReader(const std::string& path,
+                              std::size_t bufferSize = std::size_t{1} << 20);
+
+    /// True when every byte has been read. Tested before a record, it ends a file whose last line
+    /// has a line end after exactly its records.
+    [[nodiscard]] bool AtEnd() { return cursor_ == limit_ && !Refill(); }
+
+    /// Reads the next number.
+    /// @return false on reading past the end, a field that is not a plain decimal number, or an
+    ///         error of the file; Failure() tells which.
+    [[nodiscard]] bool Read(double& value);
+
+    [[nodiscard]] bool HasFailed() const { return failed_; }
+    [[nodiscard]] const ReadFailure& Failure() const { return failure_; }
+
+    /// Bytes read so far and bytes of the file as found when it was opened.
+    [[nodiscard]] std::uint64_t BytesRead() const {
+        return offset_ - static_cast<std::uint64_t>(limit_ - cursor_);
+    }
+    [[nodiscard]] std::uint64_t FileSize() const { return size_; }
+
+private:
+    struct CloseFile {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+
+    bool Refill();
+    bool EnsureField();
+    void SkipBlanks();
+    void TakeLineEnd();
+    bool ReadField(double& value);
+    bool Fail(std::string cause);
+    void SkipByteOrderMark();
+
+    std::unique_ptr<std::FILE, CloseFile> file_;
+    std::vector<char> buffer_;
+    const char* cursor_ = nullptr;
+    const char* limit_ = nullptr;
+    bool sourceEnded_ = false;
+    bool endsWithLineEnd_ = true; // of all bytes seen so far
+    std::uint64_t offset_ = 0;
+    std::uint64_t size_ = 0;
+    std::int64_t line_ = 1;
+    std::int64_t field_ = 0;
+    bool failed_ = false;
+    ReadFailure failure_;
+};
+
+} // namespace terravo

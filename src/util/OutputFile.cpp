@@ -1,0 +1,124 @@
+#include "util/OutputFile.h"
+
+#include "util/AppError.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <random>
+#include <system_error>
+
+namespace terravo {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A name beside the final one that nobody else takes at the same time.
+std::string TemporaryName(const std::string& finalPath) {
+    std::random_device source;
+    constexpr std::string_view kDigits = "0123456789abcdefghijklmnopqrstuv";
+    std::string name = finalPath + ".";
+    for (int i = 0; i < 8; ++i) {
+        name += kDigits[source() % kDigits.size()];
+    }
+    return name + ".tmp";
+}
+
+// Where the bytes end up: a link keeps pointing at the file that is replaced behind it.
+std::string ResolveLink(const std::string& path) {
+    std::error_code error;
+    if (fs::is_symlink(path, error)) {
+        const fs::path target = fs::weakly_canonical(path, error);
+        if (!error) {
+            return target.string();
+        }
+    }
+    return path;
+}
+
+bool MustBeWrittenInPlace(const std::string& path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    return fs::exists(status) && !fs::is_regular_file(status);
+}
+
+} // namespace
+
+OutputFile::OutputFile(std::string path, Mode mode)
+    : path_(std::move(path)), finalPath_(ResolveLink(path_)), writtenPath_(finalPath_) {
+    const bool inPlace = mode == Mode::Open || MustBeWrittenInPlace(finalPath_);
+    if (!inPlace) {
+        writtenPath_ = TemporaryName(finalPath_);
+    }
+    errno = 0;
+    file_.reset(std::fopen(writtenPath_.c_str(), inPlace ? "wb" : "wbx"));
+    if (!file_) {
+        const int cause = errno;
+        writtenPath_ = finalPath_;
+        Throw(cause);
+    }
+    std::setvbuf(file_.get(), nullptr, _IONBF, 0);
+    buffer_.reserve(kEnough + 1024);
+}
+
+OutputFile::~OutputFile() {
+    if (writtenPath_ != finalPath_) {
+        file_.reset();
+        std::error_code ignored;
+        fs::remove(writtenPath_, ignored);
+    }
+}
+
+void OutputFile::Flush() {
+    errno = 0;
+    const std::size_t written = std::fwrite(buffer_.data(), 1, buffer_.size(), file_.get());
+    if (written != buffer_.size()) {
+        Throw(errno);
+    }
+    buffer_.clear();
+}
+
+void OutputFile::Commit() {
+    Flush();
+    errno = 0;
+    if (std::fclose(file_.release()) != 0) {
+        Throw(errno);
+    }
+    if (writtenPath_ != finalPath_) {
+        std::error_code error;
+        fs::rename(writtenPath_, finalPath_, error);
+        if (error) {
+            Throw(error.value());
+        }
+        writtenPath_ = finalPath_;
+    }
+}
+
+void OutputFile::Throw(int cause) const {
+    const std::string reason = cause != 0 ? std::strerror(cause) : "the file cannot be written";
+    throw AppError(ErrorNumber::kDeviceIo, path_, path_ + ": " + reason);
+}
+
+void CopyFileWhole(const std::string& from, const std::string& to) {
+    struct CloseFile {
+        void operator()(std::FILE* file) const { std::fclose(file); }
+    };
+    errno = 0;
+    const std::unique_ptr<std::FILE, CloseFile> source(std::fopen(from.c_str(), "rb"));
+    if (!source) {
+        throw AppError(ErrorNumber::kDeviceIo, from, from + ": " + std::strerror(errno));
+    }
+    OutputFile target(to);
+    std::array<char, 1 << 16> block{};
+    std::size_t got = 0;
+    while ((got = std::fread(block.data(), 1, block.size(), source.get())) > 0) {
+        target.Append({block.data(), got});
+    }
+    if (std::ferror(source.get()) != 0) {
+        throw AppError(ErrorNumber::kDeviceIo, from, from + ": " + std::strerror(errno));
+    }
+    target.Commit();
+}
+
+} // namespace terravo

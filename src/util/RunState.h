@@ -1,0 +1,44 @@
+// The values of one run that windows, drawing and export share.
+//
+// One object, owned by main and passed by reference; nothing else in the program is global.
+#pragma once
+
+#include "util/Array1.h"
+
+#include <string>
+#include <vector>
+
+namespace terravo {
+
+struct RunState {
+    /// User-interface texts, one a line of the language file, counted from 0.
+    std::vector<std::string> textTable;
+    /// Decimal separator of the user, for numbers on the screen only.
+    char decimalSeparator = '.';
+
+    /// Folder of the exchange files, ending in a separator.
+    std::string workFolder;
+
+    /// Text of the last failed contour drawing; empty means success.
+    std::string lastDrawError;
+    /// Number of levels that the contour routines recorded when they last started.
+    Index lastLevelCount = 0;
+
+    /// Text `index` of the table, empty when the language file has no such line.
+    [[nodiscard]] std::string Text(std::size_t index) const {
+        return index < textTable.size() ? textTable[index] : std::string();
+    }
+};
+
+/// Places in RunState::textTable that the program itself reads.
+namespace TextIndex {
+inline constexpr std::size_t kPlotTitle = 23;
+inline constexpr std::size_t kTooFewLevels = 24;
+inline constexpr std::size_t kNoTriangulation = 25;
+inline constexpr std::size_t kNoTriangulationAdvice = 26;
+inline constexpr std::size_t kScaleErrorSource = 30;
+inline constexpr std::size_t kBadPointFile = 31;
+inline constexpr std::size_t kErrorTitle = 33;
+} // namespace TextIndex
+
+} // namespace terravo

@@ -1,0 +1,223 @@
+// terravo-batch as a user calls it: exit codes, sentences, and the bytes that it writes.
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <unistd.h>
+
+namespace terravo {
+namespace {
+
+struct Ended {
+    int exitCode = -1;
+    QByteArray output;
+    std::string error;
+};
+
+Ended Batch(const std::vector<std::string>& arguments) {
+    QStringList list;
+    for (const std::string& argument : arguments) {
+        list.append(QString::fromStdString(argument));
+    }
+    QProcess process;
+    process.start(QStringLiteral(TERRAVO_BATCH_PROGRAM), list);
+    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit) {
+        return {};
+    }
+    return {process.exitCode(), process.readAllStandardOutput(),
+            process.readAllStandardError().toStdString()};
+}
+
+std::string DataFile(const std::string& name) {
+    return std::string(TERRAVO_TEST_DATA_DIR) + "/" + name;
+}
+
+std::string ReadData(const std::string& name) {
+    std::ifstream file(DataFile(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(BatchProgram, WritesTheExchangeFilesByteByByte) {
+    const test::TemporaryFolder folder;
+    const Ended ended =
+        Batch({DataFile("small.dat"), "--levels", "4", "--out", folder.Path(), "--quiet"});
+    EXPECT_EQ(ended.exitCode, 0) << ended.error;
+    EXPECT_EQ(ended.output, "");
+    EXPECT_EQ(ended.error, "");
+    EXPECT_EQ(folder.Read("livelli.txt"), ReadData("small.livelli.txt"));
+    EXPECT_EQ(folder.Read("point_qrw.txt"), ReadData("small.point_qrw.txt"));
+    EXPECT_EQ(folder.Names().size(), 3U);
+    EXPECT_EQ(QImage(QString::fromStdString(folder.File("map.png"))).size(), QSize(1200, 900));
+}
+
+TEST(BatchProgram, ReadsItsOwnPointsBack) {
+    const test::TemporaryFolder folder;
+    const std::string mesh = ReadData("small.point_qrw.txt");
+    const std::string points = mesh.substr(mesh.find(" 6 \r\n") + 5);
+    const std::string path = folder.Write("back.dat", points);
+    EXPECT_EQ(Batch({path, "--mesh", folder.File("mesh"), "--quiet"}).exitCode, 0);
+    EXPECT_EQ(folder.Read("mesh"), mesh);
+}
+
+TEST(BatchProgram, TellsWhatItDidAsJson) {
+    const test::TemporaryFolder folder;
+    const std::string map = folder.File("m.png");
+    const Ended ended = Batch({DataFile("small.dat"), "--summary", "json", "--levels", "4",
+                               "--size", "320x240", "--map", map, "--labels", "--triangles"});
+    ASSERT_EQ(ended.exitCode, 0) << ended.error;
+    const QJsonObject summary = QJsonDocument::fromJson(ended.output).object();
+    EXPECT_EQ(summary["points"].toInt(), 6);
+    EXPECT_EQ(summary["unused_points"].toInt(), 1);
+    EXPECT_EQ(summary["triangles"].toInt(), 4);
+    EXPECT_EQ(summary["hull_edges"].toInt(), 4);
+    EXPECT_EQ(summary["levels"].toInt(), 4);
+    EXPECT_EQ(summary["segments"].toInt(), 10);
+    EXPECT_EQ(summary["extents"].toObject()["x"].toArray(), (QJsonArray{0.5, 9.0}));
+    EXPECT_EQ(summary["files"].toArray(), (QJsonArray{QString::fromStdString(map)}));
+    for (const char* stage : {"read", "triangulate", "contour", "draw", "write", "total"}) {
+        EXPECT_TRUE(summary["milliseconds"].toObject()[QLatin1String(stage)].isDouble()) << stage;
+    }
+    EXPECT_EQ(QImage(QString::fromStdString(map)).size(), QSize(320, 240));
+}
+
+TEST(BatchProgram, DrawsTheSameMapEveryTimeAndAnotherWithAnotherLanguage) {
+    const test::TemporaryFolder folder;
+    const auto map = [&folder](std::vector<std::string> options) {
+        options.insert(options.end(),
+                       {DataFile("small.dat"), "--quiet", "--map", folder.File("m.png")});
+        EXPECT_EQ(Batch(options).exitCode, 0);
+        return folder.Read("m.png");
+    };
+    const std::string english = map({});
+    EXPECT_EQ(map({"--language", "en"}), english);
+    EXPECT_NE(map({"--language", "it"}), english);
+    EXPECT_NE(map({"--decimal-comma"}), english);
+}
+
+TEST(BatchProgram, EndsBadPointFilesWithOne) {
+    const test::TemporaryFolder folder;
+    const auto sentence = [](const std::string& path) {
+        const Ended ended = Batch({path, "--quiet"});
+        EXPECT_EQ(ended.exitCode, 1) << path;
+        return ended.error;
+    };
+    const std::string bad = folder.Write("bad.dat", "1,2,3\n4,five,6\n");
+    EXPECT_EQ(sentence(bad),
+              "terravo-batch: " + bad + ", line 2, field 2: \"five\" is not a number.\n");
+    const std::string seven = folder.Write("seven.dat", "1 2 3\n4 5 6\n7\n");
+    EXPECT_EQ(sentence(seven),
+              "terravo-batch: " + seven + ", line 3: the file ends where a number is expected.\n");
+    EXPECT_EQ(sentence(folder.File("none.dat")),
+              "terravo-batch: " + folder.File("none.dat") + ": No such file or directory.\n");
+    EXPECT_EQ(sentence(folder.Path()), "terravo-batch: " + folder.Path() + ": Is a directory.\n");
+    if (geteuid() != 0) {
+        const std::string locked = folder.Write("locked.dat", "1,2,3\n");
+        std::filesystem::permissions(locked, std::filesystem::perms::none);
+        EXPECT_EQ(sentence(locked), "terravo-batch: " + locked + ": Permission denied.\n");
+    }
+}
+
+TEST(BatchProgram, EndsPointsWithoutTrianglesWithThree) {
+    const test::TemporaryFolder folder;
+    const struct {
+        const char* points;
+        const char* cause;
+    } cases[] = {
+        {"", "holds no points"},
+        {"1,2,3\n", "1 point; three are needed"},
+        {"1,2,3\n4,5,6\n", "2 points: all of them lie on one line"},
+        {"1,1,3\n2,2,6\n5,5,9\n7,7,1\n", "4 points: all of them lie on one line"},
+        {"0,0,1\n5,5,2\n9,1,3\n", "the first two points do not count as distinct"},
+        {"5,5,1\n5,5,2\n9,1,3\n", "the first two points do not count as distinct"},
+    };
+    for (const auto& c : cases) {
+        const Ended ended = Batch({folder.Write("p.dat", c.points), "--out", folder.Path()});
+        EXPECT_EQ(ended.exitCode, 3) << c.points;
+        EXPECT_NE(ended.error.find(c.cause), std::string::npos) << ended.error;
+        EXPECT_EQ(folder.Names().size(), 1U) << "no output is left";
+    }
+}
+
+TEST(BatchProgram, EndsWrongCallsWithTwo) {
+    const test::TemporaryFolder folder;
+    const std::string points = folder.Write("p.dat", "1,1,0\n9,1,5\n5,7,9\n");
+    const std::vector<std::vector<std::string>> calls{
+        {},
+        {points, points},
+        {points, "--nonsense"},
+        {points, "--levels", "1"},
+        {points, "--levels", "0"},
+        {points, "--levels", "-3"},
+        {points, "--levels", "1000000000"},
+        {points, "--levels", "1e9"},
+        {points, "--levels", "ten"},
+        {points, "--size", "0x0"},
+        {points, "--size", "100000x100000"},
+        {points, "--size", "300"},
+        {points, "--mode", "areas"},
+        {points, "--mode", "dots"},
+        {points, "--summary", "xml"},
+        {points, "--language", "xx"},
+        {points, "--map", folder.File("map.gif")},
+        {points, "--map", ""},
+        {points, "--segments", points},
+        {points, "--segments", folder.File("a"), "--mesh", folder.File("a")},
+    };
+    for (const auto& call : calls) {
+        const Ended ended = Batch(call);
+        std::string text;
+        for (const std::string& argument : call) {
+            text += " " + argument;
+        }
+        EXPECT_EQ(ended.exitCode, 2) << text;
+        EXPECT_TRUE(ended.error.starts_with("terravo-batch: ")) << text;
+        EXPECT_EQ(std::count(ended.error.begin(), ended.error.end(), '\n'), 1) << text;
+    }
+    EXPECT_EQ(folder.Names().size(), 1U);
+    EXPECT_EQ(folder.Read("p.dat"), "1,1,0\n9,1,5\n5,7,9\n");
+}
+
+TEST(BatchProgram, EndsOutputsThatCannotBeWrittenWithFour) {
+    const test::TemporaryFolder folder;
+    std::vector<std::string> outputs{folder.File("missing/map.png"), "/proc/map.png"};
+    if (std::filesystem::exists("/dev/full")) {
+        outputs.push_back("/dev/full");
+    }
+    for (const std::string& output : outputs) {
+        const Ended ended = Batch({DataFile("small.dat"), "--map", output});
+        EXPECT_EQ(ended.exitCode, 4) << output;
+        EXPECT_NE(ended.error.find(output), std::string::npos) << ended.error;
+    }
+    EXPECT_EQ(Batch({DataFile("small.dat"), "--out", folder.File("missing")}).exitCode, 4);
+    EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST(BatchProgram, EndsNumericFailuresWithFive) {
+    const test::TemporaryFolder folder;
+    const std::string huge = folder.Write("huge.dat", "1e200,1e200,0\n-1e200,2e200,1\n"
+                                                      "3e200,-1e200,2\n1e199,5e199,3\n");
+    EXPECT_EQ(Batch({huge, "--quiet"}).exitCode, 5);
+    const Ended narrow =
+        Batch({DataFile("small.dat"), "--size", "20x20", "--map", folder.File("m.png")});
+    EXPECT_EQ(narrow.exitCode, 5);
+    EXPECT_NE(narrow.error.find("narrow"), std::string::npos) << narrow.error;
+    EXPECT_FALSE(std::filesystem::exists(folder.File("m.png")));
+}
+
+TEST(BatchProgram, AnswersHelpAndVersion) {
+    const Ended help = Batch({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_TRUE(help.output.contains("--perimeter"));
+    const Ended version = Batch({"--version"});
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_TRUE(version.output.startsWith("terravo-batch "));
+}
+
+} // namespace
+} // namespace terravo

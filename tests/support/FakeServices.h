@@ -1,0 +1,56 @@
+// Services for tests: they touch nothing and remember what they were asked.
+#pragma once
+
+#include "util/Services.h"
+
+#include <string>
+#include <vector>
+
+namespace terravo {
+
+struct FakeMessages : MessageService {
+    struct Box {
+        std::string text;
+        std::string title;
+
+        bool operator==(const Box&) const = default;
+    };
+    std::vector<Box> boxes;
+
+    void ShowCritical(const std::string& text, const std::string& title) override {
+        boxes.push_back({text, title});
+    }
+};
+
+struct FakeClipboard : ClipboardService {
+    int clears = 0;
+
+    void Clear() override { ++clears; }
+};
+
+/// Unlike the real service it returns, so a test sees what the caller does next.
+struct FakeProgramEnd : ProgramEndService {
+    int ends = 0;
+
+    void EndAtOnce() override { ++ends; }
+};
+
+struct FakeLog : LogService {
+    std::vector<std::string> lines;
+
+    void Write(const std::string& line) override { lines.push_back(line); }
+};
+
+/// Each reading comes `tick` seconds after the one before.
+struct FakeClock : ClockService {
+    mutable double now = 0;
+    double tick = 0;
+
+    [[nodiscard]] double SecondsOfDay() const override {
+        const double reading = now;
+        now += tick;
+        return reading;
+    }
+};
+
+} // namespace terravo

@@ -1,0 +1,173 @@
+#include "plot2d/DrawSurface.h"
+
+#include "support/RecordingSurface.h"
+#include "util/AppError.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace terravo {
+namespace {
+
+TEST(DrawSurface, ScaleMapsItsEdgesToTheEdgesOfTheArea) {
+    RecordingSurface surface(200, 100);
+    surface.Scale(-10, 50, 10, -50);
+    EXPECT_EQ(surface.ToPixelPoint(-10, 50), (PixelPoint{0, 0}));
+    EXPECT_EQ(surface.ToPixelPoint(10, -50), (PixelPoint{200, 100}));
+    EXPECT_EQ(surface.ScaleHeight(), -100.0F);
+    const UserPosition back = surface.ToUser(150, 25);
+    EXPECT_DOUBLE_EQ(back.x, 5);
+    EXPECT_DOUBLE_EQ(back.y, 25);
+    surface.Scale(0, 200, 400, 0);
+    EXPECT_EQ(surface.ToPixelPoint(1, 199), (PixelPoint{0, 0})) << "halves go to even";
+    EXPECT_EQ(surface.ToPixelPoint(3, 197), (PixelPoint{2, 2}));
+}
+
+TEST(DrawSurface, ScaleModesReadTheAreaInTheirUnit) {
+    RecordingSurface surface(192, 96);
+    surface.Scale(5, 1, 6, 0);
+    surface.SetScaleMode(ScaleUnit::Pixels);
+    EXPECT_EQ(surface.ScaleWidth(), 192.0F);
+    EXPECT_EQ(surface.ScaleHeight(), 96.0F);
+    EXPECT_EQ(surface.ScaleLeft(), 0.0F);
+    EXPECT_EQ(surface.TextWidth("abc"), 21);
+    EXPECT_EQ(surface.ToPixelPoint(3, 5), (PixelPoint{3, 5}));
+    surface.SetScaleMode(ScaleUnit::Points);
+    EXPECT_EQ(surface.ScaleWidth(), 144.0F);
+    EXPECT_EQ(surface.ToPixelPoint(72, 36), (PixelPoint{96, 48}));
+    surface.SetScaleMode(ScaleUnit::User);
+    EXPECT_EQ(surface.ScaleLeft(), 5.0F);
+    EXPECT_EQ(surface.ScaleHeight(), -1.0F);
+    surface.SetScaleWidth(2);
+    EXPECT_EQ(surface.ToPixelPoint(6, 0), (PixelPoint{96, 96}));
+}
+
+TEST(DrawSurface, ConvertsLengthsBetweenUnits) {
+    RecordingSurface surface(200, 100);
+    surface.Scale(0, 50, 400, 0);
+    const auto user = ScaleUnit::User;
+    const auto points = ScaleUnit::Points;
+    const auto pixels = ScaleUnit::Pixels;
+    EXPECT_DOUBLE_EQ(surface.ScaleX(1, pixels, user), 2);
+    EXPECT_DOUBLE_EQ(surface.ScaleY(1, pixels, user), -0.5);
+    EXPECT_DOUBLE_EQ(surface.ScaleX(3, points, pixels), 4);
+    EXPECT_DOUBLE_EQ(surface.ScaleY(3, points, user), -2);
+    EXPECT_DOUBLE_EQ(surface.ScaleX(surface.ScaleX(7, user, points), points, user), 7);
+    surface.SetScaleMode(pixels);
+    EXPECT_DOUBLE_EQ(surface.ScaleX(1, pixels, user), 2) << "the user system stays";
+}
+
+TEST(DrawSurface, RefusesAScaleWithoutExtent) {
+    RecordingSurface surface;
+    surface.Scale(0, 1, 2, 0);
+    EXPECT_THROW(surface.Scale(3, 1, 3, 0), AppError);
+    EXPECT_THROW(surface.Scale(0, 1, std::nan(""), 0), AppError);
+    EXPECT_THROW(surface.SetScaleHeight(0), AppError);
+    EXPECT_EQ(surface.ScaleWidth(), 2.0F);
+}
+
+TEST(DrawSurface, StraightLinesStayStraightAtLargeCoordinates) {
+    RecordingSurface surface(480, 360);
+    const double x0 = 500000;
+    const double y0 = 4520000;
+    surface.Scale(x0, y0 + 50, x0 + 50, y0);
+    for (int i = 0; i <= 400; ++i) {
+        const double t = i / 400.0;
+        const PixelPoint p = surface.ToPixelPoint(x0 + 50 * t, y0 + 25 * t);
+        EXPECT_LE(std::fabs(p.x - 480 * t), 0.5 + 1e-6);
+        EXPECT_LE(std::fabs(p.y - (360 - 180 * t)), 0.5 + 1e-6);
+    }
+}
+
+TEST(DrawSurface, BringsFarEndsNearAlongTheLine) {
+    RecordingSurface surface(100, 100);
+    surface.Line(0, 0, 1e300, 1e300, kRed);
+    surface.Line(10, 20, 3e9, 20, kRed);
+    const auto strokes = surface.PixelCallsOf(PixelCall::Kind::Stroke);
+    ASSERT_EQ(strokes.size(), 2U);
+    EXPECT_EQ(strokes[0].a, (PixelPoint{0, 0}));
+    EXPECT_EQ(strokes[0].b.x, strokes[0].b.y);
+    EXPECT_GT(strokes[0].b.x, 100);
+    EXPECT_EQ(strokes[1].b.y, 20);
+}
+
+TEST(DrawSurface, DrawsNothingAtPlacesThatAreNotFinite) {
+    RecordingSurface surface(100, 100);
+    for (const double bad : {std::nan(""), std::numeric_limits<double>::infinity()}) {
+        surface.Line(0, bad, 5, 5, kRed);
+        surface.Line(0, 0, bad, 5, kRed, Box::Filled);
+        surface.PSet(bad, 5, kRed);
+        surface.SetCurrentX(bad);
+        surface.Print("text", NewLine::No);
+    }
+    EXPECT_TRUE(surface.pixelCalls.empty());
+}
+
+TEST(DrawSurface, LinesAndBoxesReachTheBackendWithThePen) {
+    RecordingSurface surface(100, 100);
+    surface.SetDrawWidth(3);
+    surface.SetDrawStyle(DrawStyles::kDash);
+    surface.SetDrawMode(DrawModes::kXor);
+    surface.SetForeColor(kGreen);
+    DrawSurface& drawing = surface;
+    drawing.Line(1, 2, 30, 40);
+    drawing.Line(1, 2, 30, 40, kRed, Box::Outline);
+    drawing.Line(30, 40, 1, 2, kRed, Box::Filled);
+    EXPECT_EQ(surface.CurrentX(), 1.0F);
+    EXPECT_EQ(surface.CurrentY(), 2.0F);
+    ASSERT_EQ(surface.pixelCalls.size(), 6U);
+    EXPECT_EQ(surface.pixelCalls[0].pen, (Pen{kGreen, 3, DrawStyles::kDash, DrawModes::kXor}));
+    for (std::size_t side = 1; side <= 4; ++side) {
+        const PixelPoint next = surface.pixelCalls[side == 4 ? 1 : side + 1].a;
+        EXPECT_EQ(surface.pixelCalls[side].b, next) << "the outline closes";
+    }
+    EXPECT_EQ(surface.pixelCalls[5].kind, PixelCall::Kind::Rect);
+    EXPECT_EQ(surface.pixelCalls[5].pen.mode, DrawModes::kXor);
+}
+
+TEST(DrawSurface, PrintMovesTheCursorByTheTextOrToTheNextLine) {
+    RecordingSurface surface(100, 130);
+    surface.Scale(10, 260, 210, 0);
+    DrawSurface& drawing = surface;
+    drawing.SetCurrentX(50);
+    drawing.SetCurrentY(200);
+    drawing.Print("caffè", NewLine::No);
+    EXPECT_FLOAT_EQ(surface.CurrentX(), 50 + 5 * 14);
+    EXPECT_FLOAT_EQ(surface.CurrentY(), 200);
+    drawing.Print("x");
+    EXPECT_FLOAT_EQ(surface.CurrentX(), 10);
+    EXPECT_FLOAT_EQ(surface.CurrentY(), 200 - 26) << "down is smaller y here";
+    const auto texts = surface.PixelCallsOf(PixelCall::Kind::Text);
+    ASSERT_EQ(texts.size(), 2U);
+    EXPECT_EQ(texts[0].a, (PixelPoint{20, 30}));
+    EXPECT_EQ(texts[0].background, std::nullopt);
+    drawing.SetFontTransparent(false);
+    drawing.SetBackColor(kGrey);
+    drawing.Print("x");
+    EXPECT_EQ(surface.pixelCalls.back().background, kGrey);
+}
+
+TEST(DrawSurface, PolygonFillsPaintInsideThenOutline) {
+    RecordingSurface surface;
+    const std::vector<PixelPoint> corners = {{0, 0}, {9, 0}, {0, 9}, {20, 0}, {29, 0}, {20, 9}};
+    const std::vector<std::int32_t> counts = {3, 3};
+    PaintTools tools;
+    tools.penColour = kWhite;
+    surface.FillPolyPolygon(corners, counts, tools);
+    EXPECT_EQ(surface.pixelCalls.size(), 6U) << "hollow: outlines only";
+    surface.Forget();
+    tools.brush = kRed;
+    surface.FillPolygon(std::span(corners).first(3), tools);
+    ASSERT_EQ(surface.pixelCalls.size(), 4U);
+    EXPECT_EQ(surface.pixelCalls[0].kind, PixelCall::Kind::Polygons);
+    EXPECT_EQ(surface.pixelCalls[0].pen.colour, kRed);
+    EXPECT_EQ(surface.pixelCalls[3].b, (PixelPoint{0, 0}));
+    EXPECT_THROW(surface.FillPolyPolygon(corners, std::vector<std::int32_t>{3, 4}, tools),
+                 AppError);
+    EXPECT_THROW(surface.FillPolyPolygon(corners, std::vector<std::int32_t>{-3}, tools), AppError);
+}
+
+} // namespace
+} // namespace terravo

@@ -1,0 +1,258 @@
+#include "plot2d/PlotFrame.h"
+
+#include "support/FakeServices.h"
+#include "support/RecordingSurface.h"
+#include "util/AppError.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace terravo {
+namespace {
+
+using namespace PlotFrame;
+
+class PlotFrameTest : public testing::Test {
+protected:
+    PlotFrameTest() {
+        run.textTable.resize(40);
+        run.textTable[TextIndex::kScaleErrorSource] = "SCALE";
+        run.textTable[TextIndex::kErrorTitle] = "Error: ";
+        request.xMax = 100;
+        request.yMax = 100;
+        request.title = "Title";
+        request.xTitle = "x";
+        request.yTitle = "y";
+        surface.SetBackColor(kBlack);
+    }
+
+    PlotFrameResult Draw() {
+        return DrawPlotFrame(surface, request, run, messages, clock,
+                             [this](bool visible) { shown.push_back(visible); });
+    }
+
+    // The lines of one style, without the box that clears the area.
+    std::vector<UserCall> LinesOf(int drawStyle) const {
+        auto lines = surface.UserCallsOf(UserCall::Kind::Line);
+        std::erase_if(lines, [drawStyle](const UserCall& line) {
+            return line.drawStyle != drawStyle || line.box != Box::None;
+        });
+        return lines;
+    }
+
+    RecordingSurface surface{640, 480};
+    PlotFrameRequest request;
+    RunState run;
+    FakeMessages messages;
+    FakeClock clock;
+    std::vector<bool> shown;
+};
+
+TEST_F(PlotFrameTest, DrawsGridAxesAndTitlesInTheirOrder) {
+    const PlotFrameResult result = Draw();
+    EXPECT_TRUE(result.ok);
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_EQ(result.xMaxUsed, 100.0F);
+    EXPECT_EQ(LinesOf(DrawStyles::kDash).size(), 22U) << "11 grid lines each way";
+    EXPECT_EQ(LinesOf(DrawStyles::kSolid).size(), 6U) << "two axes with two barbs each";
+    std::vector<std::string> expected;
+    for (int i = 0; i <= 10; ++i) {
+        expected.push_back(std::to_string(10 * i) + ".0");
+    }
+    auto all = expected;
+    all.push_back("x");
+    all.insert(all.end(), expected.begin(), expected.end());
+    all.push_back("y");
+    all.push_back("Title");
+    EXPECT_EQ(surface.Texts(), all);
+
+    const UserCall title = *surface.FindText("Title");
+    EXPECT_EQ(title.colour, kRed);
+    EXPECT_EQ(title.fontSize, 12.0F);
+    EXPECT_TRUE(title.fontBold);
+    EXPECT_EQ(title.newLine, NewLine::Yes);
+    EXPECT_EQ(surface.FindText("y")->colour, kGreen);
+    EXPECT_EQ(surface.FindText("y")->fontName, "MS Sans Serif");
+    EXPECT_EQ(surface.DrawStyle(), DrawStyles::kSolid);
+    EXPECT_LT(surface.ScaleHeight(), 0.0F);
+}
+
+TEST_F(PlotFrameTest, PutsTheDataRectangleInsideTheMargins) {
+    const PlotFrameResult result = Draw();
+    // Characters are 7 x 13 pixels: left "100.0W", right half of "100.0" and "xW".
+    const double left = 6 * 7;
+    const double right = 5 * 7 / 2.0 + 2 * 7;
+    const double bottom = 26;
+    const double top = 13 + 26;
+    const double unitsX = 100 / (640 - left - right);
+    const double unitsY = 100 / (480 + bottom + top);
+    EXPECT_NEAR(static_cast<double>(surface.ScaleLeft()), -left * unitsX, 1e-5);
+    EXPECT_NEAR(static_cast<double>(surface.ScaleTop()), 100 + top * unitsY, 1e-5);
+    EXPECT_NEAR(static_cast<double>(surface.ScaleWidth()), 640 * unitsX, 1e-5);
+    EXPECT_NEAR(static_cast<double>(result.xPixelSize), unitsX, 1e-6);
+    const double height = 100 + (top + bottom) * unitsY;
+    EXPECT_NEAR(static_cast<double>(surface.ScaleHeight()), -height, 1e-4);
+    EXPECT_NEAR(static_cast<double>(result.yPixelSize), height / 480, 1e-6);
+
+    const auto cleared = surface.PixelCallsOf(PixelCall::Kind::Rect);
+    ASSERT_EQ(cleared.size(), 1U);
+    EXPECT_EQ(cleared[0].a, (PixelPoint{0, 480}));
+    EXPECT_EQ(cleared[0].b, (PixelPoint{640, 0}));
+    EXPECT_EQ(cleared[0].pen.colour, kBlack);
+}
+
+TEST_F(PlotFrameTest, PlacesLabelsAndTitles) {
+    Draw();
+    const double pixelX = static_cast<double>(surface.ScaleWidth()) / 640;
+    const double pixelY = static_cast<double>(surface.ScaleHeight()) / 480;
+    const double tickX = 4 * 96 / 72.0 * pixelX;
+    const double tickY = 4 * 96 / 72.0 * pixelY;
+    const UserCall label = *surface.FindText("50.0");
+    EXPECT_NEAR(label.x1, 50 - 14 * pixelX, 1e-4);
+    EXPECT_NEAR(label.y1, tickY / 2, 1e-4);
+    const double right = static_cast<double>(surface.ScaleLeft() + surface.ScaleWidth());
+    const double labelEnd = 100 + 17.5 * pixelX;
+    EXPECT_NEAR(surface.FindText("x")->x1, (labelEnd + right - 7 * pixelX) / 2, 1e-4);
+    const UserCall yTitle = *surface.FindText("y");
+    EXPECT_NEAR(yTitle.x1, static_cast<double>(surface.ScaleLeft()), 1e-4);
+    EXPECT_NEAR(yTitle.y1, static_cast<double>(surface.ScaleTop()), 1e-4);
+    const auto texts = surface.UserCallsOf(UserCall::Kind::Text);
+    const UserCall& firstYLabel = texts[12]; // after 11 x labels and the x title
+    EXPECT_EQ(firstYLabel.text, "0.0");
+    EXPECT_NEAR(firstYLabel.x1, static_cast<double>(surface.ScaleLeft()), 1e-4);
+    EXPECT_NEAR(firstYLabel.y1, -6.5 * pixelY, 1e-4) << "centred on its line";
+
+    const auto solid = LinesOf(DrawStyles::kSolid);
+    ASSERT_EQ(solid.size(), 6U);
+    const double yArrow = (static_cast<double>(surface.ScaleTop()) + 100) / 2;
+    EXPECT_NEAR(solid[0].y2, yArrow, 1e-4);
+    EXPECT_NEAR(solid[1].x2, -tickX / 2, 1e-4);
+    EXPECT_NEAR(solid[2].y2, yArrow + tickY, 1e-4);
+    EXPECT_NEAR(solid[3].x2, (right + 100) / 2, 1e-4);
+    EXPECT_NEAR(solid[4].x2, (right + 100) / 2 - tickX, 1e-4);
+    EXPECT_NEAR(solid[4].y2, -tickY / 2, 1e-4);
+}
+
+TEST_F(PlotFrameTest, DrawsAxesOnlyWhereZeroLies) {
+    request.xMin = 10;
+    request.yMin = -40;
+    Draw();
+    const auto solid = LinesOf(DrawStyles::kSolid);
+    ASSERT_EQ(solid.size(), 3U);
+    EXPECT_EQ(solid[0].y1, 0);
+    EXPECT_EQ(solid[0].y2, 0);
+}
+
+TEST_F(PlotFrameTest, SetsScaleAndClearsOnlyWithoutAxes) {
+    request.drawAxes = false;
+    request.autoRedrawAfter = false;
+    EXPECT_TRUE(Draw().ok);
+    EXPECT_EQ(surface.userCalls.size(), 1U);
+    EXPECT_TRUE(surface.Texts().empty());
+    EXPECT_FALSE(surface.AutoRedraw());
+}
+
+TEST_F(PlotFrameTest, LeavesOutXLabelsThatDoNotReadBack) {
+    run.decimalSeparator = ',';
+    request.xMax = 2; // step 0.25
+    Draw();
+    const auto texts = surface.Texts();
+    const auto xTitle = std::find(texts.begin(), texts.end(), "x");
+    EXPECT_EQ(std::vector<std::string>(texts.begin(), xTitle),
+              (std::vector<std::string>{"0,0", "1,0", "2,0"}));
+    EXPECT_NE(std::find(xTitle, texts.end(), "10,0"), texts.end()) << "y labels are all there";
+}
+
+TEST_F(PlotFrameTest, CutsATitleThatIsTooWide) {
+    request.title = std::string(100, 'a') + "\xC3\xA8"; // 101 characters, 102 bytes
+    Draw();
+    const auto texts = surface.UserCallsOf(UserCall::Kind::Text);
+    // 640 pixels hold 91 characters, 8 of them the mark.
+    EXPECT_EQ(texts.back().text, std::string(83, 'a') + " . . . .");
+    EXPECT_EQ(texts.back().x1, surface.UserCallsOf(UserCall::Kind::Line).front().x1);
+    EXPECT_EQ(ShortenedTitle("\xC3\xA8\xC3\xA8\xC3\xA8", 30, 10, 30), "\xC3\xA8\xC3\xA8 . . . .");
+    EXPECT_EQ(ShortenedTitle("abc", 30, 40, 20), " . . . .");
+}
+
+TEST_F(PlotFrameTest, RefusesReversedExtentsWithAMessage) {
+    surface.Scale(1, 2, 3, 4);
+    request.xMin = 1e38; // the extents of no points
+    request.xMax = -1e38;
+    request.yMin = 1e38;
+    request.yMax = -1e38;
+    EXPECT_FALSE(Draw().ok);
+    request.xMin = 0;
+    request.xMax = 0;
+    EXPECT_FALSE(Draw().ok);
+    EXPECT_EQ(messages.boxes, (std::vector<FakeMessages::Box>{{"Error Scale X.", "Error: SCALE"},
+                                                              {"Error Scale Y.", "Error: SCALE"}}));
+    EXPECT_EQ(shown, (std::vector<bool>{false, false}));
+    EXPECT_TRUE(surface.userCalls.empty());
+    EXPECT_EQ(surface.ScaleLeft(), 1.0F);
+    EXPECT_EQ(surface.ScaleHeight(), 2.0F);
+}
+
+TEST_F(PlotFrameTest, ReportsFaultsAndKeepsTheScale) {
+    const double infinite = std::numeric_limits<double>::infinity();
+    const struct {
+        double xMax;
+        double yMax;
+        int width;
+        const char* text;
+    } cases[] = {
+        {100, 100, 60, "The drawing area is too narrow for the axis labels."},
+        {infinite, 100, 640, "The extents of the data are not finite numbers."},
+        {100, std::nan(""), 640, "The extents of the data are not finite numbers."},
+        {1e200, 100, 640, "The coordinates are too large for an axis."},
+    };
+    for (const auto& c : cases) {
+        RecordingSurface area(c.width, 200);
+        area.Scale(0, 7, 9, 0);
+        request.xMax = c.xMax;
+        request.yMax = c.yMax;
+        messages.boxes.clear();
+        EXPECT_FALSE(DrawPlotFrame(area, request, run, messages, clock, {}).ok);
+        ASSERT_EQ(messages.boxes.size(), 1U) << c.text;
+        EXPECT_EQ(messages.boxes[0].text, c.text);
+        EXPECT_EQ(area.ScaleMode(), ScaleUnit::User);
+        EXPECT_EQ(area.ScaleWidth(), 9.0F);
+        EXPECT_TRUE(area.pixelCalls.empty());
+    }
+}
+
+TEST_F(PlotFrameTest, WidensExtentsWithoutWidth) {
+    request.xMin = request.xMax = 7;
+    request.yMin = request.yMax = 3;
+    const PlotFrameResult result = Draw();
+    ASSERT_TRUE(result.ok);
+    EXPECT_NEAR(static_cast<double>(result.xMinUsed), 6.99995, 1e-6);
+    EXPECT_NEAR(static_cast<double>(result.yMinUsed), 2.992, 1e-6);
+    EXPECT_NEAR(static_cast<double>(result.yMaxUsed), 3.008, 1e-6);
+}
+
+TEST_F(PlotFrameTest, EndsAndStaysUsableOnASmallMapFarFromTheOrigin) {
+    request.xMin = 500000;
+    request.xMax = 500002;
+    request.yMin = 4520000;
+    request.yMax = 4520002;
+    ASSERT_TRUE(Draw().ok);
+    // The edges keep their place although single precision there is half a metre.
+    const PixelPoint corner = surface.ToPixelPoint(500000, 4520000);
+    const PixelPoint opposite = surface.ToPixelPoint(500002, 4520002);
+    EXPECT_EQ(corner.x, 10 * 7) << "left of it the widest label, \"4520000.0W\"";
+    const double shrink = 480.0 / (480 + 2 * (26 + 39)); // what adding the margins makes of them
+    EXPECT_NEAR(480 - corner.y, 26 * shrink, 0.5);
+    EXPECT_NEAR(opposite.y, 39 * shrink, 0.5);
+}
+
+TEST_F(PlotFrameTest, MeasuresTimeAcrossMidnight) {
+    clock.now = 86399.5;
+    clock.tick = -86398.5;
+    EXPECT_FLOAT_EQ(Draw().elapsed, 1.5F);
+}
+
+} // namespace
+} // namespace terravo

@@ -1,0 +1,273 @@
+#include "triangulation/modDelaunay2D.h"
+
+#include "support/CheckTriangulation.h"
+#include "support/PointClouds.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <random>
+
+namespace terravo {
+namespace {
+
+using namespace modDelaunay2D;
+using test::FaultOf;
+using test::TriangleSet;
+
+struct Outcome {
+    Index ierr = 0;
+    TriangleList triangles;
+};
+
+Outcome Made(const Array1<PlanPoint>& points, StartRule start = StartRule::LastTriangle) {
+    Outcome outcome{0, TriangleList(points.UpperBound())};
+    Array1<Index> order(points.UpperBound());
+    std::iota(order.begin(), order.end(), 1);
+    const Array1<Index> given = order;
+    outcome.ierr = Triangulate(points, order, outcome.triangles, start);
+    EXPECT_EQ(order, given) << "the insertion order is not restored";
+    return outcome;
+}
+
+TEST(Triangulate, TurnsTheFirstTriangleCounterClockwise) {
+    const Outcome left = Made({{1, 1}, {5, 1}, {1, 4}});
+    EXPECT_EQ(left.triangles.count, 1);
+    EXPECT_EQ(left.triangles.table[1].vertices, (std::array<Index, 3>{1, 2, 3}));
+    EXPECT_EQ(left.triangles.table[1].neighbours, (std::array<Index, 3>{-4, -5, -3}));
+    const Outcome right = Made({{5, 1}, {1, 1}, {1, 4}});
+    EXPECT_EQ(right.triangles.table[1].vertices, (std::array<Index, 3>{2, 1, 3}));
+    EXPECT_EQ(right.triangles.table[1].neighbours, (std::array<Index, 3>{-4, -5, -3}));
+}
+
+TEST(Triangulate, LooksForAThirdPointOffTheLine) {
+    const Array1<PlanPoint> points{{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 1}};
+    const Outcome outcome = Made(points);
+    EXPECT_EQ(outcome.ierr, Ierr::kDone);
+    EXPECT_EQ(FaultOf(points, outcome.triangles), "");
+    EXPECT_EQ(outcome.triangles.count, 3);
+}
+
+TEST(Triangulate, ReportsPointsThatSpanNoPlane) {
+    EXPECT_EQ(Made({}).ierr, Ierr::kDone);
+    EXPECT_EQ(Made({{3, 4}}).ierr, Ierr::kAllCollinear);
+    EXPECT_EQ(Made({{3, 4}, {5, 6}}).ierr, Ierr::kAllCollinear);
+    EXPECT_EQ(Made({{1, 1}, {2, 2}, {3, 3}, {9, 9}}).ierr, Ierr::kAllCollinear);
+}
+
+TEST(Triangulate, EndsSilentlyWhenTheFirstTwoPointsDoNotCountAsDistinct) {
+    const std::vector<Array1<PlanPoint>> sets{
+        {{3, 4}, {3, 4}, {9, 1}},         // equal
+        {{0, 5}, {3, 5}, {9, 1}},         // they differ where one is zero
+        {{0, 0}, {3, 5}, {9, 1}},         // the origin of a local grid
+        {{5, 1e-15}, {5, 3}, {9, 1}},     // within the tolerance of zero
+        {{5, 5}, {5, 5 + 1e-14}, {9, 1}}, // too close together
+    };
+    for (const auto& points : sets) {
+        const Outcome outcome = Made(points);
+        EXPECT_EQ(outcome.ierr, Ierr::kDone);
+        EXPECT_EQ(outcome.triangles.count, 0);
+        EXPECT_EQ(outcome.triangles.table[1].vertices[0], 0) << "the tables are untouched";
+    }
+    EXPECT_EQ(Made({{0, 5}, {3, 6}, {9, 1}}).triangles.count, 1) << "y tells them apart";
+}
+
+TEST(Triangulate, SplitsEdgesAndDropsRepeats) {
+    // A square with its centre on the diagonal, a point on a hull edge, and two repeats.
+    const Array1<PlanPoint> points{{1, 1}, {5, 1}, {5, 5}, {1, 5}, {3, 3}, {3, 1}, {5, 5}, {3, 3}};
+    const Outcome outcome = Made(points);
+    EXPECT_EQ(outcome.ierr, Ierr::kDone);
+    EXPECT_EQ(FaultOf(points, outcome.triangles), "");
+    EXPECT_EQ(outcome.triangles.count, 2 * 6 - 5 - 2);
+}
+
+TEST(Triangulate, KeepsTheDiagonalOfCocircularPointsThatTheOrderProduced) {
+    const PlanPoint a{1, 1};
+    const PlanPoint b{2, 1};
+    const PlanPoint c{2, 2};
+    const PlanPoint d{1, 2};
+    const auto hasDiagonal = [](const Array1<PlanPoint>& points, PlanPoint p, PlanPoint q) {
+        const Outcome outcome = Made(points);
+        int ends = 0;
+        for (Index t = 1; t <= outcome.triangles.count; ++t) {
+            for (int j = 1; j <= 3; ++j) {
+                const PlanPoint& corner = points[outcome.triangles.Vertex(j, t)];
+                ends += corner == p || corner == q ? 1 : 0;
+            }
+        }
+        return ends == 4;
+    };
+    EXPECT_TRUE(hasDiagonal({a, b, c, d}, a, c));
+    EXPECT_TRUE(hasDiagonal({b, c, d, a}, b, d));
+    EXPECT_TRUE(hasDiagonal({a, b, d, c}, b, d));
+}
+
+TEST(Triangulate, HoldsItsInvariantsOnEveryKindOfPoints) {
+    for (const Index count : {5, 12, 60, 700, 4000}) {
+        for (const auto& cloud : test::CloudsOfEveryKind(count, 1234)) {
+            SCOPED_TRACE(cloud.name + ", " + std::to_string(count));
+            const Outcome outcome = Made(cloud.points);
+            ASSERT_EQ(outcome.ierr, Ierr::kDone);
+            ASSERT_EQ(FaultOf(cloud.points, outcome.triangles), "");
+        }
+    }
+}
+
+TEST(Triangulate, GivesTheSameTrianglesFromANearbyStart) {
+    for (const Index count : {4, 9, 50, 900, 6000}) {
+        for (unsigned seed = 1; seed <= 5; ++seed) {
+            for (const auto& cloud : test::CloudsOfEveryKind(count, 77 * seed)) {
+                SCOPED_TRACE(cloud.name + ", " + std::to_string(count));
+                const Outcome last = Made(cloud.points, StartRule::LastTriangle);
+                const Outcome nearby = Made(cloud.points, StartRule::NearbyTriangle);
+                ASSERT_EQ(last.ierr, nearby.ierr);
+                ASSERT_EQ(TriangleSet(cloud.points, last.triangles),
+                          TriangleSet(cloud.points, nearby.triangles));
+            }
+        }
+    }
+}
+
+TEST(Triangulate, ManagesASetWhoseBulkIsFarFromAStrayPoint) {
+    Array1<PlanPoint> points = test::Moved(test::RandomPoints(3000, 5), 500000, 4520000, 0.1);
+    points[100] = {1, 1};
+    const Outcome nearby = Made(points, StartRule::NearbyTriangle);
+    EXPECT_EQ(nearby.ierr, Ierr::kDone);
+    EXPECT_EQ(TriangleSet(points, nearby.triangles), TriangleSet(points, Made(points).triangles));
+}
+
+// Nearly collinear points at large coordinates, points on circles and steps of one rounding error:
+// the outcome may be a fault, but every call ends and no table entry is out of range.
+TEST(Triangulate, EndsOnDataAtTheLimitOfRounding) {
+    std::mt19937 engine(99);
+    const auto unit = [&engine] { return static_cast<double>(engine()) / 4294967296.0; };
+    int faults = 0;
+    for (int run = 0; run < 400; ++run) {
+        Array1<PlanPoint> points(40);
+        for (PlanPoint& p : points) {
+            const double along = std::floor(unit() * 50);
+            const double noise = run % 2 == 0 ? 0 : std::floor(unit() * 3) * 9.3e-10;
+            p = {4520000.1 + along * 0.1, 6478700.3 + along * 0.3 + noise};
+        }
+        for (const StartRule start : {StartRule::LastTriangle, StartRule::NearbyTriangle}) {
+            const Outcome outcome = Made(points, start);
+            faults += outcome.ierr < 0 ? 1 : 0;
+            ASSERT_LE(outcome.triangles.count, 80);
+            for (Index t = 1; t <= outcome.triangles.count; ++t) {
+                for (const Index vertex : outcome.triangles.table[t].vertices) {
+                    ASSERT_TRUE(vertex >= 1 && vertex <= 40);
+                }
+            }
+        }
+    }
+    EXPECT_GT(faults, 0) << "the data no longer reach the guards";
+    const Array1<PlanPoint> circle = test::CirclePoints(720);
+    EXPECT_EQ(Made(circle).ierr, Ierr::kDone);
+}
+
+TEST(Triangulate, RefusesCoordinatesTooLargeToComputeWith) {
+    EXPECT_EQ(Made({{1e200, 1e200}, {-1e200, 2e200}, {3e200, -1e200}, {1e199, 5e199}}).ierr,
+              Ierr::kOverflow);
+}
+
+TEST(WalkToPoint, TellsEveryPlaceOfAPointOnATriangle) {
+    const Array1<PlanPoint> points{{0, 0}, {4, 0}, {0, 4}};
+    const Outcome one = Made({{1, 1}, {5, 1}, {1, 5}});
+    const struct {
+        PlanPoint point;
+        int location;
+    } places[] = {
+        {{1, 1}, 0}, {{2, 0}, 1},   {{2, 2}, 2},  {{0, 2}, 3},   {{0, 0}, 4},    {{4, 0}, 5},
+        {{0, 4}, 6}, {{2, -1}, -1}, {{3, 3}, -2}, {{-1, 2}, -3}, {{-1, -1}, -3}, // beyond two
+                                                                                 // edges: the one
+                                                                                 // tested first
+    };
+    for (const auto& place : places) {
+        const WalkResult found = WalkToPoint(place.point, points, one.triangles, 1);
+        EXPECT_EQ(found.location, place.location) << place.point.x << ", " << place.point.y;
+        EXPECT_EQ(found.triangle, 1);
+        EXPECT_EQ(found.ierr, Ierr::kDone);
+    }
+}
+
+TEST(WalkToPoint, ReportsFaultsInsteadOfFollowingThem) {
+    const Array1<PlanPoint> points = test::RandomPoints(50, 3);
+    Outcome outcome = Made(points);
+    EXPECT_EQ(WalkToPoint({500, 300}, points, outcome.triangles, 0).ierr, Ierr::kIndexOutOfRange);
+    EXPECT_EQ(WalkToPoint({500, 300}, points, outcome.triangles, 1000).ierr,
+              Ierr::kIndexOutOfRange);
+
+    TriangleList flat = outcome.triangles;
+    flat.table[1].vertices = {1, 1, 2};
+    EXPECT_EQ(WalkToPoint({-1e6, -1e6}, points, flat, 1).ierr, Ierr::kZeroDeterminant);
+
+    // Two triangles that send the walk to each other for ever.
+    TriangleList ring(3);
+    const Array1<PlanPoint> corners{{0, 0}, {1, 0}, {0, 1}};
+    ring.count = 2;
+    ring.table[1] = {{1, 2, 3}, {2, 2, 2}};
+    ring.table[2] = {{1, 2, 3}, {1, 1, 1}};
+    const WalkResult lost = WalkToPoint({9, 9}, corners, ring, 1);
+    EXPECT_EQ(lost.ierr, Ierr::kWalkRanOut);
+    EXPECT_EQ(lost.location, 0);
+    EXPECT_EQ(lost.triangle, 1) << "moved to last";
+}
+
+TEST(SwapEdges, ReportsAFullStackAndALinkThatDoesNotLeadBack) {
+    // Two flat triangles whose shared edge must be swapped.
+    const Array1<PlanPoint> points{{2, 1.1}, {1, 1}, {3, 1}, {2, 0.9}};
+    TriangleList triangles(4);
+    triangles.count = 2;
+    triangles.table[1] = {{1, 2, 3}, {-6, 2, -3}};
+    triangles.table[2] = {{4, 3, 2}, {-5, 1, -8}};
+    {
+        TriangleList copy = triangles;
+        Workspace work(points, copy, 1);
+        work.hullEdgeInto = {-5, -8, -3, -6};
+        ASSERT_TRUE(work.stack.Push(1));
+        EXPECT_EQ(SwapEdges(1, work), Ierr::kStackFull);
+    }
+    {
+        TriangleList copy = triangles;
+        copy.table[2].neighbours[1] = 2;
+        Workspace work(points, copy, 4);
+        ASSERT_TRUE(work.stack.Push(1));
+        EXPECT_EQ(SwapEdges(1, work), Ierr::kBrokenLink);
+    }
+}
+
+TEST(VisibleBoundaryEdges, FindsTheWholeRunFromAnyEdgeOfIt) {
+    // A hexagon; a point far to the right sees the three edges on that side.
+    const Array1<PlanPoint> points{{4, 1}, {6, 2}, {6, 4}, {4, 5}, {2, 4}, {2, 2}, {100, 3}};
+    Array1<PlanPoint> hexagon = points;
+    hexagon.Resize(6);
+    Outcome outcome = Made(hexagon);
+    Workspace work(points, outcome.triangles, 7);
+    std::vector<TriangleEdge> hull;
+    for (Index t = 1; t <= outcome.triangles.count; ++t) {
+        for (int j = 1; j <= 3; ++j) {
+            if (outcome.triangles.Neighbour(j, t) < 0) {
+                hull.push_back({t, j});
+                work.hullEdgeInto[outcome.triangles.Vertex(NextEdge(j), t)] =
+                    LinkToHullEdge({t, j});
+            }
+        }
+    }
+    ASSERT_EQ(hull.size(), 6U);
+    int seenFrom = 0;
+    for (const TriangleEdge& edge : hull) {
+        const Index start = outcome.triangles.Vertex(edge.edge, edge.triangle);
+        if (start > 3) {
+            continue; // edges 1-2, 2-3 and 3-4 face the point
+        }
+        ++seenFrom;
+        const VisibleRun run = VisibleBoundaryEdges({100, 3}, work, edge);
+        EXPECT_EQ(run.ierr, Ierr::kDone);
+        EXPECT_EQ(outcome.triangles.Vertex(run.first.edge, run.first.triangle), 1);
+        EXPECT_EQ(outcome.triangles.Vertex(run.last.edge, run.last.triangle), 3);
+    }
+    EXPECT_EQ(seenFrom, 3);
+}
+
+} // namespace
+} // namespace terravo

@@ -1,0 +1,94 @@
+#include "support/TemporaryFolder.h"
+#include "util/AppError.h"
+#include "util/OutputFile.h"
+#include "util/PathText.h"
+
+#include <gtest/gtest.h>
+
+namespace terravo {
+namespace {
+
+TEST(SplitPath, TakesTheExtensionFromTheFirstPoint) {
+    const PathParts plain = SplitPath("C:\\data\\pts.txt");
+    EXPECT_EQ(plain.folder, "C:\\data\\");
+    EXPECT_EQ(plain.name, "pts.txt");
+    EXPECT_EQ(plain.extension, ".txt");
+    const PathParts dotted = SplitPath("/home.old/my.data/pts");
+    EXPECT_EQ(dotted.folder, "/home.old/my.data/");
+    EXPECT_EQ(dotted.name, "pts");
+    EXPECT_EQ(dotted.extension, ".old/my.data/pts");
+    const PathParts bare = SplitPath("pts");
+    EXPECT_EQ(bare.folder, "");
+    EXPECT_EQ(bare.extension, "");
+    EXPECT_FALSE(bare.exists);
+}
+
+TEST(FileExists, IsTrueForFilesOnly) {
+    const test::TemporaryFolder folder;
+    EXPECT_TRUE(FileExists(folder.Write("a.dat", "")));
+    EXPECT_FALSE(FileExists(folder.Path()));
+    EXPECT_FALSE(FileExists(folder.File("missing")));
+    EXPECT_FALSE(FileExists(""));
+}
+
+TEST(OutputFile, ReplacesTheOldFileOnlyWhenComplete) {
+    const test::TemporaryFolder folder;
+    const std::string path = folder.Write("out.txt", "old");
+    {
+        OutputFile file(path);
+        file.Append("half");
+    }
+    EXPECT_EQ(folder.Read("out.txt"), "old");
+    EXPECT_EQ(folder.Names().size(), 1U) << "nothing is left beside it";
+    OutputFile file(path);
+    file.Append("new");
+    EXPECT_EQ(folder.Read("out.txt"), "old");
+    file.Commit();
+    EXPECT_EQ(folder.Read("out.txt"), "new");
+    EXPECT_EQ(folder.Names().size(), 1U);
+}
+
+TEST(OutputFile, WritesThroughLinksAndIntoDevices) {
+    const test::TemporaryFolder folder;
+    const std::string target = folder.Write("target", "old");
+    std::filesystem::create_symlink(target, folder.File("link"));
+    OutputFile file(folder.File("link"));
+    file.Append("new");
+    file.Commit();
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link")));
+    EXPECT_EQ(folder.Read("target"), "new");
+
+    OutputFile device("/dev/null");
+    device.Append("gone");
+    device.Commit();
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST(OutputFile, NamesTheFileAndTheCauseWhenItCannot) {
+    const test::TemporaryFolder folder;
+    try {
+        const OutputFile file(folder.File("missing/out.txt"));
+        FAIL() << "no error";
+    } catch (const AppError& error) {
+        EXPECT_EQ(error.number(), ErrorNumber::kDeviceIo);
+        EXPECT_EQ(error.what(), folder.File("missing/out.txt") + ": No such file or directory");
+    }
+    EXPECT_THROW(OutputFile{folder.Path()}, AppError) << "a folder";
+    if (std::filesystem::exists("/dev/full")) {
+        OutputFile full("/dev/full");
+        full.Append("text");
+        EXPECT_THROW(full.Commit(), AppError);
+    }
+}
+
+TEST(CopyFileWhole, CopiesBytesAndReportsAMissingSource) {
+    const test::TemporaryFolder folder;
+    const std::string bytes(300000, '\x01');
+    CopyFileWhole(folder.Write("from", bytes), folder.File("to"));
+    EXPECT_EQ(folder.Read("to"), bytes);
+    EXPECT_THROW(CopyFileWhole(folder.File("none"), folder.File("to")), AppError);
+    EXPECT_EQ(folder.Read("to"), bytes);
+}
+
+} // namespace
+} // namespace terravo

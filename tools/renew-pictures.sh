@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Draws the pictures of the documents anew from the samples.
+set -euo pipefail
+cd -- "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/.."
+source tools/setup.sh
+build_preset release
+draw() { build/release/bin/terravo-batch --quiet --map "docs/pictures/$1" "${@:2}"; }
+draw map-lines.png --size 900x640 --labels --perimeter samples/davis_hills.dat
+draw map-triangles.png --size 900x640 --triangles samples/davis_hills.dat
+draw map-volcano.png --size 900x640 --levels 12 --labels samples/volcano.dat

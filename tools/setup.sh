@@ -1,0 +1,39 @@
+# Sourced by ./run and ./test: installs what is missing from Debian's packages and builds a preset.
+
+# Installs the named packages that are not installed yet; does nothing when all are there.
+ensure_packages() {
+    local missing=()
+    local package
+    for package in "$@"; do
+        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed'; then
+            missing+=("$package")
+        fi
+    done
+    if [ ${#missing[@]} -eq 0 ]; then
+        return 0
+    fi
+    if ! command -v apt-get >/dev/null; then
+        echo "This needs the packages: ${missing[*]}. Please install them and try again." >&2
+        return 1
+    fi
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        as_root=(sudo)
+    fi
+    echo "Installing from Debian: ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+        apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+build_packages=(g++ cmake ninja-build qt6-base-dev fonts-liberation)
+test_packages=(libgtest-dev libbenchmark-dev clang-format)
+
+# Configures a preset when its build folder is new, and builds what has changed.
+build_preset() {
+    local preset=$1
+    if [ ! -f "build/$preset/build.ninja" ]; then
+        cmake --preset "$preset" >"/dev/null"
+    fi
+    cmake --build --preset "$preset"
+}
