@@ -51,12 +51,72 @@ void StripTrailingZeros(Decimal& decimal) {
     }
 }
 
+// The product of two 64-bit numbers, moved right by `shift` bits (1 to 63) and rounded half to
+// even. The result must fit 64 bits.
+std::uint64_t MultiplyAndShift(std::uint64_t a, std::uint64_t b, int shift) {
+    constexpr std::uint64_t kHalfMask = 0xFFFFFFFF;
+    const std::uint64_t lowLow = (a & kHalfMask) * (b & kHalfMask);
+    const std::uint64_t highLow = (a >> 32) * (b & kHalfMask);
+    const std::uint64_t lowHigh = (a & kHalfMask) * (b >> 32);
+    const std::uint64_t middle = (lowLow >> 32) + (highLow & kHalfMask) + (lowHigh & kHalfMask);
+    const std::uint64_t low = (middle << 32) | (lowLow & kHalfMask);
+    const std::uint64_t high =
+        (a >> 32) * (b >> 32) + (highLow >> 32) + (lowHigh >> 32) + (middle >> 32);
+    const std::uint64_t result = (high << (64 - shift)) | (low >> shift);
+    const std::uint64_t rest = low & ((std::uint64_t{1} << shift) - 1);
+    const std::uint64_t half = std::uint64_t{1} << (shift - 1);
+    const bool roundUp = rest > half || (rest == half && (result & 1) != 0);
+    return result + (roundUp ? 1 : 0);
+}
+
+// Magnitudes of survey coordinates and heights. With m 2^q the value and 5^p below 2^42, the number
+// of 15 digits is round(m 5^p 2^(p+q)): exact integer arithmetic, several times as fast as the
+// general way, and the same digits.
+constexpr double kSmallestUsual = 1e-4;
+constexpr double kLargestUsual = 1e14; // rounding up to the next power of ten still has 15 digits
+
+void ReadUsual(double magnitude, Decimal& decimal) {
+    constexpr int kMantissaBits = 53;
+    constexpr std::uint64_t kFirst15Digits = 100000000000000;
+    static constexpr auto kPowersOf5 = [] {
+        std::array<std::uint64_t, 20> powers{1};
+        for (std::size_t i = 1; i < powers.size(); ++i) {
+            powers[i] = powers[i - 1] * 5;
+        }
+        return powers;
+    }();
+    int binaryExponent = 0;
+    const double fraction = std::frexp(magnitude, &binaryExponent);
+    const auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, kMantissaBits));
+    // A power of ten at or one below the true one; 1233 / 4096 is log10 of 2 from below.
+    int exponent = (binaryExponent - 1) * 1233 >> 12;
+    std::uint64_t digits = 0;
+    for (;; ++exponent) {
+        const int p = kSignificantDigits - 1 - exponent;
+        const int shift = kMantissaBits - binaryExponent - p;
+        digits = MultiplyAndShift(mantissa, kPowersOf5[static_cast<std::size_t>(p)], shift);
+        if (digits < kFirst15Digits * 10) {
+            break;
+        }
+    }
+    decimal.pointPosition = exponent + 1;
+    decimal.digitCount = kSignificantDigits;
+    for (std::size_t i = kSignificantDigits; i-- > 0; digits /= 10) {
+        decimal.digits[i] = static_cast<char>('0' + digits % 10);
+    }
+    StripTrailingZeros(decimal);
+}
+
 Decimal ToDecimal(double value) {
     Decimal decimal;
     decimal.negative = value < 0;
     const double magnitude = std::fabs(value);
     if (!(magnitude > 0)) {
         decimal.negative = false;
+        return decimal;
+    }
+    if (magnitude >= kSmallestUsual && magnitude < kLargestUsual) {
+        ReadUsual(magnitude, decimal);
         return decimal;
     }
     std::array<char, 40> text{};

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <limits>
 #include <random>
@@ -51,14 +53,26 @@ TEST(PrintedNumbers, HaveASignPositionAndNoZeroBeforeThePoint) {
 }
 
 TEST(PrintedNumbers, AgreeWithTheCLibraryOnFifteenDigits) {
+    const auto expectAgreement = [](double value) {
+        std::array<char, 40> text{};
+        std::snprintf(text.data(), text.size(), "%.15g", value);
+        const std::string general = General(value);
+        EXPECT_EQ(std::strtod(general.c_str(), nullptr), std::strtod(text.data(), nullptr))
+            << general << " " << text.data();
+        EXPECT_EQ(LeadingNumber(general), std::strtod(text.data(), nullptr));
+    };
     std::mt19937_64 engine(7);
-    for (int i = 0; i < 20000; ++i) {
-        const double value =
-            std::ldexp(static_cast<double>(engine() >> 11), static_cast<int>(engine() % 140) - 110);
-        char text[40];
-        std::snprintf(text, sizeof text, "%.15g", value);
-        EXPECT_EQ(std::strtod(General(value).c_str(), nullptr), std::strtod(text, nullptr));
-        EXPECT_EQ(LeadingNumber(General(value)), std::strtod(text, nullptr));
+    for (int i = 0; i < 100000; ++i) {
+        const auto mantissa = static_cast<double>(engine() >> (11 + i % 40));
+        expectAgreement(std::ldexp(mantissa, static_cast<int>(engine() % 140) - 110));
+    }
+    // Next to the powers of ten, where the number of digits before the point changes.
+    for (int exponent = -6; exponent <= 17; ++exponent) {
+        double value = std::pow(10.0, exponent);
+        for (int step = -40; step <= 40; ++step) {
+            expectAgreement(value * (1 + step * 1.1102230246251565e-16));
+            expectAgreement(value * (1 + step * 1e-15));
+        }
     }
 }
 
