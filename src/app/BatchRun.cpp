@@ -4,18 +4,19 @@
 #include "app/ExitCode.h"
 #include "app/Language.h"
 #include "app/PointFile.h"
+#include "app/SupportFolder.h"
 #include "plot2d/RasterSurface.h"
 #include "triangulation/MeshFile.h"
 #include "util/AppError.h"
 #include "util/OutputFile.h"
 #include "util/Stopwatch.h"
+#include "util/SystemServices.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QImageWriter>
 #include <QTemporaryDir>
-#include <QTime>
 
 #include <cstdio>
 #include <stdexcept>
@@ -52,13 +53,6 @@ private:
     std::string text_;
 };
 
-class SystemClock : public ClockService {
-public:
-    [[nodiscard]] double SecondsOfDay() const override {
-        return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
-    }
-};
-
 // One line on standard error, rewritten when the percentage changes.
 class ProgressLine {
 public:
@@ -83,7 +77,9 @@ private:
 };
 
 std::vector<std::string> LoadTexts(const std::string& prefix) {
-    const std::string path = FindSupportFolder() + LanguageFileName(prefix);
+    const std::string path =
+        FindSupportFolder(QCoreApplication::applicationDirPath().toStdString()) +
+        LanguageFileName(prefix);
     std::vector<std::string> texts = LoadTextTable(path);
     if (texts.empty()) {
         throw RunFailure(ExitCode::kUsage,
@@ -279,18 +275,6 @@ int RunBatch(const BatchOptions& options) {
         std::fprintf(stderr, "terravo-batch: %s\n", sentence.c_str());
     }
     return exitCode;
-}
-
-std::string FindSupportFolder() {
-    const QString program = QCoreApplication::applicationDirPath();
-    for (const QString& folder : {program + QStringLiteral("/supporto/"),
-                                  program + QStringLiteral("/../share/terravo/supporto/"),
-                                  QStringLiteral(TERRAVO_SOURCE_SUPPORT_FOLDER)}) {
-        if (QFileInfo(folder).isDir()) {
-            return folder.toStdString();
-        }
-    }
-    return {};
 }
 
 } // namespace terravo

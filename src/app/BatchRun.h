@@ -7,15 +7,9 @@
 
 #include "app/BatchOptions.h"
 
-#include <string>
-
 namespace terravo {
 
 /// @return the exit code; a failure has been told in one sentence on standard error.
 int RunBatch(const BatchOptions& options);
-
-/// Folder of the shipped language files: beside the program, else installed beside it, else that
-/// of the source tree. Ends in a separator; empty when there is none.
-std::string FindSupportFolder();
 
 } // namespace terravo

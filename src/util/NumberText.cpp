@@ -267,6 +267,12 @@ void AppendPrintedLine(std::string& out, std::int64_t a, std::int64_t b, std::in
     AppendZones(out, a, b, c);
 }
 
+std::string SingleText(float value) {
+    std::array<char, 24> text{};
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), value);
+    return {text.data(), written.ptr};
+}
+
 std::string FormatScreen(double value, std::string_view pattern, char separator) {
     if (!std::isfinite(value)) {
         return General(value);

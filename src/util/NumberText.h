@@ -26,6 +26,10 @@ void AppendPrinted(std::string& out, std::int64_t value);
 void AppendPrintedLine(std::string& out, double x, double y, double z);
 void AppendPrintedLine(std::string& out, std::int64_t a, std::int64_t b, std::int64_t c);
 
+/// A single-precision number as people write it: the shortest text that keeps it, with a zero
+/// before the point.
+std::string SingleText(float value);
+
 /// The value under a pattern such as "#0.0##": the zeros right of the point are digits always
 /// shown, the "#" digits shown when they are not trailing zeros; at least one digit left of the
 /// point. Rounds half away from zero on the decimal value. A result of zero has no sign.

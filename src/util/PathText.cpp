@@ -19,6 +19,12 @@ PathParts SplitPath(const std::string& path) {
     return parts;
 }
 
+std::string AbsolutePath(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
 bool FileExists(const std::string& path) {
     std::error_code error;
     static_cast<void>(std::filesystem::file_size(path, error));

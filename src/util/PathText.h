@@ -20,6 +20,10 @@ struct PathParts {
 /// dot gives a long one.
 PathParts SplitPath(const std::string& path);
 
+/// The path from the root, so that it still leads to the file from another folder; the path itself
+/// when the present folder cannot be told.
+std::string AbsolutePath(const std::string& path);
+
 /// True when the length of the file can be read; false for a folder and on any error.
 bool FileExists(const std::string& path);
 

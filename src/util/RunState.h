@@ -16,8 +16,12 @@ struct RunState {
     /// Decimal separator of the user, for numbers on the screen only.
     char decimalSeparator = '.';
 
-    /// Folder of the exchange files, ending in a separator.
-    std::string workFolder;
+    // Folders, each ending in a separator.
+    std::string workFolder;            ///< exchange files
+    std::string userFolder;            ///< the user's configuration
+    std::string supportFolder;         ///< language and colour files, the user's copy
+    std::string pointsFolder;          ///< where file dialogs start
+    std::string applicationDataFolder; ///< holds userFolder
 
     /// Text of the last failed contour drawing; empty means success.
     std::string lastDrawError;
@@ -32,13 +36,19 @@ struct RunState {
 
 /// Places in RunState::textTable that the program itself reads.
 namespace TextIndex {
+inline constexpr std::size_t kPointsWord = 7;
 inline constexpr std::size_t kPlotTitle = 23;
 inline constexpr std::size_t kTooFewLevels = 24;
 inline constexpr std::size_t kNoTriangulation = 25;
 inline constexpr std::size_t kNoTriangulationAdvice = 26;
+inline constexpr std::size_t kUnusedPoints = 27;
+inline constexpr std::size_t kFirstPointsNotDistinct = 28;
+inline constexpr std::size_t kTrianglesWord = 29;
 inline constexpr std::size_t kScaleErrorSource = 30;
 inline constexpr std::size_t kBadPointFile = 31;
 inline constexpr std::size_t kErrorTitle = 33;
+inline constexpr std::size_t kWorking = 34;
+inline constexpr std::size_t kChooseFile = 36;
 } // namespace TextIndex
 
 } // namespace terravo

@@ -5,7 +5,9 @@
 // knowing a window.
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace terravo {
 
@@ -16,11 +18,39 @@ public:
     virtual void ShowCritical(const std::string& text, const std::string& title) = 0;
 };
 
-/// The system clipboard.
+/// The system clipboard, plain text.
 class ClipboardService {
 public:
     virtual ~ClipboardService() = default;
+    /// The text on the clipboard, UTF-8; nothing when it holds something else or is empty.
+    [[nodiscard]] virtual std::optional<std::string> Text() const = 0;
+    virtual void SetText(const std::string& text) = 0;
     virtual void Clear() = 0;
+};
+
+/// One filter of a file dialog: what it is called and the patterns it shows, separated by ";".
+struct FileFilter {
+    std::string description;
+    std::string patterns;
+
+    bool operator==(const FileFilter&) const = default;
+};
+
+/// Everything that a file dialog is opened with.
+struct FileDialogPlan {
+    bool save = false; // else open: the file must exist; saving over a file asks first
+    std::vector<FileFilter> filters; // the first one is chosen
+    std::string folder;
+    std::string name; // in the name box
+    std::string title;
+};
+
+/// The system's file dialog.
+class FileDialogService {
+public:
+    virtual ~FileDialogService() = default;
+    /// @return the chosen path; nothing when the user cancels. Throws AppError when it cannot open.
+    virtual std::optional<std::string> Choose(const FileDialogPlan& plan) = 0;
 };
 
 /// The end of the whole program, at once: nothing is saved.

@@ -1,8 +1,10 @@
 // Services for tests: they touch nothing and remember what they were asked.
 #pragma once
 
+#include "util/AppError.h"
 #include "util/Services.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,9 +25,30 @@ struct FakeMessages : MessageService {
 };
 
 struct FakeClipboard : ClipboardService {
+    std::optional<std::string> text;
     int clears = 0;
 
-    void Clear() override { ++clears; }
+    [[nodiscard]] std::optional<std::string> Text() const override { return text; }
+    void SetText(const std::string& value) override { text = value; }
+    void Clear() override {
+        text.reset();
+        ++clears;
+    }
+};
+
+/// Answers every dialog with the same path, or with an error.
+struct FakeDialogs : FileDialogService {
+    std::vector<FileDialogPlan> plans;
+    std::optional<std::string> answer; // nothing: the user cancels
+    std::optional<AppError> error;
+
+    std::optional<std::string> Choose(const FileDialogPlan& plan) override {
+        plans.push_back(plan);
+        if (error) {
+            throw AppError(*error);
+        }
+        return answer;
+    }
 };
 
 /// Unlike the real service it returns, so a test sees what the caller does next.

@@ -1,0 +1,189 @@
+#include "app/Session.h"
+
+#include "app/FileDialog.h"
+#include "app/StartUpRules.h"
+#include "util/AppError.h"
+#include "util/PathText.h"
+
+namespace terravo {
+namespace {
+
+constexpr const char* kWindowName = "frmProve";
+
+// Tells the view that a command is at work, on every way out of it.
+class WorkGuard {
+public:
+    explicit WorkGuard(MainView& view) : view_(view) { view_.BeginWork(); }
+    WorkGuard(const WorkGuard&) = delete;
+    WorkGuard& operator=(const WorkGuard&) = delete;
+    ~WorkGuard() { view_.EndWork(); }
+
+private:
+    MainView& view_;
+};
+
+} // namespace
+
+Session::Session(RunState& state, const SessionServices& services)
+    : state_(state), services_(services), map_(state, services.messages, services.clock) {
+    map_.showResultViews = [this](bool visible) { ShowResultViews(visible); };
+    map_.progress = [this](std::string_view, double done) { view_->ShowProgress(done); };
+}
+
+void Session::SetView(MainView& view) {
+    view_ = &view;
+}
+
+void Session::LoadRecentFiles() {
+    recent_.Load(services_.settings);
+    view_->ShowRecentFiles();
+}
+
+void Session::LoadStartUpFile(const std::string& rawCommandLine) {
+    const std::optional<std::string> path =
+        AcceptedStartUpFile(services_.clipboard.Text(), rawCommandLine);
+    if (!path) {
+        ShowResultViews(false);
+        return;
+    }
+    if (!LoadPointFile(*path)) {
+        return;
+    }
+    RunPipeline();
+    if (IsCompanionFile(*path, state_.workFolder)) {
+        view_->CloseWindow();
+    } else if (state_.lastDrawError.empty()) {
+        ShowResultViews(true);
+    }
+}
+
+void Session::LoadNamedFile(const std::string& path) {
+    state_.lastDrawError.clear();
+    const PathParts parts = SplitPath(path);
+    map_.points.sourceFolder = parts.folder;
+    if (parts.exists) {
+        LoadAndShow(path);
+    } else {
+        services_.log.Write(path + ": there is no such file.");
+    }
+}
+
+void Session::OpenPointFile() {
+    state_.lastDrawError.clear();
+    const FileQuestion question{.mode = "Open",
+                                .description = "Files ",
+                                .pattern = "*.dat;*.txt;*.qrw",
+                                .initialFolder = map_.points.sourceFolder,
+                                .defaultName = {},
+                                .title = state_.Text(TextIndex::kChooseFile)};
+    try {
+        LoadNamedFile(FileDialog(services_.dialogs, question, state_));
+    } catch (const AppError& error) {
+        if (error.number() != kDialogCancelled) {
+            services_.messages.ShowCritical("Error " + std::to_string(error.number()) + "\r\n" +
+                                                error.what(),
+                                            " Files/" + error.source());
+            ShowResultViews(false);
+        }
+    }
+}
+
+void Session::OpenRecentFile(std::size_t position) {
+    LoadNamedFile(recent_.Paths().at(position - 1));
+}
+
+void Session::SetShowPerimeter(bool on) {
+    map_.options.showPerimeter = on;
+    DrawContourMap();
+}
+
+void Session::SetShowTriangles(bool on) {
+    map_.options.showTriangles = on;
+    DrawContourMap();
+}
+
+void Session::SetShowLevelValues(bool on) {
+    map_.options.showLevelValues = on;
+    DrawContourMap();
+}
+
+void Session::SetMode(MapMode mode) {
+    map_.options.mode = mode;
+    DrawContourMap();
+}
+
+void Session::SetLevelCount(Index count) {
+    map_.options.levelCount = count;
+    DrawContourMap();
+}
+
+void Session::DrawContourMap() {
+    // Until a file has been read there is nothing to draw, and no frame to complain about.
+    if (map_.points.sourceName.empty()) {
+        return;
+    }
+    const WorkGuard work(*view_);
+    map_.DrawContourMap(view_->MapSurface());
+}
+
+void Session::Close() {
+    recent_.Save(services_.settings);
+    SaveWindowPosition(services_.settings, kWindowName, view_->Box(), view_->IsMinimised(), false);
+}
+
+bool Session::LoadPointFile(const std::string& path) {
+    const WorkGuard work(*view_);
+    map_.PointsChanged();
+    const LoadServices services{services_.messages, services_.clipboard, services_.programEnd,
+                                services_.log};
+    if (!terravo::LoadPointFile(path, map_.points, state_, services, map_.progress)) {
+        return false;
+    }
+    view_->ShowPointCount(map_.points.count);
+    recent_.Add(AbsolutePath(path));
+    view_->ShowRecentFiles();
+    return true;
+}
+
+void Session::LoadAndShow(const std::string& path) {
+    if (LoadPointFile(path)) {
+        RunPipeline();
+        ShowResultViews(state_.lastDrawError.empty());
+    }
+}
+
+// The drawing comes first: it is the one that triangulates, and the hand-over takes the kept
+// result.
+void Session::RunPipeline() {
+    const WorkGuard work(*view_);
+    map_.DrawContourMap(view_->MapSurface());
+    map_.TriangulateAndShow3D();
+    UpdateStatus();
+}
+
+void Session::ShowResultViews(bool visible) {
+    if (visible != resultViewsVisible_) {
+        resultViewsVisible_ = visible;
+        view_->SetResultViewsVisible(visible);
+    }
+}
+
+void Session::UpdateStatus() {
+    const KeptTriangulation::Result& kept = map_.Triangulation();
+    const Index triangleCount = kept.triangles.count;
+    std::string remark;
+    if (kept.ierr == modDelaunay2D::Ierr::kDone && map_.points.count > 0) {
+        const Index unused = CountUnusedPoints(map_.points, kept.triangles);
+        if (triangleCount == 0) {
+            remark = state_.Text(TextIndex::kFirstPointsNotDistinct);
+        } else if (unused > 0) {
+            remark = std::to_string(unused) + " " + state_.Text(TextIndex::kUnusedPoints);
+        }
+    }
+    view_->ShowStatus(
+        std::to_string(map_.points.count) + " " + state_.Text(TextIndex::kPointsWord) + ", " +
+            std::to_string(triangleCount) + " " + state_.Text(TextIndex::kTrianglesWord),
+        remark);
+}
+
+} // namespace terravo

@@ -1,0 +1,52 @@
+// A widget that shows a drawing surface and keeps its size.
+//
+// Data: the raster surface, as large as the widget in device pixels. Method: while the widget is
+// being resized the old picture is shown stretched; shortly after the last change the surface takes
+// the new size and whoever draws is asked to draw again.
+#pragma once
+
+#include "plot2d/RasterSurface.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <memory>
+
+class SurfaceView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SurfaceView(QWidget* parent = nullptr);
+
+    /// The surface, made as large as the widget first.
+    terravo::RasterSurface& FittedSurface();
+
+    /// The surface as it is: the one that the last drawing went to.
+    [[nodiscard]] const terravo::RasterSurface& Surface() const { return *surface_; }
+
+    /// Background of the drawing.
+    void SetBackground(terravo::Colour colour);
+
+    /// The picture shown, for the clipboard.
+    [[nodiscard]] QImage Picture() const { return surface_->Image(); }
+
+signals:
+    /// The size has settled; the picture is to be drawn again.
+    void SizeSettled();
+    /// The pointer is at this place, in the coordinates of the drawing.
+    void PointerMoved(double x, double y);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    [[nodiscard]] QSize WantedSize() const;
+    [[nodiscard]] bool Fits() const;
+
+    std::unique_ptr<terravo::RasterSurface> surface_;
+    double pixelRatio_ = 1;
+    terravo::Colour background_ = terravo::kBlack;
+    QTimer settle_;
+};

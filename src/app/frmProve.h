@@ -1,0 +1,100 @@
+// The main contour window: the map, its options and the menus, thin above a Session.
+#pragma once
+
+#include "app/ColourScheme.h"
+#include "app/Session.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QRadioButton>
+#include <QWidget>
+
+class GradientButton;
+class LevelBox;
+class QBoxLayout;
+class QMdiSubWindow;
+class QMenuBar;
+class StatusPanel;
+class SurfaceView;
+
+class frmProve : public QWidget, public terravo::MainView {
+    Q_OBJECT
+
+public:
+    frmProve(terravo::RunState& state, terravo::Session& session, StatusPanel& status);
+
+    /// Puts this window's menus into the parent's menu bar.
+    void AddMenus(QMenuBar& menuBar);
+
+    /// The captions that the text table gives.
+    void SetCaptions();
+
+    /// The colours of the scheme; the map keeps its black background.
+    void SetColours(const terravo::ColourScheme& scheme);
+
+    /// Fills the recent files and loads the start-up file; the windows exist by now.
+    void Start(const std::string& rawCommandLine, const std::string& namedFile);
+
+    /// The frame of this window among the documents of the parent.
+    void SetFrame(QMdiSubWindow* frame) { frame_ = frame; }
+
+    // terravo::MainView
+    terravo::DrawSurface& MapSurface() override;
+    void ShowPointCount(terravo::Index count) override;
+    void SetResultViewsVisible(bool visible) override;
+    void ShowRecentFiles() override;
+    void ShowStatus(const std::string& counts, const std::string& remark) override;
+    void BeginWork() override;
+    void ShowProgress(double done) override;
+    void EndWork() override;
+    [[nodiscard]] terravo::WindowBox Box() const override;
+    [[nodiscard]] bool IsMinimised() const override;
+    void CloseWindow() override;
+
+signals:
+    /// The exit command, or the companion program's file: the parent closes.
+    void ExitAsked();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void MakeControls();
+    QBoxLayout* MakeOptionsColumn();
+    void ConnectControls();
+    void ShowPointer(double x, double y);
+    void CopyPicture();
+    void ShowAbout();
+
+    terravo::RunState& state_;
+    terravo::Session& session_;
+    StatusPanel& status_;
+    QMdiSubWindow* frame_ = nullptr;
+
+    SurfaceView* picLivelli = nullptr;
+    QWidget* Picture1 = nullptr;
+    QGroupBox* Frame1 = nullptr;
+    QCheckBox* chkValoriLivelli = nullptr;
+    QCheckBox* chkPerimetro = nullptr;
+    QCheckBox* chkTriangoli = nullptr;
+    QRadioButton* optAree = nullptr;
+    QRadioButton* optLinee = nullptr;
+    LevelBox* txtNLiv = nullptr;
+    QLabel* zLabel01 = nullptr;
+    QLabel* zLabel02 = nullptr;
+    QLabel* lblND = nullptr;
+    GradientButton* XPButton1 = nullptr;
+
+    QMenu* mnuFile = nullptr;
+    QMenu* mnuQM = nullptr;
+    QAction* mnuLeggiDati = nullptr;
+    QAction* mnuEsci = nullptr;
+    QAction* mnuInformazioni = nullptr;
+    std::vector<QAction*> mnuRecenti; // entry 0 is the heading
+};

@@ -1,0 +1,105 @@
+// terravo: builds the objects, shows the windows, runs.
+#include "app/Configuration.h"
+#include "app/ProgramStyle.h"
+#include "app/QtServices.h"
+#include "app/Session.h"
+#include "app/StartUpRules.h"
+#include "app/SupportFolder.h"
+#include "app/UserFolders.h"
+#include "app/WindowPosition.h"
+#include "app/frmOrografix.h"
+#include "app/frmProve.h"
+#include "util/SystemServices.h"
+
+#include <QApplication>
+#include <QRandomGenerator>
+#include <QScreen>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+using namespace terravo;
+
+constexpr const char* kHelp = "Usage: terravo [FILE.qrw]\n"
+                              "Draws contour maps of scattered survey points.\n\n"
+                              "  FILE.qrw      point file to start with\n"
+                              "  --open FILE   the same for a point file of any extension\n"
+                              "  --help        print this help\n"
+                              "  --version     print the version\n\n"
+                              "terravo-batch draws maps without a window.\n";
+
+// Answers what needs no window; true when that was all.
+bool AnswerAtOnce(const std::vector<std::string>& arguments) {
+    if (arguments.empty()) {
+        return false;
+    }
+    if (arguments.front() == "--help") {
+        std::fputs(kHelp, stdout);
+        return true;
+    }
+    if (arguments.front() == "--version") {
+        std::fputs("terravo " TERRAVO_VERSION "\n", stdout);
+        return true;
+    }
+    return false;
+}
+
+std::string NamedFile(const std::vector<std::string>& arguments) {
+    return arguments.size() >= 2 && arguments.front() == "--open" ? arguments[1] : std::string();
+}
+
+// The place that the main window had, or a random one; its size is that of its design.
+QRect MainWindowBox(const SettingsStore& settings) {
+    constexpr int kDesignedWidth = 960;
+    constexpr int kDesignedHeight = 640;
+    const QSize screen = QGuiApplication::primaryScreen()->size();
+    const WindowBox box =
+        RestoreWindowPosition(settings, "frmProve", {0, 0, kDesignedWidth, kDesignedHeight},
+                              screen.width(), screen.height(), [](int low, int high) {
+                                  return QRandomGenerator::global()->bounded(low, high + 1);
+                              });
+    return {box.left, box.top, box.width, box.height};
+}
+
+int RunWindows(const std::vector<std::string>& arguments) {
+    RunState state;
+    QtClipboard clipboard;
+    QtMessages messages;
+    QtFileDialogs dialogs;
+    QtProgramEnd programEnd;
+    QtSettingsStore settings;
+    StderrLog log;
+    SystemClock clock;
+    UserFolders folders(FindSupportFolder(QApplication::applicationDirPath().toStdString()));
+    state.decimalSeparator = QLocale().decimalPoint().front().toLatin1();
+
+    StartUpConfiguration(state, folders);
+    const ColourScheme scheme = ReadColourScheme(state.userFolder);
+    Session session(state, {messages, clipboard, dialogs, programEnd, log, clock, settings});
+    frmOrografix parent(scheme);
+    auto* window = new frmProve(state, session, parent.Status());
+    parent.AddMainWindow(window, MainWindowBox(settings));
+    window->SetCaptions();
+    window->SetColours(scheme);
+    parent.ShowIn(ParentStateFor(clipboard.Text()));
+    window->show();
+    window->Start(RawCommandLine(arguments), NamedFile(arguments));
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    if (AnswerAtOnce(arguments)) {
+        return 0;
+    }
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Terravo Vortak"));
+    QApplication::setApplicationVersion(QStringLiteral(TERRAVO_VERSION));
+    QApplication::setStyle(new ProgramStyle);
+    QApplication::setWindowIcon(ProgramIcon());
+    return RunWindows(arguments);
+}

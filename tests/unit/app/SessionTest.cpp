@@ -1,0 +1,190 @@
+#include "app/Session.h"
+
+#include "support/FakeServices.h"
+#include "support/FakeSettings.h"
+#include "support/RecordingSurface.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace terravo {
+namespace {
+
+struct FakeView : MainView {
+    RecordingSurface surface{800, 600};
+    Index pointCount = -1;
+    std::vector<bool> visible;
+    std::string counts;
+    std::string remark;
+    int working = 0;
+    int closes = 0;
+
+    DrawSurface& MapSurface() override { return surface; }
+    void ShowPointCount(Index count) override { pointCount = count; }
+    void SetResultViewsVisible(bool on) override { visible.push_back(on); }
+    void ShowRecentFiles() override {}
+    void ShowStatus(const std::string& newCounts, const std::string& newRemark) override {
+        counts = newCounts;
+        remark = newRemark;
+    }
+    void BeginWork() override { ++working; }
+    void ShowProgress(double) override {}
+    void EndWork() override { --working; }
+    [[nodiscard]] WindowBox Box() const override { return {10, 20, 300, 200}; }
+    [[nodiscard]] bool IsMinimised() const override { return false; }
+    void CloseWindow() override { ++closes; }
+};
+
+struct SessionTest : ::testing::Test {
+    test::TemporaryFolder folder;
+    RunState state;
+    FakeMessages messages;
+    FakeClipboard clipboard;
+    FakeDialogs dialogs;
+    FakeProgramEnd programEnd;
+    FakeLog log;
+    FakeClock clock;
+    FakeSettings settings;
+    FakeView view;
+    Session session{state, {messages, clipboard, dialogs, programEnd, log, clock, settings}};
+
+    const std::string hill = "1,1,0\n9,1,2\n9,9,4\n1,9,6\n5,4,9\n";
+
+    SessionTest() {
+        state.workFolder = folder.Path();
+        state.pointsFolder = "/points/";
+        state.textTable.assign(37, "");
+        state.textTable[36] = "Choose";
+        state.textTable[27] = "repeat";
+        state.textTable[28] = "not distinct";
+        session.SetView(view);
+    }
+    ~SessionTest() override { EXPECT_EQ(view.working, 0) << "every command has ended"; }
+};
+
+TEST_F(SessionTest, OpensAFileAndShowsItsMap) {
+    dialogs.answer = folder.Write("a.dat", hill);
+    session.OpenPointFile();
+    ASSERT_EQ(dialogs.plans.size(), 1U);
+    const FileDialogPlan& plan = dialogs.plans[0];
+    EXPECT_FALSE(plan.save);
+    EXPECT_EQ(plan.title, "Choose ");
+    EXPECT_EQ(plan.folder, "/points/");
+    EXPECT_EQ(plan.name, "");
+    EXPECT_EQ(plan.filters,
+              (std::vector<FileFilter>{{"Files  (*.dat;*.txt;*.qrw)", "*.dat;*.txt;*.qrw"},
+                                       {"Tutti i Files (*.*)", "*.*"}}));
+    EXPECT_EQ(view.pointCount, 5);
+    EXPECT_EQ(view.visible, std::vector<bool>{true});
+    EXPECT_EQ(session.Recent().Paths(), std::vector<std::string>{*dialogs.answer});
+    EXPECT_FALSE(folder.Read("livelli.txt").empty());
+    EXPECT_FALSE(folder.Read("point_qrw.txt").empty());
+
+    dialogs.answer.reset();
+    session.OpenPointFile();
+    EXPECT_EQ(dialogs.plans[1].folder, folder.Path()) << "where the last file was chosen";
+    EXPECT_EQ(view.visible.size(), 1U) << "a cancelled dialog changes nothing";
+    EXPECT_TRUE(messages.boxes.empty());
+}
+
+TEST_F(SessionTest, ReportsADialogThatFails) {
+    dialogs.answer = folder.Write("a.dat", hill);
+    session.OpenPointFile();
+    dialogs.error = AppError(70, "Dialog", "Permission denied");
+    session.OpenPointFile();
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0],
+              (FakeMessages::Box{"Error 70\r\nPermission denied", " Files/Dialog"}));
+    EXPECT_EQ(view.visible, (std::vector<bool>{true, false}));
+}
+
+TEST_F(SessionTest, ABadFileEndsTheProgramAndSavesNothing) {
+    clipboard.text = "something";
+    dialogs.answer = folder.Write("bad.dat", "1,2\n");
+    session.OpenPointFile();
+    EXPECT_EQ(programEnd.ends, 1);
+    EXPECT_EQ(clipboard.clears, 1);
+    EXPECT_TRUE(session.Recent().Paths().empty());
+    EXPECT_TRUE(view.visible.empty());
+}
+
+TEST_F(SessionTest, HidesTheViewsWhenADrawingFails) {
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    session.LoadNamedFile(folder.Write("line.dat", "1,1,0\n2,2,1\n3,3,2\n"));
+    EXPECT_EQ(view.visible, (std::vector<bool>{true, false}));
+    EXPECT_EQ(messages.boxes.size(), 2U) << "one of the drawing, one of the triangulation";
+    session.OpenRecentFile(2);
+    EXPECT_EQ(view.visible, (std::vector<bool>{true, false, true}));
+    EXPECT_EQ(session.Recent().Paths()[0], folder.File("a.dat")) << "moved to the top";
+}
+
+TEST_F(SessionTest, IgnoresAMissingFile) {
+    session.LoadNamedFile(folder.File("none.dat"));
+    EXPECT_EQ(view.pointCount, -1);
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_EQ(log.lines.size(), 1U);
+}
+
+TEST_F(SessionTest, TellsWhatWouldBeSilent) {
+    session.LoadNamedFile(folder.Write("r.dat", hill + "5,4,9\n1,1,0\n"));
+    EXPECT_EQ(view.remark, "2 repeat");
+    session.LoadNamedFile(folder.Write("z.dat", "0,0,1\n5,5,2\n9,1,3\n"));
+    EXPECT_EQ(view.remark, "not distinct");
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    EXPECT_EQ(view.remark, "");
+    EXPECT_EQ(view.counts, "5 , 4 ");
+}
+
+TEST_F(SessionTest, LoadsTheStartUpFileOfTheCommandLineOrTheClipboard) {
+    const std::string survey = folder.Write("survey.QRW", hill);
+    clipboard.text = survey;
+    session.LoadStartUpFile("");
+    EXPECT_EQ(view.visible, std::vector<bool>{true});
+    clipboard.text = folder.File("other.qrw");
+    session.LoadStartUpFile("\"" + survey + "\"");
+    EXPECT_EQ(view.pointCount, 5) << "the command line replaces the clipboard";
+    EXPECT_EQ(view.closes, 0);
+}
+
+TEST_F(SessionTest, IgnoresWhatNamesNoStartUpFile) {
+    for (const std::string line : {"", "x", "\"a.dat\"", "a.qrw"}) {
+        session.LoadStartUpFile(line);
+        EXPECT_EQ(view.pointCount, -1) << line;
+    }
+    EXPECT_EQ(programEnd.ends, 0);
+}
+
+TEST_F(SessionTest, ClosesAfterTheCompanionsFile) {
+    const std::string request = folder.Write("my_point.qrw", hill);
+    session.LoadStartUpFile("\"" + request + "\"");
+    EXPECT_EQ(view.closes, 1);
+    EXPECT_TRUE(view.visible.empty());
+}
+
+TEST_F(SessionTest, RedrawsForEveryOptionOnceThereAreData) {
+    session.SetShowTriangles(true);
+    EXPECT_TRUE(view.surface.userCalls.empty()) << "nothing loaded, nothing drawn";
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    const auto redraws = [this](auto command) {
+        view.surface.Forget();
+        command();
+        return !view.surface.userCalls.empty();
+    };
+    EXPECT_TRUE(redraws([this] { session.SetShowTriangles(false); }));
+    EXPECT_TRUE(redraws([this] { session.SetShowPerimeter(true); }));
+    EXPECT_TRUE(redraws([this] { session.SetShowLevelValues(true); }));
+    EXPECT_TRUE(redraws([this] { session.SetLevelCount(7); }));
+    EXPECT_EQ(state.lastLevelCount, 7);
+}
+
+TEST_F(SessionTest, SavesRecentFilesAndPositionWhenItCloses) {
+    const std::string path = folder.Write("a.dat", hill);
+    session.LoadNamedFile(path);
+    session.Close();
+    EXPECT_EQ(settings.Get("PuntiDati", "1"), path);
+    EXPECT_EQ(settings.Get("PosizioniForms", "frmProve_Left"), "150");
+    EXPECT_EQ(settings.Get("PosizioniForms", "frmProve_Width"), std::nullopt);
+}
+
+} // namespace
+} // namespace terravo
