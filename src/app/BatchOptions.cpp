@@ -23,10 +23,11 @@ public:
 };
 
 struct Options {
-    QCommandLineOption out{{QStringLiteral("o"), QStringLiteral("out")},
-                           QStringLiteral("Write map.png, livelli.txt and point_qrw.txt into the "
-                                          "existing folder <dir>."),
-                           QStringLiteral("dir")};
+    QCommandLineOption out{
+        {QStringLiteral("o"), QStringLiteral("out")},
+        QStringLiteral("Write map.png, livelli.txt, point_qrw.txt, triangles.qrz "
+                       "and levels.qrz into the existing folder <dir>."),
+        QStringLiteral("dir")};
     QCommandLineOption map{QStringLiteral("map"), QStringLiteral("Write the map as a PNG picture."),
                            QStringLiteral("file.png")};
     QCommandLineOption segments{QStringLiteral("segments"),
@@ -35,6 +36,13 @@ struct Options {
     QCommandLineOption mesh{QStringLiteral("mesh"),
                             QStringLiteral("Write the triangles and points (point_qrw.txt form)."),
                             QStringLiteral("file")};
+    QCommandLineOption qrzTriangles{QStringLiteral("qrz-triangles"),
+                                    QStringLiteral("Write the triangles as a vector file for CAD."),
+                                    QStringLiteral("file")};
+    QCommandLineOption qrzLevels{
+        QStringLiteral("qrz-levels"),
+        QStringLiteral("Write the contour lines as a vector file for CAD."),
+        QStringLiteral("file")};
     QCommandLineOption levels{
         QStringLiteral("levels"),
         QStringLiteral("Number of levels from the lowest to the highest point, 2 to %1. "
@@ -73,8 +81,9 @@ struct Options {
                                QStringLiteral("Print the version.")};
 
     void AddTo(QCommandLineParser& parser) const {
-        parser.addOptions({out, map, segments, mesh, levels, mode, labels, triangles, perimeter,
-                           size, language, comma, summary, progress, quiet, help, version});
+        parser.addOptions({out, map, segments, mesh, qrzTriangles, qrzLevels, levels, mode, labels,
+                           triangles, perimeter, size, language, comma, summary, progress, quiet,
+                           help, version});
     }
 };
 
@@ -126,6 +135,8 @@ void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchO
         options.mapFile = (folder + QStringLiteral("map.png")).toStdString();
         options.segmentsFile = folder.toStdString() + kSegmentFileName;
         options.meshFile = folder.toStdString() + kMeshFileName;
+        options.qrzTrianglesFile = folder.toStdString() + "triangles.qrz";
+        options.qrzLevelsFile = folder.toStdString() + "levels.qrz";
     }
     const auto take = [&](const QCommandLineOption& option, std::string& file) {
         if (!parser.isSet(option)) {
@@ -139,6 +150,8 @@ void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchO
     take(known.map, options.mapFile);
     take(known.segments, options.segmentsFile);
     take(known.mesh, options.meshFile);
+    take(known.qrzTriangles, options.qrzTrianglesFile);
+    take(known.qrzLevels, options.qrzLevelsFile);
     const QString suffix = QFileInfo(QString::fromStdString(options.mapFile)).suffix().toLower();
     if (!suffix.isEmpty() && suffix != QLatin1String("png")) {
         throw UsageError(
@@ -149,10 +162,7 @@ void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchO
 // No output may replace the point file, nor another output.
 void RefuseCollisions(const BatchOptions& options) {
     QStringList seen{QFileInfo(QString::fromStdString(options.pointFile)).canonicalFilePath()};
-    for (const std::string& file : {options.mapFile, options.segmentsFile, options.meshFile}) {
-        if (file.empty()) {
-            continue;
-        }
+    for (const std::string& file : options.Outputs()) {
         const QFileInfo info(QString::fromStdString(file));
         if (info.exists() && !info.isFile()) {
             continue; // a device or a pipe takes any number of writers
@@ -179,9 +189,6 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     options.map.mode =
         ParseChoice(QStringLiteral("mode"), parser.value(known.mode), QStringLiteral("lines"),
                     MapMode::Lines, QStringLiteral("areas"), MapMode::Areas);
-    if (options.map.mode == MapMode::Areas) {
-        throw UsageError(QStringLiteral("--mode areas is not available in this version."));
-    }
     options.map.showLevelValues = parser.isSet(known.labels);
     options.map.showTriangles = parser.isSet(known.triangles);
     options.map.showPerimeter = parser.isSet(known.perimeter);
@@ -199,6 +206,17 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
 }
 
 } // namespace
+
+std::vector<std::string> BatchOptions::Outputs() const {
+    std::vector<std::string> outputs;
+    for (const std::string& file :
+         {mapFile, segmentsFile, meshFile, qrzTrianglesFile, qrzLevelsFile}) {
+        if (!file.empty()) {
+            outputs.push_back(file);
+        }
+    }
+    return outputs;
+}
 
 BatchCall ParseBatchCall(const QStringList& arguments) {
     QCommandLineParser parser;

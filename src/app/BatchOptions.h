@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <string>
+#include <vector>
 
 namespace terravo {
 
@@ -16,9 +17,11 @@ enum class SummaryForm { Text, Json };
 
 struct BatchOptions {
     std::string pointFile;
-    std::string mapFile;      // empty: not wanted; the same for the next two
+    std::string mapFile;      // empty: not wanted; the same for the next ones
     std::string segmentsFile; // copy of livelli.txt
     std::string meshFile;     // copy of point_qrw.txt
+    std::string qrzTrianglesFile;
+    std::string qrzLevelsFile;
     MapOptions map;
     int width = 1200; // pixels
     int height = 900;
@@ -27,6 +30,9 @@ struct BatchOptions {
     SummaryForm summary = SummaryForm::Text;
     bool summaryWanted = true;
     bool progress = false;
+
+    /// The output files that are wanted.
+    [[nodiscard]] std::vector<std::string> Outputs() const;
 };
 
 /// What a command line asks for: a run, or a text to print and an exit code.

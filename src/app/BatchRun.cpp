@@ -5,6 +5,7 @@
 #include "app/Language.h"
 #include "app/PointFile.h"
 #include "app/SupportFolder.h"
+#include "export/QrzWriter.h"
 #include "plot2d/RasterSurface.h"
 #include "triangulation/MeshFile.h"
 #include "util/AppError.h"
@@ -53,6 +54,24 @@ private:
     std::string text_;
 };
 
+// Keeps the last line, which says why an export failed.
+class KeptLog : public LogService {
+public:
+    void Write(const std::string& line) override { line_ = line; }
+    [[nodiscard]] const std::string& Last() const { return line_; }
+
+private:
+    std::string line_;
+};
+
+// The user's clipboard is not this program's business.
+class NoClipboard : public ClipboardService {
+public:
+    [[nodiscard]] std::optional<std::string> Text() const override { return std::nullopt; }
+    void SetText(const std::string& /*text*/) override {}
+    void Clear() override {}
+};
+
 // One line on standard error, rewritten when the percentage changes.
 class ProgressLine {
 public:
@@ -90,10 +109,7 @@ std::vector<std::string> LoadTexts(const std::string& prefix) {
 
 // Finds a missing folder before the work, not after it.
 void CheckFolders(const BatchOptions& options) {
-    for (const std::string& file : {options.mapFile, options.segmentsFile, options.meshFile}) {
-        if (file.empty()) {
-            continue;
-        }
+    for (const std::string& file : options.Outputs()) {
         const QFileInfo folder(QFileInfo(QString::fromStdString(file)).path());
         const std::string name = folder.filePath().toStdString();
         if (!folder.isDir()) {
@@ -183,16 +199,23 @@ public:
 private:
     void Read();
     void Draw();
+    void DrawMap();
     void Deliver();
+    void ThrowMessages(bool deviceFailed);
+    template <class Writer>
+    void WriteQrz(const std::string& file, Writer write);
 
     const BatchOptions& options_;
     RunState state_;
     KeptMessages messages_;
+    KeptLog log_;
+    NoClipboard clipboard_;
     SystemClock clock_;
     ProgressLine progressLine_;
     QTemporaryDir folder_;
     ContourMap map_;
     RasterSurface surface_;
+    QImage picture_;
     BatchFigures figures_;
 };
 
@@ -204,13 +227,25 @@ void BatchRun::Read() {
     }
 }
 
-void BatchRun::Draw() {
-    surface_.SetBackColor(kBlack);
-    const MapReport report = map_.DrawContourMap(surface_);
+// Throws for the first message that a drawing or an export has shown.
+void BatchRun::ThrowMessages(bool deviceFailed) {
     if (!messages_.Text().empty()) {
-        const bool deviceFailed = report.contours.errorNumber == ErrorNumber::kDeviceIo;
         throw RunFailure(deviceFailed ? ExitCode::kOutput : ExitCode::kNumeric,
                          options_.pointFile + ": " + messages_.Text());
+    }
+}
+
+void BatchRun::Draw() {
+    surface_.SetBackColor(kBlack);
+    DrawMap();
+    if (!options_.mapFile.empty()) {
+        picture_ = surface_.Image();
+    }
+    const bool segmentsWanted = !options_.segmentsFile.empty() || !options_.qrzLevelsFile.empty();
+    if (options_.map.mode == MapMode::Areas && segmentsWanted) {
+        // Areas write no segments: the lines are drawn as well, as the window's export does.
+        map_.options.mode = MapMode::Lines;
+        DrawMap();
     }
     const TriangleList& triangles = map_.Triangulation().triangles;
     figures_.points = map_.points.count;
@@ -221,28 +256,50 @@ void BatchRun::Draw() {
     figures_.y = map_.points.extentY;
     figures_.z = map_.points.extentZ;
     figures_.levels = options_.map.levelCount;
+}
+
+void BatchRun::DrawMap() {
+    const MapReport report = map_.DrawContourMap(surface_);
+    ThrowMessages(report.contours.errorNumber == ErrorNumber::kDeviceIo);
     figures_.segments = report.segments;
-    figures_.milliseconds.contour = report.contours.cut * 1e3;
-    figures_.milliseconds.draw = (report.frameSeconds + report.contours.draw) * 1e3;
-    figures_.milliseconds.write = report.contours.write * 1e3;
+    figures_.milliseconds.contour += report.contours.cut * 1e3;
+    figures_.milliseconds.draw += (report.frameSeconds + report.contours.draw) * 1e3;
+    figures_.milliseconds.write += report.contours.write * 1e3;
 }
 
 void BatchRun::Deliver() {
-    const auto done = [this](const std::string& file) { figures_.files.push_back(file); };
-    if (!options_.mapFile.empty()) {
-        WritePng(surface_.Image(), options_.mapFile);
-        done(options_.mapFile);
-    }
-    if (!options_.segmentsFile.empty()) {
-        CopyFileWhole(state_.workFolder + kSegmentFileName, options_.segmentsFile);
-        done(options_.segmentsFile);
-    }
-    if (!options_.meshFile.empty()) {
-        if (!map_.TriangulateAndShow3D()) {
-            throw RunFailure(ExitCode::kOutput, messages_.Text());
+    const auto deliver = [this](const std::string& file, auto write) {
+        if (!file.empty()) {
+            write();
+            figures_.files.push_back(file);
         }
-        CopyFileWhole(state_.workFolder + kMeshFileName, options_.meshFile);
-        done(options_.meshFile);
+    };
+    if (!options_.meshFile.empty() || !options_.qrzTrianglesFile.empty()) {
+        map_.TriangulateAndShow3D();
+        ThrowMessages(true);
+    }
+    deliver(options_.mapFile, [&] { WritePng(picture_, options_.mapFile); });
+    deliver(options_.segmentsFile,
+            [&] { CopyFileWhole(state_.workFolder + kSegmentFileName, options_.segmentsFile); });
+    deliver(options_.meshFile,
+            [&] { CopyFileWhole(state_.workFolder + kMeshFileName, options_.meshFile); });
+    deliver(options_.qrzTrianglesFile, [&] {
+        WriteQrz(options_.qrzTrianglesFile,
+                 [this] { QrzWriter::WriteQrzTriangles(state_, clipboard_, messages_, log_); });
+    });
+    deliver(options_.qrzLevelsFile, [&] {
+        WriteQrz(options_.qrzLevelsFile,
+                 [this] { QrzWriter::WriteQrzLevels(state_, clipboard_, log_); });
+    });
+}
+
+// The writers of the windows report in their own ways; here what they log is the sentence.
+template <class Writer>
+void BatchRun::WriteQrz(const std::string& file, Writer write) {
+    state_.qrzExportPath = file;
+    write();
+    if (state_.lastQrzExportPath != file) {
+        throw RunFailure(ExitCode::kOutput, log_.Last());
     }
 }
 

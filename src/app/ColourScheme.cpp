@@ -1,8 +1,8 @@
 #include "app/ColourScheme.h"
 
 #include "app/Configuration.h"
-#include "app/PointReader.h"
 #include "util/AppError.h"
+#include "util/NumberListReader.h"
 #include "util/OutputFile.h"
 #include "util/PathText.h"
 #include "util/modUtilita.h"

@@ -1,5 +1,7 @@
 #include "app/ContourMap.h"
 
+#include "contour/LevelAreas.h"
+#include "contour/LevelLines.h"
 #include "plot2d/ColourScale.h"
 #include "triangulation/MeshFile.h"
 #include "util/AppError.h"
@@ -48,9 +50,6 @@ void ContourMap::DrawFrame(DrawSurface& surface, MapReport& report) {
 
 std::string ContourMap::DrawContours(DrawSurface& surface, SegmentFile& segments,
                                      MapReport& report) {
-    if (options.mode == MapMode::Areas) {
-        return "Level areas are not drawn yet.";
-    }
     LevelRequest request;
     request.levelCount = options.levelCount;
     request.showValues = options.showLevelValues;
@@ -60,6 +59,9 @@ std::string ContourMap::DrawContours(DrawSurface& surface, SegmentFile& segments
     const ContourInput input{
         points,        triangulation_, options.showTriangles, options.showPerimeter,
         stopRequested, progress};
+    if (options.mode == MapMode::Areas) {
+        return DrawLevelAreas(surface, levels, input, state_, messages_, &report.contours);
+    }
     return DrawLevelLines(surface, levels, input, segments, state_, &report.contours);
 }
 

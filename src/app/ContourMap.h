@@ -5,7 +5,8 @@
 // contour routine of the mode; the text of a failure is kept for whoever shows or hides the views.
 #pragma once
 
-#include "contour/LevelLines.h"
+#include "contour/ContourRoutine.h"
+#include "contour/SegmentFile.h"
 #include "plot2d/PlotFrame.h"
 #include "util/Services.h"
 

@@ -5,7 +5,7 @@
 // services, so that it is the same from every road that leads to a file.
 #pragma once
 
-#include "app/PointReader.h"
+#include "util/NumberListReader.h"
 #include "util/PointSet.h"
 #include "util/Progress.h"
 #include "util/RunState.h"

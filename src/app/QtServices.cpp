@@ -23,7 +23,11 @@ QString FilterText(const FileFilter& filter) {
     if (patterns == QLatin1String("*.*")) {
         patterns = QStringLiteral("*");
     }
-    QString description = ToQString(filter.description);
+    // A bare extension stands for every file that has it.
+    if (patterns.startsWith(QLatin1Char('.'))) {
+        patterns.prepend(QLatin1Char('*'));
+    }
+    const QString description = ToQString(filter.description);
     // Qt takes the patterns from the last brackets of the text; those of the description are shown.
     return description + QStringLiteral(" (") + patterns + QLatin1Char(')');
 }

@@ -2,6 +2,8 @@
 
 #include "app/FileDialog.h"
 #include "app/StartUpRules.h"
+#include "export/QrzWriter.h"
+#include "triangulation/MeshFile.h"
 #include "util/AppError.h"
 #include "util/PathText.h"
 
@@ -9,6 +11,12 @@ namespace terravo {
 namespace {
 
 constexpr const char* kWindowName = "frmProve";
+constexpr const char* kExitExportName = "px.qrz";
+
+// The dialog's name box takes any name; the companion program looks for this extension.
+std::string WithQrzExtension(const std::string& path) {
+    return SplitPath(path).name.find('.') == std::string::npos ? path + ".qrz" : path;
+}
 
 // Tells the view that a command is at work, on every way out of it.
 class WorkGuard {
@@ -129,6 +137,44 @@ void Session::DrawContourMap() {
 void Session::Close() {
     recent_.Save(services_.settings);
     SaveWindowPosition(services_.settings, kWindowName, view_->Box(), view_->IsMinimised(), false);
+    ExportOnExit();
+}
+
+void Session::Export(QrzKind kind) {
+    const FileQuestion question{.mode = "Save",
+                                .description = "Files ",
+                                .pattern = ".qrz",
+                                .initialFolder = map_.points.sourceFolder,
+                                .defaultName = "Point",
+                                .title = state_.Text(TextIndex::kChooseFile)};
+    try {
+        state_.qrzExportPath = WithQrzExtension(FileDialog(services_.dialogs, question, state_));
+    } catch (const AppError& error) {
+        if (error.number() != kDialogCancelled) {
+            services_.log.Write(error.what());
+            services_.messages.ShowCritical("Error File QRZ....", "");
+        }
+        return;
+    }
+    if (kind == QrzKind::Triangles) {
+        QrzWriter::WriteQrzTriangles(state_, services_.clipboard, services_.messages,
+                                     services_.log);
+        return;
+    }
+    map_.options.mode = MapMode::Lines;
+    view_->SelectLines();
+    DrawContourMap();
+    QrzWriter::WriteQrzLevels(state_, services_.clipboard, services_.log);
+}
+
+// How the companion program gets the triangles of the points it sent, unless the user has exported
+// something by hand.
+void Session::ExportOnExit() {
+    if (!state_.lastQrzExportPath.empty() || !FileExists(state_.workFolder + kMeshFileName)) {
+        return;
+    }
+    state_.qrzExportPath = state_.workFolder + kExitExportName;
+    QrzWriter::WriteQrzTriangles(state_, services_.clipboard, services_.messages, services_.log);
 }
 
 bool Session::LoadPointFile(const std::string& path) {

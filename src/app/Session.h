@@ -36,6 +36,8 @@ public:
     virtual void BeginWork() = 0;
     virtual void ShowProgress(double done) = 0;
     virtual void EndWork() = 0;
+    /// Selects contour lines and what belongs to them, without drawing.
+    virtual void SelectLines() = 0;
     /// Place of the main window in its parent, logical pixels.
     [[nodiscard]] virtual WindowBox Box() const = 0;
     [[nodiscard]] virtual bool IsMinimised() const = 0;
@@ -52,6 +54,9 @@ struct SessionServices {
     ClockService& clock;
     SettingsStore& settings;
 };
+
+/// The entries of the save menu, in its order.
+enum class QrzKind { Triangles, Levels };
 
 class Session {
 public:
@@ -87,6 +92,10 @@ public:
     void SetMode(MapMode mode);
     void SetLevelCount(Index count);
 
+    /// Asks where to and writes a QRZ file from the exchange files of the last drawing. Contours
+    /// are drawn as lines first, so that there are segments to write.
+    void Export(QrzKind kind);
+
     /// Redraws the map, as after a change of its size.
     void DrawContourMap();
 
@@ -97,6 +106,7 @@ private:
     bool LoadPointFile(const std::string& path);
     void LoadAndShow(const std::string& path);
     void RunPipeline();
+    void ExportOnExit();
     void ShowResultViews(bool visible);
     void UpdateStatus();
 

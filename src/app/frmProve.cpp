@@ -127,6 +127,11 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     };
     mnuLeggiDati = addAction(mnuFile, "mnuLeggiDati", QStringLiteral("Apri f&ile"));
     mnuLeggiDati->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    mnusalva = mnuFile->addMenu(QStringLiteral("Salva QRZ (File import CAD)"));
+    mnusalva->setObjectName(QStringLiteral("mnusalva"));
+    mnut = {addAction(mnusalva, "mnut0", QStringLiteral("Triangle")),
+            addAction(mnusalva, "mnut1", QStringLiteral("Livel"))};
+    mnusalva->setEnabled(false);
     mnuFile->addSeparator();
     mnuEsci = addAction(mnuFile, "mnuEsci", QStringLiteral("&Esci"));
     mnuEsci->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -147,6 +152,10 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     mnuInformazioni->setShortcut(QKeySequence(Qt::Key_F1));
 
     connect(mnuLeggiDati, &QAction::triggered, this, [this] { session_.OpenPointFile(); });
+    connect(mnut[0], &QAction::triggered, this,
+            [this] { session_.Export(terravo::QrzKind::Triangles); });
+    connect(mnut[1], &QAction::triggered, this,
+            [this] { session_.Export(terravo::QrzKind::Levels); });
     connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
     connect(mnuInformazioni, &QAction::triggered, this, &frmProve::ShowAbout);
 }
@@ -183,6 +192,7 @@ void frmProve::SetCaptions() {
         return QString::fromStdString(state_.Text(index));
     };
     mnuLeggiDati->setText(text(0));
+    mnusalva->setTitle(text(1) + QStringLiteral(" File Vector QRZ"));
     mnuEsci->setText(text(2));
     mnuRecenti[0]->setText(text(3));
     mnuInformazioni->setText(text(4));
@@ -193,6 +203,7 @@ void frmProve::SetCaptions() {
     optLinee->setText(text(15));
     optAree->setText(text(16));
     chkTriangoli->setText(text(17));
+    mnut[0]->setText(chkTriangoli->text());
     chkPerimetro->setText(text(18));
     chkValoriLivelli->setText(text(35));
     txtNLiv->setAccessibleName(Spoken(text(14)));
@@ -229,6 +240,7 @@ void frmProve::ShowPointCount(terravo::Index count) {
 void frmProve::SetResultViewsVisible(bool visible) {
     Picture1->setVisible(visible);
     XPButton1->setEnabled(visible);
+    mnusalva->setEnabled(visible);
 }
 
 void frmProve::ShowRecentFiles() {
@@ -281,6 +293,11 @@ void frmProve::CopyPicture() {
 void frmProve::ShowAbout() {
     AboutBox box(this);
     box.exec();
+}
+
+void frmProve::SelectLines() {
+    optLinee->setChecked(true);
+    chkValoriLivelli->setVisible(true);
 }
 
 terravo::WindowBox frmProve::Box() const {

@@ -50,6 +50,7 @@ public:
     void BeginWork() override;
     void ShowProgress(double done) override;
     void EndWork() override;
+    void SelectLines() override;
     [[nodiscard]] terravo::WindowBox Box() const override;
     [[nodiscard]] bool IsMinimised() const override;
     void CloseWindow() override;
@@ -94,6 +95,8 @@ private:
     QMenu* mnuFile = nullptr;
     QMenu* mnuQM = nullptr;
     QAction* mnuLeggiDati = nullptr;
+    QMenu* mnusalva = nullptr;
+    std::vector<QAction*> mnut; // triangles, levels
     QAction* mnuEsci = nullptr;
     QAction* mnuInformazioni = nullptr;
     std::vector<QAction*> mnuRecenti; // entry 0 is the heading

@@ -86,7 +86,12 @@ int RunWindows(const std::vector<std::string>& arguments) {
     parent.ShowIn(ParentStateFor(clipboard.Text()));
     window->show();
     window->Start(RawCommandLine(arguments), NamedFile(arguments));
-    return QApplication::exec();
+    const int exitCode = QApplication::exec();
+    // Where the clipboard dies with this program, the caller reads the path of the export here.
+    if (!state.lastQrzExportPath.empty()) {
+        std::printf("%s\n", state.lastQrzExportPath.c_str());
+    }
+    return exitCode;
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "contour/TriangleCut.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace terravo {
 namespace {
@@ -19,51 +18,8 @@ SpacePoint PointAt(const PointSet& points, Index i) {
 
 LevelCutter::LevelCutter(const PointSet& points, const TriangleList& triangles,
                          const LevelSet& levels)
-    : points_(points), triangles_(triangles), levels_(levels),
-      reach_(static_cast<std::size_t>(points.count) + 1) {
-    const Index n = levels.UpperBound();
-    ordered_ = std::is_sorted(
-        levels.begin(), levels.end(),
-        [](const LevelRecord& a, const LevelRecord& b) { return a.value < b.value; });
-    if (n > 1) {
-        const double perUnit = (n - 1) / (levels[n].value - levels[1].value);
-        levelsPerUnit_ = std::isfinite(perUnit) ? perUnit : 0;
-    }
-    for (Index i = 1; i <= points.count; ++i) {
-        reach_[static_cast<std::size_t>(i)] = ReachOf(points.z[i]);
-    }
+    : points_(points), triangles_(triangles), levels_(levels), reach_(points, levels) {
     CountTriangles();
-}
-
-// Guesses from equal spacing, then steps to the exact place; the guess is off by one at most unless
-// the spacing is uneven.
-LevelCutter::Reach LevelCutter::ReachOf(double z) const {
-    const Index n = levels_.UpperBound();
-    if (!ordered_) {
-        return {0, n};
-    }
-    const double guess = (z - levels_[1].value) * levelsPerUnit_;
-    Reach reach;
-    reach.below = static_cast<Index>(std::clamp(guess, 0.0, static_cast<double>(n)));
-    while (reach.below > 0 && levels_[reach.below].value >= z) {
-        --reach.below;
-    }
-    while (reach.below < n && levels_[reach.below + 1].value < z) {
-        ++reach.below;
-    }
-    reach.upTo = reach.below;
-    while (reach.upTo < n && levels_[reach.upTo + 1].value <= z) {
-        ++reach.upTo;
-    }
-    return reach;
-}
-
-// Levels below + 1 to upTo can touch the triangle.
-LevelCutter::Reach LevelCutter::LevelsOf(const Triangle& t) const {
-    const Reach& a = reach_[static_cast<std::size_t>(t.vertices[0])];
-    const Reach& b = reach_[static_cast<std::size_t>(t.vertices[1])];
-    const Reach& c = reach_[static_cast<std::size_t>(t.vertices[2])];
-    return {std::min({a.below, b.below, c.below}), std::max({a.upTo, b.upTo, c.upTo})};
 }
 
 void LevelCutter::CountTriangles() {
@@ -71,7 +27,7 @@ void LevelCutter::CountTriangles() {
     // First the change of the number of triangles from each level to the next.
     std::vector<std::int64_t> change(n + 2, 0);
     for (Index t = 1; t <= triangles_.count; ++t) {
-        const Reach levels = LevelsOf(triangles_.table[t]);
+        const LevelReach::Span levels = reach_.Of(triangles_.table[t]);
         ++change[static_cast<std::size_t>(levels.below) + 1];
         --change[static_cast<std::size_t>(levels.upTo) + 1];
     }
@@ -97,7 +53,7 @@ void LevelCutter::FillBlock(Index firstLevel) {
         next.push_back(static_cast<std::size_t>(startOf(k) - startOf(blockFirst_)));
     }
     for (Index t = 1; t <= triangles_.count; ++t) {
-        const Reach levels = LevelsOf(triangles_.table[t]);
+        const LevelReach::Span levels = reach_.Of(triangles_.table[t]);
         const Index last = std::min(levels.upTo, blockEnd_ - 1);
         for (Index k = std::max(levels.below + 1, blockFirst_); k <= last; ++k) {
             block_[next[static_cast<std::size_t>(k - blockFirst_)]++] = t;

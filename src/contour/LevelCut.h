@@ -7,6 +7,7 @@
 // levels a triangle spans.
 #pragma once
 
+#include "contour/LevelReach.h"
 #include "contour/LevelSet.h"
 #include "triangulation/TriangleList.h"
 #include "util/PointSet.h"
@@ -35,23 +36,13 @@ public:
     const std::vector<LevelPiece>& Cut(Index k);
 
 private:
-    // Numbers of levels below a point, and up to it.
-    struct Reach {
-        Index below = 0;
-        Index upTo = 0;
-    };
-
-    [[nodiscard]] Reach ReachOf(double z) const;
-    [[nodiscard]] Reach LevelsOf(const Triangle& t) const;
     void CountTriangles();
     void FillBlock(Index firstLevel);
 
     const PointSet& points_;
     const TriangleList& triangles_;
     const LevelSet& levels_;
-    double levelsPerUnit_ = 0;
-    bool ordered_ = true;
-    std::vector<Reach> reach_;              // of point i at i
+    LevelReach reach_;
     std::vector<std::uint64_t> levelStart_; // triangles listed under the levels before k, at k
     Index blockFirst_ = 1;
     Index blockEnd_ = 1; // first level after the block

@@ -2,17 +2,12 @@
 
 #include "contour/LevelCut.h"
 #include "contour/LevelLabels.h"
-#include "util/AppError.h"
 #include "util/Stopwatch.h"
 
 #include <algorithm>
-#include <exception>
 
 namespace terravo {
 namespace {
-
-constexpr const char* kSource = "DELLIV_Lines";
-constexpr Colour kOverlayColour = 0xFFFFFF;
 
 void DrawPieces(DrawSurface& surface, const LevelRecord& level,
                 const std::vector<LevelPiece>& pieces) {
@@ -77,75 +72,28 @@ bool DrawLevels(DrawSurface& surface, LevelSet& levels, const ContourInput& inpu
 
 } // namespace
 
-const TriangleList& PrepareContours(const LevelSet& levels, const ContourInput& input,
-                                    RunState& state) {
-    const Index n = levels.UpperBound();
-    state.lastLevelCount = n;
-    if (n < kFewestLevels) {
-        throw AppError(ErrorNumber::kDrawing, kSource,
-                       state.Text(TextIndex::kTooFewLevels) + " NLiv = " + std::to_string(n));
-    }
-    const KeptTriangulation::Result& kept = input.triangulation.For(input.points, input.progress);
-    if (kept.ierr != modDelaunay2D::Ierr::kDone) {
-        throw AppError(ErrorNumber::kDrawing, kSource,
-                       state.Text(TextIndex::kNoTriangulation) +
-                           " IERR = " + std::to_string(kept.ierr) + "\n" +
-                           state.Text(TextIndex::kNoTriangulationAdvice));
-    }
-    return kept.triangles;
-}
-
-void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
-                         const TriangleList& triangles) {
-    surface.SetDrawWidth(1);
-    const auto drawEdges = [&](bool hullOnly) {
-        for (Index t = 1; t <= triangles.count; ++t) {
-            const Triangle& triangle = triangles.table[t];
-            for (int j = 1; j <= 3; ++j) {
-                if (hullOnly && triangle.Neighbour(j) >= 0) {
-                    continue;
-                }
-                const Index from = triangle.Vertex(j);
-                const Index to = triangle.Vertex(NextEdge(j));
-                surface.Line(input.points.x[from], input.points.y[from], input.points.x[to],
-                             input.points.y[to], kOverlayColour);
-            }
-        }
-    };
-    if (input.showTriangles) {
-        drawEdges(false);
-    }
-    if (input.showPerimeter) {
-        drawEdges(true);
-    }
-}
-
 std::string DrawLevelLines(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
                            SegmentFile& segments, RunState& state, ContourReport* report) {
-    ContourReport unused;
-    ContourReport& spent = report != nullptr ? *report : unused;
-    try {
+    return RunContourRoutine(report, [&](ContourReport& spent) {
         Stopwatch watch;
-        const TriangleList& triangles = PrepareContours(levels, input, state);
+        RecordLevelCount(levels, state);
+        const KeptTriangulation::Result& kept =
+            input.triangulation.For(input.points, input.progress);
         spent.triangulate += watch.Lap();
+        if (kept.ierr != modDelaunay2D::Ierr::kDone) {
+            throw TriangulationError(kept.ierr, state);
+        }
         const FontGuard fontGuard(surface);
         LevelLabels labels(surface, levels);
-        if (DrawLevels(surface, levels, input, triangles, labels, segments, spent)) {
+        if (DrawLevels(surface, levels, input, kept.triangles, labels, segments, spent)) {
             watch.Lap();
             if (labels.AreOn()) {
                 labels.DrawLabels();
             }
-            DrawTriangleOverlay(surface, input, triangles);
+            DrawTriangleOverlay(surface, input, kept.triangles);
             spent.draw += watch.Lap();
         }
-    } catch (const AppError& error) {
-        spent.errorNumber = error.number();
-        return error.what();
-    } catch (const std::exception& error) {
-        spent.errorNumber = ErrorNumber::kDrawing;
-        return error.what();
-    }
-    return {};
+    });
 }
 
 } // namespace terravo

@@ -1,5 +1,7 @@
 #include "triangulation/NearbyStart.h"
 
+#include "util/Prefetch.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -37,16 +39,6 @@ double UnitOf(Range range) {
     return std::isfinite(unit) && unit > 0 ? unit : 0.0;
 }
 
-double SquaredDistance(PlanPoint a, PlanPoint b) {
-    return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
-}
-
-void PrefetchLine([[maybe_unused]] const void* address) {
-#if defined(__GNUC__) || defined(__clang__)
-    __builtin_prefetch(address);
-#endif
-}
-
 } // namespace
 
 NearbyStart::NearbyStart(const Array1<PlanPoint>& coord, const TriangleList& triangles)
@@ -75,7 +67,7 @@ std::size_t NearbyStart::CellOf(PlanPoint point) const {
 }
 
 Index NearbyStart::StartFor(PlanPoint point, PlanPoint previous) const {
-    const Index inCell = cells_[CellOf(point)];
+    const Index inCell = InCell(point);
     const PlanPoint corner = coord_[triangles_.Vertex(1, inCell)];
     return SquaredDistance(point, previous) < SquaredDistance(point, corner) ? triangles_.count
                                                                              : inCell;
@@ -102,16 +94,8 @@ void NearbyStart::Refine() {
     sideAsDouble_ = static_cast<double>(newSide);
 }
 
-void NearbyStart::Prefetch(PlanPoint farthest, PlanPoint next, PlanPoint nearest) const {
-    PrefetchLine(&cells_[CellOf(farthest)]);
-    PrefetchLine(&triangles_.table[cells_[CellOf(next)]]);
-    const Triangle& t = triangles_.table[cells_[CellOf(nearest)]];
-    for (std::size_t j = 0; j < 3; ++j) {
-        PrefetchLine(&coord_[t.vertices[j]]);
-        if (t.neighbours[j] > 0) {
-            PrefetchLine(&triangles_.table[t.neighbours[j]]);
-        }
-    }
+void NearbyStart::PrefetchCell(PlanPoint point) const {
+    PrefetchLine(&cells_[CellOf(point)]);
 }
 
 } // namespace terravo

@@ -15,6 +15,10 @@
 
 namespace terravo {
 
+inline double SquaredDistance(PlanPoint a, PlanPoint b) {
+    return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
+}
+
 class NearbyStart {
 public:
     /// @param coord  positions of all points to come; kept by reference, unchanged meanwhile.
@@ -27,10 +31,11 @@ public:
     /// Notes that the triangle lies at the point.
     void Remember(PlanPoint point, Index triangle);
 
-    /// Asks the processor for what StartFor and the walk will read for the points to come: the
-    /// cell of the farthest, the triangle of the next, the corners of the nearest. No effect on
-    /// any result.
-    void Prefetch(PlanPoint farthest, PlanPoint next, PlanPoint nearest) const;
+    /// The triangle of the point's cell.
+    [[nodiscard]] Index InCell(PlanPoint point) const { return cells_[CellOf(point)]; }
+
+    /// Asks for the memory that InCell will read.
+    void PrefetchCell(PlanPoint point) const;
 
 private:
     [[nodiscard]] std::size_t CellOf(PlanPoint point) const;

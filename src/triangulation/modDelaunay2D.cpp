@@ -1,7 +1,7 @@
 #include "triangulation/modDelaunay2D.h"
 
 #include "triangulation/MeshEdit.h"
-#include "triangulation/NearbyStart.h"
+#include "triangulation/WalkAhead.h"
 #include "triangulation/modGeometria.h"
 
 #include <cmath>
@@ -246,24 +246,22 @@ void MakeFirstTriangle(Workspace& work, Index m1, Index m2, Index m3, int side) 
     }
 }
 
-// Reads cells, triangles and corners ahead of their use: in random order each is a cache miss.
-void PrefetchAhead(const NearbyStart& nearby, const Array1<PlanPoint>& coord,
-                   const Array1<Index>& order, Index i) {
-    constexpr Index kFar = 24;
-    constexpr Index kNext = 16;
-    constexpr Index kNear = 8;
-    if (i + kFar <= order.UpperBound()) {
-        nearby.Prefetch(coord[order[i + kFar]], coord[order[i + kNext]], coord[order[i + kNear]]);
-    }
-}
+// Where the walks start under StartRule::NearbyTriangle.
+struct NearbyWalks {
+    NearbyWalks(const Workspace& work, const Array1<Index>& order)
+        : nearby(work.coord, work.triangles), ahead(work.coord, order, work.triangles, nearby) {}
+
+    NearbyStart nearby;
+    WalkAhead ahead;
+};
 
 // A walk from nearby that fails is repeated from the triangle made last, so that a set which the
 // plain rule can handle never fails here.
-WalkResult Locate(const std::optional<NearbyStart>& nearby, const Workspace& work, PlanPoint point,
-                  PlanPoint previous) {
-    if (nearby) {
+WalkResult Locate(std::optional<NearbyWalks>& walks, const Workspace& work, PlanPoint point,
+                  Index i) {
+    if (walks) {
         const WalkResult place =
-            WalkToPoint(point, work.coord, work.triangles, nearby->StartFor(point, previous));
+            WalkToPoint(point, work.coord, work.triangles, walks->ahead.StartFor(i));
         if (place.ierr == Ierr::kDone) {
             return place;
         }
@@ -275,17 +273,14 @@ Index InsertRemaining(Workspace& work, const Array1<Index>& order, StartRule sta
                       const ProgressCallback& progress) {
     const Array1<PlanPoint>& coord = work.coord;
     Inserter inserter(work);
-    std::optional<NearbyStart> nearby;
+    std::optional<NearbyWalks> walks;
     if (start == StartRule::NearbyTriangle) {
-        nearby.emplace(coord, work.triangles);
+        walks.emplace(work, order);
     }
     const Index count = order.UpperBound();
     for (Index i = 4; i <= count; ++i) {
         const PlanPoint& point = coord[order[i]];
-        if (nearby) {
-            PrefetchAhead(*nearby, coord, order, i);
-        }
-        const WalkResult place = Locate(nearby, work, point, coord[order[i - 1]]);
+        const WalkResult place = Locate(walks, work, point, i);
         // A walk that ran out leaves location 0: the point goes into the triangle it stopped in.
         if (place.ierr != Ierr::kDone && place.ierr != Ierr::kWalkRanOut) {
             return place.ierr;
@@ -294,8 +289,8 @@ Index InsertRemaining(Workspace& work, const Array1<Index>& order, StartRule sta
         if (ierr != Ierr::kDone) {
             return ierr;
         }
-        if (nearby) {
-            nearby->Remember(point, place.triangle);
+        if (walks) {
+            walks->nearby.Remember(point, place.triangle);
         }
         if (progress && i % kProgressStride == 0) {
             progress("triangulate", static_cast<double>(i) / static_cast<double>(count));

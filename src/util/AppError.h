@@ -14,6 +14,7 @@ namespace terravo {
 namespace ErrorNumber {
 inline constexpr int kInvalidCall = 5;
 inline constexpr int kOverflow = 6;
+inline constexpr int kSubscript = 9;
 inline constexpr int kDivisionByZero = 11;
 inline constexpr int kDeviceIo = 57;
 inline constexpr int kDrawing = 1001;

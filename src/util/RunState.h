@@ -23,6 +23,11 @@ struct RunState {
     std::string pointsFolder;          ///< where file dialogs start
     std::string applicationDataFolder; ///< holds userFolder
 
+    /// Path of the QRZ file to write; set by whoever starts an export.
+    std::string qrzExportPath;
+    /// Path of the QRZ file written last; empty while nothing has been exported.
+    std::string lastQrzExportPath;
+
     /// Text of the last failed contour drawing; empty means success.
     std::string lastDrawError;
     /// Number of levels that the contour routines recorded when they last started.

@@ -5,6 +5,22 @@
 
 namespace terravo::modUtilita {
 
+double PolarAngle(double a, double b) {
+    constexpr double kPi = 3.14159265358979;
+    constexpr double kTwoPi = 6.28318530717958;
+    constexpr double kThreePi = 9.42477796076937;
+    if (b > 0) {
+        return a >= 0 ? std::atan(a / b) : std::atan(a / b) + kTwoPi;
+    }
+    if (b < 0) {
+        return std::atan(a / b) + kPi;
+    }
+    if (std::isnan(b)) {
+        return 0;
+    }
+    return a >= 0 ? kPi / 2 : kThreePi / 2;
+}
+
 std::int32_t RoundHalfEven(double value) {
     constexpr auto kLow = std::numeric_limits<std::int32_t>::min();
     constexpr auto kHigh = std::numeric_limits<std::int32_t>::max();

@@ -27,6 +27,10 @@ inline double SignOf(double a, double b) {
     return b >= 0 ? magnitude : -magnitude;
 }
 
+/// Angle of the vector with x component b and y component a, radians in [0, 2 pi); 0 when b is not
+/// a number.
+double PolarAngle(double a, double b);
+
 /// Nearest integer, halves to the even neighbour. Values beyond 32 bits give the nearest 32-bit
 /// integer, not-a-number gives 0.
 std::int32_t RoundHalfEven(double value);

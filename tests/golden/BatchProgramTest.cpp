@@ -52,8 +52,23 @@ TEST(BatchProgram, WritesTheExchangeFilesByteByByte) {
     EXPECT_EQ(ended.error, "");
     EXPECT_EQ(folder.Read("livelli.txt"), ReadData("small.livelli.txt"));
     EXPECT_EQ(folder.Read("point_qrw.txt"), ReadData("small.point_qrw.txt"));
-    EXPECT_EQ(folder.Names().size(), 3U);
+    EXPECT_EQ(folder.Read("triangles.qrz"), ReadData("small.triangles.qrz"));
+    EXPECT_EQ(folder.Read("levels.qrz"), ReadData("small.levels.qrz"));
+    EXPECT_EQ(folder.Names().size(), 5U);
     EXPECT_EQ(QImage(QString::fromStdString(folder.File("map.png"))).size(), QSize(1200, 900));
+}
+
+TEST(BatchProgram, WritesTheSameSegmentsBesideAMapOfAreas) {
+    const test::TemporaryFolder folder;
+    const Ended ended = Batch({DataFile("small.dat"), "--levels", "4", "--mode", "areas", "--out",
+                               folder.Path(), "--quiet"});
+    EXPECT_EQ(ended.exitCode, 0) << ended.error;
+    EXPECT_EQ(folder.Read("livelli.txt"), ReadData("small.livelli.txt"));
+    EXPECT_EQ(folder.Read("levels.qrz"), ReadData("small.levels.qrz"));
+    const QImage areas(QString::fromStdString(folder.File("map.png")));
+    EXPECT_EQ(
+        Batch({DataFile("small.dat"), "--levels", "4", "--map", folder.File("l.png")}).exitCode, 0);
+    EXPECT_NE(areas, QImage(QString::fromStdString(folder.File("l.png"))));
 }
 
 TEST(BatchProgram, ReadsItsOwnPointsBack) {
@@ -160,7 +175,6 @@ TEST(BatchProgram, EndsWrongCallsWithTwo) {
         {points, "--size", "0x0"},
         {points, "--size", "100000x100000"},
         {points, "--size", "300"},
-        {points, "--mode", "areas"},
         {points, "--mode", "dots"},
         {points, "--summary", "xml"},
         {points, "--language", "xx"},

@@ -18,6 +18,7 @@ struct FakeView : MainView {
     std::string remark;
     int working = 0;
     int closes = 0;
+    int linesSelected = 0;
 
     DrawSurface& MapSurface() override { return surface; }
     void ShowPointCount(Index count) override { pointCount = count; }
@@ -30,6 +31,7 @@ struct FakeView : MainView {
     void BeginWork() override { ++working; }
     void ShowProgress(double) override {}
     void EndWork() override { --working; }
+    void SelectLines() override { ++linesSelected; }
     [[nodiscard]] WindowBox Box() const override { return {10, 20, 300, 200}; }
     [[nodiscard]] bool IsMinimised() const override { return false; }
     void CloseWindow() override { ++closes; }
@@ -184,6 +186,46 @@ TEST_F(SessionTest, SavesRecentFilesAndPositionWhenItCloses) {
     EXPECT_EQ(settings.Get("PuntiDati", "1"), path);
     EXPECT_EQ(settings.Get("PosizioniForms", "frmProve_Left"), "150");
     EXPECT_EQ(settings.Get("PosizioniForms", "frmProve_Width"), std::nullopt);
+}
+
+TEST_F(SessionTest, ExportsTrianglesAndLevelsWhereTheUserSays) {
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    dialogs.answer = folder.File("t");
+    session.Export(QrzKind::Triangles);
+    const FileDialogPlan& plan = dialogs.plans.back();
+    EXPECT_TRUE(plan.save);
+    EXPECT_EQ(plan.name, "Point");
+    EXPECT_EQ(plan.folder, folder.Path());
+    EXPECT_EQ(clipboard.text, folder.File("t.qrz")) << "a name without extension gets one";
+    EXPECT_NE(folder.Read("t.qrz").find("POLYLINE"), std::string::npos);
+
+    session.SetMode(MapMode::Areas);
+    EXPECT_EQ(folder.Read("livelli.txt"), "") << "areas write no segments";
+    dialogs.answer = folder.File("l.x");
+    session.Export(QrzKind::Levels);
+    EXPECT_EQ(clipboard.text, folder.File("l.x"));
+    EXPECT_NE(folder.Read("l.x").find("LL_0"), std::string::npos);
+    EXPECT_EQ(session.Options().mode, MapMode::Lines);
+    EXPECT_EQ(view.linesSelected, 1);
+
+    dialogs.answer.reset();
+    session.Export(QrzKind::Levels);
+    EXPECT_TRUE(messages.boxes.empty()) << "cancelled";
+    dialogs.error = AppError(70, "Dialog", "Permission denied");
+    session.Export(QrzKind::Levels);
+    EXPECT_EQ(messages.boxes.at(0).text, "Error File QRZ....");
+}
+
+TEST_F(SessionTest, HandsTheTrianglesBackAtTheEndUnlessSomethingWasExported) {
+    session.Close();
+    EXPECT_EQ(clipboard.text, std::nullopt) << "nothing to hand back";
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    session.Close();
+    EXPECT_EQ(clipboard.text, folder.File("px.qrz"));
+    EXPECT_EQ(state.lastQrzExportPath, folder.File("px.qrz"));
+    clipboard.text = "else";
+    session.Close();
+    EXPECT_EQ(clipboard.text, "else");
 }
 
 } // namespace

@@ -43,6 +43,11 @@ public:
     ///         error of the file; Failure() tells which.
     [[nodiscard]] bool Read(double& value);
 
+    /// Reads the rest of the present line as text, without its line end.
+    /// @return false at the end of the file, after a failure, and for a line longer than the
+    /// buffer.
+    [[nodiscard]] bool ReadLine(std::string& line);
+
     [[nodiscard]] bool HasFailed() const { return failed_; }
     [[nodiscard]] const ReadFailure& Failure() const { return failure_; }
 

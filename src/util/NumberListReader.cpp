@@ -1,4 +1,4 @@
-#include "app/PointReader.h"
+#include "util/NumberListReader.h"
 
 #include <algorithm>
 #include <array>
@@ -201,6 +201,29 @@ bool NumberListReader::Read(double& value) {
         return true;
     }
     return ReadField(value);
+}
+
+bool NumberListReader::ReadLine(std::string& line) {
+    line.clear();
+    if (failed_ || AtEnd()) {
+        return Fail("the file ends where a line is expected");
+    }
+    const char* end = cursor_;
+    while (!IsLineEnd(*end)) {
+        if (end == limit_) {
+            const auto length = end - cursor_;
+            if (!Refill()) {
+                return Fail("the line is too long");
+            }
+            end = cursor_ + length;
+        } else {
+            ++end;
+        }
+    }
+    line.assign(cursor_, end);
+    cursor_ = end;
+    TakeLineEnd();
+    return true;
 }
 
 bool NumberListReader::ReadField(double& value) {

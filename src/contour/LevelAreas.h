@@ -1,0 +1,54 @@
+// The bands between the levels, filled.
+//
+// Data: as for the lines; per triangle the cut segments in level order, per piece a convex polygon.
+// Method: each triangle is divided along its cut segments into a lowest, middle and highest pieces;
+// a piece is painted in the colour of the level at or just below its mean height. The triangles and
+// the hull come on top, so they are never covered.
+#pragma once
+
+#include "contour/LevelLines.h"
+#include "contour/TriangleCut.h"
+#include "util/Services.h"
+
+namespace terravo {
+
+/// A piece of a band: corners in any order, with their heights. Its buffers serve piece after
+/// piece.
+struct BandPolygon {
+    Array1<double> x;
+    Array1<double> y;
+    Array1<double> z;
+
+    void Clear() {
+        x.Clear();
+        y.Clear();
+        z.Clear();
+    }
+    void Append(const SpacePoint& corner) {
+        x.Append(corner.x);
+        y.Append(corner.y);
+        z.Append(corner.z);
+    }
+    [[nodiscard]] Index CornerCount() const { return x.UpperBound(); }
+};
+
+/// Fills the bands on a surface whose scale is set. Writes no segments.
+/// @param state     receives the level count; gives the texts of errors.
+/// @param messages  of the sort.
+/// @return empty on success, else the description of the error that ended the drawing: fewer than
+///         2 levels, or a fault of the triangulation. Points without a triangulation draw nothing
+///         and are no error here.
+std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
+                           RunState& state, MessageService& messages,
+                           ContourReport* report = nullptr);
+
+/// Colour of a piece by its mean height: that of the level at or just below it; of the top level
+/// when it is below the lowest.
+Colour BandColour(const LevelSet& levels, double meanHeight);
+
+/// Fills a convex polygon in the colour of its band, outline and inside alike.
+/// @param polygon  its corners are put in order about their mean; its heights are kept.
+void FillBandPolygon(DrawSurface& surface, BandPolygon& polygon, const LevelSet& levels,
+                     MessageService& messages);
+
+} // namespace terravo

@@ -1,0 +1,38 @@
+// Between which levels a point or a triangle lies.
+//
+// Data: for each point, the number of levels below it and up to it. Method: with equal spacing the
+// place is guessed and mended by steps; a triangle spans the levels from its lowest corner to its
+// highest, so only those need to be cut.
+#pragma once
+
+#include "contour/LevelSet.h"
+#include "triangulation/TriangleList.h"
+#include "util/PointSet.h"
+
+#include <vector>
+
+namespace terravo {
+
+class LevelReach {
+public:
+    /// Levels below + 1 to upTo can touch.
+    struct Span {
+        Index below = 0;
+        Index upTo = 0;
+    };
+
+    /// Levels that are not in increasing order are all taken to touch everything.
+    LevelReach(const PointSet& points, const LevelSet& levels);
+
+    /// The levels that can touch the triangle.
+    [[nodiscard]] Span Of(const Triangle& triangle) const;
+
+private:
+    [[nodiscard]] Span SpanOf(double z, const LevelSet& levels) const;
+
+    double levelsPerUnit_ = 0;
+    bool ordered_ = true;
+    std::vector<Span> spans_; // of point i at i
+};
+
+} // namespace terravo

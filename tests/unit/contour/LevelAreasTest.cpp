@@ -1,0 +1,143 @@
+#include "contour/LevelAreas.h"
+
+#include "support/FakeServices.h"
+#include "support/RecordingSurface.h"
+#include "support/Surveys.h"
+
+#include <gtest/gtest.h>
+
+namespace terravo {
+namespace {
+
+using Kind = UserCall::Kind;
+
+// One pixel a unit, y upwards from the bottom edge.
+struct AreasTest : ::testing::Test {
+    RecordingSurface surface{100, 100};
+    FakeMessages messages;
+    RunState state;
+    std::atomic<bool> stop{false};
+    bool showTriangles = false;
+    bool showPerimeter = false;
+
+    AreasTest() { surface.Scale(0, 100, 100, 0); }
+
+    std::string Draw(const PointSet& points, LevelSet levels) {
+        KeptTriangulation triangulation;
+        return DrawLevelAreas(surface, levels,
+                              {points, triangulation, showTriangles, showPerimeter, stop, {}},
+                              state, messages);
+    }
+    // Colour and corners of every fill.
+    std::vector<std::pair<Colour, std::vector<PixelPoint>>> Fills() const {
+        std::vector<std::pair<Colour, std::vector<PixelPoint>>> fills;
+        for (const UserCall& call : surface.UserCallsOf(Kind::Polygons)) {
+            EXPECT_EQ(call.tools.penColour, call.tools.brush) << "outline and inside alike";
+            fills.emplace_back(call.tools.penColour, call.corners);
+        }
+        return fills;
+    }
+};
+
+LevelRecord Level(double value, Colour colour) {
+    return {value, colour, 1, {}, colour, 10};
+}
+
+TEST_F(AreasTest, FillsATriangleBetweenTwoLevelsWhole) {
+    EXPECT_EQ(Draw(test::MakeSurvey({{10, 10, 1}, {50, 10, 2}, {10, 50, 3}}),
+                   {Level(0, 1), Level(5, 2), Level(9, 3)}),
+              "");
+    const auto fills = Fills();
+    ASSERT_EQ(fills.size(), 1U);
+    EXPECT_EQ(fills[0].first, 1U) << "the colour of the lower level";
+    EXPECT_EQ(fills[0].second, (std::vector<PixelPoint>{{10, 50}, {10, 90}, {50, 90}}));
+}
+
+TEST_F(AreasTest, CutsATriangleIntoLowestMiddleAndHighestPieces) {
+    // Heights 0, 0 and 40 along y: the levels 10 and 30 cut at a quarter and three quarters.
+    EXPECT_EQ(Draw(test::MakeSurvey({{10, 10, 0}, {50, 10, 0}, {10, 50, 40}}),
+                   {Level(0, 1), Level(10, 2), Level(30, 3), Level(40, 4)}),
+              "");
+    const auto fills = Fills();
+    // Level 0 holds the lower edge, so the first middle piece lies between 0 and 10; below it
+    // there is nothing, and above 30 a triangle remains.
+    ASSERT_EQ(fills.size(), 3U);
+    EXPECT_EQ(fills[0].first, 1U);
+    EXPECT_EQ(fills[0].second.size(), 4U);
+    EXPECT_EQ(fills[1].first, 2U);
+    EXPECT_EQ(fills[2].first, 3U);
+    EXPECT_EQ(fills[2].second, (std::vector<PixelPoint>{{10, 50}, {10, 60}, {20, 60}}))
+        << "in angular order about the mean";
+}
+
+TEST_F(AreasTest, TakesTheTopColourOutsideTheLevels) {
+    const LevelSet levels{Level(0, 1), Level(5, 2), Level(9, 3)};
+    const struct {
+        double height;
+        Colour colour;
+    } cases[] = {{-1, 3}, {0, 1}, {4.9, 1}, {5, 2}, {8.9, 2}, {9, 3}, {100, 3}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(BandColour(levels, c.height), c.colour) << c.height;
+    }
+    EXPECT_EQ(BandColour({Level(5, 1), Level(5, 2), Level(5, 3)}, 5), 3U) << "level ground";
+}
+
+TEST_F(AreasTest, CoversEveryPixelOfTheHullAtAnySize) {
+    for (const bool wholeMetres : {false, true}) {
+        const PointSet points = test::HillySurvey(test::RandomPoints(300, 6), wholeMetres);
+        KeptTriangulation triangulation;
+        LevelSet levels;
+        for (int k = 0; k < 7; ++k) {
+            levels.Append(
+                Level(points.extentZ.min + k * (points.extentZ.max - points.extentZ.min) / 6,
+                      static_cast<Colour>(k + 1)));
+        }
+        EXPECT_EQ(Draw(points, levels), "");
+        // The areas of all pieces sum to that of the triangles.
+        double pieces = 0;
+        for (const auto& [colour, corners] : Fills()) {
+            for (std::size_t i = 2; i < corners.size(); ++i) {
+                pieces += (corners[i - 1].x - corners[0].x) * (corners[i].y - corners[0].y) -
+                          (corners[i].x - corners[0].x) * (corners[i - 1].y - corners[0].y);
+            }
+        }
+        surface.Forget();
+        EXPECT_EQ(Draw(points, {Level(-1e9, 1), Level(1e9, 2)}), "");
+        double triangles = 0;
+        for (const auto& [colour, corners] : Fills()) {
+            triangles += (corners[1].x - corners[0].x) * (corners[2].y - corners[0].y) -
+                         (corners[2].x - corners[0].x) * (corners[1].y - corners[0].y);
+        }
+        EXPECT_NEAR(pieces, triangles, 0.01 * std::fabs(triangles));
+        surface.Forget();
+    }
+}
+
+TEST_F(AreasTest, DrawsTheOverlaysAfterTheFills) {
+    showTriangles = true;
+    showPerimeter = true;
+    EXPECT_EQ(
+        Draw(test::MakeSurvey({{10, 10, 1}, {50, 10, 2}, {10, 50, 3}}), {Level(0, 1), Level(9, 2)}),
+        "");
+    ASSERT_EQ(surface.userCalls.size(), 7U);
+    EXPECT_EQ(surface.userCalls[0].kind, Kind::Polygons);
+    EXPECT_EQ(surface.userCalls[6].colour, kWhite);
+}
+
+TEST_F(AreasTest, StopsAfterATriangleAndEndsOnTooFewLevels) {
+    stop = true;
+    const PointSet points = test::HillySurvey(test::RandomPoints(30, 6), false);
+    EXPECT_EQ(Draw(points, {Level(-1000, 1), Level(1000, 2)}), "");
+    EXPECT_EQ(Fills().size(), 1U);
+    EXPECT_EQ(Draw(points, {Level(1, 1)}), " NLiv = 1");
+    EXPECT_EQ(state.lastLevelCount, 1);
+}
+
+TEST_F(AreasTest, DrawsNothingWithoutATriangulation) {
+    EXPECT_EQ(Draw(test::MakeSurvey({{1, 1, 0}, {2, 2, 1}, {3, 3, 2}}), {Level(0, 1), Level(9, 2)}),
+              "");
+    EXPECT_TRUE(Fills().empty());
+}
+
+} // namespace
+} // namespace terravo
