@@ -38,6 +38,17 @@ void DrawIndicator(const QStyleOption& option, QPainter& painter, bool round) {
     painter.restore();
 }
 
+void DrawFrame(const QStyleOption& option, QPainter& painter) {
+    QColor ink = option.palette.color(QPalette::WindowText);
+    ink.setAlphaF(option.state & QStyle::State_HasFocus ? 1.0F : 0.4F);
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(ink, 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+    painter.restore();
+}
+
 } // namespace
 
 ProgramStyle::ProgramStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -46,6 +57,8 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
                                  QPainter* painter, const QWidget* widget) const {
     if (element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton) {
         DrawIndicator(*option, *painter, element == PE_IndicatorRadioButton);
+    } else if (element == PE_FrameLineEdit || element == PE_FrameGroupBox) {
+        DrawFrame(*option, *painter);
     } else {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }

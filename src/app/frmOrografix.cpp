@@ -8,6 +8,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTimer>
 
 frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
     : area_(new QMdiArea(this)), status_(new StatusPanel(this)) {
@@ -19,6 +20,7 @@ frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(area_);
+    area_->installEventFilter(this);
     setStatusBar(status_);
     ApplyColourScheme(*this, scheme);
     // These take the window's background from it, so they need the text that goes with it.
@@ -62,12 +64,15 @@ void frmOrografix::ShowIn(terravo::ParentState state) {
     }
 }
 
-void frmOrografix::showEvent(QShowEvent* event) {
-    QMainWindow::showEvent(event);
-    KeepMainWindowInside();
+bool frmOrografix::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == area_ && event->type() == QEvent::Resize) {
+        QTimer::singleShot(0, this, &frmOrografix::KeepMainWindowInside);
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
-// A place from a larger screen, or a random one, must not hide the window behind the parent's edge.
+// A place from a larger screen, a random one or a smaller parent must not hide the window behind the
+// parent's edge.
 void frmOrografix::KeepMainWindowInside() {
     if (mainFrame_ == nullptr || mainFrame_->isMaximized() || mainFrame_->isMinimized()) {
         return;

@@ -89,6 +89,7 @@ QBoxLayout* frmProve::MakeOptionsColumn() {
     chkTriangoli = Named(new QCheckBox(Frame1), "chkTriangoli", QStringLiteral("&Triangoli"));
     chkPerimetro = Named(new QCheckBox(Frame1), "chkPerimetro", QStringLiteral("&Perimetro"));
     XPButton1 = Named(new GradientButton(this), "XPButton1", QString());
+    XPButton1->setEnabled(false);
     optLinee->setChecked(true);
 
     auto* points = new QHBoxLayout;

@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Takes the pictures of the windows for the documents anew, on a display of its own.
+set -euo pipefail
+cd -- "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/.."
+source tools/setup.sh
+ensure_packages "${build_packages[@]}" xvfb openbox xdotool imagemagick
+build_preset release
+
+base=$(mktemp -d)
+helpers=()
+clean_up() {
+    kill "${helpers[@]}" 2>/dev/null || true
+    wait 2>/dev/null || true
+    rm -rf "$base"
+}
+trap clean_up EXIT
+export HOME=$base XDG_DATA_HOME=$base/data XDG_CONFIG_HOME=$base/config TMPDIR=$base/tmp
+export XDG_RUNTIME_DIR=$base/runtime LC_ALL=C.UTF-8
+mkdir -p "$TMPDIR" "$base/config"
+mkdir -m 700 "$XDG_RUNTIME_DIR"
+mkfifo "$base/display"
+Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$base/display" 2>/dev/null &
+helpers+=($!)
+read -rt 20 number <"$base/display"
+export DISPLAY=:$number
+openbox 2>/dev/null &
+helpers+=($!)
+
+# shoot NAME FILE KEY...: the program with a file, after some keys
+shoot() {
+    build/release/bin/terravo --open "$2" >/dev/null 2>&1 &
+    local program=$!
+    sleep 2
+    xdotool key --delay 300 "${@:3}"
+    sleep 1
+    import -window root "docs/pictures/$1"
+    kill "$program"
+    wait "$program" 2>/dev/null || true
+}
+mkdir -p "$base/config"
+printf '[PosizioniForms]\nfrmProve_Left=600\nfrmProve_Top=150\n' >"$base/config/Terravo Vortak.ini"
+shoot window-lines.png samples/davis_hills.dat alt+v alt+p
+shoot window-areas.png samples/volcano.dat alt+a
