@@ -27,7 +27,7 @@ ensure_packages() {
 }
 
 build_packages=(g++ cmake ninja-build qt6-base-dev fonts-liberation)
-test_packages=(libgtest-dev libbenchmark-dev clang-format)
+test_packages=(libgtest-dev clang-format xvfb openbox xclip xdotool x11-utils)
 
 # Configures a preset when its build folder is new, and builds what has changed.
 build_preset() {

@@ -1,11 +1,15 @@
 #include "app/LevelBox.h"
 
 #include <QKeyEvent>
+#include <QRegularExpressionValidator>
 
 using terravo::LevelCountKey;
 
 LevelBox::LevelBox(QWidget* parent) : QLineEdit(parent) {
     setContextMenuPolicy(Qt::NoContextMenu);
+    // Pasting and input methods type no keys.
+    setValidator(
+        new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), this));
     setAcceptDrops(false);
 }
 

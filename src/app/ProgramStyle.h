@@ -10,8 +10,8 @@ class ProgramStyle : public QProxyStyle {
 public:
     ProgramStyle();
 
-    /// Outlines of check boxes, option buttons, text boxes and frames in the colour of their text: the
-    /// style's own are a darker background, which vanishes on a dark one.
+    /// Outlines of check boxes, option buttons, text boxes and frames in the colour of their text:
+    /// the style's own are a darker background, which vanishes on a dark one.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
 

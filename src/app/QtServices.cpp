@@ -38,7 +38,10 @@ void QtMessages::ShowCritical(const std::string& text, const std::string& title)
     QMessageBox box(QMessageBox::Critical, ToQString(title), ToQString(text), QMessageBox::Ok,
                     QApplication::activeWindow());
     box.setObjectName(QStringLiteral("criticalMessage"));
+    // Commands show the wait cursor while they work; a question is no work.
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
     box.exec();
+    QApplication::restoreOverrideCursor();
 }
 
 std::optional<std::string> QtClipboard::Text() const {

@@ -223,7 +223,7 @@ void Session::UpdateStatus() {
         if (triangleCount == 0) {
             remark = state_.Text(TextIndex::kFirstPointsNotDistinct);
         } else if (unused > 0) {
-            remark = std::to_string(unused) + " " + state_.Text(TextIndex::kUnusedPoints);
+            remark = state_.Text(TextIndex::kUnusedPoints) + " " + std::to_string(unused);
         }
     }
     view_->ShowStatus(

@@ -26,6 +26,7 @@ StatusPanel::StatusPanel(QWidget* parent)
     barProgress_->setObjectName(QStringLiteral("barProgress"));
     barProgress_->setRange(0, kProgressSteps);
     barProgress_->setMaximumWidth(200);
+    lblCounts_->setContentsMargins(6, 0, 18, 0);
     addWidget(lblCounts_);
     addWidget(lblRemark_, 1);
     addWidget(lblWork_);

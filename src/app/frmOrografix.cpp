@@ -5,16 +5,36 @@
 #include "app/frmProve.h"
 
 #include <QCloseEvent>
+#include <QDragEnterEvent>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTimer>
+
+namespace {
+
+// The command is in the system menu, after a separator, and by its shortcut in the frame itself.
+void RemoveCloseCommand(QMdiSubWindow& frame) {
+    QMenu* menu = frame.systemMenu();
+    for (QAction* action : menu->actions()) {
+        if (action->shortcut() == QKeySequence(QKeySequence::Close)) {
+            menu->removeAction(action);
+            frame.removeAction(action);
+        }
+    }
+    if (!menu->actions().isEmpty() && menu->actions().last()->isSeparator()) {
+        menu->removeAction(menu->actions().last());
+    }
+}
+
+} // namespace
 
 frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
     : area_(new QMdiArea(this)), status_(new StatusPanel(this)) {
     setObjectName(QStringLiteral("frmOrografix"));
     setWindowTitle(QStringLiteral("Terravo"));
     resize(1100, 760);
+    setAcceptDrops(true);
     area_->setObjectName(QStringLiteral("documents"));
     area_->setBackground(ToQColor(scheme.backColour).darker(120));
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
@@ -30,17 +50,14 @@ frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
 }
 
 void frmOrografix::AddMainWindow(frmProve* window, const QRect& box) {
+    mainWindow_ = window;
     window->AddMenus(*menuBar());
     // Without the close button: the window goes with the exit command and with its parent.
     mainFrame_ =
         area_->addSubWindow(window, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                         Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint);
     mainFrame_->setObjectName(QStringLiteral("frmProveFrame"));
-    for (QAction* action : mainFrame_->systemMenu()->actions()) {
-        if (action->shortcut() == QKeySequence(QKeySequence::Close)) {
-            mainFrame_->systemMenu()->removeAction(action);
-        }
-    }
+    RemoveCloseCommand(*mainFrame_);
     // The style lights one edge of the frame, which shows as a white line on a dark background.
     QPalette framePalette = mainFrame_->palette();
     framePalette.setColor(QPalette::Light, framePalette.color(QPalette::Window));
@@ -71,8 +88,8 @@ bool frmOrografix::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-// A place from a larger screen, a random one or a smaller parent must not hide the window behind the
-// parent's edge.
+// A place from a larger screen, a random one or a smaller parent must not hide the window behind
+// the parent's edge.
 void frmOrografix::KeepMainWindowInside() {
     if (mainFrame_ == nullptr || mainFrame_->isMaximized() || mainFrame_->isMinimized()) {
         return;
@@ -83,6 +100,14 @@ void frmOrografix::KeepMainWindowInside() {
     box.moveLeft(std::max(0, std::min(box.left(), room.width() - box.width())));
     box.moveTop(std::max(0, std::min(box.top(), room.height() - box.height())));
     mainFrame_->setGeometry(box);
+}
+
+void frmOrografix::dragEnterEvent(QDragEnterEvent* event) {
+    mainWindow_->dragEnterEvent(event);
+}
+
+void frmOrografix::dropEvent(QDropEvent* event) {
+    mainWindow_->dropEvent(event);
 }
 
 void frmOrografix::closeEvent(QCloseEvent* event) {

@@ -27,6 +27,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -34,5 +36,6 @@ private:
 
     QMdiArea* area_;
     StatusPanel* status_;
+    frmProve* mainWindow_ = nullptr;
     QMdiSubWindow* mainFrame_ = nullptr;
 };

@@ -314,20 +314,28 @@ void frmProve::CloseWindow() {
     QTimer::singleShot(0, this, &frmProve::ExitAsked);
 }
 
+// The first file of what is dragged; empty when it holds none of this machine.
+std::string frmProve::DroppedFile(const QMimeData& data) {
+    const QList<QUrl> urls = data.urls();
+    return urls.isEmpty() ? std::string() : urls.first().toLocalFile().toStdString();
+}
+
 void frmProve::closeEvent(QCloseEvent* event) {
     session_.Close();
     event->accept();
+    // However the window came to close, the program ends with it.
+    emit ExitAsked();
 }
 
 void frmProve::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasUrls() && event->mimeData()->urls().first().isLocalFile()) {
+    if (!DroppedFile(*event->mimeData()).empty()) {
         event->acceptProposedAction();
     }
 }
 
 void frmProve::dropEvent(QDropEvent* event) {
     event->acceptProposedAction();
-    session_.LoadNamedFile(event->mimeData()->urls().first().toLocalFile().toStdString());
+    session_.LoadNamedFile(DroppedFile(*event->mimeData()));
 }
 
 // Before the first map its place says how to get one.

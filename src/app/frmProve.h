@@ -17,6 +17,7 @@ class LevelBox;
 class QBoxLayout;
 class QMdiSubWindow;
 class QMenuBar;
+class QMimeData;
 class StatusPanel;
 class SurfaceView;
 
@@ -59,13 +60,17 @@ signals:
     /// The exit command, or the companion program's file: the parent closes.
     void ExitAsked();
 
-protected:
-    void closeEvent(QCloseEvent* event) override;
+public:
+    // Files may be dropped anywhere on the program, so the parent passes its drags on.
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    [[nodiscard]] static std::string DroppedFile(const QMimeData& data);
     void MakeControls();
     QBoxLayout* MakeOptionsColumn();
     void ConnectControls();

@@ -63,6 +63,14 @@ QRect MainWindowBox(const SettingsStore& settings) {
     return {box.left, box.top, box.width, box.height};
 }
 
+// Disabled menu entries, such as the heading of the recent files, are still to be read.
+QPalette ReadablePalette(QPalette palette) {
+    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, QColor(100, 100, 100));
+    }
+    return palette;
+}
+
 int RunWindows(const std::vector<std::string>& arguments) {
     RunState state;
     QtClipboard clipboard;
@@ -106,5 +114,6 @@ int main(int argc, char** argv) {
     QApplication::setApplicationVersion(QStringLiteral(TERRAVO_VERSION));
     QApplication::setStyle(new ProgramStyle);
     QApplication::setWindowIcon(ProgramIcon());
+    QApplication::setPalette(ReadablePalette(QApplication::palette()));
     return RunWindows(arguments);
 }

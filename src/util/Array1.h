@@ -54,4 +54,33 @@ private:
     std::vector<T> items_;
 };
 
+/// A table whose rows and columns count from 1.
+template <class T>
+class Table {
+public:
+    Table() = default;
+    Table(Index rows, Index columns, const T& value = T{})
+        : columns_(columns), items_(rows * columns, value) {}
+
+    T& operator()(Index row, Index column) { return items_[Place(row, column)]; }
+    const T& operator()(Index row, Index column) const { return items_[Place(row, column)]; }
+
+    [[nodiscard]] Index Rows() const { return columns_ == 0 ? 0 : items_.UpperBound() / columns_; }
+    [[nodiscard]] Index Columns() const { return columns_; }
+
+    auto begin() { return items_.begin(); }
+    auto end() { return items_.end(); }
+    auto begin() const { return items_.begin(); }
+    auto end() const { return items_.end(); }
+
+private:
+    [[nodiscard]] Index Place(Index row, Index column) const {
+        assert(row >= 1 && column >= 1 && column <= columns_);
+        return (row - 1) * columns_ + column;
+    }
+
+    Index columns_ = 0;
+    Array1<T> items_;
+};
+
 } // namespace terravo

@@ -268,8 +268,16 @@ void AppendPrintedLine(std::string& out, std::int64_t a, std::int64_t b, std::in
 }
 
 std::string SingleText(float value) {
-    std::array<char, 24> text{};
-    const auto written = std::to_chars(text.data(), text.data() + text.size(), value);
+    // Without a format the shorter of both forms is taken, which makes 1e+05 of 100000.
+    constexpr float kSmallestFixed = 1e-5F;
+    constexpr float kLargestFixed = 1e15F;
+    const float magnitude = std::fabs(value);
+    const bool fixed =
+        !(magnitude > 0) || (magnitude >= kSmallestFixed && magnitude < kLargestFixed);
+    std::array<char, 40> text{};
+    char* const end = text.data() + text.size();
+    const auto written = fixed ? std::to_chars(text.data(), end, value, std::chars_format::fixed)
+                               : std::to_chars(text.data(), end, value);
     return {text.data(), written.ptr};
 }
 

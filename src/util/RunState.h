@@ -52,8 +52,9 @@ inline constexpr std::size_t kTrianglesWord = 29;
 inline constexpr std::size_t kScaleErrorSource = 30;
 inline constexpr std::size_t kBadPointFile = 31;
 inline constexpr std::size_t kErrorTitle = 33;
-inline constexpr std::size_t kWorking = 34;
+inline constexpr std::size_t kViewErrorTitle = 34;
 inline constexpr std::size_t kChooseFile = 36;
+inline constexpr std::size_t kWorking = 37;
 } // namespace TextIndex
 
 } // namespace terravo

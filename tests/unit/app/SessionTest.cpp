@@ -129,7 +129,7 @@ TEST_F(SessionTest, IgnoresAMissingFile) {
 
 TEST_F(SessionTest, TellsWhatWouldBeSilent) {
     session.LoadNamedFile(folder.Write("r.dat", hill + "5,4,9\n1,1,0\n"));
-    EXPECT_EQ(view.remark, "2 repeat");
+    EXPECT_EQ(view.remark, "repeat 2");
     session.LoadNamedFile(folder.Write("z.dat", "0,0,1\n5,5,2\n9,1,3\n"));
     EXPECT_EQ(view.remark, "not distinct");
     session.LoadNamedFile(folder.Write("a.dat", hill));

@@ -121,6 +121,14 @@ TEST(FormatScreen, RoundsHalfAwayFromZeroOnTheDecimalValue) {
     EXPECT_EQ(FormatScreen(-12.25, "#0.0##", ','), "-12,25");
 }
 
+TEST(SingleText, IsWhatPeopleWrite) {
+    EXPECT_EQ(SingleText(0.5F), "0.5");
+    EXPECT_EQ(SingleText(100000), "100000");
+    EXPECT_EQ(SingleText(-4520000.5F), "-4520000.5");
+    EXPECT_EQ(SingleText(0), "0");
+    EXPECT_EQ(SingleText(1e20F), "1e+20");
+}
+
 TEST(LeadingNumber, StopsAtTheFirstCharacterThatCannotContinueIt) {
     EXPECT_EQ(LeadingNumber("12,5"), 12);
     EXPECT_EQ(LeadingNumber("  -3.5e2x"), -350);

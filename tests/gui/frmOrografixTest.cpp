@@ -1,0 +1,116 @@
+#include "app/GradientButton.h"
+#include "gui/WindowFixture.h"
+
+#include <QDialog>
+#include <QTimer>
+
+namespace terravo {
+namespace {
+
+struct frmOrografixTest : WindowFixture {
+    [[nodiscard]] std::string Saved(const std::string& section, const std::string& key) const {
+        return settings.Get(section, key).value_or("none");
+    }
+};
+
+TEST_F(frmOrografixTest, KeepsTheRecentFilesAndThePlaceOfTheMainWindow) {
+    const std::string path = OpenHills();
+    Frame()->move(40, 30);
+    Choose("mnuEsci");
+    EXPECT_FALSE(parent->isVisible());
+    EXPECT_EQ(Saved("PuntiDati", "1"), path);
+    EXPECT_EQ(Saved("PosizioniForms", "frmProve_Left"), "600") << "15 twips to the pixel";
+    EXPECT_EQ(Saved("PosizioniForms", "frmProve_Top"), "450");
+    EXPECT_EQ(Saved("PosizioniForms", "frmProve_Width"), "none");
+
+    Open();
+    EXPECT_EQ(Frame()->pos(), QPoint(40, 30));
+    EXPECT_EQ(session->Recent().Paths(), std::vector<std::string>{path});
+    Frame()->showMinimized();
+    QTest::keyClick(parent.get(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(parent->isVisible());
+    EXPECT_EQ(Saved("PosizioniForms", "frmProve_Left"), "600") << "not the place of an icon";
+}
+
+TEST_F(frmOrografixTest, KeepsTheMainWindowInsideWhenItsOwnPlaceIsTooSmall) {
+    settings.Set("PosizioniForms", "frmProve_Left", "60000");
+    settings.Set("PosizioniForms", "frmProve_Top", "-3000");
+    const auto inside = [this] {
+        return Find<QWidget>("documents")->rect().contains(Frame()->geometry());
+    };
+    Open();
+    EXPECT_TRUE(Soon(inside)) << "a place of a larger screen";
+    parent->resize(620, 480);
+    EXPECT_TRUE(Soon(inside)) << "a smaller parent";
+}
+
+TEST_F(frmOrografixTest, TheMainWindowHasNoCloseCommandOfItsOwn) {
+    OpenHills();
+    EXPECT_FALSE(Frame()->windowFlags().testFlag(Qt::WindowCloseButtonHint));
+    for (const QAction* action : Frame()->systemMenu()->actions()) {
+        EXPECT_FALSE(action->text().contains("Close")) << action->text().toStdString();
+    }
+    for (const auto key : {Qt::Key_F4, Qt::Key_W}) {
+        QTest::keyClick(window, key, Qt::ControlModifier);
+        ASSERT_TRUE(window && window->isVisible());
+    }
+}
+
+TEST_F(frmOrografixTest, EveryClosingOfTheMainWindowEndsTheProgram) {
+    const std::string path = OpenHills();
+    Frame()->close(); // as a double click on the icon of a maximised document does
+    EXPECT_TRUE(Soon([this] { return !parent->isVisible(); }));
+    EXPECT_EQ(Saved("PuntiDati", "1"), path);
+}
+
+TEST_F(frmOrografixTest, EndsAfterTheCompanionsOwnFile) {
+    const std::string own = folder.Write("work/my_point.qrw", HillsText(5));
+    Open("\"" + own + "\"");
+    EXPECT_TRUE(Soon([this] { return !parent->isVisible(); }));
+    EXPECT_NE(folder.Read("work/px.qrz"), "");
+    EXPECT_EQ(clipboard.text, folder.File("work/px.qrz"));
+}
+
+TEST_F(frmOrografixTest, WearsTheColoursOfTheScheme) {
+    scheme.backColour = RGB(10, 60, 20);
+    scheme.foreColour = RGB(250, 240, 80);
+    OpenHills();
+    const QColor back(10, 60, 20);
+    const QColor fore(250, 240, 80);
+    for (const char* name : {"frmProve", "Frame1", "zLabel01", "lblND", "optLinee", "chkTriangoli",
+                             "txtNLiv", "lblCounts"}) {
+        const auto* widget = Find<QWidget>(name);
+        EXPECT_EQ(widget->palette().color(QPalette::Window), back) << name;
+        if (name != std::string("frmProve")) {
+            EXPECT_EQ(widget->palette().color(QPalette::WindowText), fore) << name;
+        }
+    }
+    const auto* button = Find<GradientButton>("XPButton1");
+    EXPECT_TRUE(button->font().bold());
+    EXPECT_EQ(button->StartColour(), QColor(Qt::black));
+    EXPECT_EQ(button->EndColour(), back);
+    EXPECT_EQ(button->ForeColour(), fore);
+    EXPECT_EQ(window->grab().toImage().pixelColor(2, 2), back) << "not in the palette alone";
+    EXPECT_EQ(Map()->Picture().pixelColor(1, 1), QColor(Qt::black)) << "the map stays black";
+}
+
+TEST_F(frmOrografixTest, ShowsTheAboutBoxOnF1) {
+    Open();
+    QString title;
+    QString text;
+    QTimer::singleShot(0, [&] {
+        if (auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            for (const auto* label : box->findChildren<QLabel*>()) {
+                text += label->text();
+            }
+            title = box->windowTitle();
+            box->accept();
+        }
+    });
+    QTest::keyClick(parent.get(), Qt::Key_F1);
+    EXPECT_NE(title, "");
+    EXPECT_TRUE(text.contains("Terravo") && text.contains("0.")) << text.toStdString();
+}
+
+} // namespace
+} // namespace terravo

@@ -1,0 +1,323 @@
+#include "gui/WindowFixture.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QDropEvent>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QMimeData>
+
+#include <map>
+#include <utility>
+
+namespace terravo {
+namespace {
+
+struct frmProveTest : WindowFixture {
+    /// Types into the box of the number of levels, over what it holds.
+    void TypeLevels(const QString& digits, Qt::Key last) const {
+        auto* box = Find<QLineEdit>("txtNLiv");
+        box->selectAll();
+        QTest::keyClicks(box, digits);
+        QTest::keyClick(box, last);
+    }
+    void Move(QPoint place) const {
+        QTest::mouseMove(Map(), place);
+        QMouseEvent move(QEvent::MouseMove, place, Map()->mapToGlobal(place), Qt::NoButton, {}, {});
+        QApplication::sendEvent(Map(), &move);
+    }
+    /// Drags what a file manager would onto the map.
+    bool Drop(const QList<QUrl>& urls) const {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enter({30, 30}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(window, &enter);
+        if (!enter.isAccepted()) {
+            return false;
+        }
+        QDropEvent drop({30, 30}, Qt::CopyAction, &data, Qt::LeftButton, {});
+        QApplication::sendEvent(window, &drop);
+        return true;
+    }
+};
+
+TEST_F(frmProveTest, TakesItsCaptionsFromTheLanguage) {
+    const std::map<std::string, std::pair<std::string, std::string>> captions{
+        {"mnuLeggiDati", {"&Open file...", "&Apri file..."}},
+        {"mnuEsci", {"E&xit", "&Esci"}},
+        {"mnuRecenti0", {"&Recent files:", "File &recenti:"}},
+        {"mnuInformazioni", {"&About Terravo...", "&Informazioni su Terravo..."}},
+        {"XPButton1", {"&Copy picture", "&Copia disegno"}},
+        {"zLabel01", {" points:", " punti:"}},
+        {"optLinee", {"&Lines", "&Linee"}},
+        {"optAree", {"&Areas", "&Aree"}},
+        {"chkTriangoli", {"&Triangles", "&Triangoli"}},
+        {"chkPerimetro", {"&Perimeter", "&Perimetro"}},
+        {"chkValoriLivelli", {"Level &values", "&Valori dei livelli"}}};
+    for (const bool italian : {false, true}) {
+        Open({}, italian ? "it" : "en");
+        for (const auto& [name, texts] : captions) {
+            EXPECT_EQ(Find<QObject>(name.c_str())->property("text").toString().toStdString(),
+                      italian ? texts.second : texts.first);
+        }
+        EXPECT_EQ(Find<QLabel>("zLabel02")->text().remove('&'), italian ? " Livelli:" : " Levels:");
+        EXPECT_EQ(Map()->accessibleName(), italian ? "Curve di livello" : "Contour map");
+    }
+}
+
+TEST_F(frmProveTest, GivesEveryControlAMnemonicOfItsOwnInEveryLanguage) {
+    const auto letter = [](const QString& text) {
+        return QKeySequence::mnemonic(text).toString().toStdString();
+    };
+    for (const std::string language : {"", "en", "it", "de", "fr", "es"}) {
+        Open({}, language);
+        std::map<std::string, std::string> owners;
+        const auto check = [&](const QObject* owner, const QString& text) {
+            const std::string name = owner->objectName().toStdString();
+            EXPECT_NE(letter(text), "") << language << " " << name << ": " << text.toStdString();
+            EXPECT_TRUE(owners.emplace(letter(text), name).second)
+                << language << " " << letter(text) << ": " << owners[letter(text)] << ", " << name;
+        };
+        for (const auto* button : window->findChildren<QAbstractButton*>()) {
+            check(button, button->text());
+        }
+        check(Find<QLabel>("zLabel02"), Find<QLabel>("zLabel02")->text());
+        for (const char* menu : {"mnuFile", "mnuQM"}) {
+            check(Find<QMenu>(menu), Find<QMenu>(menu)->title());
+        }
+        owners.clear();
+        for (const char* action : {"mnuLeggiDati", "mnuEsci"}) {
+            check(Find<QAction>(action), Find<QAction>(action)->text());
+        }
+    }
+}
+
+TEST_F(frmProveTest, IsWalkedThroughWithTheTabKeyAndSpokenByName) {
+    OpenHills();
+    Find<QLineEdit>("txtNLiv")->setFocus();
+    for (const char* name : {"txtNLiv", "optLinee", "chkValoriLivelli", "chkTriangoli",
+                             "chkPerimetro", "XPButton1", "txtNLiv"}) {
+        ASSERT_NE(QApplication::focusWidget(), nullptr);
+        EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), name);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    for (const char* name : {"txtNLiv", "optLinee", "optAree", "chkValoriLivelli", "chkTriangoli",
+                             "chkPerimetro", "XPButton1", "picLivelli"}) {
+        const QString spoken =
+            QAccessible::queryAccessibleInterface(Find<QWidget>(name))->text(QAccessible::Name);
+        EXPECT_NE(spoken.trimmed(), "") << name;
+        EXPECT_FALSE(spoken.contains('&')) << name;
+    }
+}
+
+TEST_F(frmProveTest, StartsEmptyAndSaysHowToGetAMap) {
+    Open();
+    EXPECT_EQ(Find<QLineEdit>("txtNLiv")->text(), "10");
+    EXPECT_EQ(LabelText("lblND"), "0");
+    EXPECT_FALSE(Find<QWidget>("Picture1")->isVisible());
+    EXPECT_FALSE(Find<QWidget>("XPButton1")->isEnabled()) << "there is nothing to copy";
+    EXPECT_FALSE(Find<QMenu>("mnusalva")->isEnabled());
+    EXPECT_FALSE(Find<QAction>("mnuRecenti0")->isVisible());
+    const QImage hint = window->grab(Find<QWidget>("Picture1")->geometry()).toImage();
+    int inked = 0;
+    for (int i = 0; i < hint.width() * hint.height(); ++i) {
+        inked += hint.pixelColor(i % hint.width(), i / hint.width()) != QColor(33, 33, 33) ? 1 : 0;
+    }
+    EXPECT_GT(inked, 100);
+    // No option finds anything to draw, or to complain about.
+    for (const char* option : {"chkTriangoli", "chkPerimetro", "optAree", "optLinee"}) {
+        Click(option);
+    }
+    TypeLevels("7", Qt::Key_Return);
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_EQ(session->Options().levelCount, 7);
+}
+
+TEST_F(frmProveTest, OpensAFileWithTheKeyboardAndHidesItsMapAfterAnError) {
+    dialogs.answer = folder.Write("hills.dat", HillsText(8));
+    Open();
+    QTest::keyClick(parent.get(), Qt::Key_O, Qt::ControlModifier);
+    ASSERT_EQ(dialogs.plans.size(), 1U);
+    EXPECT_EQ(dialogs.plans[0].title, "Choose a file ");
+    EXPECT_TRUE(Map()->isVisible());
+    EXPECT_TRUE(Find<QWidget>("XPButton1")->isEnabled());
+    EXPECT_TRUE(Find<QMenu>("mnusalva")->isEnabled());
+    EXPECT_EQ(LabelText("lblND"), "64");
+    EXPECT_EQ(LabelText("lblCounts"), "64 points, 98 triangles");
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "the wait is over";
+
+    dialogs.answer.reset(); // cancelled
+    const QImage before = Map()->Picture();
+    Choose("mnuLeggiDati");
+    EXPECT_TRUE(Map()->isVisible());
+    EXPECT_EQ(Map()->Picture(), before);
+    EXPECT_TRUE(messages.boxes.empty());
+
+    dialogs.error = AppError(53, "Choose", "No dialog.");
+    Choose("mnuLeggiDati");
+    EXPECT_EQ(messages.boxes,
+              (std::vector<FakeMessages::Box>{{"Error 53\r\nNo dialog.", " Files/Choose"}}));
+    EXPECT_FALSE(Map()->isVisible());
+    EXPECT_FALSE(Find<QWidget>("XPButton1")->isEnabled());
+    EXPECT_FALSE(Find<QMenu>("mnusalva")->isEnabled());
+}
+
+TEST_F(frmProveTest, ListsTheRecentFilesAndLoadsTheOneChosen) {
+    for (int k = 1; k <= 6; ++k) {
+        const std::string key = std::to_string(k);
+        const std::string name = k == 2 ? "a & b.dat" : key + ".dat";
+        settings.Set("PuntiDati", key, folder.Write(name, HillsText(k + 1)));
+    }
+    settings.Set("PuntiDati", "3", folder.File("deleted.dat"));
+    Open();
+    EXPECT_TRUE(Find<QAction>("mnuRecenti0")->isVisible());
+    EXPECT_EQ(Find<QAction>("mnuRecenti1")->text().toStdString(), "&1 " + folder.File("1.dat"));
+    EXPECT_EQ(Find<QAction>("mnuRecenti2")->text().toStdString(),
+              "&2 " + folder.File("a && b.dat"));
+    EXPECT_EQ(Find<QAction>("mnuRecenti3")->text().toStdString(), "&3 " + folder.File("4.dat"));
+    EXPECT_FALSE(Find<QAction>("mnuRecenti5")->isVisible()) << "one of the five is missing";
+
+    Choose("mnuRecenti2");
+    EXPECT_EQ(LabelText("lblND"), "9");
+    EXPECT_EQ(Find<QAction>("mnuRecenti1")->text().toStdString(),
+              "&1 " + folder.File("a && b.dat"));
+    EXPECT_EQ(Find<QAction>("mnuRecenti2")->text().toStdString(), "&2 " + folder.File("1.dat"));
+}
+
+TEST_F(frmProveTest, ShowsTheSamePictureAsADrawingWithoutAWindow) {
+    const std::string path = OpenHills();
+    MapOptions options;
+    EXPECT_EQ(Map()->Picture(), ExpectedPicture(path, options));
+    EXPECT_EQ(Map()->grab().toImage().convertToFormat(QImage::Format_RGB32), Map()->Picture())
+        << "pixel for pixel on the screen too";
+    ASSERT_TRUE(std::filesystem::remove(folder.File("work/point_qrw.txt")));
+
+    // Every click redraws, and nothing but the map.
+    const std::vector<std::pair<const char*, bool*>> boxes{
+        {"chkPerimetro", &options.showPerimeter},
+        {"chkTriangoli", &options.showTriangles},
+        {"chkValoriLivelli", &options.showLevelValues},
+        {"chkTriangoli", &options.showTriangles}};
+    for (const auto& [name, option] : boxes) {
+        const QImage before = Map()->Picture();
+        Click(name);
+        *option = !*option;
+        EXPECT_NE(Map()->Picture(), before) << name;
+        EXPECT_EQ(Map()->Picture(), ExpectedPicture(path, options)) << name;
+    }
+    const QImage lines = Map()->Picture();
+    Click("optAree");
+    options.mode = MapMode::Areas;
+    EXPECT_FALSE(Find<QWidget>("chkValoriLivelli")->isVisible());
+    EXPECT_NE(Map()->Picture(), lines);
+    EXPECT_EQ(Map()->Picture(), ExpectedPicture(path, options));
+    QTest::keyClick(Find<QWidget>("optAree"), Qt::Key_Up); // the keyboard chooses as a click does
+    EXPECT_TRUE(Find<QWidget>("chkValoriLivelli")->isVisible());
+    EXPECT_EQ(Map()->Picture(), lines);
+    EXPECT_FALSE(std::filesystem::exists(folder.File("work/point_qrw.txt")))
+        << "no option triangulates";
+
+    Click("optAree");
+    dialogs.answer = folder.File("levels.qrz");
+    Choose("mnut1");
+    EXPECT_TRUE(Find<QAbstractButton>("optLinee")->isChecked()) << "levels are saved as lines";
+    EXPECT_TRUE(Find<QWidget>("chkValoriLivelli")->isVisible());
+    EXPECT_EQ(Map()->Picture(), lines);
+    EXPECT_NE(folder.Read("levels.qrz"), "");
+}
+
+TEST_F(frmProveTest, TakesTheNumberOfLevelsWithEnterAndDigitsOnly) {
+    const std::string path = OpenHills();
+    const QImage ten = Map()->Picture();
+    TypeLevels("7", Qt::Key_Return);
+    MapOptions options;
+    options.levelCount = 7;
+    EXPECT_NE(Map()->Picture(), ten);
+    EXPECT_EQ(Map()->Picture(), ExpectedPicture(path, options));
+
+    const auto shown = [this] { return Find<QLineEdit>("txtNLiv")->text().toStdString(); };
+    TypeLevels("1", Qt::Key_Enter);
+    EXPECT_EQ(shown(), "7");
+    TypeLevels("45", Qt::Key_Escape);
+    EXPECT_EQ(shown(), "7");
+    TypeLevels("1-.a2 e", Qt::Key_B);
+    EXPECT_EQ(shown(), "12");
+    EXPECT_EQ(Map()->Picture(), ExpectedPicture(path, options)) << "not before Enter";
+    QTest::keyClick(Find<QLineEdit>("txtNLiv"), Qt::Key_Backspace);
+    EXPECT_EQ(shown(), "1");
+    EXPECT_EQ(session->Options().levelCount, 7);
+}
+
+TEST_F(frmProveTest, TellsWhereThePointerIs) {
+    OpenHills();
+    const QPoint middle(Map()->width() / 2, Map()->height() / 2);
+    const auto place = [this](QPoint at) {
+        Move(at);
+        const QStringList texts = Find<QLabel>("lblPointer")->text().split(", ");
+        EXPECT_EQ(texts.size(), 2);
+        const QStringList tip = Map()->toolTip().split(", ");
+        EXPECT_EQ(tip.size(), 2);
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(tip[i].toFloat(), static_cast<float>(texts[i].toDouble()));
+        }
+        return QPointF(texts[0].toDouble(), texts[1].toDouble());
+    };
+    const QPointF here = place(middle);
+    EXPECT_TRUE(QRectF(520000, 4520000, 70, 70).contains(here));
+    const QPointF right = place(middle + QPoint(1, 0));
+    const QPointF below = place(middle + QPoint(0, 1));
+    // A pixel is a fraction of a metre: a status bar in single precision would not tell them apart.
+    EXPECT_GT(right.x() - here.x(), 0.05);
+    EXPECT_LT(right.x() - here.x(), 0.5);
+    EXPECT_GT(here.y() - below.y(), 0.05);
+    EXPECT_LT(here.y() - below.y(), 0.5);
+}
+
+TEST_F(frmProveTest, CopiesThePictureToTheClipboard) {
+    OpenHills();
+    QGuiApplication::clipboard()->setText("old");
+    Click("XPButton1");
+    EXPECT_EQ(QGuiApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32),
+              Map()->Picture());
+    EXPECT_FALSE(QGuiApplication::clipboard()->mimeData()->hasText());
+}
+
+TEST_F(frmProveTest, LoadsAFileThatIsDroppedOnIt) {
+    Open();
+    const std::string path = folder.Write("dropped è.txt", HillsText(5));
+    EXPECT_TRUE(Drop({QUrl::fromLocalFile(QString::fromStdString(path))}));
+    EXPECT_EQ(LabelText("lblND"), "25");
+    EXPECT_EQ(session->Points().sourceName, "dropped è.txt");
+    EXPECT_FALSE(Drop({QUrl("http://localhost/points.txt")}));
+    EXPECT_FALSE(Drop({})) << "a list of addresses may be empty";
+}
+
+TEST_F(frmProveTest, DrawsTheMapAnewOnceItsSizeHasSettled) {
+    const std::string path = OpenHills();
+    const QImage before = Map()->Picture();
+    Frame()->resize(Frame()->size() - QSize(90, 60));
+    EXPECT_EQ(Map()->Picture(), before) << "stretched while the user drags";
+    EXPECT_TRUE(Soon([&] { return Map()->Picture().size() != before.size(); }));
+    EXPECT_EQ(Map()->Picture(), ExpectedPicture(path, MapOptions{}));
+}
+
+TEST_F(frmProveTest, EachFileReplacesTheOneBeforeAndSaysWhatIsSilent) {
+    OpenHills();
+    const auto load = [this](const std::string& bytes) {
+        session->LoadNamedFile(folder.Write("next.dat", bytes));
+        return LabelText("lblRemark");
+    };
+    EXPECT_EQ(load("1,1,0\n9,1.5,4\n8,8,10\n.5,7,6\n5,4,3\n5,4,3\n9,1.5,4\n"),
+              "Points that took no part because they repeat an earlier one: 2");
+    EXPECT_EQ(LabelText("lblCounts"), "7 points, 4 triangles");
+    EXPECT_EQ(Map()->Picture(), ExpectedPicture(folder.File("next.dat"), MapOptions{}));
+    EXPECT_EQ(load("0,5,1\n7,5,2\n4,7,3\n9,1,4\n").substr(0, 14), "No triangles: ");
+    EXPECT_EQ(load("1,1,1\n2,2,2\n3,3,3\n"), "");
+    EXPECT_EQ(messages.boxes.size(), 2U);
+    EXPECT_FALSE(Map()->isVisible());
+    EXPECT_EQ(load(HillsText(3)), "");
+    EXPECT_TRUE(Map()->isVisible()) << "the next success";
+}
+
+} // namespace
+} // namespace terravo
