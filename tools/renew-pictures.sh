@@ -8,3 +8,4 @@ draw() { build/release/bin/terravo-batch --quiet --map "docs/pictures/$1" "${@:2
 draw map-lines.png --size 900x640 --labels --perimeter samples/davis_hills.dat
 draw map-triangles.png --size 900x640 --triangles samples/davis_hills.dat
 draw map-volcano.png --size 900x640 --levels 12 --labels samples/volcano.dat
+build/release/bin/terravo-batch --quiet --size 900x640 --surface --view3d docs/pictures/view-surface.png samples/volcano.dat

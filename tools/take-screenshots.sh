@@ -26,18 +26,22 @@ export DISPLAY=:$number
 openbox 2>/dev/null &
 helpers+=($!)
 
-# shoot NAME FILE KEY...: the program with a file, after some keys
+# shoot NAME FILE COMMAND...: the program with a file, after xdotool's commands
 shoot() {
     build/release/bin/terravo --open "$2" >/dev/null 2>&1 &
     local program=$!
     sleep 2
-    xdotool key --delay 300 "${@:3}"
+    xdotool "${@:3}"
     sleep 1
     import -window root "docs/pictures/$1"
     kill "$program"
     wait "$program" 2>/dev/null || true
 }
 mkdir -p "$base/config"
-printf '[PosizioniForms]\nfrmProve_Left=600\nfrmProve_Top=150\n' >"$base/config/Terravo Vortak.ini"
-shoot window-lines.png samples/davis_hills.dat alt+v alt+p
-shoot window-areas.png samples/volcano.dat alt+a
+# Twips, 15 to the pixel: the map top left, the 3D window over its lower right corner.
+printf '[PosizioniForms]\nfrmProve_Left=150\nfrmProve_Top=75\nfrm3D_Left=6600\nfrm3D_Top=1700\n' \
+    >"$base/config/Terravo Vortak.ini"
+in_map=(mousemove 80 500 click 1 sleep 0.3)
+shoot window-lines.png samples/davis_hills.dat "${in_map[@]}" key --delay 300 alt+v alt+p
+shoot window-areas.png samples/volcano.dat "${in_map[@]}" key --delay 300 alt+a
+shoot window-3d.png samples/davis_hills.dat key --delay 300 alt+r sleep 4

@@ -25,8 +25,8 @@ public:
 struct Options {
     QCommandLineOption out{
         {QStringLiteral("o"), QStringLiteral("out")},
-        QStringLiteral("Write map.png, livelli.txt, point_qrw.txt, triangles.qrz "
-                       "and levels.qrz into the existing folder <dir>."),
+        QStringLiteral("Write map.png, livelli.txt, point_qrw.txt, triangles.qrz, levels.qrz and "
+                       "view3d.png into the existing folder <dir>."),
         QStringLiteral("dir")};
     QCommandLineOption map{QStringLiteral("map"), QStringLiteral("Write the map as a PNG picture."),
                            QStringLiteral("file.png")};
@@ -43,6 +43,28 @@ struct Options {
         QStringLiteral("qrz-levels"),
         QStringLiteral("Write the contour lines as a vector file for CAD."),
         QStringLiteral("file")};
+    QCommandLineOption view3D{QStringLiteral("view3d"),
+                              QStringLiteral("Write the axonometric picture as PNG."),
+                              QStringLiteral("file.png")};
+    QCommandLineOption view3DKind{
+        QStringLiteral("view3d-kind"),
+        QStringLiteral("triangles or points in the axonometric picture. Default: triangles."),
+        QStringLiteral("kind"), QStringLiteral("triangles")};
+    QCommandLineOption surface{
+        QStringLiteral("surface"),
+        QStringLiteral("Draw the points, which must form a regular grid, as a surface instead.")};
+    QCommandLineOption theta{QStringLiteral("theta"),
+                             QStringLiteral("Turn the data, degrees from 0 to below 360."),
+                             QStringLiteral("deg")};
+    QCommandLineOption alfa{QStringLiteral("alfa"),
+                            QStringLiteral("Slant of the y axis, degrees. Default: 30."),
+                            QStringLiteral("deg")};
+    QCommandLineOption rayx{
+        QStringLiteral("rayx"),
+        QStringLiteral("Length of the y axis in lengths of the x axis, 0 to 1000. Default: 1."),
+        QStringLiteral("r")};
+    QCommandLineOption blackAndWhite{QStringLiteral("bw"),
+                                     QStringLiteral("Draw the marks grey, not by height.")};
     QCommandLineOption levels{
         QStringLiteral("levels"),
         QStringLiteral("Number of levels from the lowest to the highest point, 2 to %1. "
@@ -81,9 +103,11 @@ struct Options {
                                QStringLiteral("Print the version.")};
 
     void AddTo(QCommandLineParser& parser) const {
-        parser.addOptions({out, map, segments, mesh, qrzTriangles, qrzLevels, levels, mode, labels,
-                           triangles, perimeter, size, language, comma, summary, progress, quiet,
-                           help, version});
+        parser.addOptions({out,           map,        segments, mesh,    qrzTriangles, qrzLevels,
+                           view3D,        view3DKind, surface,  theta,   alfa,         rayx,
+                           blackAndWhite, levels,     mode,     labels,  triangles,    perimeter,
+                           size,          language,   comma,    summary, progress,     quiet,
+                           help,          version});
     }
 };
 
@@ -126,6 +150,37 @@ Value ParseChoice(const QString& option, const QString& text, const QString& fir
         QStringLiteral("--%1 takes %2 or %3, not \"%4\".").arg(option, first, second, text));
 }
 
+std::optional<double> ParseNumber(const QCommandLineParser& parser,
+                                  const QCommandLineOption& option, double low, double high) {
+    if (!parser.isSet(option)) {
+        return std::nullopt;
+    }
+    bool isNumber = false;
+    const double value = parser.value(option).toDouble(&isNumber);
+    if (!isNumber || !(value >= low && value <= high)) {
+        throw UsageError(QStringLiteral("--%1 takes a number from %2 to %3, not \"%4\".")
+                             .arg(option.names().last())
+                             .arg(low)
+                             .arg(high)
+                             .arg(parser.value(option)));
+    }
+    return value;
+}
+
+void ParseView3D(const QCommandLineParser& parser, const Options& known, View3DOptions& view) {
+    constexpr double kBelowFullTurn = 359.999;
+    view.kind = ParseChoice(QStringLiteral("view3d-kind"), parser.value(known.view3DKind),
+                            QStringLiteral("triangles"), View3DKind::Triangles,
+                            QStringLiteral("points"), View3DKind::Points);
+    if (parser.isSet(known.surface)) {
+        view.kind = View3DKind::Surface;
+    }
+    view.theta = ParseNumber(parser, known.theta, 0, kBelowFullTurn);
+    view.alfa = ParseNumber(parser, known.alfa, -180, 180);
+    view.rayx = ParseNumber(parser, known.rayx, 0, 1000);
+    view.colour = !parser.isSet(known.blackAndWhite);
+}
+
 void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
     if (parser.isSet(known.out)) {
         QString folder = parser.value(known.out);
@@ -137,6 +192,7 @@ void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchO
         options.meshFile = folder.toStdString() + kMeshFileName;
         options.qrzTrianglesFile = folder.toStdString() + "triangles.qrz";
         options.qrzLevelsFile = folder.toStdString() + "levels.qrz";
+        options.view3DFile = folder.toStdString() + "view3d.png";
     }
     const auto take = [&](const QCommandLineOption& option, std::string& file) {
         if (!parser.isSet(option)) {
@@ -152,10 +208,13 @@ void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchO
     take(known.mesh, options.meshFile);
     take(known.qrzTriangles, options.qrzTrianglesFile);
     take(known.qrzLevels, options.qrzLevelsFile);
-    const QString suffix = QFileInfo(QString::fromStdString(options.mapFile)).suffix().toLower();
-    if (!suffix.isEmpty() && suffix != QLatin1String("png")) {
-        throw UsageError(
-            QStringLiteral("--map writes PNG pictures, not \"%1\" files.").arg(suffix));
+    take(known.view3D, options.view3DFile);
+    for (const std::string& picture : {options.mapFile, options.view3DFile}) {
+        const QString suffix = QFileInfo(QString::fromStdString(picture)).suffix().toLower();
+        if (!suffix.isEmpty() && suffix != QLatin1String("png")) {
+            throw UsageError(
+                QStringLiteral("Pictures are written as PNG, not as \"%1\" files.").arg(suffix));
+        }
     }
 }
 
@@ -200,6 +259,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
                     SummaryForm::Text, QStringLiteral("json"), SummaryForm::Json);
     options.summaryWanted = !parser.isSet(known.quiet) || parser.isSet(known.summary);
     options.progress = parser.isSet(known.progress) && !parser.isSet(known.quiet);
+    ParseView3D(parser, known, options.view3D);
     ParseOutputs(parser, known, options);
     RefuseCollisions(options);
     return options;
@@ -210,7 +270,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
 std::vector<std::string> BatchOptions::Outputs() const {
     std::vector<std::string> outputs;
     for (const std::string& file :
-         {mapFile, segmentsFile, meshFile, qrzTrianglesFile, qrzLevelsFile}) {
+         {mapFile, segmentsFile, meshFile, qrzTrianglesFile, qrzLevelsFile, view3DFile}) {
         if (!file.empty()) {
             outputs.push_back(file);
         }

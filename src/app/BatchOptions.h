@@ -8,12 +8,24 @@
 
 #include <QStringList>
 
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace terravo {
 
 enum class SummaryForm { Text, Json };
+
+enum class View3DKind { Triangles, Points, Surface };
+
+/// The axonometric picture of a run.
+struct View3DOptions {
+    View3DKind kind = View3DKind::Triangles;
+    std::optional<double> theta; // degrees; drawn as while rotating
+    std::optional<double> alfa;  // degrees
+    std::optional<double> rayx;
+    bool colour = true;
+};
 
 struct BatchOptions {
     std::string pointFile;
@@ -22,6 +34,8 @@ struct BatchOptions {
     std::string meshFile;     // copy of point_qrw.txt
     std::string qrzTrianglesFile;
     std::string qrzLevelsFile;
+    std::string view3DFile;
+    View3DOptions view3D;
     MapOptions map;
     int width = 1200; // pixels
     int height = 900;

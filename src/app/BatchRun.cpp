@@ -12,6 +12,8 @@
 #include "util/OutputFile.h"
 #include "util/Stopwatch.h"
 #include "util/SystemServices.h"
+#include "view3d/RegularGrid.h"
+#include "view3d/Rendering.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -200,6 +202,7 @@ private:
     void Read();
     void Draw();
     void DrawMap();
+    void DrawView3D();
     void Deliver();
     void ThrowMessages(bool deviceFailed);
     template <class Writer>
@@ -216,6 +219,7 @@ private:
     ContourMap map_;
     RasterSurface surface_;
     QImage picture_;
+    QImage viewPicture_;
     BatchFigures figures_;
 };
 
@@ -247,6 +251,11 @@ void BatchRun::Draw() {
         map_.options.mode = MapMode::Lines;
         DrawMap();
     }
+    if (!options_.view3DFile.empty()) {
+        Stopwatch watch;
+        DrawView3D();
+        figures_.milliseconds.draw += watch.Lap() * 1e3;
+    }
     const TriangleList& triangles = map_.Triangulation().triangles;
     figures_.points = map_.points.count;
     figures_.unusedPoints = CountUnusedPoints(map_.points, triangles);
@@ -256,6 +265,41 @@ void BatchRun::Draw() {
     figures_.y = map_.points.extentY;
     figures_.z = map_.points.extentZ;
     figures_.levels = options_.map.levelCount;
+}
+
+void BatchRun::DrawView3D() {
+    const View3DOptions& chosen = options_.view3D;
+    const PointSet& points = map_.points;
+    AxonometricView view;
+    switch (chosen.kind) {
+    case View3DKind::Triangles:
+        view.Triangoli(points.x, points.y, points.z, TriangleTable(map_.Triangulation().triangles),
+                       "Delaunay 2D : " + points.sourceName);
+        break;
+    case View3DKind::Points:
+        view.Punti(points.x, points.y, points.z, points.sourceName, messages_);
+        break;
+    case View3DKind::Surface: {
+        const std::optional<RegularGrid> grid = FindRegularGrid(points);
+        if (!grid) {
+            throw RunFailure(ExitCode::kUsage, options_.pointFile +
+                                                   ": the points do not form a regular grid, so "
+                                                   "they cannot be drawn as a surface.");
+        }
+        view.Superficie(grid->x, grid->y, grid->z, points.sourceName);
+        break;
+    }
+    }
+    view.alfa = static_cast<float>(chosen.alfa ? *chosen.alfa / kDegreesPerRadian
+                                               : static_cast<double>(view.alfa));
+    view.rayx = static_cast<float>(chosen.rayx.value_or(static_cast<double>(view.rayx)));
+    view.theta = static_cast<float>(chosen.theta.value_or(0) / kDegreesPerRadian);
+    view.rotating = chosen.theta.has_value();
+    RasterSurface surface(options_.width, options_.height);
+    surface.SetBackColor(kBlack);
+    Rendering::Redraw(surface, view, true, chosen.colour, state_, messages_);
+    ThrowMessages(false);
+    viewPicture_ = surface.Image();
 }
 
 void BatchRun::DrawMap() {
@@ -279,6 +323,7 @@ void BatchRun::Deliver() {
         ThrowMessages(true);
     }
     deliver(options_.mapFile, [&] { WritePng(picture_, options_.mapFile); });
+    deliver(options_.view3DFile, [&] { WritePng(viewPicture_, options_.view3DFile); });
     deliver(options_.segmentsFile,
             [&] { CopyFileWhole(state_.workFolder + kSegmentFileName, options_.segmentsFile); });
     deliver(options_.meshFile,

@@ -74,6 +74,9 @@ bool ContourMap::TriangulateAndShow3D() {
                                " Prova");
         return false;
     }
+    if (showTriangles3D) {
+        showTriangles3D(points, kept.triangles, "Delaunay 2D : " + points.sourceName);
+    }
     try {
         WriteMeshFile(state_.workFolder + kMeshFileName, points, kept.triangles);
     } catch (const AppError& error) {

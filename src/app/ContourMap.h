@@ -41,6 +41,8 @@ public:
     PointSet points;
     MapOptions options;
     std::function<void(bool)> showResultViews = [](bool) {};
+    /// Shows points and triangles in the 3D view under a title; empty where there is none.
+    std::function<void(const PointSet&, const TriangleList&, const std::string&)> showTriangles3D;
     ProgressCallback progress;
     std::atomic<bool> stopRequested{false};
 
@@ -56,7 +58,8 @@ public:
     /// RunState::lastDrawError is the error text afterwards; the user has seen it.
     MapReport DrawContourMap(DrawSurface& surface);
 
-    /// Triangulates the points and writes the mesh file to the work folder.
+    /// Triangulates the points, hands them to the 3D view and writes the mesh file to the work
+    /// folder.
     /// @return false after a message when there is no triangulation; an old mesh file stays.
     bool TriangulateAndShow3D();
 

@@ -67,6 +67,9 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
 QRect ProgramStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                    SubControl subControl, const QWidget* widget) const {
     if (control == CC_TitleBar) {
+        if (widget == nullptr || widget->objectName() != QLatin1String("frmProveFrame")) {
+            return QProxyStyle::subControlRect(control, option, subControl, widget);
+        }
         if (subControl == SC_TitleBarCloseButton) {
             return {};
         }

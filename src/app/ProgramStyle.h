@@ -15,7 +15,7 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
 
-    /// Documents have no close button: they go with the exit command.
+    /// The main contour window has no close button: it goes with the exit command.
     [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                        SubControl subControl, const QWidget* widget) const override;
 };

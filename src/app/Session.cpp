@@ -35,6 +35,10 @@ private:
 Session::Session(RunState& state, const SessionServices& services)
     : state_(state), services_(services), map_(state, services.messages, services.clock) {
     map_.showResultViews = [this](bool visible) { ShowResultViews(visible); };
+    map_.showTriangles3D = [this](const PointSet& points, const TriangleList& triangles,
+                                  const std::string& title) {
+        view_->ShowTriangles3D(points, triangles, title);
+    };
     map_.progress = [this](std::string_view, double done) { view_->ShowProgress(done); };
 }
 

@@ -30,6 +30,9 @@ public:
     /// Shows or hides the map and the 3D view, and lets or forbids saving.
     virtual void SetResultViewsVisible(bool visible) = 0;
     virtual void ShowRecentFiles() = 0;
+    /// Opens the 3D window when there is none, and shows points and triangles in it.
+    virtual void ShowTriangles3D(const PointSet& points, const TriangleList& triangles,
+                                 const std::string& title) = 0;
     /// The counts of points and triangles, and one line for what would otherwise be silent.
     virtual void ShowStatus(const std::string& counts, const std::string& remark) = 0;
     /// A long command begins, advances and ends.

@@ -63,5 +63,26 @@ void SurfaceView::resizeEvent(QResizeEvent* /*event*/) {
 void SurfaceView::mouseMoveEvent(QMouseEvent* event) {
     const QPointF pixel = event->position() * pixelRatio_;
     const terravo::UserPosition place = surface_->ToUser(pixel.x(), pixel.y());
-    emit PointerMoved(place.x, place.y);
+    if (event->buttons().testFlag(Qt::LeftButton)) {
+        emit Dragged(place.x, place.y);
+    } else {
+        emit PointerMoved(place.x, place.y);
+    }
+}
+
+void SurfaceView::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        emit DragBegun();
+    }
+}
+
+void SurfaceView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        emit DragEnded();
+    }
+}
+
+void SurfaceView::leaveEvent(QEvent* event) {
+    QWidget::leaveEvent(event);
+    emit PointerLeft();
 }

@@ -35,11 +35,20 @@ signals:
     void SizeSettled();
     /// The pointer is at this place, in the coordinates of the drawing.
     void PointerMoved(double x, double y);
+    /// The left button went down, moved the pointer to this place, went up.
+    void DragBegun();
+    void Dragged(double x, double y);
+    void DragEnded();
+    /// The pointer has left.
+    void PointerLeft();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
 private:
     [[nodiscard]] QSize WantedSize() const;

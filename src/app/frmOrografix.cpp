@@ -2,14 +2,21 @@
 
 #include "app/SchemeStyle.h"
 #include "app/StatusPanel.h"
+#include "app/WindowPosition.h"
 #include "app/frmProve.h"
+#include "view3d/frm3D.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
+#include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QRandomGenerator>
+#include <QScreen>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace {
 
@@ -25,6 +32,13 @@ void RemoveCloseCommand(QMdiSubWindow& frame) {
     if (!menu->actions().isEmpty() && menu->actions().last()->isSeparator()) {
         menu->removeAction(menu->actions().last());
     }
+}
+
+// The style lights one edge of the frame, which shows as a white line on a dark background.
+void DarkenFrame(QMdiSubWindow& frame) {
+    QPalette palette = frame.palette();
+    palette.setColor(QPalette::Light, palette.color(QPalette::Window));
+    frame.setPalette(palette);
 }
 
 } // namespace
@@ -58,10 +72,7 @@ void frmOrografix::AddMainWindow(frmProve* window, const QRect& box) {
                                         Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint);
     mainFrame_->setObjectName(QStringLiteral("frmProveFrame"));
     RemoveCloseCommand(*mainFrame_);
-    // The style lights one edge of the frame, which shows as a white line on a dark background.
-    QPalette framePalette = mainFrame_->palette();
-    framePalette.setColor(QPalette::Light, framePalette.color(QPalette::Window));
-    mainFrame_->setPalette(framePalette);
+    DarkenFrame(*mainFrame_);
     window->SetFrame(mainFrame_);
     mainFrame_->setGeometry(box);
     connect(window, &frmProve::ExitAsked, this, &QWidget::close);
@@ -83,23 +94,66 @@ void frmOrografix::ShowIn(terravo::ParentState state) {
 
 bool frmOrografix::eventFilter(QObject* watched, QEvent* event) {
     if (watched == area_ && event->type() == QEvent::Resize) {
-        QTimer::singleShot(0, this, &frmOrografix::KeepMainWindowInside);
+        QTimer::singleShot(0, this, &frmOrografix::KeepDocumentsInside);
     }
     return QMainWindow::eventFilter(watched, event);
 }
 
-// A place from a larger screen, a random one or a smaller parent must not hide the window behind
+// A place from a larger screen, a random one or a smaller parent must not hide a document behind
 // the parent's edge.
-void frmOrografix::KeepMainWindowInside() {
-    if (mainFrame_ == nullptr || mainFrame_->isMaximized() || mainFrame_->isMinimized()) {
-        return;
-    }
+void frmOrografix::KeepDocumentsInside() {
     const QRect room = area_->viewport()->rect();
-    QRect box = mainFrame_->geometry();
-    box.setSize(box.size().boundedTo(room.size()).expandedTo(mainFrame_->minimumSizeHint()));
-    box.moveLeft(std::max(0, std::min(box.left(), room.width() - box.width())));
-    box.moveTop(std::max(0, std::min(box.top(), room.height() - box.height())));
-    mainFrame_->setGeometry(box);
+    for (QMdiSubWindow* frame : area_->subWindowList()) {
+        if (frame->isMaximized() || frame->isMinimized()) {
+            continue;
+        }
+        QRect box = frame->geometry();
+        box.setSize(box.size().boundedTo(room.size()).expandedTo(frame->minimumSizeHint()));
+        box.moveLeft(std::max(0, std::min(box.left(), room.width() - box.width())));
+        box.moveTop(std::max(0, std::min(box.top(), room.height() - box.height())));
+        frame->setGeometry(box);
+    }
+}
+
+void frmOrografix::SetView3D(std::function<frm3D*()> make, terravo::SettingsStore& settings) {
+    makeView3D_ = std::move(make);
+    settings_ = &settings;
+    mainWindow_->view3D = [this](bool open) { return View3DWindow(open); };
+}
+
+frm3D* frmOrografix::View3DWindow(bool open) {
+    if (view3D_ == nullptr && open) {
+        OpenView3D()->show();
+        KeepDocumentsInside();
+    }
+    return view3D_;
+}
+
+QMdiSubWindow* frmOrografix::OpenView3D() {
+    constexpr QSize kDesigned(820, 610);
+    view3D_ = makeView3D_();
+    QMdiSubWindow* frame = area_->addSubWindow(view3D_);
+    frame->setObjectName(QStringLiteral("frm3DFrame"));
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    DarkenFrame(*frame);
+    frame->setGeometry(RestoredBox(*settings_, "frm3D", kDesigned));
+    connect(view3D_, &frm3D::Closing, this, [this, frame] {
+        const QRect box = frame->geometry();
+        terravo::SaveWindowPosition(*settings_, "frm3D",
+                                    {box.left(), box.top(), box.width(), box.height()},
+                                    frame->isMinimized(), false);
+    });
+    return frame;
+}
+
+QRect RestoredBox(const terravo::SettingsStore& settings, const std::string& windowName,
+                  QSize designed) {
+    const QSize screen = QGuiApplication::primaryScreen()->size();
+    const terravo::WindowBox box = terravo::RestoreWindowPosition(
+        settings, windowName, {0, 0, designed.width(), designed.height()}, screen.width(),
+        screen.height(),
+        [](int low, int high) { return QRandomGenerator::global()->bounded(low, high + 1); });
+    return {box.left, box.top, box.width, box.height};
 }
 
 void frmOrografix::dragEnterEvent(QDragEnterEvent* event) {

@@ -8,6 +8,7 @@
 #include "app/SurfaceView.h"
 #include "util/NumberText.h"
 #include "util/RunState.h"
+#include "view3d/frm3D.h"
 
 #include <QBoxLayout>
 #include <QClipboard>
@@ -242,6 +243,18 @@ void frmProve::SetResultViewsVisible(bool visible) {
     Picture1->setVisible(visible);
     XPButton1->setEnabled(visible);
     mnusalva->setEnabled(visible);
+    frm3D* view = view3D ? view3D(false) : nullptr;
+    if (view != nullptr) {
+        view->SetPictureVisible(visible);
+    }
+}
+
+void frmProve::ShowTriangles3D(const terravo::PointSet& points,
+                               const terravo::TriangleList& triangles, const std::string& title) {
+    frm3D* view = view3D ? view3D(true) : nullptr;
+    if (view != nullptr) {
+        view->Commands().ShowTriangles(points, triangles, title);
+    }
 }
 
 void frmProve::ShowRecentFiles() {

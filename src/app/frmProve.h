@@ -12,6 +12,8 @@
 #include <QRadioButton>
 #include <QWidget>
 
+#include <functional>
+
 class GradientButton;
 class LevelBox;
 class QBoxLayout;
@@ -20,6 +22,7 @@ class QMenuBar;
 class QMimeData;
 class StatusPanel;
 class SurfaceView;
+class frm3D;
 
 class frmProve : public QWidget, public terravo::MainView {
     Q_OBJECT
@@ -39,6 +42,10 @@ public:
     /// Fills the recent files and loads the start-up file; the windows exist by now.
     void Start(const std::string& rawCommandLine, const std::string& namedFile);
 
+    /// The 3D window: opened when there is none and `open` is set, else the one that is open or
+    /// null. Where it is not set there are no 3D views.
+    std::function<frm3D*(bool open)> view3D;
+
     /// The frame of this window among the documents of the parent.
     void SetFrame(QMdiSubWindow* frame) { frame_ = frame; }
 
@@ -47,6 +54,8 @@ public:
     void ShowPointCount(terravo::Index count) override;
     void SetResultViewsVisible(bool visible) override;
     void ShowRecentFiles() override;
+    void ShowTriangles3D(const terravo::PointSet& points, const terravo::TriangleList& triangles,
+                         const std::string& title) override;
     void ShowStatus(const std::string& counts, const std::string& remark) override;
     void BeginWork() override;
     void ShowProgress(double done) override;

@@ -6,14 +6,12 @@
 #include "app/StartUpRules.h"
 #include "app/SupportFolder.h"
 #include "app/UserFolders.h"
-#include "app/WindowPosition.h"
 #include "app/frmOrografix.h"
 #include "app/frmProve.h"
 #include "util/SystemServices.h"
+#include "view3d/frm3D.h"
 
 #include <QApplication>
-#include <QRandomGenerator>
-#include <QScreen>
 
 #include <algorithm>
 #include <cstdio>
@@ -50,19 +48,6 @@ std::string NamedFile(const std::vector<std::string>& arguments) {
     return arguments.size() >= 2 && arguments.front() == "--open" ? arguments[1] : std::string();
 }
 
-// The place that the main window had, or a random one; its size is that of its design.
-QRect MainWindowBox(const SettingsStore& settings) {
-    constexpr int kDesignedWidth = 960;
-    constexpr int kDesignedHeight = 640;
-    const QSize screen = QGuiApplication::primaryScreen()->size();
-    const WindowBox box =
-        RestoreWindowPosition(settings, "frmProve", {0, 0, kDesignedWidth, kDesignedHeight},
-                              screen.width(), screen.height(), [](int low, int high) {
-                                  return QRandomGenerator::global()->bounded(low, high + 1);
-                              });
-    return {box.left, box.top, box.width, box.height};
-}
-
 // Disabled menu entries, such as the heading of the recent files, are still to be read.
 QPalette ReadablePalette(QPalette palette) {
     for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
@@ -88,7 +73,8 @@ int RunWindows(const std::vector<std::string>& arguments) {
     Session session(state, {messages, clipboard, dialogs, programEnd, log, clock, settings});
     frmOrografix parent(scheme);
     auto* window = new frmProve(state, session, parent.Status());
-    parent.AddMainWindow(window, MainWindowBox(settings));
+    parent.AddMainWindow(window, RestoredBox(settings, "frmProve", QSize(960, 640)));
+    parent.SetView3D([&] { return new frm3D(state, messages, scheme); }, settings);
     window->SetCaptions();
     window->SetColours(scheme);
     parent.ShowIn(ParentStateFor(clipboard.Text()));

@@ -54,7 +54,8 @@ TEST(BatchProgram, WritesTheExchangeFilesByteByByte) {
     EXPECT_EQ(folder.Read("point_qrw.txt"), ReadData("small.point_qrw.txt"));
     EXPECT_EQ(folder.Read("triangles.qrz"), ReadData("small.triangles.qrz"));
     EXPECT_EQ(folder.Read("levels.qrz"), ReadData("small.levels.qrz"));
-    EXPECT_EQ(folder.Names().size(), 5U);
+    EXPECT_EQ(QImage(QString::fromStdString(folder.File("view3d.png"))).size(), QSize(1200, 900));
+    EXPECT_EQ(folder.Names().size(), 6U);
     EXPECT_EQ(QImage(QString::fromStdString(folder.File("map.png"))).size(), QSize(1200, 900));
 }
 
@@ -69,6 +70,27 @@ TEST(BatchProgram, WritesTheSameSegmentsBesideAMapOfAreas) {
     EXPECT_EQ(
         Batch({DataFile("small.dat"), "--levels", "4", "--map", folder.File("l.png")}).exitCode, 0);
     EXPECT_NE(areas, QImage(QString::fromStdString(folder.File("l.png"))));
+}
+
+TEST(BatchProgram, DrawsEveryKindOfAxonometricPicture) {
+    const test::TemporaryFolder folder;
+    // A grid in no particular order.
+    const std::string grid = folder.Write("grid.dat", "2,1,5\n1,2,3\n1,1,4\n3,2,9\n2,2,6\n3,1,7\n");
+    std::vector<QImage> pictures;
+    const std::vector<std::vector<std::string>> calls{
+        {},       {"--view3d-kind", "points"}, {"--surface"},    {"--theta", "40"},
+        {"--bw"}, {"--alfa", "100"},           {"--rayx", "0.3"}};
+    for (std::vector<std::string> call : calls) {
+        call.insert(call.end(), {grid, "--quiet", "--view3d", folder.File("v.png")});
+        const Ended ended = Batch(call);
+        ASSERT_EQ(ended.exitCode, 0) << ended.error;
+        const QImage picture(QString::fromStdString(folder.File("v.png")));
+        EXPECT_FALSE(picture.isNull());
+        for (const QImage& other : pictures) {
+            EXPECT_NE(picture, other) << call[0];
+        }
+        pictures.push_back(picture);
+    }
 }
 
 TEST(BatchProgram, ReadsItsOwnPointsBack) {
@@ -180,6 +202,12 @@ TEST(BatchProgram, EndsWrongCallsWithTwo) {
         {points, "--language", "xx"},
         {points, "--map", folder.File("map.gif")},
         {points, "--map", ""},
+        {points, "--view3d", folder.File("v.gif")},
+        {points, "--view3d", folder.File("v.png"), "--surface"},
+        {points, "--view3d-kind", "cubes"},
+        {points, "--theta", "360"},
+        {points, "--alfa", "steep"},
+        {points, "--rayx", "1001"},
         {points, "--segments", points},
         {points, "--segments", folder.File("a"), "--mesh", folder.File("a")},
     };

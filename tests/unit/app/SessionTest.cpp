@@ -19,11 +19,16 @@ struct FakeView : MainView {
     int working = 0;
     int closes = 0;
     int linesSelected = 0;
+    std::string title3D;
 
     DrawSurface& MapSurface() override { return surface; }
     void ShowPointCount(Index count) override { pointCount = count; }
     void SetResultViewsVisible(bool on) override { visible.push_back(on); }
     void ShowRecentFiles() override {}
+    void ShowTriangles3D(const PointSet&, const TriangleList& triangles,
+                         const std::string& title) override {
+        title3D = title + ", " + std::to_string(triangles.count);
+    }
     void ShowStatus(const std::string& newCounts, const std::string& newRemark) override {
         counts = newCounts;
         remark = newRemark;
@@ -78,6 +83,7 @@ TEST_F(SessionTest, OpensAFileAndShowsItsMap) {
                                        {"Tutti i Files (*.*)", "*.*"}}));
     EXPECT_EQ(view.pointCount, 5);
     EXPECT_EQ(view.visible, std::vector<bool>{true});
+    EXPECT_EQ(view.title3D, "Delaunay 2D : a.dat, 4");
     EXPECT_EQ(session.Recent().Paths(), std::vector<std::string>{*dialogs.answer});
     EXPECT_FALSE(folder.Read("livelli.txt").empty());
     EXPECT_FALSE(folder.Read("point_qrw.txt").empty());

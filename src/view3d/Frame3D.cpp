@@ -1,0 +1,331 @@
+#include "view3d/Frame3D.h"
+
+#include "plot2d/AxisRule.h"
+#include "plot2d/PlotFrame.h"
+#include "util/AppError.h"
+#include "util/NumberText.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <vector>
+
+namespace terravo {
+namespace {
+
+using AxisRule::Axis;
+
+constexpr const char* kSource = "DrawFrame3D";
+constexpr const char* kXFormat = "#0.0##";
+constexpr const char* kYFormat = "#0.0##";
+constexpr const char* kZFormat = "#0.000";
+constexpr double kTick = 4;          // pixels
+constexpr double kLabelGap = 3;      // pixels between a tick and its label
+constexpr double kLowestZPart = 0.1; // of the height, kept for the z axis
+constexpr double kUprightSlant = 2;  // pixels
+constexpr double kTinyLength = 0.5;  // pixels: an axis shorter than that is a point
+constexpr Colour kTitleColour = kRed;
+
+// Places of the frame in pixels, y downwards.
+struct Layout {
+    double originX = 0; // of (xmin, ymin, zmin)
+    double originY = 0;
+    double lengthX = 0;
+    double heightZ = 0;
+    double slantX = 0; // from the start to the end of the y axis
+    double slantY = 0; // upwards
+};
+
+struct Frame {
+    DrawSurface& surface;
+    AxonometricView& view;
+    const RunState& run;
+    Colour colour;
+    Axis x;
+    Axis y;
+    Axis z;
+    Layout layout;
+};
+
+double Wide(float value) {
+    return static_cast<double>(value);
+}
+
+void CheckRange(float min, float max, const char* description, const RunState& run) {
+    if (min > max) {
+        throw AppError(ErrorNumber::kDrawing, run.Text(TextIndex::kScaleErrorSource) + "3D",
+                       description);
+    }
+}
+
+void ChooseAxes(Frame& frame) {
+    SpaceExtents& e = frame.view.extents;
+    CheckRange(e.xmin, e.xmax, " Error Scale X.", frame.run);
+    CheckRange(e.ymin, e.ymax, " Error Scale Y.", frame.run);
+    CheckRange(e.zmin, e.zmax, " Error Scale Z.", frame.run);
+    const char separator = frame.run.decimalSeparator;
+    const auto xLimits = AxisRule::WidenNarrow({Wide(e.xmin), Wide(e.xmax)});
+    const auto yLimits =
+        AxisRule::WidenEqualLabels({Wide(e.ymin), Wide(e.ymax)}, kYFormat, separator);
+    const auto zLimits =
+        AxisRule::WidenEqualLabels({Wide(e.zmin), Wide(e.zmax)}, kZFormat, separator);
+    frame.x = AxisRule::AxisLimits(xLimits.min, xLimits.max);
+    frame.y = AxisRule::AxisLimits(yLimits.min, yLimits.max);
+    frame.z = AxisRule::AxisLimits(zLimits.min, zLimits.max);
+    e = {static_cast<float>(frame.x.min), static_cast<float>(frame.x.max),
+         static_cast<float>(frame.y.min), static_cast<float>(frame.y.max),
+         static_cast<float>(frame.z.min), static_cast<float>(frame.z.max)};
+    if (!(e.xmax > e.xmin) || !(e.ymax > e.ymin) || !(e.zmax > e.zmin)) {
+        throw AppError(ErrorNumber::kDivisionByZero, kSource,
+                       "The extents are too narrow for coordinates of this size.");
+    }
+}
+
+std::string Label(const Frame& frame, double value, const char* format) {
+    return NumberText::FormatScreen(value, format, frame.run.decimalSeparator);
+}
+
+// The widest of the labels of an axis, pixels.
+double LabelWidth(const Frame& frame, const Axis& axis, const char* format) {
+    return std::max(frame.surface.TextWidth(Label(frame, axis.min, format)),
+                    frame.surface.TextWidth(Label(frame, axis.max, format)));
+}
+
+// Finds the room between the margins and shares it out between the three axes.
+void ChooseLayout(Frame& frame) {
+    DrawSurface& surface = frame.surface;
+    surface.SetScaleMode(ScaleUnit::Pixels);
+    surface.SetFontName("MS Sans Serif");
+    surface.SetFontBold(false);
+    surface.SetFontSize(12);
+    const double titleHeight = surface.TextHeight("H");
+    surface.SetFontSize(8);
+    const double lineHeight = surface.TextHeight("H");
+    const double left =
+        std::max(LabelWidth(frame, frame.z, kZFormat), LabelWidth(frame, frame.y, kYFormat)) +
+        kTick + 2 * kLabelGap;
+    const double right = std::max(LabelWidth(frame, frame.y, kYFormat) + kTick + 2 * kLabelGap,
+                                  LabelWidth(frame, frame.x, kXFormat) / 2) +
+                         surface.TextWidth("W");
+    const double top = titleHeight + 2 * lineHeight;
+    const double bottom = 2 * lineHeight + kTick + 2 * kLabelGap;
+    const double width = surface.PixelWidth() - left - right;
+    const double height = surface.PixelHeight() - top - bottom;
+    if (!(width > 0) || !(height > 0)) {
+        throw AppError(ErrorNumber::kDivisionByZero, kSource,
+                       "The drawing area is too small for the axis labels.");
+    }
+    AxonometricView& view = frame.view;
+    view.rayx = std::min(view.rayx, kLongestYAxis);
+    const double alongX = Wide(view.rayx) * std::cos(Wide(view.alfa));
+    const double alongZ = Wide(view.rayx) * std::sin(Wide(view.alfa));
+    Layout& layout = frame.layout;
+    layout.lengthX = width / (1 + std::fabs(alongX));
+    const double mostRise = height * (1 - kLowestZPart);
+    if (std::fabs(alongZ) * layout.lengthX > mostRise) {
+        layout.lengthX = mostRise / std::fabs(alongZ);
+    }
+    layout.slantX = alongX * layout.lengthX;
+    layout.slantY = alongZ * layout.lengthX;
+    layout.heightZ = height - std::fabs(layout.slantY);
+    const double used = layout.lengthX + std::fabs(layout.slantX);
+    layout.originX = left + (width - used) / 2 + std::max(0.0, -layout.slantX);
+    layout.originY = surface.PixelHeight() - bottom - std::max(0.0, -layout.slantY);
+}
+
+void SetScale(Frame& frame) {
+    const Layout& layout = frame.layout;
+    const SpaceExtents& e = frame.view.extents;
+    PixelCoefficients& c = frame.view.coefficients;
+    const double xSpan = Wide(e.xmax) - Wide(e.xmin);
+    const double ySpan = Wide(e.ymax) - Wide(e.ymin);
+    const double zSpan = Wide(e.zmax) - Wide(e.zmin);
+    // The second coefficient follows from the first as it was rounded, so that the start of each
+    // axis falls on its pixel.
+    c.Ax = static_cast<float>(layout.lengthX / xSpan);
+    c.Bx = static_cast<float>(layout.originX - Wide(c.Ax) * Wide(e.xmin));
+    c.Ay = static_cast<float>(Wide(frame.view.rayx) * layout.lengthX / ySpan);
+    c.By = static_cast<float>(-Wide(c.Ay) * Wide(e.ymin));
+    c.Az = static_cast<float>(-layout.heightZ / zSpan);
+    c.Bz = static_cast<float>(layout.originY - Wide(c.Az) * Wide(e.zmin));
+    DrawSurface& surface = frame.surface;
+    const double xUnit = xSpan / layout.lengthX; // user units a pixel
+    const double zUnit = zSpan / layout.heightZ;
+    const double leftEdge = Wide(e.xmin) - layout.originX * xUnit;
+    const double topEdge = Wide(e.zmin) + layout.originY * zUnit;
+    surface.SetAutoRedraw(true);
+    surface.Scale(leftEdge, topEdge, leftEdge + surface.PixelWidth() * xUnit,
+                  topEdge - surface.PixelHeight() * zUnit);
+    surface.SetScaleMode(ScaleUnit::Pixels);
+    surface.SetDrawWidth(1);
+    surface.SetDrawMode(DrawModes::kCopy);
+    surface.SetDrawStyle(DrawStyles::kSolid);
+    surface.Line(0, 0, surface.PixelWidth(), surface.PixelHeight(), surface.BackColor(),
+                 Box::Filled);
+}
+
+// A pixel on the plane of zmin: parts of the x axis and of the y axis.
+PixelPosition OnBase(const Frame& frame, double partX, double partY) {
+    const Layout& layout = frame.layout;
+    return {layout.originX + partX * layout.lengthX + partY * layout.slantX,
+            layout.originY - partY * layout.slantY};
+}
+
+void Stroke(const Frame& frame, PixelPosition a, PixelPosition b) {
+    frame.surface.Line(a.x, a.y, b.x, b.y, frame.colour);
+}
+
+void DrawBox(const Frame& frame) {
+    DrawSurface& surface = frame.surface;
+    surface.SetDrawStyle(DrawStyles::kDot);
+    Stroke(frame, OnBase(frame, 1, 0), OnBase(frame, 1, 1));
+    Stroke(frame, OnBase(frame, 0, 1), OnBase(frame, 1, 1));
+    surface.SetDrawStyle(DrawStyles::kSolid);
+    Stroke(frame, OnBase(frame, 0, 0), OnBase(frame, 1, 0));
+    Stroke(frame, OnBase(frame, 0, 0), OnBase(frame, 0, 1));
+    const PixelPosition origin = OnBase(frame, 0, 0);
+    Stroke(frame, origin, {origin.x, origin.y - frame.layout.heightZ});
+}
+
+// Rectangle of a label, pixels.
+struct Place {
+    double left;
+    double top;
+    double right;
+    double bottom;
+
+    [[nodiscard]] bool Touches(const Place& other) const {
+        return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
+    }
+};
+
+// Prints the labels of all axes, each unless it would touch one printed before.
+class LabelPrinter {
+public:
+    explicit LabelPrinter(DrawSurface& surface) : surface_(surface) {}
+
+    /// @param alignX  part of the width that lies left of x; alignY the same of the height above y.
+    void Print(const std::string& text, double x, double y, double alignX, double alignY) {
+        const double width = surface_.TextWidth(text);
+        const double height = surface_.TextHeight(text);
+        const double left = x - alignX * width;
+        const double top = y - alignY * height;
+        const Place place{left, top, left + width, top + height};
+        if (std::any_of(taken_.begin(), taken_.end(),
+                        [&place](const Place& other) { return place.Touches(other); })) {
+            return;
+        }
+        taken_.push_back(place);
+        surface_.SetCurrentX(left);
+        surface_.SetCurrentY(top);
+        surface_.Print(text, NewLine::No);
+    }
+
+private:
+    DrawSurface& surface_;
+    std::vector<Place> taken_;
+};
+
+double PartOf(const Axis& axis, double value) {
+    return (value - axis.min) / (axis.max - axis.min);
+}
+
+void DrawXTicks(const Frame& frame, LabelPrinter& printer) {
+    for (const float tick : AxisRule::Ticks(frame.x)) {
+        const PixelPosition at = OnBase(frame, PartOf(frame.x, Wide(tick)), 0);
+        Stroke(frame, at, {at.x, at.y + kTick});
+        printer.Print(Label(frame, Wide(tick), kXFormat), at.x, at.y + kTick + kLabelGap, 0.5, 0);
+    }
+    const PixelPosition end = OnBase(frame, 1, 0);
+    const double line = frame.surface.TextHeight("x");
+    printer.Print("x", end.x, end.y + kTick + kLabelGap + line, 0.5, 0);
+}
+
+// The labels stand to the right of the axis, or to the left of one that is upright or leans left:
+// there they are away from the data.
+void DrawYTicks(const Frame& frame, LabelPrinter& printer) {
+    const bool leansLeft = frame.layout.slantX < kUprightSlant;
+    const double side = leansLeft ? -1 : 1;
+    const double align = leansLeft ? 1 : 0;
+    const bool hasLength = std::hypot(frame.layout.slantX, frame.layout.slantY) > kTinyLength;
+    if (!hasLength) {
+        return;
+    }
+    for (const float tick : AxisRule::Ticks(frame.y)) {
+        const PixelPosition at = OnBase(frame, 0, PartOf(frame.y, Wide(tick)));
+        Stroke(frame, at, {at.x + side * kTick, at.y});
+        printer.Print(Label(frame, Wide(tick), kYFormat), at.x + side * (kTick + kLabelGap), at.y,
+                      align, 0.5);
+    }
+    const PixelPosition end = OnBase(frame, 0, 1);
+    printer.Print("y", end.x, end.y - kLabelGap, 0.5, 1);
+}
+
+void DrawZTicks(const Frame& frame, LabelPrinter& printer) {
+    const PixelPosition origin = OnBase(frame, 0, 0);
+    for (const float tick : AxisRule::Ticks(frame.z)) {
+        const double y = origin.y - PartOf(frame.z, Wide(tick)) * frame.layout.heightZ;
+        Stroke(frame, {origin.x, y}, {origin.x - kTick, y});
+        printer.Print(Label(frame, Wide(tick), kZFormat), origin.x - kTick - kLabelGap, y, 1, 0.5);
+    }
+    const double top = origin.y - frame.layout.heightZ;
+    const double half = frame.surface.TextHeight("z") / 2;
+    printer.Print(frame.view.zLabel, origin.x - kTick, top - half - kLabelGap, 0.5, 1);
+}
+
+void PrintTitle(const Frame& frame) {
+    const std::string& title = frame.view.title;
+    if (title.empty()) {
+        return;
+    }
+    DrawSurface& surface = frame.surface;
+    surface.SetFontSize(12);
+    surface.SetFontBold(true);
+    surface.SetForeColor(kTitleColour);
+    const double width = surface.TextWidth(title);
+    const double room = surface.PixelWidth();
+    const bool fits = width <= room;
+    surface.SetCurrentX(fits ? (room - width) / 2 : 0);
+    surface.SetCurrentY(0);
+    surface.Print(
+        fits ? title : PlotFrame::ShortenedTitle(title, width, surface.TextWidth(" . . . ."), room),
+        NewLine::Yes);
+    surface.SetFontBold(false);
+    surface.SetFontSize(8);
+}
+
+void DrawStages(Frame& frame) {
+    ChooseAxes(frame);
+    ChooseLayout(frame);
+    SetScale(frame);
+    frame.surface.SetForeColor(frame.colour);
+    DrawBox(frame);
+    LabelPrinter printer(frame.surface);
+    DrawXTicks(frame, printer);
+    DrawYTicks(frame, printer);
+    DrawZTicks(frame, printer);
+    PrintTitle(frame);
+    frame.surface.SetScaleMode(ScaleUnit::User);
+}
+
+} // namespace
+
+bool DrawFrame3D(DrawSurface& surface, AxonometricView& view, Colour colour, const RunState& run,
+                 MessageService& messages) {
+    Frame frame{surface, view, run, colour, {}, {}, {}, {}};
+    const auto report = [&](const std::string& description, const std::string& source) {
+        messages.ShowCritical(description, run.Text(TextIndex::kViewErrorTitle) + source + "3D");
+    };
+    try {
+        DrawStages(frame);
+        return true;
+    } catch (const AppError& error) {
+        report(error.what(), error.source());
+    } catch (const std::exception& error) {
+        report(error.what(), kSource);
+    }
+    surface.SetScaleMode(ScaleUnit::User);
+    return false;
+}
+
+} // namespace terravo

@@ -1,0 +1,163 @@
+#include "view3d/View3D.h"
+
+#include "util/NumberText.h"
+#include "util/modUtilita.h"
+
+#include <utility>
+
+namespace terravo {
+namespace {
+
+constexpr float kOneDegree = 0.017453292F;
+constexpr float kFullTurn = 6.2831855F;
+constexpr std::size_t kRotateText = 10;
+constexpr std::size_t kPauseText = 11;
+
+} // namespace
+
+View3D::View3D(const RunState& run, MessageService& messages, View3DDisplay& display)
+    : run_(run), messages_(messages), display_(display) {}
+
+void View3D::Triangoli(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
+                       Table<Index> triangles, const std::string& title,
+                       const SpaceExtents* extents) {
+    view_.Triangoli(x, y, z, std::move(triangles), title, extents);
+    ShowNewData();
+}
+
+void View3D::Punti(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
+                   const std::string& title, const SpaceExtents* extents) {
+    view_.Punti(x, y, z, title, messages_, extents);
+    ShowNewData();
+}
+
+void View3D::Superficie(const Array1<double>& x, const Array1<double>& y, const Table<double>& z,
+                        const std::string& title) {
+    view_.Superficie(x, y, z, title);
+    ShowNewData();
+}
+
+void View3D::ShowTriangles(const PointSet& points, const TriangleList& triangles,
+                           const std::string& title) {
+    // The count governs: after an empty file the arrays are still those of the file before.
+    const auto used = [&points](Array1<double> values) {
+        values.Resize(points.count);
+        return values;
+    };
+    Triangoli(used(points.x), used(points.y), used(points.z), TriangleTable(triangles), title);
+}
+
+void View3D::ShowNewData() {
+    hasData_ = true;
+    Redraw(true);
+    ShowControls();
+    PlaceAxisLabels();
+}
+
+void View3D::Redraw(bool full) {
+    if (hasData_) {
+        Rendering::Redraw(display_.Surface3D(), view_, full, colour_, run_, messages_);
+    }
+}
+
+void View3D::ToggleRotation() {
+    view_.rotating = !view_.rotating;
+    view_.theta = 0;
+    display_.ShowReadOut(std::nullopt);
+    ShowControls();
+    // The first turned picture comes with the first tick.
+    if (!view_.rotating) {
+        Redraw(false);
+    }
+}
+
+void View3D::Tick() {
+    view_.theta += kOneDegree;
+    if (view_.theta >= kFullTurn) {
+        view_.theta = 0;
+    }
+    ShowControls();
+    Redraw(false);
+}
+
+void View3D::TogglePause() {
+    paused_ = !paused_;
+    ShowControls();
+}
+
+void View3D::StepAngle(int degrees) {
+    int wrapped = degrees >= 360 ? 0 : degrees;
+    if (degrees < 0) {
+        wrapped = 359;
+    }
+    view_.theta = static_cast<float>(wrapped / kDegreesPerRadian);
+    ShowControls();
+    Redraw(false);
+}
+
+void View3D::SetColour(bool colour) {
+    colour_ = colour;
+    Redraw(false);
+}
+
+void View3D::SetStandardView(StandardView view) {
+    view_.SetStandardView(view, display_.OuterHeight());
+    ShowControls();
+    Redraw(true);
+}
+
+void View3D::BeginDrag() {
+    display_.ShowReadOut(std::nullopt);
+}
+
+void View3D::Drag(double userX, double userZ) {
+    if (!hasData_) {
+        return;
+    }
+    view_.DragAxisEnd(userX, userZ);
+    display_.ShowReadOut(std::nullopt);
+    Redraw(true);
+    ShowControls();
+}
+
+void View3D::PlaceAxisLabels() {
+    const std::optional<PixelPoint> pointer = display_.PointerPixel();
+    if (!pointer || !hasData_) {
+        return;
+    }
+    const NearestPoint nearest = view_.FindNearest(*pointer);
+    if (!nearest.found) {
+        return;
+    }
+    const auto text = [this](double value) {
+        return NumberText::FormatScreen(value, "#0.000", run_.decimalSeparator) + " ";
+    };
+    display_.ShowReadOut(
+        View3DReadOut{text(nearest.x), text(nearest.y), text(nearest.z), nearest.pixel});
+}
+
+void View3D::LeaveArea() {
+    display_.ShowReadOut(std::nullopt);
+}
+
+void View3D::ShowControls() {
+    const auto format = [this](double value, const char* pattern) {
+        return NumberText::FormatScreen(value, pattern, run_.decimalSeparator);
+    };
+    const double degrees = static_cast<double>(view_.theta) * kDegreesPerRadian;
+    View3DControls controls;
+    controls.rotateCaption = view_.rotating ? "&Stop" : run_.Text(kRotateText);
+    controls.rotateEnabled = !paused_;
+    const std::string pause = run_.Text(kPauseText);
+    controls.pauseCaption = paused_ ? "Co&nt." : pause.empty() ? "&Pausa" : pause;
+    controls.pauseEnabled = view_.rotating;
+    controls.stepUsable = paused_;
+    controls.timerOn = view_.rotating && !paused_;
+    controls.thetaDegrees = modUtilita::RoundHalfEven(degrees);
+    controls.theta = format(degrees, "#0.0");
+    controls.rayx = format(static_cast<double>(view_.rayx), "#0.000");
+    controls.alfa = format(static_cast<double>(view_.alfa) * kDegreesPerRadian, "#0.000");
+    display_.ShowControls(controls);
+}
+
+} // namespace terravo

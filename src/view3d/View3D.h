@@ -1,0 +1,114 @@
+// The commands of the 3D window, without the window.
+//
+// Data: the axonometric view and the state of its rotation. Method: each control's event is one
+// operation, which changes the view, draws, and tells the display what its controls show; the
+// timer, the pointer and the labels are the display's.
+//
+//   idle      --Rotate-->  rotating  --Pause-->     paused
+//   rotating  --Rotate-->  idle      paused --Pause--> rotating
+#pragma once
+
+#include "util/PointSet.h"
+#include "util/RunState.h"
+#include "util/Services.h"
+#include "view3d/AxonometricView.h"
+#include "view3d/Rendering.h"
+
+#include <optional>
+#include <string>
+
+namespace terravo {
+
+/// What the controls show.
+struct View3DControls {
+    std::string rotateCaption;
+    bool rotateEnabled = true;
+    std::string pauseCaption;
+    bool pauseEnabled = false;
+    bool stepUsable = false; // the up-down of the angle
+    bool timerOn = false;
+    int thetaDegrees = 0; // of the up-down
+    std::string theta;    // degrees, for lblTheta
+    std::string rayx;
+    std::string alfa; // degrees
+};
+
+/// The texts of the read-out.
+struct View3DReadOut {
+    std::string x;
+    std::string y;
+    std::string z;
+    PixelPoint pixel; // of the indicator's middle
+};
+
+class View3DDisplay {
+public:
+    virtual ~View3DDisplay() = default;
+    /// The drawing area, at its present size.
+    virtual DrawSurface& Surface3D() = 0;
+    /// Outer height of the drawing area, pixels.
+    [[nodiscard]] virtual int OuterHeight() const = 0;
+    /// Pixel under the pointer; nothing unless the drawing area itself is under it.
+    [[nodiscard]] virtual std::optional<PixelPoint> PointerPixel() const = 0;
+    virtual void ShowControls(const View3DControls& controls) = 0;
+    /// Shows the read-out and the indicator, or hides both.
+    virtual void ShowReadOut(const std::optional<View3DReadOut>& readOut) = 0;
+};
+
+class View3D {
+public:
+    View3D(const RunState& run, MessageService& messages, View3DDisplay& display);
+
+    [[nodiscard]] const AxonometricView& View() const { return view_; }
+    [[nodiscard]] bool IsPaused() const { return paused_; }
+
+    // Entries; see AxonometricView.
+    void Triangoli(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
+                   Table<Index> triangles, const std::string& title,
+                   const SpaceExtents* extents = nullptr);
+    void Punti(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
+               const std::string& title, const SpaceExtents* extents = nullptr);
+    void Superficie(const Array1<double>& x, const Array1<double>& y, const Table<double>& z,
+                    const std::string& title);
+
+    /// The same for the triangles of a point set.
+    void ShowTriangles(const PointSet& points, const TriangleList& triangles,
+                       const std::string& title);
+
+    /// Starts the rotation at 0 degrees, or stops it.
+    void ToggleRotation();
+    /// One degree on.
+    void Tick();
+    void TogglePause();
+    /// The up-down has moved to a number of degrees, -1 to 360; both ends wrap.
+    void StepAngle(int degrees);
+    void SetColour(bool colour);
+    void SetStandardView(StandardView view);
+
+    /// The left button goes down, the pointer moves with it, it goes up.
+    void BeginDrag();
+    void Drag(double userX, double userZ);
+    /// The pointer moved without a button, or the data are new: reads out the nearest point.
+    void PlaceAxisLabels();
+    /// The pointer has left the drawing area.
+    void LeaveArea();
+
+    /// Draws again, as after a change of the size.
+    void Redraw(bool full);
+
+    /// Refreshes captions after the texts were loaded.
+    void ShowControls();
+
+private:
+    void ShowNewData();
+
+    const RunState& run_;
+    MessageService& messages_;
+    View3DDisplay& display_;
+    AxonometricView view_;
+    bool paused_ = false;
+    bool colour_ = true;
+    bool hasData_ = false;
+};
+
+} // namespace terravo

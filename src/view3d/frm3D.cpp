@@ -1,0 +1,264 @@
+#include "view3d/frm3D.h"
+
+#include "app/GradientButton.h"
+#include "app/SchemeStyle.h"
+#include "app/SurfaceView.h"
+
+#include <QBoxLayout>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int kTimerMilliseconds = 100;
+constexpr int kIndicatorSide = 10;
+
+// The position indicator: a ring on the point that is read out.
+class Indicator : public QWidget {
+public:
+    explicit Indicator(QWidget* parent) : QWidget(parent) {
+        setFixedSize(kIndicatorSide, kIndicatorSide);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(Qt::yellow, 2));
+        painter.drawEllipse(QRectF(rect()).adjusted(1, 1, -1, -1));
+    }
+};
+
+template <class Widget>
+Widget* Named(Widget* widget, const char* name) {
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QString ToQString(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+QHBoxLayout* Row(std::initializer_list<QWidget*> widgets) {
+    auto* row = new QHBoxLayout;
+    for (QWidget* widget : widgets) {
+        row->addWidget(widget);
+    }
+    return row;
+}
+
+} // namespace
+
+frm3D::frm3D(const terravo::RunState& state, terravo::MessageService& messages,
+             const terravo::ColourScheme& scheme)
+    : state_(state), commands_(state, messages, *this) {
+    setObjectName(QStringLiteral("frm3D"));
+    const QString caption = ToQString(state.Text(5));
+    setWindowTitle(caption.isEmpty() ? QStringLiteral(" Vista 3D assonometrica") : caption);
+    MakeControls();
+    ConnectControls();
+    SetColours(scheme);
+    commands_.ShowControls();
+}
+
+void frm3D::MakeControls() {
+    Picture1 = Named(new QWidget(this), "Picture1");
+    QSizePolicy keepsPlace(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    keepsPlace.setRetainSizeWhenHidden(true);
+    Picture1->setSizePolicy(keepsPlace);
+    pic3D = Named(new SurfaceView(Picture1), "pic3D");
+    pic3D->setMinimumSize(260, 200);
+    pic3D->setCursor(Qt::CrossCursor);
+    pic3D->SetBackground(terravo::kBlack);
+    pic3D->setAccessibleName(windowTitle().trimmed());
+    auto* pictureLayout = new QVBoxLayout(Picture1);
+    pictureLayout->setContentsMargins(0, 0, 0, 0);
+    pictureLayout->addWidget(pic3D);
+    shpInd = Named(new Indicator(pic3D), "shpInd");
+    shpInd->hide();
+
+    auto* column = new QVBoxLayout;
+    column->addLayout(MakeViews());
+    column->addLayout(MakeRotation());
+    column->addLayout(MakeReadOut());
+    column->addStretch(1);
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(column);
+    layout->addWidget(Picture1, 1);
+    Timer1.setInterval(kTimerMilliseconds);
+}
+
+QBoxLayout* frm3D::MakeViews() {
+    const auto text = [this](std::size_t index) { return ToQString(state_.Text(index)); };
+    optCol = Named(new QRadioButton(text(20), this), "optCol");
+    optBN = Named(new QRadioButton(text(21), this), "optBN");
+    optCol->setChecked(true);
+    zFrame1 = Named(new QGroupBox(text(6), this), "zFrame1");
+    cmdXY = Named(new GradientButton(zFrame1), "cmdXY");
+    cmdZX = Named(new GradientButton(zFrame1), "cmdZX");
+    cmdZY = Named(new GradientButton(zFrame1), "cmdZY");
+    cmdXY->setText(text(8));
+    cmdZX->setText(QStringLiteral("&Z -Y"));
+    cmdZY->setText(QStringLiteral("Z - &Y"));
+    auto* views = new QVBoxLayout(zFrame1);
+    for (QWidget* button : {cmdXY, cmdZX, cmdZY}) {
+        views->addWidget(button);
+    }
+    auto* column = new QVBoxLayout;
+    column->addWidget(optCol);
+    column->addWidget(optBN);
+    column->addWidget(zFrame1);
+    return column;
+}
+
+QBoxLayout* frm3D::MakeRotation() {
+    zFrame2 = Named(new QGroupBox(ToQString(state_.Text(9)), this), "zFrame2");
+    cmdRuota = Named(new GradientButton(zFrame2), "cmdRuota");
+    cmdPausa = Named(new GradientButton(zFrame2), "cmdPausa");
+    lblTheta = Named(new QLabel(zFrame2), "lblTheta");
+    updTheta = Named(new QSpinBox(zFrame2), "updTheta");
+    updTheta->setRange(-1, 360);
+    updTheta->setToolTip(ToQString(state_.Text(22)));
+    updTheta->setAccessibleName(ToQString(state_.Text(22)));
+    updTheta->setKeyboardTracking(false);
+    auto* unit = new QLabel(QStringLiteral("[Grd]:"), zFrame2);
+    auto* rotation = new QVBoxLayout(zFrame2);
+    rotation->addWidget(cmdRuota);
+    rotation->addWidget(cmdPausa);
+    rotation->addLayout(Row({unit, lblTheta, updTheta}));
+    auto* column = new QVBoxLayout;
+    column->addWidget(zFrame2);
+    return column;
+}
+
+QBoxLayout* frm3D::MakeReadOut() {
+    const auto labelled = [this](const QString& caption, QLabel*& value, const char* name) {
+        auto* label = new QLabel(caption, this);
+        value = Named(new QLabel(this), name);
+        value->setAutoFillBackground(true);
+        return Row({label, value});
+    };
+    lblIstruzioni = Named(new QLabel(ToQString(state_.Text(12)), this), "lblIstruzioni");
+    lblIstruzioni->setWordWrap(true);
+    lblIstruzioni->setMaximumWidth(170);
+    cmdCopiaGrafico = Named(new GradientButton(this), "cmdCopiaGrafico");
+    cmdCopiaGrafico->setText(ToQString(state_.Text(19)));
+    auto* column = new QVBoxLayout;
+    column->addLayout(labelled(QStringLiteral("RAyx:"), lblRAyx, "lblRAyx"));
+    column->addLayout(labelled(QStringLiteral("[Grd]:"), lblAlfa, "lblAlfa"));
+    column->addLayout(labelled(QStringLiteral("x:"), lblX, "lblX"));
+    column->addLayout(labelled(QStringLiteral("y:"), lblY, "lblY"));
+    column->addLayout(labelled(QStringLiteral("z:"), lblZ, "lblZ"));
+    column->addWidget(cmdCopiaGrafico);
+    column->addWidget(lblIstruzioni);
+    return column;
+}
+
+void frm3D::ConnectControls() {
+    using terravo::StandardView;
+    connect(cmdXY, &QPushButton::clicked, this,
+            [this] { commands_.SetStandardView(StandardView::XY); });
+    connect(cmdZX, &QPushButton::clicked, this,
+            [this] { commands_.SetStandardView(StandardView::ZX); });
+    connect(cmdZY, &QPushButton::clicked, this,
+            [this] { commands_.SetStandardView(StandardView::ZY); });
+    connect(cmdRuota, &QPushButton::clicked, this, [this] { commands_.ToggleRotation(); });
+    connect(cmdPausa, &QPushButton::clicked, this, [this] { commands_.TogglePause(); });
+    connect(updTheta, &QSpinBox::valueChanged, this,
+            [this](int degrees) { commands_.StepAngle(degrees); });
+    connect(&Timer1, &QTimer::timeout, this, [this] { commands_.Tick(); });
+    connect(optCol, &QRadioButton::clicked, this, [this] { commands_.SetColour(true); });
+    connect(optBN, &QRadioButton::clicked, this, [this] { commands_.SetColour(false); });
+    connect(cmdCopiaGrafico, &QPushButton::clicked, this, &frm3D::CopyPicture);
+    connect(pic3D, &SurfaceView::SizeSettled, this, [this] { commands_.Redraw(true); });
+    connect(pic3D, &SurfaceView::PointerMoved, this,
+            [this](double, double) { commands_.PlaceAxisLabels(); });
+    connect(pic3D, &SurfaceView::PointerLeft, this, [this] { commands_.LeaveArea(); });
+    connect(pic3D, &SurfaceView::DragBegun, this, [this] {
+        pic3D->setCursor(Qt::ClosedHandCursor);
+        commands_.BeginDrag();
+    });
+    connect(pic3D, &SurfaceView::Dragged, this,
+            [this](double x, double z) { commands_.Drag(x, z); });
+    connect(pic3D, &SurfaceView::DragEnded, this, [this] { pic3D->setCursor(Qt::CrossCursor); });
+}
+
+void frm3D::SetColours(const terravo::ColourScheme& scheme) {
+    ApplyColourScheme(*this, scheme);
+    updTheta->setPalette(SchemePalette(updTheta->palette(), scheme));
+    pic3D->SetBackground(terravo::kBlack);
+}
+
+void frm3D::SetPictureVisible(bool visible) {
+    Picture1->setVisible(visible);
+}
+
+terravo::DrawSurface& frm3D::Surface3D() {
+    layout()->activate();
+    Picture1->layout()->activate();
+    return pic3D->FittedSurface();
+}
+
+int frm3D::OuterHeight() const {
+    return pic3D->Surface().PixelHeight();
+}
+
+std::optional<terravo::PixelPoint> frm3D::PointerPixel() const {
+    if (!pic3D->underMouse()) {
+        return std::nullopt;
+    }
+    const QPointF place =
+        QPointF(pic3D->mapFromGlobal(QCursor::pos())) * pic3D->devicePixelRatioF();
+    return terravo::PixelPoint{qRound(place.x()), qRound(place.y())};
+}
+
+void frm3D::ShowControls(const terravo::View3DControls& controls) {
+    cmdRuota->setText(ToQString(controls.rotateCaption));
+    cmdRuota->setEnabled(controls.rotateEnabled);
+    cmdPausa->setText(ToQString(controls.pauseCaption));
+    cmdPausa->setEnabled(controls.pauseEnabled);
+    updTheta->setEnabled(controls.stepUsable);
+    const QSignalBlocker quiet(updTheta);
+    updTheta->setValue(controls.thetaDegrees);
+    lblTheta->setText(ToQString(controls.theta));
+    lblRAyx->setText(ToQString(controls.rayx));
+    lblAlfa->setText(ToQString(controls.alfa));
+    if (controls.timerOn != Timer1.isActive()) {
+        controls.timerOn ? Timer1.start() : Timer1.stop();
+    }
+}
+
+void frm3D::ShowReadOut(const std::optional<terravo::View3DReadOut>& readOut) {
+    lblX->setText(readOut ? ToQString(readOut->x) : QString());
+    lblY->setText(readOut ? ToQString(readOut->y) : QString());
+    lblZ->setText(readOut ? ToQString(readOut->z) : QString());
+    shpInd->setVisible(readOut.has_value());
+    if (readOut) {
+        const QPointF middle =
+            QPointF(readOut->pixel.x, readOut->pixel.y) / pic3D->devicePixelRatioF();
+        shpInd->move(qRound(middle.x()) - kIndicatorSide / 2,
+                     qRound(middle.y()) - kIndicatorSide / 2);
+    }
+}
+
+void frm3D::CopyPicture() {
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setImage(pic3D->Picture());
+}
+
+void frm3D::mouseMoveEvent(QMouseEvent* event) {
+    QWidget::mouseMoveEvent(event);
+    commands_.LeaveArea();
+}
+
+void frm3D::closeEvent(QCloseEvent* event) {
+    Timer1.stop();
+    emit Closing();
+    event->accept();
+}
