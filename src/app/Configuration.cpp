@@ -97,7 +97,7 @@ std::string ChooseWorkFolder(const RunState& state, SystemFolders& folders) {
     }
     std::string own = SubFolder(temporary, kFolderName + ("-" + folders.UserIdText()));
     if (IsTakenByOthers(own, folders)) {
-        own = SubFolder(state.userFolder, "work");
+        own = SubFolder(state.userFolder, "exchange");
         MakeFolder(own);
     }
     return own;

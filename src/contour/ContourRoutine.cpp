@@ -1,5 +1,7 @@
 #include "contour/ContourRoutine.h"
 
+#include "util/Stopwatch.h"
+
 #include <exception>
 
 namespace terravo {
@@ -8,8 +10,7 @@ namespace {
 constexpr const char* kSource = "DELLIV_Lines";
 constexpr Colour kOverlayColour = kWhite;
 
-} // namespace
-
+// Records the number of levels in the run state.
 void RecordLevelCount(const LevelSet& levels, RunState& state) {
     const Index n = levels.UpperBound();
     state.lastLevelCount = n;
@@ -18,6 +19,8 @@ void RecordLevelCount(const LevelSet& levels, RunState& state) {
                        state.Text(TextIndex::kTooFewLevels) + " NLiv = " + std::to_string(n));
     }
 }
+
+} // namespace
 
 AppError TriangulationError(Index ierr, const RunState& state) {
     return {ErrorNumber::kDrawing, kSource,
@@ -50,12 +53,18 @@ void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
     }
 }
 
-std::string RunContourRoutine(ContourReport* report,
-                              const std::function<void(ContourReport&)>& body) {
+std::string RunContourRoutine(
+    const LevelSet& levels, const ContourInput& input, RunState& state, ContourReport* report,
+    const std::function<void(const KeptTriangulation::Result&, ContourReport&)>& body) {
     ContourReport unused;
     ContourReport& spent = report != nullptr ? *report : unused;
     try {
-        body(spent);
+        Stopwatch watch;
+        RecordLevelCount(levels, state);
+        const KeptTriangulation::Result& kept =
+            input.triangulation.For(input.points, input.progress);
+        spent.triangulate += watch.Lap();
+        body(kept, spent);
     } catch (const AppError& error) {
         spent.errorNumber = error.number();
         return error.what();

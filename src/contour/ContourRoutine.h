@@ -31,9 +31,6 @@ struct ContourReport {
     int errorNumber = 0; // of the AppError that ended it, see ErrorNumber
 };
 
-/// Records the number of levels in the run state. Throws AppError 1001 for fewer than 2.
-void RecordLevelCount(const LevelSet& levels, RunState& state);
-
 /// The error that stands for a triangulation that failed.
 AppError TriangulationError(Index ierr, const RunState& state);
 
@@ -41,10 +38,12 @@ AppError TriangulationError(Index ierr, const RunState& state);
 void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
                          const TriangleList& triangles);
 
-/// Runs the body of a contour routine and catches whatever ends it.
+/// Runs a contour routine: records the number of levels in the run state, refuses fewer than 2 with
+/// error 1001, gets the triangulation, hands it to the body, and catches whatever ends it.
 /// @param report  may be null.
 /// @return empty on success, else the description of the error.
-std::string RunContourRoutine(ContourReport* report,
-                              const std::function<void(ContourReport&)>& body);
+std::string RunContourRoutine(
+    const LevelSet& levels, const ContourInput& input, RunState& state, ContourReport* report,
+    const std::function<void(const KeptTriangulation::Result&, ContourReport&)>& body);
 
 } // namespace terravo

@@ -170,12 +170,8 @@ void FillBandPolygon(DrawSurface& surface, BandPolygon& polygon, const LevelSet&
 
 std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
                            RunState& state, MessageService& messages, ContourReport* report) {
-    return RunContourRoutine(report, [&](ContourReport& spent) {
+    const auto body = [&](const KeptTriangulation::Result& kept, ContourReport& spent) {
         Stopwatch watch;
-        RecordLevelCount(levels, state);
-        const KeptTriangulation::Result& kept =
-            input.triangulation.For(input.points, input.progress);
-        spent.triangulate += watch.Lap();
         if (kept.ierr < 0) {
             throw TriangulationError(kept.ierr, state);
         }
@@ -192,7 +188,8 @@ std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const Contour
         }
         DrawTriangleOverlay(surface, input, triangles);
         spent.draw += watch.Lap();
-    });
+    };
+    return RunContourRoutine(levels, input, state, report, body);
 }
 
 } // namespace terravo

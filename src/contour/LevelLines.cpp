@@ -74,12 +74,8 @@ bool DrawLevels(DrawSurface& surface, LevelSet& levels, const ContourInput& inpu
 
 std::string DrawLevelLines(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
                            SegmentFile& segments, RunState& state, ContourReport* report) {
-    return RunContourRoutine(report, [&](ContourReport& spent) {
+    const auto body = [&](const KeptTriangulation::Result& kept, ContourReport& spent) {
         Stopwatch watch;
-        RecordLevelCount(levels, state);
-        const KeptTriangulation::Result& kept =
-            input.triangulation.For(input.points, input.progress);
-        spent.triangulate += watch.Lap();
         if (kept.ierr != modDelaunay2D::Ierr::kDone) {
             throw TriangulationError(kept.ierr, state);
         }
@@ -93,7 +89,8 @@ std::string DrawLevelLines(DrawSurface& surface, LevelSet& levels, const Contour
             DrawTriangleOverlay(surface, input, kept.triangles);
             spent.draw += watch.Lap();
         }
-    });
+    };
+    return RunContourRoutine(levels, input, state, report, body);
 }
 
 } // namespace terravo

@@ -140,7 +140,7 @@ void AxonometricView::PreparePoints(const SpaceExtents* given) {
                        static_cast<float>(y.min), static_cast<float>(y.max),
                        static_cast<float>(z.min), static_cast<float>(z.max)};
     }
-    const double divisor = static_cast<double>(ScaleHeights());
+    const double divisor = ScaleHeights();
     for (double& z : Z) {
         z /= divisor;
     }
@@ -159,7 +159,7 @@ void AxonometricView::PrepareSurface() {
     const MinMax z = MinMaxOf(gridZ);
     dataExtents = {static_cast<float>(x.min), static_cast<float>(x.max), static_cast<float>(y.min),
                    static_cast<float>(y.max), static_cast<float>(z.min), static_cast<float>(z.max)};
-    const double divisor = static_cast<double>(ScaleHeights());
+    const double divisor = ScaleHeights();
     for (double& height : gridZ) {
         height /= divisor;
     }
@@ -176,7 +176,7 @@ void AxonometricView::PrepareSurface() {
 }
 
 // Chooses the power of ten for the heights, a multiple of three, and divides the extents by it.
-float AxonometricView::ScaleHeights() {
+double AxonometricView::ScaleHeights() {
     const double largest = std::max(std::fabs(static_cast<double>(dataExtents.zmin)),
                                     std::fabs(static_cast<double>(dataExtents.zmax)));
     zExponent = 0;
@@ -189,7 +189,7 @@ float AxonometricView::ScaleHeights() {
     const double divisor = std::pow(10.0, zExponent);
     dataExtents.zmin = static_cast<float>(static_cast<double>(dataExtents.zmin) / divisor);
     dataExtents.zmax = static_cast<float>(static_cast<double>(dataExtents.zmax) / divisor);
-    return static_cast<float>(divisor);
+    return divisor;
 }
 
 double AxonometricView::ColourFactor() const {
@@ -261,7 +261,8 @@ void AxonometricView::DragAxisEnd(double userX, double userZ) {
         (userX - static_cast<double>(extents.xmin)) * static_cast<double>(coefficients.Ax);
     const double dz =
         (static_cast<double>(extents.zmin) - userZ) * static_cast<double>(coefficients.Az);
-    alfa = static_cast<float>(std::atan2(dz, dx));
+    // Adding zero makes a negative zero positive: exactly to the left is +180 degrees.
+    alfa = static_cast<float>(std::atan2(dz + 0.0, dx));
     rayx = static_cast<float>(std::sqrt(dx * dx + dz * dz) / length);
 }
 

@@ -143,7 +143,7 @@ private:
                     std::string newTitle);
     void PreparePoints(const SpaceExtents* given);
     void PrepareSurface();
-    float ScaleHeights();
+    double ScaleHeights();
     [[nodiscard]] Colour ColourOf(double z, double factor) const;
     [[nodiscard]] double ColourFactor() const;
 

@@ -23,6 +23,7 @@ constexpr double kTick = 4;          // pixels
 constexpr double kLabelGap = 3;      // pixels between a tick and its label
 constexpr double kLowestZPart = 0.1; // of the height, kept for the z axis
 constexpr double kUprightSlant = 2;  // pixels
+constexpr double kFlatSlope = 0.15;  // rise over run of an axis that lies flat
 constexpr double kTinyLength = 0.5;  // pixels: an axis shorter than that is a point
 constexpr Colour kTitleColour = kRed;
 
@@ -241,21 +242,32 @@ void DrawXTicks(const Frame& frame, LabelPrinter& printer) {
     printer.Print("x", end.x, end.y + kTick + kLabelGap + line, 0.5, 0);
 }
 
-// The labels stand to the right of the axis, or to the left of one that is upright or leans left:
-// there they are away from the data.
+// Where the labels of the y axis stand from their ticks: below an axis that lies flat, else to the
+// right of it, or to the left of one that is upright or leans left, away from the data.
+struct Beside {
+    double x;
+    double y;
+    double alignX;
+    double alignY;
+};
+
+Beside PlaceBesideYAxis(const Layout& layout) {
+    if (std::fabs(layout.slantY) < kFlatSlope * std::fabs(layout.slantX)) {
+        return {0, 1, 0.5, 0};
+    }
+    return layout.slantX < kUprightSlant ? Beside{-1, 0, 1, 0.5} : Beside{1, 0, 0, 0.5};
+}
+
 void DrawYTicks(const Frame& frame, LabelPrinter& printer) {
-    const bool leansLeft = frame.layout.slantX < kUprightSlant;
-    const double side = leansLeft ? -1 : 1;
-    const double align = leansLeft ? 1 : 0;
-    const bool hasLength = std::hypot(frame.layout.slantX, frame.layout.slantY) > kTinyLength;
-    if (!hasLength) {
+    if (std::hypot(frame.layout.slantX, frame.layout.slantY) < kTinyLength) {
         return;
     }
+    const Beside side = PlaceBesideYAxis(frame.layout);
     for (const float tick : AxisRule::Ticks(frame.y)) {
         const PixelPosition at = OnBase(frame, 0, PartOf(frame.y, Wide(tick)));
-        Stroke(frame, at, {at.x + side * kTick, at.y});
-        printer.Print(Label(frame, Wide(tick), kYFormat), at.x + side * (kTick + kLabelGap), at.y,
-                      align, 0.5);
+        Stroke(frame, at, {at.x + side.x * kTick, at.y + side.y * kTick});
+        printer.Print(Label(frame, Wide(tick), kYFormat), at.x + side.x * (kTick + kLabelGap),
+                      at.y + side.y * (kTick + kLabelGap), side.alignX, side.alignY);
     }
     const PixelPosition end = OnBase(frame, 0, 1);
     printer.Print("y", end.x, end.y - kLabelGap, 0.5, 1);

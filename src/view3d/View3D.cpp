@@ -9,7 +9,9 @@ namespace terravo {
 namespace {
 
 constexpr float kOneDegree = 0.017453292F;
-constexpr float kFullTurn = 6.2831855F;
+// 359.95 degrees, from where the label would show 360.0. Adding single-precision degrees misses the
+// full turn by a hair, so the full turn itself would be one tick late.
+constexpr float kFullTurn = 6.2823126F;
 constexpr std::size_t kRotateText = 10;
 constexpr std::size_t kPauseText = 11;
 
@@ -56,7 +58,7 @@ void View3D::ShowNewData() {
 
 void View3D::Redraw(bool full) {
     if (hasData_) {
-        Rendering::Redraw(display_.Surface3D(), view_, full, colour_, run_, messages_);
+        isDrawn_ = Rendering::Redraw(display_.Surface3D(), view_, full, colour_, run_, messages_);
     }
 }
 
@@ -122,7 +124,7 @@ void View3D::Drag(double userX, double userZ) {
 
 void View3D::PlaceAxisLabels() {
     const std::optional<PixelPoint> pointer = display_.PointerPixel();
-    if (!pointer || !hasData_) {
+    if (!pointer || !isDrawn_) {
         return;
     }
     const NearestPoint nearest = view_.FindNearest(*pointer);

@@ -109,6 +109,7 @@ private:
     bool paused_ = false;
     bool colour_ = true;
     bool hasData_ = false;
+    bool isDrawn_ = false; // the last drawing reached the marks
 };
 
 } // namespace terravo

@@ -80,8 +80,8 @@ TEST(StartUpConfiguration, NeverUsesAWorkFolderThatSomebodyElseTook) {
     EXPECT_EQ(fs::status(folders.root.File("tmp/VORTAK24-1000")).permissions(),
               fs::perms::owner_all);
     folders.othersFolders.insert(folders.root.File("tmp/VORTAK24-1000"));
-    EXPECT_EQ(WorkFolderOf(folders), "home/data/VORTAK24/work/");
-    EXPECT_TRUE(IsFolder(folders.root.File("home/data/VORTAK24/work")));
+    EXPECT_EQ(WorkFolderOf(folders), "home/data/VORTAK24/exchange/");
+    EXPECT_TRUE(IsFolder(folders.root.File("home/data/VORTAK24/exchange")));
 
     FakeFolders linked;
     fs::create_directory(linked.root.File("target"));

@@ -1,0 +1,274 @@
+#include "view3d/frm3D.h"
+#include "gui/WindowFixture.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QMouseEvent>
+
+#include <cmath>
+#include <map>
+
+namespace terravo {
+namespace {
+
+struct frm3DTest : ::testing::Test {
+    RunState state;
+    FakeMessages messages;
+    std::unique_ptr<frm3D> window;
+
+    /// Shows the window with four points far from each other.
+    void Open(const std::string& language = "en") {
+        const test::TemporaryFolder folder;
+        state.textTable =
+            LoadTextTable(FindSupportFolder(folder.Path()) + LanguageFileName(language));
+        window = std::make_unique<frm3D>(state, messages, ColourScheme{});
+        window->resize(820, 610);
+        window->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        Table<Index> triangles(1, 3);
+        for (Index j = 1; j <= 3; ++j) {
+            triangles(1, j) = j;
+        }
+        window->Commands().Triangoli({0, 10, 0, 10}, {0, 0, 20, 20}, {0, 300, 600, 1500}, triangles,
+                                     "four points");
+    }
+    template <class Widget>
+    Widget* Find(const char* name) const {
+        auto* found = window->findChild<Widget*>(QLatin1String(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+    [[nodiscard]] SurfaceView* Area() const { return Find<SurfaceView>("pic3D"); }
+    [[nodiscard]] QImage Picture() const { return Area()->Picture(); }
+    [[nodiscard]] const AxonometricView& View() const { return window->Commands().View(); }
+    [[nodiscard]] std::string LabelText(const char* name) const {
+        return Find<QLabel>(name)->text().toStdString();
+    }
+    void Click(const char* name) const {
+        auto* button = Find<QAbstractButton>(name);
+        ASSERT_TRUE(button->isVisible() && button->isEnabled()) << name;
+        QTest::mouseClick(button, Qt::LeftButton, {}, {8, button->height() / 2});
+    }
+    void ExpectControls(const char* rotate, bool canRotate, const char* pause, bool canPause,
+                        bool canStep) const {
+        EXPECT_EQ(Find<QPushButton>("cmdRuota")->text().toStdString(), rotate);
+        EXPECT_EQ(Find<QPushButton>("cmdRuota")->isEnabled(), canRotate);
+        EXPECT_EQ(Find<QPushButton>("cmdPausa")->text().toStdString(), pause);
+        EXPECT_EQ(Find<QPushButton>("cmdPausa")->isEnabled(), canPause);
+        EXPECT_EQ(Find<QSpinBox>("updTheta")->isEnabled(), canStep);
+    }
+    [[nodiscard]] bool ReachesDegrees(double degrees) const {
+        return Soon([&] { return std::stod(LabelText("lblTheta")) >= degrees; });
+    }
+    /// The place in the drawing area's layout of one of its pixels.
+    [[nodiscard]] QPoint Place(PixelPoint pixel) const {
+        return (QPointF(pixel.x, pixel.y) / Area()->devicePixelRatioF()).toPoint();
+    }
+    [[nodiscard]] QPoint PlaceOf(float x, float y, float z) const {
+        return Place(
+            View().Project(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)));
+    }
+    void Move(QPoint place, Qt::MouseButtons buttons = {}) const {
+        if (!buttons) {
+            QTest::mouseMove(Area(), place);
+        }
+        QMouseEvent move(QEvent::MouseMove, place, Area()->mapToGlobal(place), Qt::NoButton,
+                         buttons, {});
+        QApplication::sendEvent(Area(), &move);
+    }
+};
+
+TEST_F(frm3DTest, WalksThroughTheStatesOfTheRotation) {
+    Open();
+    const QImage still = Picture();
+    ExpectControls("&Rotate", true, "&Pause", false, false);
+    QTest::qWait(250);
+    EXPECT_EQ(LabelText("lblTheta"), "0.0") << "the timer is off at first";
+    Click("cmdRuota");
+    ExpectControls("&Stop", true, "&Pause", true, false);
+    EXPECT_TRUE(ReachesDegrees(2));
+    EXPECT_NE(Picture(), still);
+
+    Click("cmdPausa");
+    ExpectControls("&Stop", false, "Co&nt.", true, true);
+    const std::string paused = LabelText("lblTheta");
+    const QImage turned = Picture();
+    QTest::qWait(250);
+    EXPECT_EQ(LabelText("lblTheta"), paused);
+    EXPECT_EQ(Picture(), turned);
+    auto* step = Find<QSpinBox>("updTheta");
+    QTest::keyClick(step, Qt::Key_Up);
+    EXPECT_EQ(std::stod(LabelText("lblTheta")), std::stod(paused) + 1);
+    EXPECT_NE(Picture(), turned);
+    QTest::keyClick(step, Qt::Key_Down);
+    EXPECT_EQ(Picture(), turned);
+    step->setValue(359);
+    QTest::keyClick(step, Qt::Key_Up);
+    EXPECT_EQ(LabelText("lblTheta"), "0.0");
+    QTest::keyClick(step, Qt::Key_Down);
+    EXPECT_EQ(LabelText("lblTheta"), "359.0");
+    step->setValue(40);
+
+    Click("cmdPausa");
+    ExpectControls("&Stop", true, "&Pause", true, false);
+    EXPECT_TRUE(ReachesDegrees(42));
+    Click("cmdRuota");
+    ExpectControls("&Rotate", true, "&Pause", false, false);
+    EXPECT_EQ(LabelText("lblTheta"), "0.0");
+    EXPECT_EQ(Picture(), still);
+    QTest::qWait(250);
+    EXPECT_EQ(LabelText("lblTheta"), "0.0");
+    Click("cmdRuota");
+    window->close();
+    const QImage closed = Picture();
+    QTest::qWait(250);
+    EXPECT_EQ(Picture(), closed) << "a closed window does not turn";
+}
+
+TEST_F(frm3DTest, ClicksChangeTheViewAndTheColours) {
+    Open();
+    EXPECT_EQ(LabelText("lblRAyx"), "1.000");
+    EXPECT_EQ(LabelText("lblAlfa"), "30.000");
+    const QImage colour = Picture();
+    Click("optBN");
+    const QImage grey = Picture();
+    EXPECT_NE(grey, colour);
+    Click("optCol");
+    EXPECT_EQ(Picture(), colour);
+
+    Click("cmdXY");
+    EXPECT_EQ(LabelText("lblAlfa"), "90.000");
+    EXPECT_NE(LabelText("lblRAyx"), "0.000");
+    const QImage plan = Picture();
+    Click("cmdZX");
+    EXPECT_EQ(LabelText("lblAlfa"), "90.000");
+    EXPECT_EQ(LabelText("lblRAyx"), "0.000");
+    EXPECT_NE(Picture(), plan);
+    Click("cmdZY");
+    EXPECT_EQ(LabelText("lblAlfa"), "0.000");
+    EXPECT_EQ(LabelText("lblRAyx"), "1000.000");
+
+    QGuiApplication::clipboard()->setText("old");
+    Click("cmdCopiaGrafico");
+    EXPECT_EQ(QGuiApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32),
+              Picture());
+    EXPECT_TRUE(messages.boxes.empty());
+}
+
+TEST_F(frm3DTest, TheEndOfTheYAxisFollowsTheDrag) {
+    Open();
+    const SpaceExtents e = View().extents;
+    const QPoint origin = PlaceOf(e.xmin, e.ymin, e.zmin);
+    const auto cursor = Area()->cursor().shape();
+    QTest::mousePress(Area(), Qt::LeftButton, {}, origin + QPoint(60, -60));
+    EXPECT_NE(Area()->cursor().shape(), cursor);
+    Move(origin - QPoint(50, 90), Qt::LeftButton);
+    EXPECT_GT(std::stod(LabelText("lblAlfa")), 90);
+    EXPECT_NEAR(std::stod(LabelText("lblAlfa")), std::atan2(90.0, -50.0) * kDegreesPerRadian, 1);
+    const std::string dragged = LabelText("lblAlfa");
+    const QPoint end = PlaceOf(e.xmin, e.ymax, e.zmin) - PlaceOf(e.xmin, e.ymin, e.zmin);
+    EXPECT_LT(end.x(), 0);
+    EXPECT_LT(end.y(), 0);
+    EXPECT_FALSE(Find<QWidget>("shpInd")->isVisible());
+    QTest::mouseRelease(Area(), Qt::LeftButton, {}, origin - QPoint(50, 90));
+    EXPECT_EQ(Area()->cursor().shape(), cursor);
+    Move(origin + QPoint(30, -30));
+    EXPECT_EQ(LabelText("lblAlfa"), dragged) << "only while the button is down";
+}
+
+TEST_F(frm3DTest, ReadsOutThePointUnderThePointer) {
+    Open();
+    const QPoint place = Place(View().screenPoint[4]);
+    // The screen may be smaller than the window; the pointer stays on the screen.
+    window->move(window->pos() + QPoint(200, 200) - Area()->mapToGlobal(place));
+    Move(place + QPoint(2, 1));
+    EXPECT_EQ(LabelText("lblX"), "10.000 ");
+    EXPECT_EQ(LabelText("lblY"), "20.000 ");
+    EXPECT_EQ(LabelText("lblZ"), "1500.000 ");
+    auto* indicator = Find<QWidget>("shpInd");
+    EXPECT_TRUE(indicator->isVisible());
+    const QPoint middle =
+        Area()->mapFromGlobal(indicator->mapToGlobal(QPoint(0, 0))) + QPoint(5, 5);
+    EXPECT_LE((middle - place).manhattanLength(), 2);
+
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(Area(), &leave);
+    EXPECT_FALSE(indicator->isVisible());
+    EXPECT_EQ(LabelText("lblX") + LabelText("lblY") + LabelText("lblZ"), "");
+}
+
+TEST_F(frm3DTest, DrawsThePictureAnewOnceItsSizeHasSettled) {
+    Open();
+    const QSize before = Picture().size();
+    window->resize(700, 520);
+    EXPECT_TRUE(Soon([&] { return Picture().size() != before; }));
+    const QImage settled = Picture();
+    window->Commands().Redraw(true);
+    EXPECT_EQ(Picture(), settled);
+}
+
+TEST_F(frm3DTest, NamesEveryControlInEveryLanguageWithAMnemonicOfItsOwn) {
+    for (const std::string language : {"", "en", "it", "de", "fr", "es"}) {
+        Open(language);
+        EXPECT_NE(window->windowTitle().trimmed(), "");
+        for (const char* clicked : {"optCol", "cmdRuota", "cmdPausa"}) {
+            Click(clicked); // the captions of idle, rotating, paused
+            std::map<std::string, std::string> owners;
+            for (const auto* button : window->findChildren<QAbstractButton*>()) {
+                const std::string name = button->objectName().toStdString();
+                const std::string letter =
+                    QKeySequence::mnemonic(button->text()).toString().toStdString();
+                EXPECT_NE(letter, "") << language << " " << name;
+                EXPECT_TRUE(owners.emplace(letter, name).second)
+                    << language << " " << letter << ": " << owners[letter] << ", " << name;
+            }
+        }
+        for (const char* name : {"pic3D", "updTheta", "optCol", "cmdRuota", "cmdCopiaGrafico"}) {
+            const QString spoken =
+                QAccessible::queryAccessibleInterface(Find<QWidget>(name))->text(QAccessible::Name);
+            EXPECT_NE(spoken.trimmed(), "") << language << " " << name;
+        }
+    }
+}
+
+struct View3DWindowTest : WindowFixture {
+    [[nodiscard]] frm3D* Window3D() const { return parent->findChild<frm3D*>("frm3D"); }
+    void Load(const std::string& bytes) { session->LoadNamedFile(folder.Write("next.dat", bytes)); }
+};
+
+TEST_F(View3DWindowTest, OpensWithAFileKeepsItsPlaceAndHidesAfterAFailedDrawing) {
+    Open();
+    parent->SetView3D([this] { return new frm3D(state, messages, scheme); }, settings);
+    EXPECT_EQ(Window3D(), nullptr);
+    Load(HillsText(5));
+    const QPointer<frm3D> first = Window3D();
+    ASSERT_NE(first, nullptr);
+    EXPECT_TRUE(first->isVisible());
+    EXPECT_EQ(first->Commands().View().pointCount, 25);
+    EXPECT_EQ(first->Commands().View().triangles.Rows(), 32);
+    Load(HillsText(4));
+    EXPECT_EQ(Window3D(), first) << "one window for all files";
+    EXPECT_EQ(first->Commands().View().pointCount, 16);
+
+    auto* picture = first->findChild<QWidget*>("Picture1");
+    Load("1,1,1\n2,2,2\n3,3,3\n");
+    EXPECT_FALSE(picture->isVisible());
+    Load(HillsText(3));
+    EXPECT_TRUE(picture->isVisible());
+
+    auto* frame = Find<QMdiSubWindow>("frm3DFrame");
+    frame->move(50, 20);
+    frame->close();
+    EXPECT_EQ(settings.Get("PosizioniForms", "frm3D_Left"), "750") << "15 twips to the pixel";
+    EXPECT_EQ(settings.Get("PosizioniForms", "frm3D_Top"), "300");
+    EXPECT_TRUE(Soon([&] { return first.isNull(); }));
+    EXPECT_TRUE(window->isVisible());
+    Load(HillsText(6));
+    ASSERT_NE(Window3D(), nullptr);
+    EXPECT_TRUE(Window3D()->isVisible());
+    EXPECT_EQ(Window3D()->Commands().View().pointCount, 36);
+    EXPECT_EQ(Find<QMdiSubWindow>("frm3DFrame")->pos(), QPoint(50, 20));
+}
+
+} // namespace
+} // namespace terravo

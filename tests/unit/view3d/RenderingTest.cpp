@@ -1,0 +1,203 @@
+#include "view3d/Rendering.h"
+
+#include "plot2d/ColourScale.h"
+#include "support/FakeServices.h"
+#include "support/RecordingSurface.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace terravo {
+namespace {
+
+constexpr Colour kTurningFrame = RGB(128, 64, 64);
+
+struct RenderingTest : testing::Test {
+    RecordingSurface surface{640, 480};
+    RunState run;
+    FakeMessages messages;
+    AxonometricView view;
+
+    void Redraw(bool full = true, bool colour = true) {
+        surface.Forget();
+        ASSERT_TRUE(Rendering::Redraw(surface, view, full, colour, run, messages));
+    }
+    void ShowTriangles() {
+        Table<Index> triangles(2, 3);
+        const Index corners[2][3] = {{1, 2, 3}, {2, 4, 3}};
+        for (Index t = 0; t < 2; ++t) {
+            for (Index j = 0; j < 3; ++j) {
+                triangles(t + 1, j + 1) = corners[t][j];
+            }
+        }
+        view.Triangoli({0, 10, 0, 10}, {0, 0, 10, 10}, {1, 2, 3, 4}, triangles, "t");
+    }
+    void ShowGrid() {
+        Table<double> z(3, 3);
+        for (Index i = 1; i <= 3; ++i) {
+            for (Index j = 1; j <= 3; ++j) {
+                z(i, j) = i * i + j;
+            }
+        }
+        view.Superficie({0, 5, 10}, {0, 5, 10}, z, "g");
+    }
+    [[nodiscard]] std::vector<UserCall> Marks() const {
+        return surface.UserCallsOf(UserCall::Kind::Disc);
+    }
+    // The lines of one colour and style, without those of the frame that are of another.
+    [[nodiscard]] std::vector<UserCall> Lines(Colour colour, int style) const {
+        auto lines = surface.UserCallsOf(UserCall::Kind::Line);
+        std::erase_if(lines, [&](const UserCall& line) {
+            return line.colour != colour || line.drawStyle != style || line.box != Box::None;
+        });
+        return lines;
+    }
+};
+
+TEST_F(RenderingTest, MarksPointsFromTheFarthestEachInItsColourOrAllGrey) {
+    view.Punti({1, 2, 3}, {0, 10, 5}, {0, 8, 4}, "p", messages);
+    for (const bool colour : {true, false}) {
+        Redraw(true, colour);
+        const auto marks = Marks();
+        ASSERT_EQ(marks.size(), 3U);
+        for (Index i = 1; i <= 3; ++i) {
+            const UserCall& mark = marks[static_cast<std::size_t>(i) - 1];
+            const PixelPoint place = view.Project(view.X[i], view.Y[i], view.Z[i]);
+            EXPECT_EQ(mark.x1, place.x);
+            EXPECT_EQ(mark.y1, place.y);
+            EXPECT_EQ(view.screenPoint[i], place);
+            EXPECT_EQ(mark.radius, 3);
+            EXPECT_EQ(mark.tools.penColour, kWhite);
+            EXPECT_EQ(mark.tools.penWidth, 1);
+            EXPECT_EQ(mark.tools.brush, colour ? view.pointColour[i] : kGrey);
+        }
+        EXPECT_LT(marks[0].y1, marks[2].y1) << "farther points are higher up";
+    }
+    EXPECT_TRUE(surface.UserCallsOf(UserCall::Kind::Polygons).empty());
+    EXPECT_EQ(surface.pixelCalls.back().kind, PixelCall::Kind::Refresh);
+}
+
+TEST_F(RenderingTest, HandsAllTrianglesOverAtOnceHollowAndAfterTheMarks) {
+    ShowTriangles();
+    Redraw();
+    EXPECT_EQ(Marks().size(), 4U);
+    const auto polygons = surface.UserCallsOf(UserCall::Kind::Polygons);
+    ASSERT_EQ(polygons.size(), 1U);
+    EXPECT_EQ(surface.userCalls.back().kind, UserCall::Kind::Polygons);
+    EXPECT_EQ(polygons[0].counts, (std::vector<std::int32_t>{3, 3}));
+    const auto& at = view.screenPoint;
+    EXPECT_EQ(polygons[0].corners,
+              (std::vector<PixelPoint>{at[1], at[2], at[3], at[2], at[4], at[3]}));
+    EXPECT_EQ(polygons[0].tools.penColour, kWhite);
+    EXPECT_FALSE(polygons[0].tools.brush.has_value());
+
+    view.Triangoli({0, 1}, {0, 1}, {0, 1}, {}, "no triangle");
+    Redraw();
+    EXPECT_EQ(Marks().size(), 2U);
+}
+
+TEST_F(RenderingTest, DrawsGridCellsInTheOrderOfTheQuadrant) {
+    ShowGrid();
+    using Cells = std::vector<std::pair<Index, Index>>;
+    const std::pair<float, Cells> quadrants[] = {
+        {0.0F, {{1, 2}, {2, 2}, {1, 1}, {2, 1}}},    {1.5F, {{1, 2}, {2, 2}, {1, 1}, {2, 1}}},
+        {kHalfPi, {{2, 2}, {2, 1}, {1, 2}, {1, 1}}}, {3.2F, {{2, 1}, {1, 1}, {2, 2}, {1, 2}}},
+        {6.28F, {{1, 1}, {1, 2}, {2, 1}, {2, 2}}},
+    };
+    for (const bool rotating : {false, true}) {
+        view.rotating = rotating;
+        for (const auto& [theta, cells] : quadrants) {
+            view.theta = theta;
+            Redraw();
+            const auto drawn = surface.UserCallsOf(UserCall::Kind::Polygons);
+            ASSERT_EQ(drawn.size(), cells.size());
+            for (std::size_t k = 0; k < cells.size(); ++k) {
+                const auto [i, j] = cells[k];
+                const auto node = [&](Index column, Index row) {
+                    return view.Project(view.X[column], view.Y[row], view.gridZ(column, row));
+                };
+                EXPECT_EQ(drawn[k].corners,
+                          (std::vector<PixelPoint>{node(i, j), node(i, j + 1), node(i + 1, j + 1),
+                                                   node(i + 1, j)}))
+                    << "theta " << theta << " cell " << k;
+                EXPECT_EQ(drawn[k].tools.brush, view.cellColour(i, j));
+                EXPECT_EQ(drawn[k].tools.penColour, kWhite);
+            }
+        }
+    }
+    Redraw(false, false);
+    for (const UserCall& cell : surface.UserCallsOf(UserCall::Kind::Polygons)) {
+        EXPECT_EQ(cell.tools.brush, kGrey);
+    }
+}
+
+TEST_F(RenderingTest, ThetaShowsOnlyWhileRotatingAndWithAFrameOfAnotherColour) {
+    ShowTriangles();
+    Redraw();
+    const auto plain = view.screenPoint;
+    EXPECT_FALSE(Lines(kGreen, DrawStyles::kSolid).empty());
+    EXPECT_TRUE(Lines(kTurningFrame, DrawStyles::kSolid).empty());
+    view.theta = 1;
+    Redraw();
+    EXPECT_EQ(view.screenPoint, plain);
+    EXPECT_TRUE(Lines(kGreen, DrawStyles::kDashDot).empty()) << "no marker";
+    view.rotating = true;
+    Redraw(false);
+    EXPECT_NE(view.screenPoint, plain);
+    EXPECT_FALSE(Lines(kTurningFrame, DrawStyles::kSolid).empty());
+    EXPECT_EQ(Lines(kGreen, DrawStyles::kSolid).size(), 1U) << "the marker alone is green";
+}
+
+TEST_F(RenderingTest, TheMarkerStandsInTheMiddleAndPointsAlongTheTurnedX) {
+    ShowTriangles();
+    view.rotating = true;
+    for (const float theta : {0.0F, kHalfPi, 2.5F}) {
+        view.theta = theta;
+        Redraw();
+        const auto axis = Lines(kGreen, DrawStyles::kDashDot);
+        const auto pointer = Lines(kGreen, DrawStyles::kSolid);
+        ASSERT_EQ(axis.size(), 1U);
+        ASSERT_EQ(pointer.size(), 1U);
+        // The same places by the projection to pixels, unturned.
+        AxonometricView still = view;
+        still.rotating = false;
+        const auto isAt = [&](double u, double v, double x, double y, float z) {
+            const PixelPosition drawn = surface.ToPixels(u, v);
+            const PixelPoint expected = still.Project(x, y, static_cast<double>(z));
+            EXPECT_NEAR(drawn.x, expected.x, 1);
+            EXPECT_NEAR(drawn.y, expected.y, 1);
+        };
+        const SpaceExtents& e = view.extents;
+        const double angle = static_cast<double>(theta);
+        isAt(axis[0].x1, axis[0].y1, 5, 5, e.zmin);
+        isAt(axis[0].x2, axis[0].y2, 5, 5, e.zmax);
+        isAt(pointer[0].x1, pointer[0].y1, 5, 5, e.zmin);
+        isAt(pointer[0].x2, pointer[0].y2, 5 + 5 * std::cos(angle), 5 + 5 * std::sin(angle),
+             e.zmin);
+        const UserCall& text = surface.userCalls.back();
+        EXPECT_EQ(text.text, "x");
+        EXPECT_EQ(text.x1, pointer[0].x2);
+        EXPECT_EQ(text.y1, pointer[0].y2);
+        EXPECT_EQ(text.colour, kGreen);
+    }
+}
+
+TEST_F(RenderingTest, WidensTheDataExtentsAnewEveryTimeAndDrawsNoMarkAfterAFailedFrame) {
+    ShowTriangles();
+    Redraw();
+    const SpaceExtents widened = view.extents;
+    Redraw();
+    EXPECT_EQ(view.extents, widened);
+    EXPECT_EQ(view.dataExtents, (SpaceExtents{0, 10, 0, 10, 1, 4}));
+    view.dataExtents.xmin = 11;
+    surface.Forget();
+    EXPECT_FALSE(Rendering::Redraw(surface, view, true, true, run, messages));
+    EXPECT_TRUE(surface.userCalls.empty());
+    EXPECT_EQ(messages.boxes.size(), 1U);
+}
+
+} // namespace
+} // namespace terravo

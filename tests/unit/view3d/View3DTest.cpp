@@ -1,0 +1,231 @@
+#include "view3d/View3D.h"
+
+#include "support/FakeServices.h"
+#include "support/RecordingSurface.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace terravo {
+namespace {
+
+struct FakeDisplay : View3DDisplay {
+    RecordingSurface surface{640, 480};
+    std::optional<PixelPoint> pointer;
+    View3DControls controls;
+    std::optional<View3DReadOut> readOut;
+
+    DrawSurface& Surface3D() override { return surface; }
+    [[nodiscard]] int OuterHeight() const override { return 480; }
+    [[nodiscard]] std::optional<PixelPoint> PointerPixel() const override { return pointer; }
+    void ShowControls(const View3DControls& shown) override { controls = shown; }
+    void ShowReadOut(const std::optional<View3DReadOut>& shown) override { readOut = shown; }
+
+    /// Pictures drawn since the last question.
+    int Pictures() {
+        const auto count = surface.PixelCallsOf(PixelCall::Kind::Refresh).size();
+        surface.Forget();
+        return static_cast<int>(count);
+    }
+};
+
+struct View3DTest : testing::Test {
+    RunState run;
+    FakeMessages messages;
+    FakeDisplay display;
+    View3D commands{run, messages, display};
+
+    View3DTest() {
+        run.textTable.resize(40);
+        run.textTable[10] = "&Ruota";
+        commands.ShowControls();
+    }
+    void ShowPoints(double top = 900) {
+        commands.Triangoli({0, 10, 0, 10}, {0, 0, 20, 20}, {0, 300, 600, top}, {}, "t");
+        static_cast<void>(display.Pictures());
+    }
+    [[nodiscard]] const AxonometricView& View() const { return commands.View(); }
+    [[nodiscard]] std::string Theta() const { return display.controls.theta; }
+
+    void ExpectIdle() const {
+        const View3DControls& shown = display.controls;
+        EXPECT_FALSE(View().rotating);
+        EXPECT_FALSE(commands.IsPaused());
+        EXPECT_EQ(shown.rotateCaption, "&Ruota");
+        EXPECT_TRUE(shown.rotateEnabled);
+        EXPECT_FALSE(shown.pauseEnabled);
+        EXPECT_FALSE(shown.stepUsable);
+        EXPECT_FALSE(shown.timerOn);
+        EXPECT_EQ(shown.theta, "0.0");
+    }
+    void ExpectTurning(bool paused) const {
+        const View3DControls& shown = display.controls;
+        EXPECT_TRUE(View().rotating);
+        EXPECT_EQ(commands.IsPaused(), paused);
+        EXPECT_EQ(shown.rotateCaption, "&Stop");
+        EXPECT_EQ(shown.rotateEnabled, !paused);
+        EXPECT_EQ(shown.pauseCaption, paused ? "Co&nt." : "&Pausa");
+        EXPECT_TRUE(shown.pauseEnabled);
+        EXPECT_EQ(shown.stepUsable, paused);
+        EXPECT_EQ(shown.timerOn, !paused);
+    }
+};
+
+TEST_F(View3DTest, WalksThroughTheStatesOfTheRotation) {
+    ExpectIdle();
+    ShowPoints();
+    ExpectIdle();
+    const auto unturned = View().screenPoint;
+    commands.ToggleRotation();
+    ExpectTurning(false);
+    EXPECT_EQ(display.Pictures(), 0) << "the first one comes with the first tick";
+    for (int k = 0; k < 5; ++k) {
+        commands.Tick();
+    }
+    EXPECT_EQ(display.Pictures(), 5);
+    EXPECT_EQ(Theta(), "5.0");
+    EXPECT_EQ(display.controls.thetaDegrees, 5) << "the up-down follows";
+    commands.TogglePause();
+    ExpectTurning(true);
+    EXPECT_EQ(Theta(), "5.0");
+    commands.Redraw(true);
+    EXPECT_NE(View().screenPoint, unturned) << "stays turned";
+    EXPECT_EQ(display.surface.userCalls.back().text, "x") << "and keeps the marker";
+    commands.TogglePause();
+    ExpectTurning(false);
+    commands.Tick();
+    EXPECT_EQ(Theta(), "6.0") << "goes on from where it was";
+    static_cast<void>(display.Pictures());
+    commands.ToggleRotation();
+    ExpectIdle();
+    EXPECT_EQ(display.Pictures(), 1);
+    EXPECT_EQ(View().screenPoint, unturned);
+    commands.ToggleRotation();
+    EXPECT_EQ(Theta(), "0.0");
+}
+
+TEST_F(View3DTest, ATurnEndsAtZeroAndNeverShows360) {
+    ShowPoints();
+    commands.ToggleRotation();
+    int ticks = 0;
+    do {
+        commands.Tick();
+        ++ticks;
+        ASSERT_NE(Theta(), "360.0");
+        ASSERT_LT(View().theta, 6.2831855F);
+    } while (View().theta > 0 && ticks < 400);
+    EXPECT_NEAR(ticks, 360, 1);
+    EXPECT_EQ(Theta(), "0.0");
+    commands.Tick();
+    EXPECT_EQ(Theta(), "1.0");
+}
+
+TEST_F(View3DTest, SingleDegreesWrapAtBothEnds) {
+    ShowPoints();
+    commands.ToggleRotation();
+    commands.TogglePause();
+    struct Case {
+        int asked;
+        const char* shown;
+        int upDown;
+    };
+    for (const Case& c : {Case{359, "359.0", 359}, Case{360, "0.0", 0}, Case{-1, "359.0", 359},
+                          Case{1, "1.0", 1}, Case{0, "0.0", 0}}) {
+        commands.StepAngle(c.asked);
+        EXPECT_EQ(Theta(), c.shown);
+        EXPECT_EQ(display.controls.thetaDegrees, c.upDown);
+        EXPECT_NEAR(static_cast<double>(View().theta), c.upDown * std::acos(-1.0) / 180, 1e-6);
+        EXPECT_EQ(display.Pictures(), 1);
+    }
+}
+
+TEST_F(View3DTest, DraggingTheYAxisPutsItsEndUnderThePointer) {
+    ShowPoints();
+    struct Case {
+        double right; // pixels from the origin of the frame
+        double up;
+        const char* alfa;
+    };
+    for (const Case& c : {Case{0, 120, "90.000"}, Case{-80, 80, "135.000"}, Case{90, 0, "0.000"},
+                          Case{-70, 0, "180.000"}, Case{50, -50, "-45.000"},
+                          Case{-50, -50, "-135.000"}, Case{0, -40, "-90.000"}}) {
+        const SpaceExtents e = View().extents;
+        const double ax = static_cast<double>(View().coefficients.Ax);
+        const double az = static_cast<double>(View().coefficients.Az);
+        const double length = ax * static_cast<double>(View().xRange);
+        const double ratio = std::hypot(c.right, c.up) / length;
+        commands.BeginDrag();
+        commands.Drag(static_cast<double>(e.xmin) + c.right / ax,
+                      static_cast<double>(e.zmin) - c.up / az);
+        EXPECT_EQ(display.controls.alfa, c.alfa);
+        EXPECT_NEAR(std::stod(display.controls.rayx), ratio, 0.0006) << c.alfa;
+        EXPECT_EQ(display.Pictures(), 1);
+        const auto end = View().Project(static_cast<double>(e.xmin), static_cast<double>(e.ymax),
+                                        static_cast<double>(e.zmin));
+        const auto origin = View().Project(static_cast<double>(e.xmin), static_cast<double>(e.ymin),
+                                           static_cast<double>(e.zmin));
+        const double scale = static_cast<double>(View().coefficients.Ax) / ax;
+        EXPECT_NEAR(end.x - origin.x, c.right * scale, 2) << c.alfa;
+        EXPECT_NEAR(origin.y - end.y, c.up * scale, 2) << c.alfa;
+    }
+    const double far = 1e9;
+    commands.Drag(far, 0);
+    EXPECT_EQ(display.controls.rayx, "1000.000") << "capped";
+}
+
+TEST_F(View3DTest, ReadsOutTheNearestPointInTheUnitOfTheData) {
+    ShowPoints(1500);
+    EXPECT_FALSE(display.readOut.has_value()) << "the pointer is elsewhere";
+    commands.PlaceAxisLabels();
+    EXPECT_FALSE(display.readOut.has_value());
+    display.pointer = View().screenPoint[4];
+    commands.PlaceAxisLabels();
+    ASSERT_TRUE(display.readOut.has_value());
+    EXPECT_EQ(View().zExponent, 3);
+    EXPECT_EQ(display.readOut->x, "10.000 ");
+    EXPECT_EQ(display.readOut->y, "20.000 ");
+    EXPECT_EQ(display.readOut->z, "1500.000 ");
+    EXPECT_EQ(display.readOut->pixel, View().screenPoint[4]);
+
+    // Each of these hides it: the place that it marks is no longer the point's.
+    const std::vector<void (*)(View3D&)> hiders{
+        [](View3D& view) { view.LeaveArea(); }, [](View3D& view) { view.BeginDrag(); },
+        [](View3D& view) { view.Drag(5, 500); }, [](View3D& view) { view.ToggleRotation(); }};
+    for (const auto& hide : hiders) {
+        commands.PlaceAxisLabels();
+        ASSERT_TRUE(display.readOut.has_value());
+        hide(commands);
+        EXPECT_FALSE(display.readOut.has_value());
+    }
+    display.pointer = {0, 0};
+    ShowPoints();
+    EXPECT_TRUE(display.readOut.has_value()) << "also after new data";
+}
+
+TEST_F(View3DTest, WithoutDataNothingIsDrawn) {
+    display.pointer = {10, 10};
+    commands.SetStandardView(StandardView::XY);
+    commands.ToggleRotation();
+    commands.Tick();
+    commands.ToggleRotation();
+    commands.Drag(5, 5);
+    commands.PlaceAxisLabels();
+    EXPECT_TRUE(display.surface.pixelCalls.empty());
+    EXPECT_FALSE(display.readOut.has_value());
+    EXPECT_TRUE(messages.boxes.empty());
+}
+
+TEST_F(View3DTest, ShowsOnlyThePointsThatCount) {
+    PointSet points;
+    for (const double k : {0.0, 1.0, 2.0}) {
+        points.Append(k, k * k, k);
+    }
+    points.count = 2; // the arrays of a file before may be longer
+    commands.ShowTriangles(points, TriangleList{}, "t");
+    EXPECT_EQ(View().pointCount, 2);
+    EXPECT_EQ(View().dataExtents.xmax, 1);
+}
+
+} // namespace
+} // namespace terravo
