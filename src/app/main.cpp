@@ -84,6 +84,7 @@ int RunWindows(const std::vector<std::string>& arguments) {
     // Where the clipboard dies with this program, the caller reads the path of the export here.
     if (!state.lastQrzExportPath.empty()) {
         std::printf("%s\n", state.lastQrzExportPath.c_str());
+        std::fflush(stdout);
     }
     return exitCode;
 }

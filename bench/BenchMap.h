@@ -1,0 +1,26 @@
+// A contour map of a survey as the programs keep it, with fakes around it and a folder of its own.
+//
+// Data: random points on a smooth terrain; the exchange files in a temporary folder. Method: one
+// map a count, kept for the length of the program, so that points are triangulated once.
+#pragma once
+
+#include "app/ContourMap.h"
+#include "support/FakeServices.h"
+#include "support/TemporaryFolder.h"
+
+namespace terravo::bench {
+
+struct BenchMap {
+    explicit BenchMap(Index count);
+
+    test::TemporaryFolder folder;
+    RunState runState; ///< works in the folder
+    FakeMessages messages;
+    FakeClock clock;
+    ContourMap map;
+};
+
+/// The map of `count` random points, triangulated.
+BenchMap& KeptMap(Index count);
+
+} // namespace terravo::bench

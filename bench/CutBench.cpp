@@ -1,0 +1,71 @@
+// Cutting a triangulated terrain by levels, beside the triangulation that comes before it.
+//
+// Data: random points on a smooth terrain and their triangulation, made before the clock starts.
+// Method: a cutter is made and asked for every level, lowest first, as a drawing does.
+#include "BenchData.h"
+#include "BenchRun.h"
+#include "contour/LevelCut.h"
+#include "plot2d/ColourScale.h"
+#include "triangulation/KeptTriangulation.h"
+
+#include <map>
+
+namespace terravo::bench {
+namespace {
+
+const TriangleList& TrianglesOf(Index count) {
+    static std::map<Index, KeptTriangulation> kept;
+    return kept[count].For(KeptSurvey(Survey::Random, count)).triangles;
+}
+
+void Cut(benchmark::State& state, Index count, Index levelCount) {
+    const PointSet& points = KeptSurvey(Survey::Random, count);
+    const TriangleList& triangles = TrianglesOf(count);
+    LevelRequest request;
+    request.levelCount = levelCount;
+    const LevelSet levels =
+        MakeLevelSet(points.extentZ, ColourScale::MakePalette(ColourScale::kPlanColours), request);
+    std::size_t pieces = 0;
+    for (auto _ : state) {
+        pieces = 0;
+        LevelCutter cutter(points, triangles, levels);
+        for (Index k = 1; k <= levelCount; ++k) {
+            pieces += cutter.Cut(k).size();
+        }
+        benchmark::DoNotOptimize(pieces);
+    }
+    if (pieces == 0) {
+        state.SkipWithError("no level cut a triangle");
+    }
+    state.counters["pieces"] = static_cast<double>(pieces);
+}
+
+void TriangulatePoints(benchmark::State& state, Index count) {
+    const PointSet& points = KeptSurvey(Survey::Random, count);
+    for (auto _ : state) {
+        KeptTriangulation triangulation;
+        benchmark::DoNotOptimize(triangulation.For(points).triangles.count);
+    }
+}
+
+void Register(Index count) {
+    const std::string size = std::to_string(count);
+    for (const Index levelCount : {10, 50}) {
+        benchmark::RegisterBenchmark(BenchName("cut", std::to_string(levelCount), size).c_str(),
+                                     Cut, count, levelCount)
+            ->Unit(benchmark::kMillisecond);
+    }
+    benchmark::RegisterBenchmark(BenchName("cut", "triangulate", size).c_str(), TriangulatePoints,
+                                 count)
+        ->Unit(benchmark::kMillisecond);
+}
+
+} // namespace
+} // namespace terravo::bench
+
+int main(int argc, char** argv) {
+    for (const auto count : terravo::bench::kSizes) {
+        terravo::bench::Register(count);
+    }
+    return terravo::bench::RunBenchmarks(argc, argv);
+}

@@ -1,0 +1,61 @@
+// One picture of the axonometric view: what a turn costs, ten times a second.
+//
+// Data: random points with their triangles on a picture of 1000 x 700 pixels. Method: whole
+// redraws, frame and marks in colour, each turned a degree further, as the rotation does it.
+#include "BenchData.h"
+#include "BenchRun.h"
+#include "plot2d/RasterSurface.h"
+#include "support/FakeServices.h"
+#include "triangulation/KeptTriangulation.h"
+#include "view3d/Rendering.h"
+
+#include <QGuiApplication>
+
+namespace terravo::bench {
+namespace {
+
+void Turn(benchmark::State& state, Index count, bool withTriangles) {
+    const PointSet& points = KeptSurvey(Survey::Random, count);
+    FakeMessages messages;
+    const RunState run;
+    AxonometricView view;
+    if (withTriangles) {
+        KeptTriangulation triangulation;
+        view.Triangoli(points.x, points.y, points.z,
+                       TriangleTable(triangulation.For(points).triangles), "survey");
+    } else {
+        view.Punti(points.x, points.y, points.z, "survey", messages);
+    }
+    RasterSurface surface(1000, 700);
+    surface.SetBackColor(kBlack);
+    Rendering::Redraw(surface, view, true, true, run, messages);
+    view.rotating = true;
+    for (auto _ : state) {
+        view.theta += 0.017453292F;
+        Rendering::Redraw(surface, view, false, true, run, messages);
+    }
+    if (!messages.boxes.empty()) {
+        state.SkipWithError("the picture was not drawn");
+    }
+}
+
+void Register(Index count) {
+    for (const bool withTriangles : {true, false}) {
+        const std::string name =
+            BenchName("view", withTriangles ? "triangles" : "points", std::to_string(count));
+        benchmark::RegisterBenchmark(name.c_str(), Turn, count, withTriangles)
+            ->Unit(benchmark::kMillisecond);
+    }
+}
+
+} // namespace
+} // namespace terravo::bench
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    for (const auto count : terravo::bench::kSizes) {
+        terravo::bench::Register(count);
+    }
+    return terravo::bench::RunBenchmarks(argc, argv);
+}

@@ -1,0 +1,235 @@
+#!/usr/bin/env python3
+"""Prints the results of the benchmarks as tables in Markdown.
+
+usage: bench/tables.py RESULT_FOLDER SUBJECT...
+
+Every figure is a median over the repetitions of one run of one program. A time is processor time,
+but for the parts of a drawing, the exports and the whole road, which are time on the wall.
+"""
+
+import json
+import os
+import re
+import statistics
+import subprocess
+import sys
+
+SIZES = ["1000", "10000", "100000", "1000000"]
+SURVEYS = ["random", "grid", "lines"]
+TO_MS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
+
+
+def short(value):
+    """Three significant digits, without an exponent."""
+    if value is None:
+        return "–"
+    if value >= 100:
+        return f"{value:,.0f}".replace(",", " ")
+    return f"{value:.3g}" if value >= 1 else f"{value:.2g}"
+
+
+def print_table(head, rows):
+    print("| " + " | ".join(head) + " |")
+    print("|---" + "|---:" * (len(head) - 1) + "|")
+    for row in rows:
+        print("| " + " | ".join(row) + " |")
+    print()
+
+
+def size_head(first):
+    return [first] + [f"{int(size):,}".replace(",", " ") for size in SIZES]
+
+
+class Results:
+    """Medians of one program, by benchmark name; "ms" is the processor time, or the time of the
+    clock that the benchmark asked for; "cpu_ms" is always the processor time."""
+
+    def __init__(self, path):
+        self.entries = {}
+        with open(path, encoding="utf-8") as file:
+            for run in json.load(file)["benchmarks"]:
+                if run.get("error_occurred"):
+                    sys.exit(f"{run['name']}: {run['error_message']}")
+                if run["run_type"] == "aggregate" and run["aggregate_name"] != "median":
+                    continue
+                name = re.sub(r"/(iterations:\d+|repeats:\d+|manual_time|real_time)", "", run["run_name"])
+                own_clock = re.search("/(manual|real)_time", run["run_name"])
+                time = run["real_time"] if own_clock else run["cpu_time"]
+                run["ms"] = time * TO_MS[run["time_unit"]]
+                run["cpu_ms"] = run["cpu_time"] * TO_MS[run["time_unit"]]
+                self.entries[name] = run
+
+    def get(self, name, field="ms"):
+        return self.entries[name].get(field) if name in self.entries else None
+
+    def over_sizes(self, name, field="ms"):
+        return [self.get(f"{name}/{size}", field) for size in SIZES]
+
+
+def ratios(above, below):
+    return [a / b if a and b else None for a, b in zip(above, below)]
+
+
+def cells(values):
+    return [short(value) for value in values]
+
+
+def print_read(results):
+    print("### Reading, ms\n")
+    rows = []
+    for form, title in [("mm", "millimetres"), ("full", "every digit")]:
+        ours = results.over_sizes(f"read/{form}/ours")
+        loop = results.over_sizes(f"read/{form}/loop")
+        loaded = results.over_sizes(f"read/{form}/load+loop")
+        rate = [value / 1e6 for value in results.over_sizes(f"read/{form}/ours", "bytes_per_second")]
+        rows += [
+            [f"{title}: ReadPoints", *cells(ours)],
+            [f"{title}: from_chars loop in memory", *cells(loop)],
+            [f"{title}: fread and loop", *cells(loaded)],
+            [f"{title}: ReadPoints / loop", *cells(ratios(ours, loop))],
+            [f"{title}: ReadPoints / (fread and loop)", *cells(ratios(ours, loaded))],
+            [f"{title}: ReadPoints, MB/s", *cells(rate)],
+        ]
+    print_table(size_head("points"), rows)
+
+
+def print_triangulate(results):
+    print("### Triangulating in file order, ms\n")
+    rows = []
+    for survey in SURVEYS:
+        nearby = results.over_sizes(f"triangulate/{survey}/nearby")
+        rows.append([f"{survey}: start nearby", *cells(nearby)])
+        rows.append([f"{survey}: start at the last triangle",
+                     *cells(results.over_sizes(f"triangulate/{survey}/last"))])
+        peer = results.over_sizes(f"triangulate/{survey}/cgal")
+        if any(peer):
+            rows.append([f"{survey}: CGAL", *cells(peer)])
+            rows.append([f"{survey}: start nearby / CGAL", *cells(ratios(nearby, peer))])
+    print_table(size_head("points"), rows)
+    for survey in SURVEYS:
+        for size in SIZES:
+            counts = {results.get(f"triangulate/{survey}/{who}/{size}", "triangles")
+                      for who in ("nearby", "last", "cgal")} - {None}
+            if len(counts) > 1:
+                print(f"Triangle counts differ: {survey}, {size} points: {sorted(counts)}\n")
+
+
+def print_cut(results):
+    print("### Cutting, ms\n")
+    base = results.over_sizes("cut/triangulate")
+    rows = [["triangulation, start nearby", *cells(base)]]
+    for levels in ["10", "50"]:
+        cut = results.over_sizes(f"cut/{levels}")
+        rows.append([f"{levels} levels", *cells(cut)])
+        rows.append([f"{levels} levels: pieces", *cells(results.over_sizes(f"cut/{levels}", "pieces"))])
+        rows.append([f"{levels} levels / triangulation", *cells(ratios(cut, base))])
+    print_table(size_head("random points"), rows)
+
+
+def print_draw(results):
+    print("### Drawing lines with the triangulation kept, 1200 x 900 pixels, ms\n")
+    rows = []
+    for variant, title in [("10", "10 levels"), ("10 labelled", "10 labelled levels"),
+                           ("50", "50 levels")]:
+        rows.append([f"{title}: whole", *cells(results.over_sizes(f"draw/{variant}"))])
+        for field, part in [("frame", "frame"), ("cut", "cut"), ("paint", "strokes"),
+                            ("write", "write"), ("segments", "segments")]:
+            rows.append([f"{title}: {part}", *cells(results.over_sizes(f"draw/{variant}", field))])
+    print_table(size_head("random points"), rows)
+
+    print("### Areas against lines, 10 levels, 1200 x 900 pixels, ms\n")
+    lines = results.over_sizes("draw/10")
+    areas = results.over_sizes("draw/10 areas")
+    triangles = results.over_sizes("draw/10 areas", "triangles")
+    fill = results.over_sizes("draw/10 areas", "paint")
+    rows = [["lines", *cells(lines)],
+            ["areas", *cells(areas)],
+            ["areas / lines", *cells(ratios(areas, lines))],
+            ["areas: frame", *cells(results.over_sizes("draw/10 areas", "frame"))],
+            ["areas: cut and fill", *cells(fill)],
+            ["areas: triangles", *cells(triangles)],
+            ["areas: cut and fill, ns a triangle",
+             *cells([1e6 * ms / count for ms, count in zip(fill, triangles)])]]
+    print_table(size_head("random points"), rows)
+
+
+def print_export(results):
+    print("### Export, 10 levels\n")
+    rows = []
+    for what, title in [("triangles", "WriteQrzTriangles"), ("levels", "WriteQrzLevels")]:
+        def megabytes(field):
+            return cells([value / 1e6 for value in results.over_sizes(f"export/{what}", field)])
+        rows += [[f"{title}: ms on the wall", *cells(results.over_sizes(f"export/{what}"))],
+                 [f"{title}: ms of the processor",
+                  *cells(results.over_sizes(f"export/{what}", "cpu_ms"))],
+                 [f"{title}: MB read", *megabytes("read")],
+                 [f"{title}: MB written", *megabytes("bytes")],
+                 [f"{title}: MB/s written", *megabytes("bytes_per_second")]]
+    print_table(size_head("random points"), rows)
+
+
+def print_print(results):
+    print("### Printing numbers\n")
+    rows = []
+    for form, title in [("mm", "millimetres"), ("full", "every digit")]:
+        for who, what in [("ours", "AppendPrintedLine"), ("snprintf", "snprintf %.15G"),
+                          ("to_chars", "to_chars, 15 digits")]:
+            name = f"print/{form}/{who}"
+            rows.append([f"{title}: {what}", short(results.get(name, "bytes_per_second") / 1e6),
+                         short(1e9 / results.get(name, "items_per_second"))])
+    print_table(["numbers", "MB/s", "ns a number"], rows)
+
+
+def print_road(folder):
+    print("### Whole road of `terravo-batch`: map, exchange files and vector files, 10 levels\n")
+    rows = []
+    for survey in SURVEYS:
+        for size in SIZES:
+            name = os.path.join(folder, f"road-{survey}-{size}")
+            with open(name + ".json", encoding="utf-8") as file:
+                seconds = json.load(file)["results"][0]["median"]
+            memory, stages = [], []
+            with open(name + ".runs", encoding="utf-8") as file:
+                for line in file:
+                    kilobytes, summary = line.split(" ", 1)
+                    memory.append(int(kilobytes) / 1024)
+                    stages.append(json.loads(summary)["milliseconds"])
+            parts = [statistics.median(stage[part] for stage in stages)
+                     for part in ["read", "triangulate", "contour", "draw", "write"]]
+            rows.append([f"{survey} {int(size):,}".replace(",", " "), short(seconds * 1e3),
+                         *cells(parts), short(statistics.median(memory))])
+    print_table(["points", "whole, ms", "read", "triangulate", "cut", "draw", "write",
+                 "peak memory, MiB"], rows)
+
+
+def print_view(results):
+    print("### Axonometric view, one redraw\n")
+    rows = [[title, *cells(results.over_sizes(f"view/{what}"))]
+            for what, title in [("triangles", "points and triangles, ms"), ("points", "points, ms")]]
+    print_table(size_head("random points"), rows)
+
+
+def print_machine():
+    with open("/proc/cpuinfo", encoding="utf-8") as file:
+        models = re.findall(r"^model name\s*:\s*(.*)$", file.read(), re.MULTILINE)
+    compiler = subprocess.run(["c++", "--version"], capture_output=True, text=True, check=True)
+    print(f"{os.cpu_count()} cores, {models[0] if models else 'unknown processor'}; "
+          f"{compiler.stdout.splitlines()[0]}\n")
+
+
+PRINTERS = {"read": print_read, "triangulate": print_triangulate, "cut": print_cut,
+            "draw": print_draw, "export": print_export, "print": print_print,
+            "view": print_view}
+
+
+def main():
+    folder, subjects = sys.argv[1], sys.argv[2:]
+    print_machine()
+    for subject in subjects:
+        if subject == "road":
+            print_road(folder)
+        else:
+            PRINTERS[subject](Results(os.path.join(folder, subject + ".json")))
+
+
+main()
