@@ -45,9 +45,15 @@ Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$base/display" 2>"$base
 helpers+=($!)
 read -rt 20 number <"$base/display" || { cat "$base/xvfb.log"; exit 1; }
 export DISPLAY=:$number
-openbox >/dev/null 2>&1 &
-helpers+=($!)
-until_true xprop -root _NET_SUPPORTING_WM_CHECK
+# xprop succeeds without a window manager too, so its words are looked at. A window manager that did
+# not come up is started once more.
+managed() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q 'window id'; }
+for attempt in 1 2; do
+    openbox >"$base/openbox.log" 2>&1 &
+    helpers+=($!)
+    WAIT=10 until_true managed && break
+    [[ $attempt == 1 ]] || { echo "no window manager:"; cat "$base/openbox.log"; exit 1; }
+done
 
 passed=0
 failed=0
