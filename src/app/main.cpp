@@ -12,6 +12,8 @@
 #include "view3d/frm3D.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QWindow>
 
 #include <algorithm>
 #include <cstdio>
@@ -56,6 +58,18 @@ QPalette ReadablePalette(QPalette palette) {
     return palette;
 }
 
+// Loading handles no events, so a window that is not on the screen before a large file would stay
+// black until the end of it.
+void WaitUntilPainted(const QWidget& window) {
+    constexpr int kPatienceMilliseconds = 500;
+    QElapsedTimer waited;
+    waited.start();
+    while (!window.windowHandle()->isExposed() && waited.elapsed() < kPatienceMilliseconds) {
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents, kPatienceMilliseconds);
+    }
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 int RunWindows(const std::vector<std::string>& arguments) {
     RunState state;
     QtClipboard clipboard;
@@ -77,8 +91,12 @@ int RunWindows(const std::vector<std::string>& arguments) {
     parent.SetView3D([&] { return new frm3D(state, messages, scheme); }, settings);
     window->SetCaptions();
     window->SetColours(scheme);
-    parent.ShowIn(ParentStateFor(clipboard.Text()));
+    const ParentState parentState = ParentStateFor(clipboard.Text());
+    parent.ShowIn(parentState);
     window->show();
+    if (parentState != ParentState::Minimised) {
+        WaitUntilPainted(parent);
+    }
     window->Start(RawCommandLine(arguments), NamedFile(arguments));
     const int exitCode = QApplication::exec();
     // Where the clipboard dies with this program, the caller reads the path of the export here.
