@@ -52,7 +52,7 @@ void AboutBox::showEvent(QShowEvent* event) {
 QString FindSystemInformationTool() {
     for (const char* name : {"kinfocenter", "hardinfo", "hardinfo2", "gnome-system-monitor",
                              "mate-system-monitor", "plasma-systemmonitor", "msinfo32"}) {
-        const QString path = QStandardPaths::findExecutable(QLatin1String(name));
+        QString path = QStandardPaths::findExecutable(QLatin1String(name));
         if (!path.isEmpty()) {
             return path;
         }

@@ -98,10 +98,10 @@ void AxonometricView::TakePoints(const Array1<double>& x, const Array1<double>& 
 }
 
 void AxonometricView::Triangoli(const Array1<double>& x, const Array1<double>& y,
-                                const Array1<double>& z, Table<Index> newTriangles,
+                                const Array1<double>& z, const Table<Index>& corners,
                                 std::string newTitle, const SpaceExtents* given) {
     TakePoints(x, y, z, std::move(newTitle));
-    triangles = WithoutStrayCorners(newTriangles, pointCount);
+    triangles = WithoutStrayCorners(corners, pointCount);
     mode = ViewMode::Triangles;
     const auto count = static_cast<std::size_t>(triangles.Rows());
     polyPoints.assign(3 * count, {});

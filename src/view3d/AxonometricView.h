@@ -76,9 +76,9 @@ public:
     // Entries: each copies the arrays and prepares the data. Without given extents they are those
     // of the data. Arrays of different lengths are cut to the shortest.
 
-    /// @param triangles  columns of three 1-based point numbers; rows of the table are triangles.
+    /// @param corners  one row a triangle: three 1-based point numbers.
     void Triangoli(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-                   Table<Index> triangles, std::string title,
+                   const Table<Index>& corners, std::string title,
                    const SpaceExtents* extents = nullptr);
     void Punti(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
                std::string title, MessageService& messages, const SpaceExtents* extents = nullptr);

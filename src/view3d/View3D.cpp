@@ -3,8 +3,6 @@
 #include "util/NumberText.h"
 #include "util/modUtilita.h"
 
-#include <utility>
-
 namespace terravo {
 namespace {
 
@@ -21,9 +19,9 @@ View3D::View3D(const RunState& run, MessageService& messages, View3DDisplay& dis
     : run_(run), messages_(messages), display_(display) {}
 
 void View3D::Triangoli(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-                       Table<Index> triangles, const std::string& title,
+                       const Table<Index>& corners, const std::string& title,
                        const SpaceExtents* extents) {
-    view_.Triangoli(x, y, z, std::move(triangles), title, extents);
+    view_.Triangoli(x, y, z, corners, title, extents);
     ShowNewData();
 }
 

@@ -64,7 +64,7 @@ public:
 
     // Entries; see AxonometricView.
     void Triangoli(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-                   Table<Index> triangles, const std::string& title,
+                   const Table<Index>& corners, const std::string& title,
                    const SpaceExtents* extents = nullptr);
     void Punti(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
                const std::string& title, const SpaceExtents* extents = nullptr);

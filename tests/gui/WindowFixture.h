@@ -95,7 +95,7 @@ struct WindowFixture : ::testing::Test {
     /// The same with a file of hills, loaded by name.
     std::string OpenHills(int side = 8) {
         Open();
-        const std::string path = folder.Write("hills.dat", HillsText(side));
+        std::string path = folder.Write("hills.dat", HillsText(side));
         session->LoadNamedFile(path);
         return path;
     }

@@ -22,7 +22,7 @@ struct Drawing {
     std::string Draw(LevelSet levelSet) {
         levels = std::move(levelSet);
         SegmentFile segments(folder.File("livelli.txt"));
-        const std::string error = DrawLevelLines(
+        std::string error = DrawLevelLines(
             surface, levels, {points, triangulation, showTriangles, showPerimeter, stop, {}},
             segments, state);
         segments.Close();
