@@ -2,6 +2,7 @@
 
 #include "util/PathText.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace terravo {
@@ -10,6 +11,7 @@ namespace {
 // The triangulation numbers twice as many triangles and a hull link holds three times that.
 constexpr Index kMostPoints = std::numeric_limits<Index>::max() / 6 - 1;
 constexpr Index kProgressStride = 65536;
+constexpr Index kSample = 4096; // points from whose lines the count of all points is estimated
 
 void ReportProgress(const ProgressCallback& progress, const NumberListReader& reader) {
     if (progress && reader.FileSize() > 0) {
@@ -23,6 +25,22 @@ void ClearArrays(PointSet& points) {
     points.x.Clear();
     points.y.Clear();
     points.z.Clear();
+}
+
+// Makes room for all points at once, judged by the bytes of those read so far: arrays that grow
+// step by step are copied several times, each time into memory that is new to the process. A
+// shortened array keeps its room. A wrong estimate does no harm, the arrays still grow.
+void MakeRoom(PointSet& points, const NumberListReader& reader) {
+    constexpr double kMargin = 1.01;
+    const double bytesPerPoint = static_cast<double>(reader.BytesRead()) / points.count;
+    const double estimate = kMargin * static_cast<double>(reader.FileSize()) / bytesPerPoint;
+    const auto expected = static_cast<Index>(std::min(estimate, static_cast<double>(kMostPoints)));
+    if (expected > points.count) {
+        for (Array1<double>* values : {&points.x, &points.y, &points.z}) {
+            values->Resize(expected);
+            values->Resize(points.count);
+        }
+    }
 }
 
 } // namespace
@@ -47,6 +65,9 @@ std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
             ClearArrays(points);
         }
         points.Append(x, y, z);
+        if (points.count == kSample) {
+            MakeRoom(points, reader);
+        }
         if (points.count % kProgressStride == 0) {
             ReportProgress(progress, reader);
         }

@@ -1,5 +1,7 @@
 #include "util/NumberListReader.h"
 
+#include "util/DecimalText.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -15,11 +17,18 @@ namespace {
 // Enough for any number that a program prints; a longer field is joined by further reading.
 constexpr std::ptrdiff_t kFieldRoom = 512;
 
+// Bytes asked for at a time: few enough to be still in the cache when they are looked at. The rest
+// of the buffer is touched for long fields and lines alone.
+constexpr std::size_t kBlock = std::size_t{1} << 17;
+
 bool IsBlank(char c) {
     return c == ' ' || c == '\t';
 }
 bool IsLineEnd(char c) {
     return c == '\n' || c == '\r';
+}
+bool EndsField(char c) {
+    return c == ',' || IsLineEnd(c) || IsBlank(c);
 }
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
@@ -74,9 +83,10 @@ std::string ReadFailure::Sentence() const {
 }
 
 NumberListReader::NumberListReader(const std::string& path, std::size_t bufferSize)
-    : buffer_(std::max<std::size_t>(bufferSize, 16) + 2) {
+    : room_(std::max<std::size_t>(bufferSize, 16)),
+      buffer_(std::make_unique_for_overwrite<char[]>(room_ + 2)) {
     failure_.file = path;
-    cursor_ = limit_ = buffer_.data();
+    cursor_ = limit_ = buffer_.get();
     buffer_[0] = '\0';
     errno = 0;
     file_.reset(std::fopen(path.c_str(), "rb"));
@@ -115,12 +125,12 @@ bool NumberListReader::Refill() {
         return false;
     }
     const auto kept = static_cast<std::size_t>(limit_ - cursor_);
-    const std::size_t room = buffer_.size() - 2;
-    if (kept >= room) {
+    if (kept >= room_) {
         return false;
     }
-    std::memmove(buffer_.data(), cursor_, kept);
-    const std::size_t got = std::fread(buffer_.data() + kept, 1, room - kept, file_.get());
+    std::memmove(buffer_.get(), cursor_, kept);
+    const std::size_t wanted = std::min(room_ - kept, kBlock);
+    const std::size_t got = std::fread(buffer_.get() + kept, 1, wanted, file_.get());
     offset_ += got;
     std::size_t length = kept + got;
     if (got > 0) {
@@ -135,7 +145,7 @@ bool NumberListReader::Refill() {
         }
     }
     buffer_[length] = '\0';
-    cursor_ = buffer_.data();
+    cursor_ = buffer_.get();
     limit_ = cursor_ + length;
     return length > kept;
 }
@@ -226,7 +236,22 @@ bool NumberListReader::ReadLine(std::string& line) {
     return true;
 }
 
+// Nearly every field: digits with a point, and its end in the buffer as well.
 bool NumberListReader::ReadField(double& value) {
+    const bool negative = *cursor_ == '-';
+    const bool hasSign = negative || *cursor_ == '+';
+    double magnitude = 0;
+    const char* const end = DecimalText::Read(cursor_ + (hasSign ? 1 : 0), magnitude);
+    if (end == nullptr || !EndsField(*end)) {
+        return ReadAnyField(value);
+    }
+    value = negative ? -magnitude : magnitude;
+    LeaveField(end);
+    return true;
+}
+
+// Every other field: exponents, many digits, no number at all, cut off by the buffer.
+bool NumberListReader::ReadAnyField(double& value) {
     const char* digits = cursor_;
     const bool negative = *digits == '-';
     if (negative || *digits == '+') {
@@ -237,8 +262,8 @@ bool NumberListReader::ReadField(double& value) {
         read = std::from_chars(digits, limit_, value);
     }
     const char* end = read.ptr;
-    if (!IsBlank(*end) && *end != ',' && !IsLineEnd(*end)) {
-        while (end != limit_ && !IsBlank(*end) && *end != ',' && !IsLineEnd(*end)) {
+    if (!EndsField(*end)) {
+        while (end != limit_ && !EndsField(*end)) {
             ++end;
         }
         if (end == limit_ && !sourceEnded_) {
@@ -262,6 +287,12 @@ bool NumberListReader::ReadField(double& value) {
     if (negative) {
         value = -value;
     }
+    LeaveField(end);
+    return true;
+}
+
+// Takes what ends a field: blanks, and then one comma or one line end.
+void NumberListReader::LeaveField(const char* end) {
     cursor_ = end;
     if (IsBlank(*cursor_)) {
         SkipBlanks();
@@ -271,7 +302,6 @@ bool NumberListReader::ReadField(double& value) {
     } else if (IsLineEnd(*cursor_)) {
         TakeLineEnd();
     }
-    return true;
 }
 
 } // namespace terravo

@@ -12,7 +12,6 @@
 #include <cstdio>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace terravo {
 
@@ -67,11 +66,14 @@ private:
     void SkipBlanks();
     void TakeLineEnd();
     bool ReadField(double& value);
+    bool ReadAnyField(double& value);
+    void LeaveField(const char* end);
     bool Fail(std::string cause);
     void SkipByteOrderMark();
 
     std::unique_ptr<std::FILE, CloseFile> file_;
-    std::vector<char> buffer_;
+    std::size_t room_;               // of the buffer, without an added line end and the NUL
+    std::unique_ptr<char[]> buffer_; // not filled in advance: most files need little of it
     const char* cursor_ = nullptr;
     const char* limit_ = nullptr;
     bool sourceEnded_ = false;
