@@ -26,7 +26,7 @@ ensure_packages() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-build_packages=(g++ cmake ninja-build qt6-base-dev fonts-liberation)
+build_packages=(g++ cmake ninja-build qt6-base-dev libpng-dev fonts-liberation)
 test_packages=(libgtest-dev clang-format xvfb openbox xclip xdotool x11-utils)
 
 # Configures a preset when its build folder is new, and builds what has changed.

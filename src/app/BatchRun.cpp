@@ -6,6 +6,7 @@
 #include "app/PointFile.h"
 #include "app/SupportFolder.h"
 #include "export/QrzWriter.h"
+#include "plot2d/PictureFile.h"
 #include "plot2d/RasterSurface.h"
 #include "triangulation/MeshFile.h"
 #include "util/AppError.h"
@@ -15,10 +16,8 @@
 #include "view3d/RegularGrid.h"
 #include "view3d/Rendering.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QImageWriter>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -145,20 +144,6 @@ void RequireTriangles(const std::string& file, const PointSet& points,
                          file + ": no triangles, because the first two points do not count as "
                                 "distinct (in each coordinate they are equal, or one is zero).");
     }
-}
-
-void WritePng(const QImage& image, const std::string& path) {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    QImageWriter writer(&buffer, "png");
-    if (!writer.write(image)) {
-        throw AppError(ErrorNumber::kDeviceIo, path,
-                       path + ": " + writer.errorString().toStdString());
-    }
-    OutputFile file(path);
-    file.Append({bytes.constData(), static_cast<std::size_t>(bytes.size())});
-    file.Commit();
 }
 
 // The run itself: everything that lives for its length, and its stages.
@@ -322,8 +307,8 @@ void BatchRun::Deliver() {
         map_.TriangulateAndShow3D();
         ThrowMessages(true);
     }
-    deliver(options_.mapFile, [&] { WritePng(picture_, options_.mapFile); });
-    deliver(options_.view3DFile, [&] { WritePng(viewPicture_, options_.view3DFile); });
+    deliver(options_.mapFile, [&] { SavePicture(picture_, options_.mapFile); });
+    deliver(options_.view3DFile, [&] { SavePicture(viewPicture_, options_.view3DFile); });
     deliver(options_.segmentsFile,
             [&] { CopyFileWhole(state_.workFolder + kSegmentFileName, options_.segmentsFile); });
     deliver(options_.meshFile,
