@@ -6,6 +6,7 @@
 #include "util/NumberListReader.h"
 #include "util/NumberText.h"
 #include "util/OutputFile.h"
+#include "util/Prefetch.h"
 #include "util/modUtilita.h"
 
 #include <array>
@@ -135,9 +136,41 @@ void WriteSegments(OutputFile& file, const std::string& segmentPath,
 
 // --- Triangles ---
 
+// The coordinate lines of the points. Each is the corner of some six triangles, so printing it once
+// and copying it saves most of the printing.
+class PointLines {
+public:
+    void Append(const SpacePoint& point) {
+        AppendPointLine(text_, point);
+        ends_.push_back(text_.size());
+    }
+    [[nodiscard]] Index Count() const { return static_cast<Index>(ends_.size() - 1); }
+    [[nodiscard]] bool Has(Index number) const { return number >= 1 && number <= Count(); }
+    /// Number from 1 to Count.
+    [[nodiscard]] std::string_view Line(Index number) const {
+        const std::size_t start = ends_[static_cast<std::size_t>(number) - 1];
+        return {text_.data() + start, ends_[static_cast<std::size_t>(number)] - start};
+    }
+    // Both together hide the wait for a line; the text can be asked for once its place is there.
+    void AskForPlace(Index number) const {
+        if (Has(number)) {
+            PrefetchLine(&ends_[static_cast<std::size_t>(number) - 1]);
+        }
+    }
+    void AskForText(Index number) const {
+        if (Has(number)) {
+            PrefetchLine(Line(number).data());
+        }
+    }
+
+private:
+    std::string text_;
+    std::vector<std::size_t> ends_{0};
+};
+
 struct Mesh {
     std::vector<std::array<Index, 3>> triangles;
-    Array1<SpacePoint> points;
+    PointLines points;
 };
 
 Index ReadIndex(NumberListReader& reader, Index most) {
@@ -180,12 +213,12 @@ Mesh ReadMesh(const std::string& path) {
     return mesh;
 }
 
-const SpacePoint& CornerPoint(const Mesh& mesh, Index number) {
-    if (number < 1 || number > mesh.points.UpperBound()) {
+std::string_view CornerLine(const Mesh& mesh, Index number) {
+    if (!mesh.points.Has(number)) {
         throw AppError(ErrorNumber::kSubscript, "QrzWriter",
                        "A triangle has a corner that is no point: " + std::to_string(number) + ".");
     }
-    return mesh.points[number];
+    return mesh.points.Line(number);
 }
 
 void AppendTriangle(std::string& out, const Mesh& mesh, const std::array<Index, 3>& corners) {
@@ -194,10 +227,30 @@ void AppendTriangle(std::string& out, const Mesh& mesh, const std::array<Index, 
     out += "Vertex:\r\n 3\r\nWidth:\r\n 0\r\nClosed : \r\n 1\r\nType :\r\n 0\r\n"
            "Lenght:\r\n 0\r\nArea :\r\n 0\r\n";
     for (const Index corner : corners) {
-        AppendPointLine(out, CornerPoint(mesh, corner));
+        out += CornerLine(mesh, corner);
     }
     out += "Texture:\r\n 0\r\n";
     AppendLine(out, kSeparator);
+}
+
+// In a survey without order the corners of a triangle lie anywhere among the points, so the memory
+// of the triangles to come is asked for ahead.
+void WriteTriangles(OutputFile& file, const Mesh& mesh) {
+    constexpr std::size_t kPlacesAhead = 16;
+    constexpr std::size_t kTextsAhead = 8;
+    const std::size_t count = mesh.triangles.size();
+    for (std::size_t t = 0; t < count; ++t) {
+        if (t + kPlacesAhead < count) {
+            for (const Index corner : mesh.triangles[t + kPlacesAhead]) {
+                mesh.points.AskForPlace(corner);
+            }
+            for (const Index corner : mesh.triangles[t + kTextsAhead]) {
+                mesh.points.AskForText(corner);
+            }
+        }
+        AppendTriangle(file.Buffer(), mesh, mesh.triangles[t]);
+        file.FlushWhenFull();
+    }
 }
 
 } // namespace
@@ -248,10 +301,7 @@ void WriteQrzTriangles(RunState& state, ClipboardService& clipboard, MessageServ
         OutputFile file(state.qrzExportPath);
         AppendHeader(file.Buffer(), std::nullopt, static_cast<Index>(mesh.triangles.size()));
         WriteQrzLayerBlock(file.Buffer(), 1, std::string(kPointLayer));
-        for (const std::array<Index, 3>& corners : mesh.triangles) {
-            AppendTriangle(file.Buffer(), mesh, corners);
-            file.FlushWhenFull();
-        }
+        WriteTriangles(file, mesh);
         file.Commit();
         ReportDone(state, clipboard);
     } catch (const std::exception& error) {
