@@ -90,6 +90,8 @@ void frm3D::MakeControls() {
     auto* layout = new QHBoxLayout(this);
     layout->addLayout(column);
     layout->addWidget(Picture1, 1);
+    // A coarse timer may be early or late by a twentieth, which shows as an uneven turn.
+    Timer1.setTimerType(Qt::PreciseTimer);
     Timer1.setInterval(kTimerMilliseconds);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QMouseEvent>
 
 #include <cmath>
@@ -123,6 +124,24 @@ TEST_F(frm3DTest, WalksThroughTheStatesOfTheRotation) {
     const QImage closed = Picture();
     QTest::qWait(250);
     EXPECT_EQ(Picture(), closed) << "a closed window does not turn";
+}
+
+TEST_F(frm3DTest, ALateTickTurnsByOneDegreeAndMissedTicksAreNotMadeUp) {
+    Open();
+    Click("cmdRuota");
+    ASSERT_TRUE(ReachesDegrees(1));
+    const double before = std::stod(LabelText("lblTheta"));
+    QTest::qSleep(650); // as long as a redraw of many points takes
+    QElapsedTimer since;
+    since.start();
+    const auto turned = [&] { return std::stod(LabelText("lblTheta")) - before; };
+    for (int i = 0; i < 20; ++i) {
+        QApplication::processEvents();
+    }
+    EXPECT_GE(turned(), 1);
+    EXPECT_LE(turned(), 1 + static_cast<double>(since.elapsed() / 100));
+    EXPECT_TRUE(ReachesDegrees(before + 4));
+    EXPECT_LE(turned(), 1 + static_cast<double>(since.elapsed() / 100)) << "the pace afterwards";
 }
 
 TEST_F(frm3DTest, ClicksChangeTheViewAndTheColours) {
