@@ -1,7 +1,8 @@
 #include "triangulation/KeptTriangulation.h"
 
+#include "triangulation/QuickRoad.h"
+
 #include <algorithm>
-#include <numeric>
 
 namespace terravo {
 
@@ -14,11 +15,8 @@ const KeptTriangulation::Result& KeptTriangulation::For(const PointSet& points,
     for (Index i = 1; i <= points.count; ++i) {
         coord[i] = {points.x[i], points.y[i]};
     }
-    Array1<Index> order(points.count);
-    std::iota(order.begin(), order.end(), 1);
     result_.triangles = TriangleList(points.count);
-    result_.ierr = modDelaunay2D::Triangulate(coord, order, result_.triangles,
-                                              modDelaunay2D::StartRule::NearbyTriangle, progress);
+    result_.ierr = TriangulateQuickly(coord, result_.triangles, progress);
     made_ = true;
     return result_;
 }

@@ -1,99 +1,17 @@
-// Diagonal swaps about a new point until no edge breaks the empty-circle rule.
-#include "triangulation/MeshEdit.h"
+// Swaps by the empty-circle rule: the new point is the latest of every quadrilateral about it.
+#include "triangulation/EdgeSwaps.h"
 #include "triangulation/modGeometria.h"
 
 namespace terravo::modDelaunay2D {
-namespace {
-
-// Every triangle on the stack has the new point m as vertex 1, so the edge to test is edge 2.
-constexpr int kOppositeEdge = 2;
-
-// Turns the edge that t and u share, t = (m, b, c), u = (.., c, b, d), into the edge m-d:
-// t becomes (m, b, d), u becomes (m, d, c).
-bool SwapDiagonal(Workspace& work, Index tNumber, Index uNumber, int sharedEdgeOfU) {
-    TriangleList& triangles = work.triangles;
-    Triangle& t = triangles.table[tNumber];
-    Triangle& u = triangles.table[uNumber];
-    const auto [m, b, c] = t.vertices;
-    const int edgeBd = NextEdge(sharedEdgeOfU);
-    const int edgeDc = NextEdge(edgeBd);
-    const Index d = u.Vertex(edgeDc);
-    const Index acrossMb = t.Neighbour(1);
-    const Index acrossCm = t.Neighbour(3);
-    const Index acrossBd = u.Neighbour(edgeBd);
-    const Index acrossDc = u.Neighbour(edgeDc);
-    t = Triangle{{m, b, d}, {acrossMb, acrossBd, uNumber}};
-    u = Triangle{{m, d, c}, {tNumber, acrossDc, acrossCm}};
-
-    const TriangleEdge bd{tNumber, 2};
-    const TriangleEdge dc{uNumber, 2};
-    const TriangleEdge cm{uNumber, 3};
-    bool sound = true;
-    if (acrossBd > 0) {
-        sound = RelinkNeighbour(triangles, bd) && sound;
-    } else {
-        NoteHullEdge(work, bd);
-    }
-    if (acrossDc < 0) {
-        NoteHullEdge(work, dc);
-    }
-    if (acrossCm > 0) {
-        sound = RelinkNeighbour(triangles, cm) && sound;
-    } else {
-        NoteHullEdge(work, cm);
-    }
-    if (acrossBd < 0) {
-        sound = LinkPredecessor(work, bd) && sound;
-    }
-    if (acrossDc < 0) {
-        sound = LinkPredecessor(work, dc) && sound;
-    }
-    if (acrossCm < 0) {
-        sound = LinkPredecessor(work, cm) && sound;
-    }
-    return sound;
-}
-
-} // namespace
 
 Index SwapEdges(Index m, Workspace& work) {
-    TriangleList& triangles = work.triangles;
     const PlanPoint& pm = work.coord[m];
-    while (work.stack.top > 0) {
-        const Index tNumber = work.stack.items[work.stack.top--];
-        const Triangle& t = triangles.table[tNumber];
-        const Index uNumber = t.Neighbour(kOppositeEdge);
-        if (uNumber <= 0) {
-            continue;
-        }
-        if (uNumber > triangles.count) {
-            return Ierr::kIndexOutOfRange;
-        }
-        const Index b = t.vertices[1];
-        const Index c = t.vertices[2];
-        const Triangle& u = triangles.table[uNumber];
-        const int shared = FindEdge(u, c, b);
-        if (shared == 0 || u.Neighbour(shared) != tNumber) {
-            return Ierr::kBrokenLink;
-        }
-        const Index d = u.Vertex(NextEdge(NextEdge(shared)));
-        if (d == m) {
-            return Ierr::kBrokenLink;
-        }
+    return SwapAbout(m, work, [&](Index /*m*/, Index b, Index d, Index c) {
         const PlanPoint& pb = work.coord[b];
-        const PlanPoint& pc = work.coord[c];
         const PlanPoint& pd = work.coord[d];
-        if (modGeometria::DiagonalChoice(pm.x, pm.y, pb.x, pb.y, pd.x, pd.y, pc.x, pc.y) != 1) {
-            continue;
-        }
-        if (!SwapDiagonal(work, tNumber, uNumber, shared)) {
-            return Ierr::kBrokenLink;
-        }
-        if (!work.stack.Push(tNumber) || !work.stack.Push(uNumber)) {
-            return Ierr::kStackFull;
-        }
-    }
-    return Ierr::kDone;
+        const PlanPoint& pc = work.coord[c];
+        return modGeometria::DiagonalChoice(pm.x, pm.y, pb.x, pb.y, pd.x, pd.y, pc.x, pc.y) == 1;
+    });
 }
 
 } // namespace terravo::modDelaunay2D

@@ -1,0 +1,251 @@
+#include "triangulation/QuickRoad.h"
+
+#include "triangulation/Certificate.h"
+#include "triangulation/CurveOrder.h"
+#include "triangulation/EdgeSwaps.h"
+#include "triangulation/FileOrderChoice.h"
+#include "triangulation/FirstTriangle.h"
+#include "triangulation/HullHistory.h"
+#include "triangulation/Inserter.h"
+#include "triangulation/modGeometria.h"
+
+#include <atomic>
+#include <future>
+#include <numeric>
+#include <utility>
+
+namespace terravo {
+namespace {
+
+using namespace modDelaunay2D;
+
+constexpr Index kProgressStride = 16384;
+// Beyond these spans a product of four differences could overflow, or lose digits near zero.
+constexpr double kLeastSpan = 1e-30;
+constexpr double kMostSpan = 1e30;
+
+// The points along the curve. Position c on the curve stands for a point's number in the tables
+// until the triangles are done.
+struct CurvePoints {
+    CurvePoints(const Array1<PlanPoint>& fileCoord, const PlanExtent& extent)
+        : fileNumber(CurveOrder(fileCoord, extent)), coord(fileCoord.UpperBound()) {
+        for (Index c = 1; c <= coord.UpperBound(); ++c) {
+            coord[c] = fileCoord[fileNumber[c]];
+        }
+    }
+
+    Array1<Index> fileNumber;
+    Array1<PlanPoint> coord;
+};
+
+void NumberByFile(const CurvePoints& points, TriangleList& triangles) {
+    for (Index t = 1; t <= triangles.count; ++t) {
+        for (Index& vertex : triangles.table[t].vertices) {
+            vertex = points.fileNumber[vertex];
+        }
+    }
+}
+
+// Inserts points in the order of the curve.
+class CurveInserter {
+public:
+    CurveInserter(const CurvePoints& points, const Array1<Index>& rank, TriangleList& triangles)
+        : coord_(points.coord), rank_(rank), work_(points.coord, triangles, coord_.UpperBound()),
+          inserter_(work_) {}
+
+    /// @return false when there is no triangle to begin with, on a fault, or when stopped.
+    bool InsertAll(const std::atomic<bool>& stop, const ProgressCallback& progress);
+
+private:
+    bool MakeFirst();
+    bool Insert(Index c);
+    [[nodiscard]] bool IsRepeatOf(Index c, Index corner) const {
+        return coord_[c] == coord_[corner] && rank_[corner] < rank_[c];
+    }
+
+    const Array1<PlanPoint>& coord_;
+    const Array1<Index>& rank_;
+    Workspace work_;
+    Inserter inserter_;
+    Index second_ = 0;
+    Index third_ = 0;
+};
+
+bool CurveInserter::MakeFirst() {
+    const Index count = coord_.UpperBound();
+    second_ = 2;
+    while (second_ <= count && coord_[second_] == coord_[1]) {
+        ++second_;
+    }
+    for (third_ = second_ + 1; third_ <= count; ++third_) {
+        const PlanPoint& p = coord_[third_];
+        const int side = modGeometria::SideOfLine(p.x, p.y, coord_[1].x, coord_[1].y,
+                                                  coord_[second_].x, coord_[second_].y, 0.0);
+        if (side != 0) {
+            MakeFirstTriangle(work_, 1, second_, third_, side);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool CurveInserter::Insert(Index c) {
+    const WalkResult place = WalkToPoint(coord_[c], coord_, work_.triangles, work_.triangles.count);
+    if (place.ierr != Ierr::kDone) {
+        return false;
+    }
+    if (place.location >= 4) {
+        return IsRepeatOf(c, work_.triangles.Vertex(place.location - 3, place.triangle));
+    }
+    return inserter_.MakeFan(c, place) == Ierr::kDone &&
+           SwapAbout(c, work_, [&](Index m, Index b, Index d, Index e) {
+               return UsesFirstDiagonal(coord_, rank_, m, b, d, e);
+           }) == Ierr::kDone;
+}
+
+bool CurveInserter::InsertAll(const std::atomic<bool>& stop, const ProgressCallback& progress) {
+    if (!MakeFirst()) {
+        return false;
+    }
+    const Index count = coord_.UpperBound();
+    for (Index c = 2; c <= count; ++c) {
+        if (c != second_ && c != third_ && !Insert(c)) {
+            return false;
+        }
+        if (c % kProgressStride != 0) {
+            continue;
+        }
+        if (stop.load(std::memory_order_relaxed)) {
+            return false;
+        }
+        if (progress) {
+            progress("triangulate", static_cast<double>(c) / static_cast<double>(count));
+        }
+    }
+    return true;
+}
+
+// Place of each point of the curve in the insertion order of the file, where the third place goes
+// to the first point off the line through the first two.
+Array1<Index> RanksOf(const CurvePoints& points, Index thirdPosition) {
+    Array1<Index> rank(points.fileNumber.UpperBound());
+    for (Index c = 1; c <= rank.UpperBound(); ++c) {
+        const Index number = points.fileNumber[c];
+        rank[c] = number == 3 ? thirdPosition : number == thirdPosition ? 3 : number;
+    }
+    return rank;
+}
+
+// What both roads need to know of the points.
+struct Survey {
+    const Array1<PlanPoint>& coord;
+    double span;
+    Index thirdPosition;
+};
+
+struct StopOnExit {
+    std::atomic<bool>& stop;
+    ~StopOnExit() { stop = true; }
+};
+
+// Inserts along the curve while the hulls of file order are followed on another thread; either one
+// stops the other when it finds the set not certain.
+bool InsertAndFollowHulls(const Survey& survey, const CurvePoints& points,
+                          const Array1<Index>& rank, double exactReach, TriangleList& triangles,
+                          const ProgressCallback& progress) {
+    std::atomic<bool> stop = false;
+    auto hullsAreClear = std::async(std::launch::async, [&] {
+        const bool clear =
+            HullHistoryIsClear(survey.coord, survey.thirdPosition, survey.span, exactReach, stop);
+        if (!clear) {
+            stop = true;
+        }
+        return clear;
+    });
+    const StopOnExit stopOnExit{stop}; // also when the progress callback throws
+    const bool inserted = CurveInserter(points, rank, triangles).InsertAll(stop, progress);
+    if (!inserted) {
+        stop = true;
+    }
+    return hullsAreClear.get() && inserted;
+}
+
+bool MakeCertain(const Survey& survey, const CurvePoints& points, TriangleList& triangles,
+                 const ProgressCallback& progress) {
+    if (!(survey.span >= kLeastSpan && survey.span <= kMostSpan)) {
+        return false;
+    }
+    const Array1<Index> rank = RanksOf(points, survey.thirdPosition);
+    const double exactReach = ExactReach(survey.coord, survey.span);
+    if (!InsertAndFollowHulls(survey, points, rank, exactReach, triangles, progress) ||
+        !IsCertain({points.coord, rank, triangles, survey.span, exactReach})) {
+        return false;
+    }
+    NumberByFile(points, triangles);
+    return true;
+}
+
+// File order, with the tables laid out along the curve: what is near on the ground is near in
+// memory.
+Index InsertInFileOrder(const CurvePoints& points, TriangleList& triangles,
+                        const ProgressCallback& progress) {
+    Array1<Index> order(points.fileNumber.UpperBound());
+    for (Index c = 1; c <= order.UpperBound(); ++c) {
+        order[points.fileNumber[c]] = c;
+    }
+    const Index ierr =
+        Triangulate(points.coord, order, triangles, StartRule::NearbyTriangle, progress);
+    NumberByFile(points, triangles);
+    return ierr;
+}
+
+Array1<Index> FileOrder(Index count) {
+    Array1<Index> order(count);
+    std::iota(order.begin(), order.end(), 1);
+    return order;
+}
+
+} // namespace
+
+Index TriangulateQuickly(const Array1<PlanPoint>& coord, TriangleList& triangles,
+                         const ProgressCallback& progress, Road* road) {
+    if (road != nullptr) {
+        *road = Road::FileOrder;
+    }
+    Array1<Index> order = FileOrder(coord.UpperBound());
+    const auto plainly = [&] {
+        return Triangulate(coord, order, triangles, StartRule::NearbyTriangle, progress);
+    };
+    if (coord.UpperBound() < kLeastForCurve) {
+        return plainly();
+    }
+    const FirstTriangle first = FindFirstTriangle(coord, order);
+    const std::optional<PlanExtent> extent = ExtentOf(coord);
+    if (!first.found || !extent) {
+        return plainly();
+    }
+    order.Clear();
+    const CurvePoints points(coord, *extent);
+    if (!MakeCertain({coord, extent->Span(), first.thirdPosition}, points, triangles, progress)) {
+        triangles.count = 0;
+        return InsertInFileOrder(points, triangles, progress);
+    }
+    if (road != nullptr) {
+        *road = Road::AlongCurve;
+    }
+    return Ierr::kDone;
+}
+
+bool TriangulateAlongCurve(const Array1<PlanPoint>& coord, TriangleList& triangles,
+                           const ProgressCallback& progress) {
+    if (coord.UpperBound() < 3) {
+        return false;
+    }
+    const FirstTriangle first = FindFirstTriangle(coord, FileOrder(coord.UpperBound()));
+    const std::optional<PlanExtent> extent = ExtentOf(coord);
+    return first.found && extent &&
+           MakeCertain({coord, extent->Span(), first.thirdPosition}, CurvePoints(coord, *extent),
+                       triangles, progress);
+}
+
+} // namespace terravo
