@@ -11,6 +11,8 @@
 
 #include <QGuiApplication>
 
+#include <utility>
+
 namespace terravo::bench {
 namespace {
 
@@ -84,6 +86,38 @@ void Register(Index count) {
     add("50", options);
 }
 
+// Each option beside the map of 10 lines, and beside the areas, as a click in the window redraws
+// the whole map.
+void RegisterChanges(Index count) {
+    using Change = void (*)(MapOptions&);
+    const std::pair<const char*, Change> changes[] = {
+        {"labels", [](MapOptions& options) { options.showLevelValues = true; }},
+        {"triangles", [](MapOptions& options) { options.showTriangles = true; }},
+        {"perimeter", [](MapOptions& options) { options.showPerimeter = true; }},
+        {"2 levels", [](MapOptions& options) { options.levelCount = 2; }},
+        {"50 levels", [](MapOptions& options) { options.levelCount = 50; }},
+        {"100 levels", [](MapOptions& options) { options.levelCount = 100; }},
+    };
+    for (const auto& [mode, title] :
+         {std::pair{MapMode::Lines, "lines"}, std::pair{MapMode::Areas, "areas"}}) {
+        MapOptions before;
+        before.levelCount = 10;
+        before.mode = mode;
+        const auto add = [&, of = title](const char* change, const MapOptions& options) {
+            const std::string name = BenchName("change", of, change, std::to_string(count));
+            benchmark::RegisterBenchmark(name.c_str(), Draw, count, options)
+                ->Unit(benchmark::kMillisecond)
+                ->UseRealTime();
+        };
+        add("10 levels", before);
+        for (const auto& [name, change] : changes) {
+            MapOptions options = before;
+            change(options);
+            add(name, options);
+        }
+    }
+}
+
 } // namespace
 } // namespace terravo::bench
 
@@ -92,6 +126,7 @@ int main(int argc, char** argv) {
     const QGuiApplication application(argc, argv);
     for (const auto count : terravo::bench::kSizes) {
         terravo::bench::Register(count);
+        terravo::bench::RegisterChanges(count);
     }
     return terravo::bench::RunBenchmarks(argc, argv);
 }

@@ -36,8 +36,8 @@ def print_table(head, rows):
     print()
 
 
-def size_head(first):
-    return [first] + [f"{int(size):,}".replace(",", " ") for size in SIZES]
+def size_head(first, sizes=SIZES):
+    return [first] + [f"{int(size):,}".replace(",", " ") for size in sizes]
 
 
 class Results:
@@ -62,8 +62,8 @@ class Results:
     def get(self, name, field="ms"):
         return self.entries[name].get(field) if name in self.entries else None
 
-    def over_sizes(self, name, field="ms"):
-        return [self.get(f"{name}/{size}", field) for size in SIZES]
+    def over_sizes(self, name, field="ms", sizes=SIZES):
+        return [self.get(f"{name}/{size}", field) for size in sizes]
 
 
 def ratios(above, below):
@@ -94,22 +94,26 @@ def print_read(results):
 
 
 def print_triangulate(results):
-    print("### Triangulating in file order, ms\n")
+    print("### Triangulating, ms\n")
+    sizes = SIZES + ["10000000"]
     rows = []
     for survey in SURVEYS:
-        nearby = results.over_sizes(f"triangulate/{survey}/nearby")
-        rows.append([f"{survey}: start nearby", *cells(nearby)])
-        rows.append([f"{survey}: start at the last triangle",
-                     *cells(results.over_sizes(f"triangulate/{survey}/last"))])
-        peer = results.over_sizes(f"triangulate/{survey}/cgal")
+        def over(who, field="ms"):
+            return results.over_sizes(f"triangulate/{survey}/{who}", field, sizes)
+        quick = over("quick")
+        rows.append([f"{survey}: TriangulateQuickly", *cells(quick)])
+        rows.append([f"{survey}: its processor time", *cells(over("quick", "processor_ms"))])
+        peer = over("cgal")
         if any(peer):
             rows.append([f"{survey}: CGAL", *cells(peer)])
-            rows.append([f"{survey}: start nearby / CGAL", *cells(ratios(nearby, peer))])
-    print_table(size_head("points"), rows)
+            rows.append([f"{survey}: TriangulateQuickly / CGAL", *cells(ratios(quick, peer))])
+        rows.append([f"{survey}: file order, start nearby", *cells(over("nearby"))])
+        rows.append([f"{survey}: file order, start at the last triangle", *cells(over("last"))])
+    print_table(size_head("points", sizes), rows)
     for survey in SURVEYS:
         for size in SIZES:
             counts = {results.get(f"triangulate/{survey}/{who}/{size}", "triangles")
-                      for who in ("nearby", "last", "cgal")} - {None}
+                      for who in ("quick", "nearby", "last", "cgal")} - {None}
             if len(counts) > 1:
                 print(f"Triangle counts differ: {survey}, {size} points: {sorted(counts)}\n")
 
@@ -117,7 +121,7 @@ def print_triangulate(results):
 def print_cut(results):
     print("### Cutting, ms\n")
     base = results.over_sizes("cut/triangulate")
-    rows = [["triangulation, start nearby", *cells(base)]]
+    rows = [["triangulation", *cells(base)]]
     for levels in ["10", "50"]:
         cut = results.over_sizes(f"cut/{levels}")
         rows.append([f"{levels} levels", *cells(cut)])
@@ -151,6 +155,12 @@ def print_draw(results):
             ["areas: cut and fill, ns a triangle",
              *cells([1e6 * ms / count for ms, count in zip(fill, triangles)])]]
     print_table(size_head("random points"), rows)
+    print("### A change of one option, 1200 x 900 pixels, ms on the wall\n")
+    print_table(size_head("random points"),
+                [[f"{mode}: {what}", *cells(results.over_sizes(f"change/{mode}/{what}"))]
+                 for mode in ("lines", "areas")
+                 for what in ("10 levels", "labels", "triangles", "perimeter", "2 levels",
+                              "50 levels", "100 levels")])
 
 
 def print_export(results):

@@ -1,5 +1,6 @@
 #include "contour/LevelAreas.h"
 
+#include "contour/CornerPrefetch.h"
 #include "contour/LevelReach.h"
 #include "util/AppError.h"
 #include "util/QuickSort3V.h"
@@ -8,14 +9,56 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstdint>
 #include <exception>
+#include <limits>
 #include <numeric>
+#include <span>
 #include <vector>
 
 namespace terravo {
 namespace {
 
 constexpr Index kProgressStride = 8192;
+
+// What painting needs of a point when no level cuts its triangle. Small, because the corners of
+// triangles lie anywhere in the list: a million of them stay within reach of the processor.
+struct MapPoint {
+    std::int16_t x = 0; // pixels
+    std::int16_t y = 0;
+    Index band = 0; // the level just below a point that is surely between two; otherwise 0
+};
+
+// The level just below a height that lies between two, farther from both than rounding can move a
+// mean of such heights; otherwise 0.
+Index BandOf(double z, const LevelReach::Span& reached, const LevelSet& levels) {
+    const Index k = reached.below;
+    if (k != reached.upTo || k < 1 || k >= levels.UpperBound()) {
+        return 0;
+    }
+    const double low = levels[k].value;
+    const double high = levels[k + 1].value;
+    const double margin =
+        8 * std::numeric_limits<double>::epsilon() * std::max(std::fabs(low), std::fabs(high));
+    return low + margin < z && z < high - margin ? k : 0;
+}
+
+std::vector<MapPoint> MapPointsOf(const DrawSurface& surface, const LevelSet& levels,
+                                  const PointSet& points, const LevelReach& reach) {
+    constexpr int kFarthest = std::numeric_limits<std::int16_t>::max();
+    std::vector<MapPoint> mapPoints(static_cast<std::size_t>(points.count) + 1);
+    for (Index i = 1; i <= points.count; ++i) {
+        const PixelPoint pixel = surface.ToPixelPoint(points.x[i], points.y[i]);
+        const auto isNear = [](int place) { return -kFarthest <= place && place <= kFarthest; };
+        if (isNear(pixel.x) && isNear(pixel.y)) {
+            mapPoints[static_cast<std::size_t>(i)] = {
+                static_cast<std::int16_t>(pixel.x), static_cast<std::int16_t>(pixel.y),
+                BandOf(points.z[i], reach.OfPoint(i), levels)};
+        }
+    }
+    return mapPoints;
+}
 
 struct CutSegment {
     SpacePoint first;
@@ -25,17 +68,93 @@ struct CutSegment {
 
 using Corners = std::array<SpacePoint, 3>;
 
+double Mean(const Array1<double>& values) {
+    return std::accumulate(values.begin(), values.end(), 0.0) / values.UpperBound();
+}
+
+void FillInColour(DrawSurface& surface, std::span<const PixelPoint> corners, Colour colour) {
+    PaintTools tools;
+    tools.penColour = colour;
+    tools.brush = colour;
+    surface.FillPolygon(corners, tools);
+}
+
+// True when the corners make the same picture in any order.
+bool IsOrderFree(std::span<const PixelPoint> corners) {
+    if (corners.size() <= 3) {
+        return true;
+    }
+    const auto [left, right] = std::minmax_element(
+        corners.begin(), corners.end(), [](PixelPoint p, PixelPoint q) { return p.x < q.x; });
+    const auto [top, bottom] = std::minmax_element(
+        corners.begin(), corners.end(), [](PixelPoint p, PixelPoint q) { return p.y < q.y; });
+    return std::int64_t{right->x} - left->x <= 1 && std::int64_t{bottom->y} - top->y <= 1;
+}
+
+// Puts the corners in order about their mean.
+void SortCorners(BandPolygon& polygon, MessageService& messages) {
+    const Index n = polygon.CornerCount();
+    const double cx = Mean(polygon.x);
+    const double cy = Mean(polygon.y);
+    thread_local Array1<double> angles;
+    angles.Resize(n);
+    for (Index i = 1; i <= n; ++i) {
+        angles[i] = modUtilita::PolarAngle(polygon.y[i] - cy, polygon.x[i] - cx);
+    }
+    QuickSort3V(angles, polygon.x, polygon.y, 1, n, 1, messages);
+}
+
+void ToPixels(const DrawSurface& surface, const BandPolygon& polygon,
+              std::vector<PixelPoint>& pixels) {
+    pixels.clear();
+    for (Index i = 1; i <= polygon.CornerCount(); ++i) {
+        pixels.push_back(surface.ToPixelPoint(polygon.x[i], polygon.y[i]));
+    }
+}
+
 // Divides and paints one triangle after the other; keeps the buffers between them.
 class BandPainter {
 public:
     BandPainter(DrawSurface& surface, const LevelSet& levels, const PointSet& points,
-                MessageService& messages)
-        : surface_(surface), levels_(levels), points_(points), messages_(messages),
-          reach_(points, levels) {}
+                const TriangleList& triangles, MessageService& messages)
+        : surface_(surface), levels_(levels), points_(points), triangles_(triangles),
+          messages_(messages), reach_(points, levels),
+          mapPoints_(MapPointsOf(surface, levels, points, reach_)) {}
 
-    void Paint(const Triangle& triangle) {
+    void Paint(Index t) {
+        PrefetchCorners(triangles_, t, mapPoints_);
+        const Triangle& triangle = triangles_.table[t];
+        const Index band = BandOf(triangle);
+        if (band != 0) {
+            FillInColour(
+                surface_,
+                std::array{PixelOf(triangle, 1), PixelOf(triangle, 2), PixelOf(triangle, 3)},
+                levels_[band].colour);
+        } else {
+            PaintPieces(triangle);
+        }
+    }
+
+private:
+    [[nodiscard]] const MapPoint& MapPointOf(const Triangle& triangle, int vertex) const {
+        return mapPoints_[static_cast<std::size_t>(triangle.Vertex(vertex))];
+    }
+
+    [[nodiscard]] PixelPoint PixelOf(const Triangle& triangle, int vertex) const {
+        const MapPoint& point = MapPointOf(triangle, vertex);
+        return {point.x, point.y};
+    }
+
+    // The band of all three corners; 0 when they have none in common.
+    [[nodiscard]] Index BandOf(const Triangle& triangle) const {
+        const Index band = MapPointOf(triangle, 1).band;
+        return band == MapPointOf(triangle, 2).band && band == MapPointOf(triangle, 3).band ? band
+                                                                                            : 0;
+    }
+
+    void PaintPieces(const Triangle& triangle) {
         const Corners corners = CornersOf(triangle);
-        FindSegments(triangle, corners);
+        FindSegments(reach_.Of(triangle), corners);
         if (segments_.empty()) {
             polygon_.Clear();
             for (const SpacePoint& corner : corners) {
@@ -49,7 +168,6 @@ public:
         PaintHighest(corners);
     }
 
-private:
     [[nodiscard]] Corners CornersOf(const Triangle& triangle) const {
         Corners corners;
         for (std::size_t j = 0; j < 3; ++j) {
@@ -59,10 +177,9 @@ private:
         return corners;
     }
 
-    void FindSegments(const Triangle& triangle, const Corners& corners) {
+    void FindSegments(const LevelReach::Span& reached, const Corners& corners) {
         segments_.clear();
-        const LevelReach::Span span = reach_.Of(triangle);
-        for (Index k = span.below + 1; k <= span.upTo; ++k) {
+        for (Index k = reached.below + 1; k <= reached.upTo; ++k) {
             const double level = levels_[k].value;
             const CutPoints cut = CutTriangleByPlane(corners, Plane::AtLevel(level));
             if (cut.Count() == 2) {
@@ -125,15 +242,13 @@ private:
     DrawSurface& surface_;
     const LevelSet& levels_;
     const PointSet& points_;
+    const TriangleList& triangles_;
     MessageService& messages_;
     LevelReach reach_;
+    std::vector<MapPoint> mapPoints_; // of point i at i
     std::vector<CutSegment> segments_;
     BandPolygon polygon_;
 };
-
-double Mean(const Array1<double>& values) {
-    return std::accumulate(values.begin(), values.end(), 0.0) / values.UpperBound();
-}
 
 } // namespace
 
@@ -147,25 +262,13 @@ Colour BandColour(const LevelSet& levels, double meanHeight) {
 
 void FillBandPolygon(DrawSurface& surface, BandPolygon& polygon, const LevelSet& levels,
                      MessageService& messages) {
-    const Index n = polygon.CornerCount();
-    const double cx = Mean(polygon.x);
-    const double cy = Mean(polygon.y);
-    const Colour colour = BandColour(levels, Mean(polygon.z));
-    thread_local Array1<double> angles;
-    angles.Resize(n);
-    for (Index i = 1; i <= n; ++i) {
-        angles[i] = modUtilita::PolarAngle(polygon.y[i] - cy, polygon.x[i] - cx);
-    }
-    QuickSort3V(angles, polygon.x, polygon.y, 1, n, 1, messages);
     thread_local std::vector<PixelPoint> corners;
-    corners.clear();
-    for (Index i = 1; i <= n; ++i) {
-        corners.push_back(surface.ToPixelPoint(polygon.x[i], polygon.y[i]));
+    ToPixels(surface, polygon, corners);
+    if (!IsOrderFree(corners)) {
+        SortCorners(polygon, messages);
+        ToPixels(surface, polygon, corners);
     }
-    PaintTools tools;
-    tools.penColour = colour;
-    tools.brush = colour;
-    surface.FillPolygon(corners, tools);
+    FillInColour(surface, corners, BandColour(levels, Mean(polygon.z)));
 }
 
 std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
@@ -176,9 +279,9 @@ std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const Contour
             throw TriangulationError(kept.ierr, state);
         }
         const TriangleList& triangles = kept.triangles;
-        BandPainter painter(surface, levels, input.points, messages);
+        BandPainter painter(surface, levels, input.points, triangles, messages);
         for (Index t = 1; t <= triangles.count; ++t) {
-            painter.Paint(triangles.table[t]);
+            painter.Paint(t);
             if (input.progress && t % kProgressStride == 0) {
                 input.progress("areas", static_cast<double>(t) / triangles.count);
             }

@@ -47,7 +47,8 @@ std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const Contour
 Colour BandColour(const LevelSet& levels, double meanHeight);
 
 /// Fills a convex polygon in the colour of its band, outline and inside alike.
-/// @param polygon  its corners are put in order about their mean; its heights are kept.
+/// @param polygon  its corners are put in order about their mean where the order shows in the
+///                 picture; its heights are kept.
 void FillBandPolygon(DrawSurface& surface, BandPolygon& polygon, const LevelSet& levels,
                      MessageService& messages);
 

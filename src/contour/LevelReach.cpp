@@ -43,10 +43,8 @@ LevelReach::Span LevelReach::SpanOf(double z, const LevelSet& levels) const {
 }
 
 LevelReach::Span LevelReach::Of(const Triangle& triangle) const {
-    const Span& a = spans_[static_cast<std::size_t>(triangle.vertices[0])];
-    const Span& b = spans_[static_cast<std::size_t>(triangle.vertices[1])];
-    const Span& c = spans_[static_cast<std::size_t>(triangle.vertices[2])];
-    return {std::min({a.below, b.below, c.below}), std::max({a.upTo, b.upTo, c.upTo})};
+    return Joined(Joined(OfPoint(triangle.Vertex(1)), OfPoint(triangle.Vertex(2))),
+                  OfPoint(triangle.Vertex(3)));
 }
 
 } // namespace terravo

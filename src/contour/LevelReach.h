@@ -9,6 +9,7 @@
 #include "triangulation/TriangleList.h"
 #include "util/PointSet.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace terravo {
@@ -24,6 +25,9 @@ public:
     /// Levels that are not in increasing order are all taken to touch everything.
     LevelReach(const PointSet& points, const LevelSet& levels);
 
+    /// The levels that can touch point i.
+    [[nodiscard]] const Span& OfPoint(Index i) const { return spans_[static_cast<std::size_t>(i)]; }
+
     /// The levels that can touch the triangle.
     [[nodiscard]] Span Of(const Triangle& triangle) const;
 
@@ -34,5 +38,10 @@ private:
     bool ordered_ = true;
     std::vector<Span> spans_; // of point i at i
 };
+
+/// The levels that can touch what reaches over both spans.
+inline LevelReach::Span Joined(const LevelReach::Span& a, const LevelReach::Span& b) {
+    return {std::min(a.below, b.below), std::max(a.upTo, b.upTo)};
+}
 
 } // namespace terravo

@@ -235,10 +235,16 @@ void DrawSurface::FillPolyPolygon(std::span<const PixelPoint> corners,
                            "The polygons to fill have more corners than were given.");
         }
     }
-    if (tools.brush) {
-        FillPixelPolygons(corners, counts, *tools.brush, pen_.mode);
-    }
     const Pen pen{tools.penColour, std::max(tools.penWidth, 1), tools.penStyle, pen_.mode};
+    PaintPixelPolygons(corners, counts, tools.brush, pen);
+}
+
+void DrawSurface::PaintPixelPolygons(std::span<const PixelPoint> corners,
+                                     std::span<const std::int32_t> counts,
+                                     std::optional<Colour> inside, const Pen& pen) {
+    if (inside) {
+        FillPixelPolygons(corners, counts, *inside, pen.mode);
+    }
     std::size_t start = 0;
     for (const std::int32_t count : counts) {
         const auto size = static_cast<std::size_t>(count);

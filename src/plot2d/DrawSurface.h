@@ -244,6 +244,11 @@ protected:
     virtual void FillPixelPolygons(std::span<const PixelPoint> corners,
                                    std::span<const std::int32_t> counts, Colour colour,
                                    int drawMode) = 0;
+    /// The inside of the polygons together, unless hollow, then their outlines one after the
+    /// other. A backend that overrides it paints the same pixels sooner.
+    virtual void PaintPixelPolygons(std::span<const PixelPoint> corners,
+                                    std::span<const std::int32_t> counts,
+                                    std::optional<Colour> inside, const Pen& pen);
     /// Disc with its inside (unless hollow) and its rim.
     virtual void FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside,
                                Colour rim, int drawMode) = 0;

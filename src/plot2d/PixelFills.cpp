@@ -1,5 +1,6 @@
 // Rectangles, polygons and the seed fill of PixelKernels.
 #include "plot2d/PixelKernelsDetail.h"
+#include "plot2d/PixelShapes.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -103,6 +104,25 @@ void PaintBetweenEdges(const PixelBuffer& buffer, std::vector<Edge>& edges,
     }
 }
 
+void DrawEdges(const PixelBuffer& buffer, std::span<const PixelPoint> corners, std::uint32_t word) {
+    for (std::size_t i = 0; i < corners.size(); ++i) {
+        DrawLine(buffer, corners[i], corners[i + 1 == corners.size() ? 0 : i + 1], {word});
+    }
+}
+
+// Whatever the corners are.
+void FillAndDrawEdges(const PixelBuffer& buffer, std::span<const PixelPoint> corners,
+                      std::uint32_t word) {
+    const auto count = static_cast<std::int32_t>(corners.size());
+    FillPolygons(buffer, corners, std::span(&count, 1), {word});
+    DrawEdges(buffer, corners, word);
+}
+
+bool IsInside(const Window& bounds, const PixelBuffer& buffer) {
+    return bounds.left >= 0 && bounds.top >= 0 && bounds.right < buffer.width &&
+           bounds.bottom < buffer.height;
+}
+
 // Pixels that the seed fill has reached or may not enter.
 class FloodMap {
 public:
@@ -163,6 +183,45 @@ void FillPolygons(const PixelBuffer& buffer, std::span<const PixelPoint> points,
     edges.clear();
     CollectEdges(edges, points, counts, buffer.height);
     WithOperation(paint, [&](auto op) { PaintBetweenEdges(buffer, edges, active, op); });
+}
+
+void FillWithOutline(const PixelBuffer& buffer, std::span<const PixelPoint> corners,
+                     std::uint32_t word) {
+    if (corners.empty()) {
+        return;
+    }
+    const Window bounds = BoundsOf(corners);
+    if (!IsInside(bounds, buffer) || corners.size() > DistinctCorners::kMost) {
+        FillAndDrawEdges(buffer, corners, word);
+        return;
+    }
+    if (corners.size() == 3 && Fits(bounds, TriangleMasks::kSide)) {
+        static const TriangleMasks masks(FillAndDrawEdges);
+        masks.Paint(buffer, corners, bounds, word);
+        return;
+    }
+    const DistinctCorners distinct(corners);
+    if (distinct.Count() < 2) {
+        return; // lines leave out their last pixel, so nothing remains of a single one
+    }
+    if (distinct.AreMonotone()) {
+        FillMonotone(buffer, distinct, bounds, word);
+    } else {
+        FillAndDrawEdges(buffer, corners, word);
+    }
+}
+
+void DrawOutline(const PixelBuffer& buffer, std::span<const PixelPoint> corners,
+                 std::uint32_t word) {
+    if (corners.size() == 3) {
+        const Window bounds = BoundsOf(corners);
+        if (IsInside(bounds, buffer) && Fits(bounds, TriangleMasks::kSide)) {
+            static const TriangleMasks masks(DrawEdges);
+            masks.Paint(buffer, corners, bounds, word);
+            return;
+        }
+    }
+    DrawEdges(buffer, corners, word);
 }
 
 bool FloodFill(const PixelBuffer& buffer, PixelPoint seed, std::uint32_t borderWord,

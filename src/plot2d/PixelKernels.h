@@ -89,6 +89,15 @@ void FillRect(const PixelBuffer& buffer, PixelPoint a, PixelPoint b, const Paint
 void FillPolygons(const PixelBuffer& buffer, std::span<const PixelPoint> points,
                   std::span<const std::int32_t> counts, const Paint& paint);
 
+/// Copies one word to the inside of a closed polygon and to all of its edges: the pixels of
+/// FillPolygons and of DrawLine from every corner to the next.
+void FillWithOutline(const PixelBuffer& buffer, std::span<const PixelPoint> corners,
+                     std::uint32_t word);
+
+/// The same for the edges alone.
+void DrawOutline(const PixelBuffer& buffer, std::span<const PixelPoint> corners,
+                 std::uint32_t word);
+
 /// Paints the pixels that can be reached from the seed by steps left, right, up and down without
 /// crossing pixels of the border word.
 /// @return false when the seed lies outside or on the border.

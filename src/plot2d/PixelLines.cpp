@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
@@ -13,47 +12,6 @@ namespace terravo::PixelKernels {
 namespace {
 
 using namespace Detail;
-
-// The steps of a line: `count` pixels from (x, y), each one step along the major axis, and one
-// along the minor axis whenever the error term reaches zero.
-struct Walk {
-    int x = 0;
-    int y = 0;
-    int count = 0;
-    int skipped = 0; // pixels cut off before the first one; keeps the dashes in phase
-    bool xIsMajor = true;
-    int majorStep = 1;
-    int minorStep = 1;
-    int error = 0;
-    int errorStep = 0;
-    int errorTurn = 0;
-};
-
-// The whole walk from a to b without the last pixel. After k steps the minor coordinate has moved
-// by floor((2 k minor + major - tie) / (2 major)): the nearest pixel, and at a tie the one with the
-// smaller coordinate, in either direction.
-inline Walk WholeWalk(PixelPoint a, PixelPoint b) {
-    const int dx = b.x - a.x;
-    const int dy = b.y - a.y;
-    const int lengthX = std::abs(dx);
-    const int lengthY = std::abs(dy);
-    Walk walk;
-    walk.x = a.x;
-    walk.y = a.y;
-    walk.xIsMajor = lengthX >= lengthY;
-    const int major = walk.xIsMajor ? lengthX : lengthY;
-    const int minor = walk.xIsMajor ? lengthY : lengthX;
-    const int stepX = dx < 0 ? -1 : 1;
-    const int stepY = dy < 0 ? -1 : 1;
-    walk.majorStep = walk.xIsMajor ? stepX : stepY;
-    walk.minorStep = walk.xIsMajor ? stepY : stepX;
-    walk.count = major;
-    const int tie = walk.minorStep > 0 ? 1 : 0;
-    walk.error = -major - tie;
-    walk.errorStep = 2 * minor;
-    walk.errorTurn = 2 * major;
-    return walk;
-}
 
 struct StepRange {
     std::int64_t first;

@@ -15,6 +15,7 @@ namespace terravo {
 namespace {
 
 using PixelKernels::Paint;
+using PixelKernels::RasterOp;
 
 constexpr double kDotsPerInch = 96;
 constexpr double kMetresPerInch = 0.0254;
@@ -122,6 +123,30 @@ void RasterSurface::FillPixelPolygons(std::span<const PixelPoint> corners,
                                       std::span<const std::int32_t> counts, Colour colour,
                                       int drawMode) {
     PixelKernels::FillPolygons(Buffer(), corners, counts, PaintFor(colour, drawMode));
+}
+
+void RasterSurface::PaintPixelPolygons(std::span<const PixelPoint> corners,
+                                       std::span<const std::int32_t> counts,
+                                       std::optional<Colour> inside, const Pen& pen) {
+    const bool plainPen = pen.width == 1 && pen.style == DrawStyles::kSolid &&
+                          PixelKernels::RasterOpFromDrawMode(pen.mode) == RasterOp::Copy;
+    const bool oneColour = counts.size() == 1 && inside == pen.colour;
+    if (!plainPen || (inside && !oneColour)) {
+        DrawSurface::PaintPixelPolygons(corners, counts, inside, pen);
+        return;
+    }
+    const PixelKernels::PixelBuffer buffer = Buffer();
+    const std::uint32_t word = PixelKernels::ToPixelWord(pen.colour);
+    std::size_t start = 0;
+    for (const std::int32_t count : counts) {
+        const auto polygon = corners.subspan(start, static_cast<std::size_t>(count));
+        if (inside) {
+            PixelKernels::FillWithOutline(buffer, polygon, word);
+        } else {
+            PixelKernels::DrawOutline(buffer, polygon, word);
+        }
+        start += polygon.size();
+    }
 }
 
 void RasterSurface::FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside,

@@ -46,6 +46,9 @@ protected:
     void FillPixelPolygons(std::span<const PixelPoint> corners,
                            std::span<const std::int32_t> counts, Colour colour,
                            int drawMode) override;
+    void PaintPixelPolygons(std::span<const PixelPoint> corners,
+                            std::span<const std::int32_t> counts, std::optional<Colour> inside,
+                            const Pen& pen) override;
     void FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside, Colour rim,
                        int drawMode) override;
     void FloodPixels(PixelPoint seed, Colour border, Colour colour, int drawMode) override;

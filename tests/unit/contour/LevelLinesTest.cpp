@@ -97,14 +97,15 @@ TEST(DrawLevelLines, DrawsTrianglesThenTheHullInWhite) {
     drawing.showTriangles = true;
     drawing.showPerimeter = true;
     EXPECT_EQ(drawing.Draw({Level(50), Level(60)}), "");
-    const auto lines = drawing.Calls(Kind::Line);
-    ASSERT_EQ(lines.size(), 6U + 4U);
-    for (const UserCall& line : lines) {
-        EXPECT_EQ(line.colour, 0xFFFFFFU);
-        EXPECT_EQ(line.drawWidth, 1);
-    }
-    for (std::size_t i = 6; i < 10; ++i) {
-        EXPECT_TRUE(lines[i].x1 == lines[i].x2 || lines[i].y1 == lines[i].y2) << "a side";
+    const std::vector<UserCall>& calls = drawing.surface.userCalls;
+    ASSERT_EQ(calls.size(), 1U + 4U);
+    EXPECT_EQ(calls[0].counts, (std::vector<std::int32_t>{3, 3}));
+    EXPECT_EQ(calls[0].tools.penColour, 0xFFFFFFU);
+    EXPECT_EQ(calls[0].tools.brush, std::nullopt) << "outlines";
+    for (std::size_t i = 1; i < 5; ++i) {
+        EXPECT_EQ(calls[i].colour, 0xFFFFFFU);
+        EXPECT_EQ(calls[i].drawWidth, 1);
+        EXPECT_TRUE(calls[i].x1 == calls[i].x2 || calls[i].y1 == calls[i].y2) << "a side";
     }
 }
 

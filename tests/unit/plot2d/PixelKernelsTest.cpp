@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
@@ -42,6 +43,8 @@ public:
         }
         return pixels;
     }
+    // The margin counts as well.
+    bool operator==(const Picture&) const = default;
     bool MarginIsClean() const {
         const auto painted = std::count_if(words_.begin(), words_.end(),
                                            [](std::uint32_t word) { return word != kBlank; });
@@ -290,6 +293,37 @@ TEST(PixelKernels, NeighbouringPolygonsNeitherOverlapNorLeaveAGap) {
             FillPolygons(picture.Buffer(), triangle, std::span(&three, 1), kFlip);
         }
         ASSERT_EQ(picture.Set().size(), 1600U) << i;
+    }
+}
+
+TEST(PixelKernels, OutlinedPolygonsHaveThePixelsOfTheirFillAndTheirLines) {
+    std::mt19937 random(17);
+    std::uniform_int_distribution<std::size_t> corners(0, 9);
+    // Few pixels, so that corners coincide and lie in a row; then many; then beyond the picture.
+    const std::array<std::pair<int, int>, 4> ranges{std::pair{5, 8}, std::pair{3, 9},
+                                                    std::pair{0, 89}, std::pair{-40, 130}};
+    for (int i = 0; i < 40000; ++i) {
+        const auto [low, high] = ranges[i < 36000 ? i % 2 : 2 + i % 2];
+        std::uniform_int_distribution<int> place(low, high);
+        std::vector<PixelPoint> polygon(i % 3 == 0 ? corners(random) : 3 + corners(random) % 3);
+        for (PixelPoint& p : polygon) {
+            p = {place(random), place(random)};
+        }
+        const int side = i < 36000 ? 10 : 90;
+        Picture expectedOutline(side, side);
+        for (std::size_t k = 0; k < polygon.size(); ++k) {
+            DrawLine(expectedOutline.Buffer(), polygon[k], polygon[(k + 1) % polygon.size()],
+                     kCopyInk);
+        }
+        Picture expected = expectedOutline;
+        const auto count = static_cast<std::int32_t>(polygon.size());
+        FillPolygons(expected.Buffer(), polygon, std::span(&count, 1), kCopyInk);
+        Picture filled(side, side);
+        FillWithOutline(filled.Buffer(), polygon, kInk);
+        ASSERT_TRUE(filled == expected) << i;
+        Picture outline(side, side);
+        DrawOutline(outline.Buffer(), polygon, kInk);
+        ASSERT_TRUE(outline == expectedOutline) << i;
     }
 }
 
