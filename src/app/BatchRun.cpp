@@ -11,6 +11,8 @@
 #include "triangulation/MeshFile.h"
 #include "util/AppError.h"
 #include "util/OutputFile.h"
+#include "util/OutputGroup.h"
+#include "util/StopSignals.h"
 #include "util/Stopwatch.h"
 #include "util/SystemServices.h"
 #include "view3d/RegularGrid.h"
@@ -140,9 +142,11 @@ void RequireTriangles(const std::string& file, const PointSet& points,
         throw RunFailure(ExitCode::kNoTriangulation, file + ": the file holds no points.");
     }
     if (kept.triangles.count == 0) {
-        throw RunFailure(ExitCode::kNoTriangulation,
-                         file + ": no triangles, because the first two points do not count as "
-                                "distinct (in each coordinate they are equal, or one is zero).");
+        throw RunFailure(
+            ExitCode::kNoTriangulation,
+            file + ": no triangles, because the first two points do not count as "
+                   "distinct (in each coordinate they differ by too little, or one is zero "
+                   "or nearly so).");
     }
 }
 
@@ -155,11 +159,13 @@ public:
         state_.textTable = LoadTexts(options.language);
         state_.decimalSeparator = options.decimalComma ? ',' : '.';
         map_.options = options.map;
-        if (options.progress) {
-            map_.progress = [this](std::string_view stage, double done) {
+        map_.progress = [this](std::string_view stage, double done) {
+            if (options_.progress) {
                 progressLine_.Show(stage, done);
-            };
-        }
+            }
+            map_.stopRequested = StopSignals::Received() != 0;
+            return !map_.stopRequested;
+        };
     }
 
     BatchFigures Run() {
@@ -173,6 +179,8 @@ public:
         Stopwatch watch;
         Read();
         figures_.milliseconds.read = watch.Lap() * 1e3;
+        map_.Triangulation();
+        EndWhenStopped();
         RequireTriangles(options_.pointFile, map_.points, map_.Triangulation());
         figures_.milliseconds.triangulate = watch.Lap() * 1e3;
         Draw();
@@ -184,6 +192,7 @@ public:
     }
 
 private:
+    static void EndWhenStopped();
     void Read();
     void Draw();
     void DrawMap();
@@ -208,9 +217,18 @@ private:
     BatchFigures figures_;
 };
 
+// For the places between two pieces of work.
+void BatchRun::EndWhenStopped() {
+    if (StopSignals::Received() != 0) {
+        throw RunFailure(ExitCode::kSignalBase + StopSignals::Received(),
+                         "stopped; no file has been written.");
+    }
+}
+
 void BatchRun::Read() {
     const std::optional<ReadFailure> failure =
         ReadPoints(options_.pointFile, map_.points, map_.progress);
+    EndWhenStopped();
     if (failure) {
         throw RunFailure(ExitCode::kPointFile, failure->Sentence());
     }
@@ -283,12 +301,14 @@ void BatchRun::DrawView3D() {
     RasterSurface surface(options_.width, options_.height);
     surface.SetBackColor(kBlack);
     Rendering::Redraw(surface, view, true, chosen.colour, state_, messages_);
+    EndWhenStopped();
     ThrowMessages(false);
     viewPicture_ = surface.Image();
 }
 
 void BatchRun::DrawMap() {
     const MapReport report = map_.DrawContourMap(surface_);
+    EndWhenStopped();
     ThrowMessages(report.contours.errorNumber == ErrorNumber::kDeviceIo);
     figures_.segments = report.segments;
     figures_.milliseconds.contour += report.contours.cut * 1e3;
@@ -297,9 +317,11 @@ void BatchRun::DrawMap() {
 }
 
 void BatchRun::Deliver() {
-    const auto deliver = [this](const std::string& file, auto write) {
+    OutputGroup files;
+    const auto deliver = [&](const std::string& file, auto write) {
         if (!file.empty()) {
-            write();
+            write(files.NameFor(file));
+            EndWhenStopped();
             figures_.files.push_back(file);
         }
     };
@@ -307,20 +329,29 @@ void BatchRun::Deliver() {
         map_.TriangulateAndShow3D();
         ThrowMessages(true);
     }
-    deliver(options_.mapFile, [&] { SavePicture(picture_, options_.mapFile); });
-    deliver(options_.view3DFile, [&] { SavePicture(viewPicture_, options_.view3DFile); });
-    deliver(options_.segmentsFile,
-            [&] { CopyFileWhole(state_.workFolder + kSegmentFileName, options_.segmentsFile); });
-    deliver(options_.meshFile,
-            [&] { CopyFileWhole(state_.workFolder + kMeshFileName, options_.meshFile); });
-    deliver(options_.qrzTrianglesFile, [&] {
-        WriteQrz(options_.qrzTrianglesFile,
-                 [this] { QrzWriter::WriteQrzTriangles(state_, clipboard_, messages_, log_); });
-    });
-    deliver(options_.qrzLevelsFile, [&] {
-        WriteQrz(options_.qrzLevelsFile,
-                 [this] { QrzWriter::WriteQrzLevels(state_, clipboard_, log_); });
-    });
+    try {
+        deliver(options_.mapFile, [&](const std::string& name) { SavePicture(picture_, name); });
+        deliver(options_.view3DFile,
+                [&](const std::string& name) { SavePicture(viewPicture_, name); });
+        deliver(options_.segmentsFile, [&](const std::string& name) {
+            CopyFileWhole(state_.workFolder + kSegmentFileName, name);
+        });
+        deliver(options_.meshFile, [&](const std::string& name) {
+            CopyFileWhole(state_.workFolder + kMeshFileName, name);
+        });
+        deliver(options_.qrzTrianglesFile, [&](const std::string& name) {
+            WriteQrz(name,
+                     [this] { QrzWriter::WriteQrzTriangles(state_, clipboard_, messages_, log_); });
+        });
+        deliver(options_.qrzLevelsFile, [&](const std::string& name) {
+            WriteQrz(name, [this] { QrzWriter::WriteQrzLevels(state_, clipboard_, log_); });
+        });
+        files.Commit();
+    } catch (const AppError& error) {
+        throw AppError(error.number(), error.source(), files.WithFinalNames(error.what()));
+    } catch (const RunFailure& failure) {
+        throw RunFailure(failure.exitCode(), files.WithFinalNames(failure.what()));
+    }
 }
 
 // The writers of the windows report in their own ways; here what they log is the sentence.
@@ -329,13 +360,19 @@ void BatchRun::WriteQrz(const std::string& file, Writer write) {
     state_.qrzExportPath = file;
     write();
     if (state_.lastQrzExportPath != file) {
-        throw RunFailure(ExitCode::kOutput, log_.Last());
+        // The exchange files are in a folder of this run, of which its user knows nothing.
+        std::string sentence = log_.Last();
+        if (sentence.starts_with(state_.workFolder)) {
+            sentence = options_.pointFile + sentence.substr(sentence.find(": "));
+        }
+        throw RunFailure(ExitCode::kOutput, sentence);
     }
 }
 
 } // namespace
 
 int RunBatch(const BatchOptions& options) {
+    StopSignals::Install();
     std::string sentence;
     int exitCode = ExitCode::kDone;
     try {

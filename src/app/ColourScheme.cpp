@@ -7,6 +7,9 @@
 #include "util/PathText.h"
 #include "util/modUtilita.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace terravo {
 namespace {
 
@@ -57,8 +60,13 @@ ColourScheme ReadColourScheme(const std::string& userFolder) {
     if (!FileExists(shipped)) {
         return {};
     }
+    // Something else than a file has the name, a folder or a pipe: copying would write into it.
+    std::error_code ignored;
+    const bool free = !std::filesystem::exists(std::filesystem::symlink_status(own, ignored));
     try {
-        CopyFileWhole(shipped, own);
+        if (free) {
+            CopyFileWhole(shipped, own);
+        }
     } catch (const AppError&) {
         // A folder that cannot be written to: the shipped file serves this run and the next.
     }

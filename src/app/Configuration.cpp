@@ -7,7 +7,6 @@
 
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <limits>
 #include <random>
 #include <system_error>
@@ -49,6 +48,8 @@ void CopyContents(const fs::path& from, const fs::path& to) {
         const fs::path target = to / entry.path().filename();
         if (entry.is_directory()) {
             CopyContents(entry.path(), target);
+        } else if (!entry.is_regular_file() && entry.exists()) {
+            continue; // a pipe would be waited for
         } else {
             CopyFileWhole(entry.path().string(), target.string());
         }
@@ -81,25 +82,27 @@ void MakeUserFolders(RunState& state, const SystemFolders& folders) {
 }
 
 // Looks again after making the folder: somebody may have been faster.
-bool IsTakenByOthers(const std::string& folder, SystemFolders& folders) {
+bool HasPrivateFolder(const std::string& folder, SystemFolders& folders) {
     const std::string path = WithoutSeparator(folder);
     if (folders.KindOf(path) == FolderKind::Missing) {
         folders.MakePrivate(path);
     }
-    return folders.KindOf(path) == FolderKind::Foreign;
+    return folders.KindOf(path) == FolderKind::OwnFolder;
 }
 
+// The last choice stands even if it cannot be made: nobody else can put a folder there, as they
+// can in the common temporary folder, and each drawing tells what is wrong with it.
 std::string ChooseWorkFolder(const RunState& state, SystemFolders& folders) {
     const std::string temporary = folders.TemporaryFolder();
-    std::string usual = SubFolder(temporary, kFolderName);
-    if (!IsTakenByOthers(usual, folders)) {
-        return usual;
+    for (const std::string& name :
+         {std::string(kFolderName), kFolderName + ("-" + folders.UserIdText())}) {
+        std::string folder = SubFolder(temporary, name);
+        if (HasPrivateFolder(folder, folders)) {
+            return folder;
+        }
     }
-    std::string own = SubFolder(temporary, kFolderName + ("-" + folders.UserIdText()));
-    if (IsTakenByOthers(own, folders)) {
-        own = SubFolder(state.userFolder, "exchange");
-        MakeFolder(own);
-    }
+    std::string own = SubFolder(state.userFolder, "exchange");
+    MakeFolder(own);
     return own;
 }
 
@@ -123,17 +126,12 @@ std::string SubFolder(const std::string& folder, const std::string& name) {
 
 StartUpSettings ReadStartUpSettings(const std::string& path) {
     StartUpSettings settings;
-    std::ifstream file(path, std::ios::binary);
-    std::string line;
-    for (int number = 1; number <= 7 && std::getline(file, line); ++number) {
-        if (!line.empty() && line.back() == '\r') {
-            line.pop_back();
-        }
-        if (number == 6) {
-            settings.language = line;
-        } else if (number == 7) {
-            settings.number = Whole16(NumberText::LeadingNumber(line));
-        }
+    const std::vector<std::string> lines = ReadSmallFile(path);
+    if (lines.size() > 5) {
+        settings.language = lines[5];
+    }
+    if (lines.size() > 6) {
+        settings.number = Whole16(NumberText::LeadingNumber(lines[6]));
     }
     return settings;
 }

@@ -67,6 +67,9 @@ std::string ContourMap::DrawContours(DrawSurface& surface, SegmentFile& segments
 
 bool ContourMap::TriangulateAndShow3D() {
     const KeptTriangulation::Result& kept = Triangulation();
+    if (kept.ierr == modDelaunay2D::Ierr::kStopped) {
+        return false;
+    }
     if (kept.ierr != modDelaunay2D::Ierr::kDone) {
         messages_.ShowCritical(state_.Text(TextIndex::kNoTriangulation) +
                                    " IERR = " + std::to_string(kept.ierr) + "\r\n" +

@@ -60,7 +60,8 @@ public:
 
     /// Triangulates the points, hands them to the 3D view and writes the mesh file to the work
     /// folder.
-    /// @return false after a message when there is no triangulation; an old mesh file stays.
+    /// @return false after a message when there is no triangulation, or without one when it was
+    ///         stopped; an old mesh file stays.
     bool TriangulateAndShow3D();
 
 private:

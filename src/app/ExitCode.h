@@ -9,5 +9,6 @@ inline constexpr int kUsage = 2;           // the command line is wrong
 inline constexpr int kNoTriangulation = 3; // the points give no triangles
 inline constexpr int kOutput = 4;          // a file could not be written
 inline constexpr int kNumeric = 5;         // the arithmetic failed on the way
+inline constexpr int kSignalBase = 128;    // and the number of the signal that stopped the run
 
 } // namespace terravo::ExitCode

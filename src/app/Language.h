@@ -15,4 +15,9 @@ std::string LanguageFileName(const std::string& prefix);
 /// The lines of a language file, line ends left out; empty when the file cannot be read.
 std::vector<std::string> LoadTextTable(const std::string& path);
 
+/// The lines of a small text file of the user, without their line ends.
+/// @return none for what cannot be such a file: missing, a folder, a pipe, a device, or more than
+///         1 MiB.
+std::vector<std::string> ReadSmallFile(const std::string& path);
+
 } // namespace terravo

@@ -18,7 +18,8 @@ namespace terravo {
 
 /// Reads all points of a file into the set: name, count, bounds and arrays. The arrays grow only
 /// when a point is read, so a file without points leaves them and sets the count to 0.
-/// @return what went wrong; the set then holds the points before it.
+/// @return what went wrong; the set then holds the points before it, or nothing when the reading
+///         was stopped.
 std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
                                       const ProgressCallback& progress = {});
 
@@ -32,7 +33,8 @@ struct LoadServices {
 /// Reads a point file for the windows. Any error ends the program at once, after its message and
 /// with an empty clipboard: the companion program often starts this one with a path, and a bad
 /// file must not leave a half-filled window behind.
-/// @return true when no error of any kind occurred; false only where the program end is a fake.
+/// @return true when no error of any kind occurred; false when the reading was stopped, and else
+///         only where the program end is a fake.
 bool LoadPointFile(const std::string& path, PointSet& points, const RunState& state,
                    const LoadServices& services, const ProgressCallback& progress = {});
 

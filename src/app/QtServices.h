@@ -8,6 +8,8 @@
 #include <QSettings>
 #include <QWidget>
 
+#include <memory>
+
 namespace terravo {
 
 /// Message boxes with the critical icon, over the window that is active.
@@ -21,6 +23,9 @@ public:
     [[nodiscard]] std::optional<std::string> Text() const override;
     void SetText(const std::string& text) override;
     void Clear() override;
+
+private:
+    mutable bool ownerIsSilent_ = false;
 };
 
 class QtFileDialogs : public FileDialogService {
@@ -34,16 +39,22 @@ public:
     void EndAtOnce() override;
 };
 
-/// Per-user settings in one INI file named after the program; sections are its groups.
+/// Per-user settings in one INI file named after the program; sections are its groups. What is in
+/// the place of that file and cannot be it (a pipe, a folder, a file of megabytes) is set aside
+/// under another name; where that fails, this run has no settings.
 class QtSettingsStore : public SettingsStore {
 public:
     QtSettingsStore();
+    QtSettingsStore(const QtSettingsStore&) = delete;
+    QtSettingsStore& operator=(const QtSettingsStore&) = delete;
+    /// Writes what was set; tells on standard error when that fails.
+    ~QtSettingsStore() override;
     [[nodiscard]] std::optional<std::string> Get(const std::string& section,
                                                  const std::string& key) const override;
     void Set(const std::string& section, const std::string& key, const std::string& value) override;
 
 private:
-    QSettings settings_;
+    std::unique_ptr<QSettings> settings_; // none where the file cannot be used
 };
 
 } // namespace terravo

@@ -18,19 +18,28 @@ std::string WithQrzExtension(const std::string& path) {
     return SplitPath(path).name.find('.') == std::string::npos ? path + ".qrz" : path;
 }
 
-// Tells the view that a command is at work, on every way out of it.
-class WorkGuard {
+} // namespace
+
+// Tells the view that a command is at work, on every way out of it. A new command forgets the
+// request to stop the one before.
+class Session::WorkGuard {
 public:
-    explicit WorkGuard(MainView& view) : view_(view) { view_.BeginWork(); }
+    explicit WorkGuard(Session& session) : session_(session) {
+        if (session_.depth_++ == 0) {
+            session_.map_.stopRequested = false;
+        }
+        session_.view_->BeginWork();
+    }
     WorkGuard(const WorkGuard&) = delete;
     WorkGuard& operator=(const WorkGuard&) = delete;
-    ~WorkGuard() { view_.EndWork(); }
+    ~WorkGuard() {
+        session_.view_->EndWork();
+        --session_.depth_;
+    }
 
 private:
-    MainView& view_;
+    Session& session_;
 };
-
-} // namespace
 
 Session::Session(RunState& state, const SessionServices& services)
     : state_(state), services_(services), map_(state, services.messages, services.clock) {
@@ -39,7 +48,10 @@ Session::Session(RunState& state, const SessionServices& services)
                                   const std::string& title) {
         view_->ShowTriangles3D(points, triangles, title);
     };
-    map_.progress = [this](std::string_view, double done) { view_->ShowProgress(done); };
+    map_.progress = [this](std::string_view, double done) {
+        view_->ShowProgress(done);
+        return !map_.stopRequested;
+    };
 }
 
 void Session::SetView(MainView& view) {
@@ -134,8 +146,39 @@ void Session::DrawContourMap() {
     if (map_.points.sourceName.empty()) {
         return;
     }
-    const WorkGuard work(*view_);
-    map_.DrawContourMap(view_->MapSurface());
+    if (depth_ > 0) {
+        redrawWanted_ = true; // its points may be half read
+        return;
+    }
+    do {
+        redrawWanted_ = false;
+        const WorkGuard work(*this);
+        DrawMap();
+    } while (redrawWanted_);
+}
+
+void Session::DrawMap() {
+    const bool wasComplete = complete_;
+    const MapReport report = map_.DrawContourMap(view_->MapSurface());
+    complete_ = !report.contours.stopped;
+    if (complete_ && handOverPending_) {
+        handOverPending_ = false;
+        map_.TriangulateAndShow3D();
+    }
+    if (complete_ != wasComplete) {
+        UpdateStatus();
+    }
+}
+
+bool Session::RefusesToExport() {
+    if (complete_) {
+        return false;
+    }
+    services_.messages.ShowCritical(
+        state_.TextOr(TextIndex::kSaveRefused,
+                      "The last drawing was stopped. Draw the map to its end, then save."),
+        "QRZ");
+    return true;
 }
 
 void Session::Close() {
@@ -145,6 +188,9 @@ void Session::Close() {
 }
 
 void Session::Export(QrzKind kind) {
+    if (RefusesToExport()) {
+        return;
+    }
     const FileQuestion question{.mode = "Save",
                                 .description = "Files ",
                                 .pattern = ".qrz",
@@ -168,6 +214,9 @@ void Session::Export(QrzKind kind) {
     map_.options.mode = MapMode::Lines;
     view_->SelectLines();
     DrawContourMap();
+    if (RefusesToExport()) {
+        return;
+    }
     QrzWriter::WriteQrzLevels(state_, services_.clipboard, services_.log);
 }
 
@@ -177,16 +226,23 @@ void Session::ExportOnExit() {
     if (!state_.lastQrzExportPath.empty() || !FileExists(state_.workFolder + kMeshFileName)) {
         return;
     }
+    if (!complete_) {
+        services_.log.Write("The last drawing was stopped: no triangles are exported at the end.");
+        return;
+    }
     state_.qrzExportPath = state_.workFolder + kExitExportName;
     QrzWriter::WriteQrzTriangles(state_, services_.clipboard, services_.messages, services_.log);
 }
 
 bool Session::LoadPointFile(const std::string& path) {
-    const WorkGuard work(*view_);
+    const WorkGuard work(*this);
     map_.PointsChanged();
     const LoadServices services{services_.messages, services_.clipboard, services_.programEnd,
                                 services_.log};
     if (!terravo::LoadPointFile(path, map_.points, state_, services, map_.progress)) {
+        complete_ = false;
+        view_->ShowPointCount(map_.points.count);
+        UpdateStatus();
         return false;
     }
     view_->ShowPointCount(map_.points.count);
@@ -205,10 +261,16 @@ void Session::LoadAndShow(const std::string& path) {
 // The drawing comes first: it is the one that triangulates, and the hand-over takes the kept
 // result.
 void Session::RunPipeline() {
-    const WorkGuard work(*view_);
-    map_.DrawContourMap(view_->MapSurface());
-    map_.TriangulateAndShow3D();
-    UpdateStatus();
+    {
+        const WorkGuard work(*this);
+        handOverPending_ = true;
+        redrawWanted_ = false;
+        DrawMap();
+        UpdateStatus();
+    }
+    if (redrawWanted_) {
+        DrawContourMap();
+    }
 }
 
 void Session::ShowResultViews(bool visible) {
@@ -219,6 +281,12 @@ void Session::ShowResultViews(bool visible) {
 }
 
 void Session::UpdateStatus() {
+    if (!complete_) {
+        view_->ShowStatus(
+            std::to_string(map_.points.count) + " " + state_.Text(TextIndex::kPointsWord),
+            state_.TextOr(TextIndex::kNotComplete, "Stopped: what is shown is not complete."));
+        return;
+    }
     const KeptTriangulation::Result& kept = map_.Triangulation();
     const Index triangleCount = kept.triangles.count;
     std::string remark;

@@ -37,6 +37,7 @@ public:
     virtual void ShowStatus(const std::string& counts, const std::string& remark) = 0;
     /// A long command begins, advances and ends.
     virtual void BeginWork() = 0;
+    /// May take the user's wish to stop, and pass it to RequestStop.
     virtual void ShowProgress(double done) = 0;
     virtual void EndWork() = 0;
     /// Selects contour lines and what belongs to them, without drawing.
@@ -99,14 +100,23 @@ public:
     /// are drawn as lines first, so that there are segments to write.
     void Export(QrzKind kind);
 
-    /// Redraws the map, as after a change of its size.
+    /// Redraws the map, as after a change of its size. During another command it waits for that
+    /// one's end.
     void DrawContourMap();
+
+    /// Asks the command that is at work to end soon. What has been drawn stays; nothing is exported
+    /// until a drawing has come to its end.
+    void RequestStop() { map_.stopRequested = true; }
 
     /// What the closing of the main window saves and exports.
     void Close();
 
 private:
+    class WorkGuard;
+
     bool LoadPointFile(const std::string& path);
+    void DrawMap();
+    bool RefusesToExport();
     void LoadAndShow(const std::string& path);
     void RunPipeline();
     void ExportOnExit();
@@ -119,6 +129,11 @@ private:
     RecentFiles recent_;
     MainView* view_ = nullptr;
     bool resultViewsVisible_ = false;
+    int depth_ = 0;             // of commands at work
+    bool redrawWanted_ = false; // asked for during a command
+    bool complete_ = true;      // the last drawing came to its end
+    bool handOverPending_ =
+        false; // the points have not been handed to the 3D view and the mesh file
 };
 
 } // namespace terravo

@@ -23,17 +23,28 @@ bool ContinuesCharacter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0U) == 0x80U;
 }
 
-// Text is UTF-8, so one character may be several bytes.
+bool BeginsLongCharacter(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0U) == 0xC0U;
+}
+
+// Text is UTF-8, so one character may be several bytes. A path may hold any bytes: one that
+// continues nothing is a character of its own.
 std::string WithoutFirstAndLastCharacter(const std::string& text) {
     std::size_t begin = std::min<std::size_t>(1, text.size());
-    while (begin < text.size() && ContinuesCharacter(text[begin])) {
+    while (begin < text.size() && BeginsLongCharacter(text[0]) && ContinuesCharacter(text[begin])) {
         ++begin;
     }
-    std::size_t end = text.size();
-    while (end > begin && ContinuesCharacter(text[end - 1])) {
-        --end;
+    if (begin == text.size()) {
+        return {};
     }
-    return end > begin ? text.substr(begin, end - 1 - begin) : std::string();
+    std::size_t last = text.size() - 1;
+    while (last > begin && ContinuesCharacter(text[last])) {
+        --last;
+    }
+    if (!BeginsLongCharacter(text[last])) {
+        last = text.size() - 1;
+    }
+    return text.substr(begin, last - begin);
 }
 
 std::string DecodePercent(std::string_view text) {

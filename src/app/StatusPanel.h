@@ -1,10 +1,14 @@
-// The status bar of the parent window: pointer position, counts, one remark, progress.
+// The status bar of the parent window: pointer position, counts, one remark, progress and the
+// button that stops it.
 #pragma once
 
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QStatusBar>
+
+class WorkInput;
 
 class StatusPanel : public QStatusBar {
     Q_OBJECT
@@ -16,18 +20,34 @@ public:
     void ShowCounts(const QString& counts, const QString& remark);
 
     /// A command begins; commands may nest. The wait cursor is shown while one runs.
-    /// @param text  said beside the progress bar when the command takes long.
-    void BeginWork(const QString& text);
-    /// Shows the progress bar once the command has taken a second, painted without handling events.
+    /// @param text      said beside the progress bar when the command takes long.
+    /// @param stopText  caption of the button that stops it.
+    void BeginWork(const QString& text, const QString& stopText);
+    /// Shows the progress bar and the button once the command has taken a second. From then on the
+    /// Escape key, the button and a window being closed are noticed here, and nothing else.
     void ShowProgress(double done);
     void EndWork();
+    /// Stops the command at work, if there is one, and then wants the windows closed.
+    void CloseAfterWork();
+    [[nodiscard]] bool IsWorking() const { return depth_ > 0; }
+
+signals:
+    /// The user wants the command at work to end.
+    void StopAsked();
+    /// The windows are to be closed, and no command is at work.
+    void CloseWanted();
 
 private:
+    void AskToStop();
+
     QLabel* lblPointer_;
     QLabel* lblCounts_;
     QLabel* lblRemark_;
     QLabel* lblWork_;
     QProgressBar* barProgress_;
+    QPushButton* cmdStop_;
+    WorkInput* input_;
+    bool closeWanted_ = false;
     QElapsedTimer since_;
     int depth_ = 0;
 };

@@ -10,7 +10,7 @@ namespace {
 // Standard error carries this program's own sentences; Qt's remarks about a missing session or
 // folder mean nothing to a program without windows.
 void PassFatalMessagesOnly(QtMsgType type, const QMessageLogContext&, const QString& message) {
-    if (type == QtFatalMsg || type == QtCriticalMsg) {
+    if (type == QtFatalMsg) {
         std::fprintf(stderr, "terravo-batch: %s\n", qPrintable(message));
     }
 }

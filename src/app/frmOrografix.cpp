@@ -56,6 +56,7 @@ frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
     setCentralWidget(area_);
     area_->installEventFilter(this);
     setStatusBar(status_);
+    connect(status_, &StatusPanel::CloseWanted, this, &QWidget::close);
     ApplyColourScheme(*this, scheme);
     // These take the window's background from it, so they need the text that goes with it.
     for (QWidget* bar : std::initializer_list<QWidget*>{menuBar(), status_, area_}) {
@@ -165,6 +166,10 @@ void frmOrografix::dropEvent(QDropEvent* event) {
 }
 
 void frmOrografix::closeEvent(QCloseEvent* event) {
+    if (status_->IsWorking()) {
+        event->ignore();
+        return;
+    }
     area_->closeAllSubWindows();
     event->accept();
 }

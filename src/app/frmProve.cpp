@@ -181,6 +181,7 @@ void frmProve::ConnectControls() {
     connect(txtNLiv, &LevelBox::CountChosen, this,
             [this](terravo::Index count) { session_.SetLevelCount(count); });
     connect(XPButton1, &QPushButton::clicked, this, &frmProve::CopyPicture);
+    connect(&status_, &StatusPanel::StopAsked, this, [this] { session_.RequestStop(); });
     connect(picLivelli, &SurfaceView::PointerMoved, this, &frmProve::ShowPointer);
     connect(picLivelli, &SurfaceView::SizeSettled, this, [this] {
         if (session_.ResultViewsVisible()) {
@@ -278,7 +279,8 @@ void frmProve::ShowStatus(const std::string& counts, const std::string& remark) 
 }
 
 void frmProve::BeginWork() {
-    status_.BeginWork(QString::fromStdString(state_.Text(terravo::TextIndex::kWorking)));
+    status_.BeginWork(QString::fromStdString(state_.Text(terravo::TextIndex::kWorking)),
+                      QString::fromStdString(state_.TextOr(terravo::TextIndex::kStop, "&Stop")));
 }
 
 void frmProve::ShowProgress(double done) {

@@ -4,15 +4,18 @@
 #include "app/QtServices.h"
 #include "app/Session.h"
 #include "app/StartUpRules.h"
+#include "app/StatusPanel.h"
 #include "app/SupportFolder.h"
 #include "app/UserFolders.h"
 #include "app/frmOrografix.h"
 #include "app/frmProve.h"
+#include "util/StopSignals.h"
 #include "util/SystemServices.h"
 #include "view3d/frm3D.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QSocketNotifier>
 #include <QWindow>
 
 #include <algorithm>
@@ -70,6 +73,19 @@ void WaitUntilPainted(const QWidget& window) {
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+// A signal to end closes the window like its user would: positions and recent files are saved.
+void CloseOnSignal(frmOrografix& parent) {
+    StopSignals::Install();
+    if (StopSignals::Descriptor() >= 0) {
+        auto* notifier =
+            new QSocketNotifier(StopSignals::Descriptor(), QSocketNotifier::Read, &parent);
+        QObject::connect(notifier, &QSocketNotifier::activated, &parent, [notifier, &parent] {
+            notifier->setEnabled(false);
+            parent.Status().CloseAfterWork();
+        });
+    }
+}
+
 int RunWindows(const std::vector<std::string>& arguments) {
     RunState state;
     QtClipboard clipboard;
@@ -91,6 +107,7 @@ int RunWindows(const std::vector<std::string>& arguments) {
     parent.SetView3D([&] { return new frm3D(state, messages, scheme); }, settings);
     window->SetCaptions();
     window->SetColours(scheme);
+    CloseOnSignal(parent);
     const ParentState parentState = ParentStateFor(clipboard.Text());
     parent.ShowIn(parentState);
     window->show();

@@ -119,7 +119,11 @@ std::string RunContourRoutine(
         const KeptTriangulation::Result& kept =
             input.triangulation.For(input.points, input.progress);
         spent.triangulate += watch.Lap();
-        body(kept, spent);
+        if (kept.ierr == modDelaunay2D::Ierr::kStopped) {
+            spent.stopped = true;
+        } else {
+            body(kept, spent);
+        }
     } catch (const AppError& error) {
         spent.errorNumber = error.number();
         return error.what();

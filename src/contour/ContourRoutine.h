@@ -28,7 +28,8 @@ struct ContourReport {
     double cut = 0;
     double draw = 0;
     double write = 0;
-    int errorNumber = 0; // of the AppError that ended it, see ErrorNumber
+    int errorNumber = 0;  // of the AppError that ended it, see ErrorNumber
+    bool stopped = false; // ended at the stop request: the picture is not complete
 };
 
 /// The error that stands for a triangulation that failed.
@@ -39,7 +40,8 @@ void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
                          const TriangleList& triangles);
 
 /// Runs a contour routine: records the number of levels in the run state, refuses fewer than 2 with
-/// error 1001, gets the triangulation, hands it to the body, and catches whatever ends it.
+/// error 1001, gets the triangulation, hands it to the body unless the work was stopped, and
+/// catches whatever ends it.
 /// @param report  may be null.
 /// @return empty on success, else the description of the error.
 std::string RunContourRoutine(

@@ -286,6 +286,7 @@ std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const Contour
                 input.progress("areas", static_cast<double>(t) / triangles.count);
             }
             if (input.stopRequested) {
+                spent.stopped = true;
                 break;
             }
         }

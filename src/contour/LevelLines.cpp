@@ -81,7 +81,9 @@ std::string DrawLevelLines(DrawSurface& surface, LevelSet& levels, const Contour
         }
         const FontGuard fontGuard(surface);
         LevelLabels labels(surface, levels);
-        if (DrawLevels(surface, levels, input, kept.triangles, labels, segments, spent)) {
+        spent.stopped =
+            !DrawLevels(surface, levels, input, kept.triangles, labels, segments, spent);
+        if (!spent.stopped) {
             watch.Lap();
             if (labels.AreOn()) {
                 labels.DrawLabels();

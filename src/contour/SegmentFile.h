@@ -1,7 +1,7 @@
 // The exchange file of contour segments, "livelli.txt".
 //
 // Data: two lines a segment, its two points as x, y and the level value. Method: printed numbers in
-// zones, CR LF; the file is under its name from the start and fills while the map is drawn. The
+// zones, CR LF; an old file goes when a drawing begins, the new one has its name when it ends. The
 // export of contours reads this file, not the memory.
 #pragma once
 

@@ -9,7 +9,9 @@
 #include "util/Prefetch.h"
 #include "util/modUtilita.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -93,8 +95,7 @@ struct Layer {
 // First pass over the segments: writes the layer blocks and counts the segments of each layer.
 // Nothing when the first level is exactly 0: it equals the level before the first, so no layer is
 // open to count its segment in.
-std::optional<std::vector<Layer>> WriteLayers(OutputFile& file, const std::string& segmentPath) {
-    NumberListReader reader(segmentPath);
+std::optional<std::vector<Layer>> WriteLayers(OutputFile& file, NumberListReader& reader) {
     RequireOpen(reader);
     std::vector<Layer> layers;
     double previousLevel = 0;
@@ -121,9 +122,8 @@ std::optional<std::vector<Layer>> WriteLayers(OutputFile& file, const std::strin
 }
 
 // Second pass: each layer takes the segments that were counted for it.
-void WriteSegments(OutputFile& file, const std::string& segmentPath,
-                   const std::vector<Layer>& layers) {
-    NumberListReader reader(segmentPath);
+void WriteSegments(OutputFile& file, NumberListReader& reader, const std::vector<Layer>& layers) {
+    reader.Rewind();
     for (const Layer& layer : layers) {
         for (std::int64_t i = 0; i < layer.segmentCount; ++i) {
             const SpacePoint start = ReadPoint(reader);
@@ -140,6 +140,10 @@ void WriteSegments(OutputFile& file, const std::string& segmentPath,
 // and copying it saves most of the printing.
 class PointLines {
 public:
+    void MakeRoom(std::size_t points, std::size_t bytes) {
+        text_.reserve(bytes);
+        ends_.reserve(points + 1);
+    }
     void Append(const SpacePoint& point) {
         AppendPointLine(text_, point);
         ends_.push_back(text_.size());
@@ -185,12 +189,14 @@ Index ReadIndex(NumberListReader& reader, Index most) {
 }
 
 constexpr Index kMostTriangles = 2147483647 / 3;
+constexpr std::uint64_t kLeastLine = 6; // bytes of three numbers in the triangle file
 
 Mesh ReadMesh(const std::string& path) {
     NumberListReader reader(path);
     RequireOpen(reader);
     Mesh mesh;
     const Index triangleCount = ReadIndex(reader, kMostTriangles);
+    mesh.triangles.reserve(std::min<std::uint64_t>(triangleCount, reader.FileSize() / kLeastLine));
     for (Index t = 0; t < triangleCount; ++t) {
         std::array<Index, 3> corners{};
         for (Index& corner : corners) {
@@ -207,6 +213,10 @@ Mesh ReadMesh(const std::string& path) {
                        path + ": the line between triangles and points is missing.");
     }
     const Index pointCount = ReadIndex(reader, kMostTriangles);
+    // The lines are printed as they stand in the file.
+    const std::uint64_t bytesLeft =
+        reader.FileSize() - std::min(reader.FileSize(), reader.BytesRead());
+    mesh.points.MakeRoom(std::min<std::uint64_t>(pointCount, bytesLeft / kLeastLine), bytesLeft);
     for (Index i = 0; i < pointCount; ++i) {
         mesh.points.Append(ReadPoint(reader));
     }
@@ -279,9 +289,12 @@ void WriteQrzLevels(RunState& state, ClipboardService& clipboard, LogService& lo
     try {
         OutputFile file(state.qrzExportPath);
         AppendHeader(file.Buffer(), state.lastLevelCount, state.lastLevelCount);
-        const std::optional<std::vector<Layer>> layers = WriteLayers(file, segmentPath);
+        // One reader for both readings: another instance may put its own file in the place
+        // meanwhile.
+        NumberListReader reader(segmentPath);
+        const std::optional<std::vector<Layer>> layers = WriteLayers(file, reader);
         if (layers) {
-            WriteSegments(file, segmentPath, *layers);
+            WriteSegments(file, reader, *layers);
         }
         file.Commit();
         if (layers) {

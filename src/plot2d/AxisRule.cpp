@@ -92,7 +92,9 @@ Limits WidenEqualLabels(Limits limits, std::string_view labelFormat, char separa
     while (sameLabels(distance)) {
         distance *= 2;
         if (!std::isfinite(distance)) {
-            throw AppError(ErrorNumber::kOverflow, kSource, "The y labels cannot be told apart.");
+            throw AppError(
+                ErrorNumber::kOverflow, kSource,
+                "The labels of an axis cannot be told apart: its numbers are too large.");
         }
     }
     return {limits.min - 10 * distance, limits.max + 10 * distance};

@@ -16,8 +16,9 @@ namespace {
 
 using modDelaunay2D::FindEdge;
 
-// Below this part of the extent the tolerance of the walk could take a point for another one.
-constexpr double kLeastDistance = 1e-12;
+// Below this part of the extent the walk could take a point for another one, by its tolerance or
+// by its rounding errors in a triangle that is flat, or as large as the extent.
+constexpr double kLeastDistance = 1e-10;
 // With differences of at most this many steps of a lattice no operation of the two tests rounds:
 // the products of four differences stay below 2^51.
 constexpr double kMostSteps = 0x1p12;
@@ -51,6 +52,7 @@ private:
     [[nodiscard]] CircleTest Test(Index a, Index b, Index c, Index d) const {
         return TestCircle(At(a), At(b), At(c), At(d));
     }
+    [[nodiscard]] bool IsSpacious(Index a, Index b, Index c, double reach) const;
     [[nodiscard]] bool KeepsSecondDiagonal(Index a, Index b, Index c, Index d) const;
     [[nodiscard]] bool TurnsLeft(Index a, Index b, Index c) const;
 
@@ -84,6 +86,16 @@ bool Checker::KeepsSecondDiagonal(Index a, Index b, Index c, Index d) const {
 bool Checker::TurnsLeft(Index a, Index b, Index c) const {
     const Sum turn = Cross(At(b) - At(a), At(c) - At(a));
     return turn.value > kTurnBound * turn.magnitude;
+}
+
+// Corner c is not so near to the edge a-b that the walk, by its tolerance or its rounding errors in
+// a triangle of that reach, could have taken it for a point on the edge or beyond.
+bool Checker::IsSpacious(Index a, Index b, Index c, double reach) const {
+    const Difference ab = At(b) - At(a);
+    const double area = Cross(ab, At(c) - At(a)).value;
+    const double leastHeight = kLeastHeight * reach;
+    return area > kAreaBound * reach * reach &&
+           area * area > leastHeight * leastHeight * Dot(ab, ab).value;
 }
 
 // The hull turns to the left at the end of the edge or goes straight on, and the triangle is not so
@@ -149,6 +161,9 @@ bool Checker::InnerEdgeIsCertain(Index number, int edge) const {
     const int edgeAcross = FindEdge(u, c, b);
     const Index d = u.Vertex(NextEdge(NextEdge(edgeAcross)));
     const CircleTest test = Test(p, b, d, c);
+    if (!IsSpacious(b, c, p, test.reach) || !IsSpacious(c, b, d, test.reach)) {
+        return false;
+    }
     const Trust trust = TrustIn(test);
     if (trust == Trust::Certain) {
         return test.value > 0;

@@ -97,10 +97,11 @@ Array1<Index> CurveOrder(const Array1<PlanPoint>& coord, const PlanExtent& exten
     };
     constexpr double kMost = std::numeric_limits<std::uint32_t>::max();
     const double span = extent.Span();
-    // A span of zero gives no scale at all, one beyond the doubles a scale of zero.
+    // A span of zero gives no scale at all, one beyond the doubles a scale of zero: then all
+    // positions are in one cell.
     const double scale = span > 0 && std::isfinite(kMost / span) ? kMost / span : 0.0;
     const auto cell = [&](double value, double low) {
-        return static_cast<std::uint32_t>(std::min((value - low) * scale, kMost));
+        return scale > 0 ? static_cast<std::uint32_t>(std::min((value - low) * scale, kMost)) : 0U;
     };
     std::vector<Placed> placed(static_cast<std::size_t>(coord.UpperBound()));
     for (Index i = 1; i <= coord.UpperBound(); ++i) {

@@ -91,6 +91,7 @@ Index SwapAbout(Index m, Workspace& work, const GivesWay& givesWay) {
         if (!givesWay(m, b, d, c)) {
             continue;
         }
+        ++work.effort;
         if (!SwapDiagonal(work, tNumber, uNumber, shared)) {
             return Ierr::kBrokenLink;
         }

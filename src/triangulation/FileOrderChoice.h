@@ -28,6 +28,9 @@ inline constexpr double kTurnBound = 64 * kUnitError;
 /// Below this part of the extent the tolerance of the walk could take a point for one on the hull.
 inline constexpr double kLeastHeight = 1e-12;
 
+/// Times the square of a reach: beyond what rounding errors of the walk make of a doubled area.
+inline constexpr double kAreaBound = 16 * kUnitError;
+
 struct Difference {
     double x;
     double y;

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cmath>
+#include <numbers>
 
 namespace terravo {
 namespace {
@@ -13,13 +14,16 @@ namespace {
 // sets, as those whose points all lie on the hull, are not worth following.
 constexpr Index kMostStepsAPoint = 64;
 
+constexpr std::size_t kDirections = 32;
+
 enum class Side { Left, Right, On, Unclear };
 
 class HullHistory {
 public:
     HullHistory(const Array1<PlanPoint>& coord, double span, double exactReach)
         : coord_(coord), next_(coord.UpperBound()), previous_(coord.UpperBound()),
-          leastHeight_(kLeastHeight * span), exactReach_(exactReach),
+          leastHeight_(kLeastHeight * span), leastArea_(kAreaBound * span * span),
+          exactReach_(exactReach),
           stepsLeft_(static_cast<std::int64_t>(kMostStepsAPoint) * coord.UpperBound()) {}
 
     bool Begin(Index a, Index b, Index c);
@@ -34,8 +38,11 @@ private:
     };
 
     [[nodiscard]] const PlanPoint& At(Index point) const { return coord_[point]; }
-    [[nodiscard]] bool IsDeepInside(PlanPoint p) const;
+    [[nodiscard]] bool IsDeepInside(PlanPoint p, std::size_t stride) const;
     [[nodiscard]] Side SideOf(Index m, Index from) const;
+    [[nodiscard]] double LeastTurn(Difference edge) const {
+        return std::max(leastHeight_ * std::hypot(edge.x, edge.y), leastArea_);
+    }
     [[nodiscard]] bool IsWellOutside(Index m, Index from) const;
     [[nodiscard]] bool IsBetween(Index m, Index from) const;
     Found Find(Index m);
@@ -47,34 +54,26 @@ private:
     const Array1<PlanPoint>& coord_;
     Array1<Index> next_; // counter-clockwise, for points on the hull
     Array1<Index> previous_;
-    std::array<Index, 8> extremes_{}; // hull points furthest in eight directions, from east on
+    std::array<Index, kDirections> extremes_{}; // hull points furthest each way, from east on
     double leastHeight_;
+    double leastArea_; // doubled; below it the walk's rounding errors could hide the side
     double exactReach_;
     std::int64_t stepsLeft_;
     Index last_ = 0;    // the hull point added last
     Index fanApex_ = 0; // the only point so far that is not on the line through the first two, or 0
 };
 
-// Distance in one of eight directions, in units of the direction's length.
-double Along(PlanPoint p, std::size_t direction) {
-    switch (direction) {
-    case 0:
-        return p.x;
-    case 1:
-        return p.x + p.y;
-    case 2:
-        return p.y;
-    case 3:
-        return p.y - p.x;
-    case 4:
-        return -p.x;
-    case 5:
-        return -p.x - p.y;
-    case 6:
-        return -p.y;
-    default:
-        return p.x - p.y;
+const std::array<PlanPoint, kDirections> kCompass = [] {
+    std::array<PlanPoint, kDirections> compass;
+    for (std::size_t k = 0; k < kDirections; ++k) {
+        const double angle = 2 * std::numbers::pi * static_cast<double>(k) / kDirections;
+        compass[k] = {std::cos(angle), std::sin(angle)};
     }
+    return compass;
+}();
+
+double Along(PlanPoint p, std::size_t direction) {
+    return p.x * kCompass[direction].x + p.y * kCompass[direction].y;
 }
 
 void HullHistory::NoteExtremes(Index m) {
@@ -111,14 +110,15 @@ void HullHistory::Join(Index before, Index m, Index after) {
     previous_[after] = m;
 }
 
-// Inside the octagon of the extreme points by more than the least height.
-bool HullHistory::IsDeepInside(PlanPoint p) const {
-    for (std::size_t k = 0; k < extremes_.size(); ++k) {
+// Inside the polygon of every stride-th extreme point by more than the least height.
+bool HullHistory::IsDeepInside(PlanPoint p, std::size_t stride) const {
+    for (std::size_t k = 0; k < kDirections; k += stride) {
         const PlanPoint& a = At(extremes_[k]);
-        const PlanPoint& b = At(extremes_[(k + 1) % extremes_.size()]);
+        const PlanPoint& b = At(extremes_[(k + stride) % kDirections]);
         const Difference ab = b - a;
         const double height = Cross(ab, p - a).value;
-        if (height <= leastHeight_ * (std::fabs(ab.x) + std::fabs(ab.y)) && !(a == b)) {
+        if (height <= std::max(leastHeight_ * (std::fabs(ab.x) + std::fabs(ab.y)), leastArea_) &&
+            !(a == b)) {
             return false;
         }
     }
@@ -141,7 +141,7 @@ Side HullHistory::SideOf(Index m, Index from) const {
 
 bool HullHistory::IsWellOutside(Index m, Index from) const {
     const Difference ab = At(next_[from]) - At(from);
-    return Cross(ab, At(m) - At(from)).value < -leastHeight_ * std::hypot(ab.x, ab.y);
+    return Cross(ab, At(m) - At(from)).value < -LeastTurn(ab);
 }
 
 bool HullHistory::IsBetween(Index m, Index from) const {
@@ -198,7 +198,7 @@ HullHistory::Found HullHistory::Find(Index m) {
         } else {
             const Difference ab = At(next_[from]) - At(from);
             const double height = Cross(ab, At(m) - At(from)).value;
-            clearOfAll = clearOfAll && height > leastHeight_ * std::hypot(ab.x, ab.y);
+            clearOfAll = clearOfAll && height > LeastTurn(ab);
         }
         from = next_[from];
     } while (from != last_ && --stepsLeft_ > 0);
@@ -232,7 +232,9 @@ bool HullHistory::Add(Index m) {
     if (fanApex_ != 0 && !modUtilita::IsExactly(Cross(At(2) - At(1), At(m) - At(1)).value, 0.0)) {
         fanApex_ = 0;
     }
-    if (IsDeepInside(At(m))) {
+    // The octagon finds most; what lies between it and a round hull would have to go round the
+    // hull.
+    if (IsDeepInside(At(m), kDirections / 8) || IsDeepInside(At(m), 1)) {
         return true;
     }
     const Found found = Find(m);

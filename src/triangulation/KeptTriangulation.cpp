@@ -17,7 +17,7 @@ const KeptTriangulation::Result& KeptTriangulation::For(const PointSet& points,
     }
     result_.triangles = TriangleList(points.count);
     result_.ierr = TriangulateQuickly(coord, result_.triangles, progress);
-    made_ = true;
+    made_ = result_.ierr != modDelaunay2D::Ierr::kStopped;
     return result_;
 }
 

@@ -16,7 +16,8 @@ public:
         TriangleList triangles;
     };
 
-    /// The triangulation of the points, made now when there is none.
+    /// The triangulation of the points, made now when there is none. One that was stopped is not
+    /// kept.
     const Result& For(const PointSet& points, const ProgressCallback& progress = {});
 
     /// Forgets the result. To be called whenever the points change.

@@ -9,9 +9,13 @@
 #include "triangulation/Inserter.h"
 #include "triangulation/modGeometria.h"
 
+#include <algorithm>
 #include <atomic>
+#include <bit>
+#include <cstdint>
 #include <future>
 #include <numeric>
+#include <optional>
 #include <utility>
 
 namespace terravo {
@@ -19,7 +23,10 @@ namespace {
 
 using namespace modDelaunay2D;
 
-constexpr Index kProgressStride = 16384;
+// Along the curve a point takes some ten steps and swaps. A set that takes this many goes in again
+// in rounds.
+constexpr std::int64_t kMostEffortAPoint = 48;
+constexpr int kLastRound = 20;
 // Beyond these spans a product of four differences could overflow, or lose digits near zero.
 constexpr double kLeastSpan = 1e-30;
 constexpr double kMostSpan = 1e30;
@@ -46,6 +53,24 @@ void NumberByFile(const CurvePoints& points, TriangleList& triangles) {
     }
 }
 
+// The order of insertion: straight along the curve, or in rounds of a random half, quarter, eighth
+// and so on of the points, the small rounds first, each along the curve. Straight is faster, but
+// there are sets in which nearly every point then takes all triangles over from the one before; in
+// random rounds no set has that.
+enum class Sequence { Straight, InRounds };
+
+enum class Outcome { Done, Failed, TooLaborious };
+
+// Half of all places are in round 0, a quarter in round 1: the number of trailing zeros of a number
+// that looks random. Equal places share a round, so the first of them still goes in first.
+int RoundOf(PlanPoint p) {
+    std::uint64_t mixed = std::bit_cast<std::uint64_t>(p.x + 0.0) * 0x9E3779B97F4A7C15U +
+                          std::bit_cast<std::uint64_t>(p.y + 0.0);
+    mixed = (mixed ^ mixed >> 30U) * 0xBF58476D1CE4E5B9U;
+    mixed = (mixed ^ mixed >> 27U) * 0x94D049BB133111EBU;
+    return std::min(std::countr_zero(mixed ^ mixed >> 31U), kLastRound);
+}
+
 // Inserts points in the order of the curve.
 class CurveInserter {
 public:
@@ -53,11 +78,15 @@ public:
         : coord_(points.coord), rank_(rank), work_(points.coord, triangles, coord_.UpperBound()),
           inserter_(work_) {}
 
-    /// @return false when there is no triangle to begin with, on a fault, or when stopped.
-    bool InsertAll(const std::atomic<bool>& stop, const ProgressCallback& progress);
+    /// @return Failed when there is no triangle to begin with, on a fault, or when stopped;
+    ///         TooLaborious only when straight.
+    Outcome InsertAll(Sequence sequence, const std::atomic<bool>& stop,
+                      const ProgressCallback& progress);
 
 private:
     bool MakeFirst();
+    Outcome InsertRound(std::optional<int> round, const std::atomic<bool>& stop,
+                        const ProgressCallback& progress);
     bool Insert(Index c);
     [[nodiscard]] bool IsRepeatOf(Index c, Index corner) const {
         return coord_[c] == coord_[corner] && rank_[corner] < rank_[c];
@@ -69,6 +98,7 @@ private:
     Inserter inserter_;
     Index second_ = 0;
     Index third_ = 0;
+    Index inserted_ = 3;
 };
 
 bool CurveInserter::MakeFirst() {
@@ -91,6 +121,7 @@ bool CurveInserter::MakeFirst() {
 
 bool CurveInserter::Insert(Index c) {
     const WalkResult place = WalkToPoint(coord_[c], coord_, work_.triangles, work_.triangles.count);
+    work_.effort += 1 + std::int64_t{place.steps};
     if (place.ierr != Ierr::kDone) {
         return false;
     }
@@ -103,26 +134,46 @@ bool CurveInserter::Insert(Index c) {
            }) == Ierr::kDone;
 }
 
-bool CurveInserter::InsertAll(const std::atomic<bool>& stop, const ProgressCallback& progress) {
-    if (!MakeFirst()) {
-        return false;
-    }
+// All points when there is no number of a round.
+Outcome CurveInserter::InsertRound(std::optional<int> round, const std::atomic<bool>& stop,
+                                   const ProgressCallback& progress) {
     const Index count = coord_.UpperBound();
     for (Index c = 2; c <= count; ++c) {
-        if (c != second_ && c != third_ && !Insert(c)) {
-            return false;
-        }
-        if (c % kProgressStride != 0) {
+        if (c == second_ || c == third_ || (round && RoundOf(coord_[c]) != *round)) {
             continue;
         }
-        if (stop.load(std::memory_order_relaxed)) {
-            return false;
+        if (!Insert(c)) {
+            return Outcome::Failed;
         }
-        if (progress) {
-            progress("triangulate", static_cast<double>(c) / static_cast<double>(count));
+        ++inserted_;
+        if (!work_.ReportIsDue()) {
+            continue;
+        }
+        if (stop.load(std::memory_order_relaxed) ||
+            (progress && !progress("triangulate",
+                                   static_cast<double>(inserted_) / static_cast<double>(count)))) {
+            return Outcome::Failed;
+        }
+        if (!round && work_.effort > kMostEffortAPoint * count) {
+            return Outcome::TooLaborious;
         }
     }
-    return true;
+    return Outcome::Done;
+}
+
+Outcome CurveInserter::InsertAll(Sequence sequence, const std::atomic<bool>& stop,
+                                 const ProgressCallback& progress) {
+    if (!MakeFirst()) {
+        return Outcome::Failed;
+    }
+    if (sequence == Sequence::Straight) {
+        return InsertRound(std::nullopt, stop, progress);
+    }
+    Outcome outcome = Outcome::Done;
+    for (int round = kLastRound; round >= 0 && outcome == Outcome::Done; --round) {
+        outcome = InsertRound(round, stop, progress);
+    }
+    return outcome;
 }
 
 // Place of each point of the curve in the insertion order of the file, where the third place goes
@@ -163,7 +214,14 @@ bool InsertAndFollowHulls(const Survey& survey, const CurvePoints& points,
         return clear;
     });
     const StopOnExit stopOnExit{stop}; // also when the progress callback throws
-    const bool inserted = CurveInserter(points, rank, triangles).InsertAll(stop, progress);
+    const auto insert = [&](Sequence sequence) {
+        return CurveInserter(points, rank, triangles).InsertAll(sequence, stop, progress);
+    };
+    Outcome outcome = insert(Sequence::Straight);
+    if (outcome == Outcome::TooLaborious) {
+        outcome = insert(Sequence::InRounds);
+    }
+    const bool inserted = outcome == Outcome::Done;
     if (!inserted) {
         stop = true;
     }
@@ -212,22 +270,29 @@ Index TriangulateQuickly(const Array1<PlanPoint>& coord, TriangleList& triangles
     if (road != nullptr) {
         *road = Road::FileOrder;
     }
-    Array1<Index> order = FileOrder(coord.UpperBound());
     const auto plainly = [&] {
+        Array1<Index> order = FileOrder(coord.UpperBound());
         return Triangulate(coord, order, triangles, StartRule::NearbyTriangle, progress);
     };
     if (coord.UpperBound() < kLeastForCurve) {
         return plainly();
     }
-    const FirstTriangle first = FindFirstTriangle(coord, order);
+    const FirstTriangle first = FindFirstTriangle(coord, FileOrder(coord.UpperBound()));
     const std::optional<PlanExtent> extent = ExtentOf(coord);
     if (!first.found || !extent) {
         return plainly();
     }
-    order.Clear();
     const CurvePoints points(coord, *extent);
-    if (!MakeCertain({coord, extent->Span(), first.thirdPosition}, points, triangles, progress)) {
+    bool stopped = false;
+    const ProgressCallback heed = [&](std::string_view stage, double done) {
+        stopped = progress && !progress(stage, done);
+        return !stopped;
+    };
+    if (!MakeCertain({coord, extent->Span(), first.thirdPosition}, points, triangles, heed)) {
         triangles.count = 0;
+        if (stopped) {
+            return Ierr::kStopped;
+        }
         return InsertInFileOrder(points, triangles, progress);
     }
     if (road != nullptr) {

@@ -55,7 +55,7 @@ WalkResult WalkToPoint(PlanPoint point, const Array1<PlanPoint>& coord,
         result.ierr = Ierr::kIndexOutOfRange;
         return result;
     }
-    for (Index step = 0; step < triangles.count; ++step) {
+    for (; result.steps < triangles.count; ++result.steps) {
         const Triangle& t = triangles.table[result.triangle];
         if (!IsPointNumber(t.vertices[0], coord) || !IsPointNumber(t.vertices[1], coord) ||
             !IsPointNumber(t.vertices[2], coord)) {

@@ -11,8 +11,6 @@
 namespace terravo::modDelaunay2D {
 namespace {
 
-constexpr Index kProgressStride = 16384;
-
 // Where the walks start under StartRule::NearbyTriangle.
 struct NearbyWalks {
     NearbyWalks(const Workspace& work, const Array1<Index>& order)
@@ -24,16 +22,19 @@ struct NearbyWalks {
 
 // A walk from nearby that fails is repeated from the triangle made last, so that a set which the
 // plain rule can handle never fails here.
-WalkResult Locate(std::optional<NearbyWalks>& walks, const Workspace& work, PlanPoint point,
-                  Index i) {
+WalkResult Locate(std::optional<NearbyWalks>& walks, Workspace& work, PlanPoint point, Index i) {
+    const auto walkFrom = [&](Index start) {
+        const WalkResult place = WalkToPoint(point, work.coord, work.triangles, start);
+        work.effort += 1 + std::int64_t{place.steps};
+        return place;
+    };
     if (walks) {
-        const WalkResult place =
-            WalkToPoint(point, work.coord, work.triangles, walks->ahead.StartFor(i));
+        const WalkResult place = walkFrom(walks->ahead.StartFor(i));
         if (place.ierr == Ierr::kDone) {
             return place;
         }
     }
-    return WalkToPoint(point, work.coord, work.triangles, work.triangles.count);
+    return walkFrom(work.triangles.count);
 }
 
 Index InsertRemaining(Workspace& work, const Array1<Index>& order, StartRule start,
@@ -62,8 +63,9 @@ Index InsertRemaining(Workspace& work, const Array1<Index>& order, StartRule sta
         if (walks) {
             walks->nearby.Remember(point, place.triangle);
         }
-        if (progress && i % kProgressStride == 0) {
-            progress("triangulate", static_cast<double>(i) / static_cast<double>(count));
+        if (progress && work.ReportIsDue() &&
+            !progress("triangulate", static_cast<double>(i) / static_cast<double>(count))) {
+            return Ierr::kStopped;
         }
     }
     return Ierr::kDone;
@@ -89,6 +91,8 @@ std::string DescribeIerr(Index ierr) {
         return "two neighbouring triangles disagree (points too nearly on one line)";
     case Ierr::kOverflow:
         return "the coordinates are too large to compute with";
+    case Ierr::kStopped:
+        return "the work was stopped";
     default:
         return "unknown error";
     }

@@ -25,6 +25,7 @@ inline constexpr Index kZeroDeterminant = -1;
 inline constexpr Index kIndexOutOfRange = -2;
 inline constexpr Index kBrokenLink = -3;
 inline constexpr Index kOverflow = -4;
+inline constexpr Index kStopped = -5; // no fault: the progress callback asked for the end
 } // namespace Ierr
 
 /// One sentence for a code, without a full stop; empty for kDone.
@@ -53,6 +54,8 @@ struct SwapStack {
     }
 };
 
+inline constexpr std::int64_t kEffortStride = 131072;
+
 /// What one triangulation works on: the caller's tables and the stores of this call.
 struct Workspace {
     Workspace(const Array1<PlanPoint>& positions, TriangleList& list, Index stackCapacity)
@@ -65,12 +68,25 @@ struct Workspace {
     /// For each point on the hull, the link to the hull edge that ends there. It makes the list of
     /// hull edges readable in both directions, so that no change has to search for a predecessor.
     Array1<Index> hullEdgeInto;
+    /// Points, steps of walks and swaps so far. In some orders one point takes as many swaps as
+    /// there are points, so this and not the number of points says when a report is due.
+    std::int64_t effort = 0;
+    std::int64_t nextReport = kEffortStride;
+
+    bool ReportIsDue() {
+        if (effort < nextReport) {
+            return false;
+        }
+        nextReport = effort + kEffortStride;
+        return true;
+    }
 };
 
 struct WalkResult {
     Index triangle = 0; // the last triangle examined
     int location = 0;   // 0 inside; 1..3 on that edge; 4..6 at vertex 1..3; -1..-3 beyond that edge
     Index ierr = Ierr::kDone;
+    Index steps = 0; // triangles left behind
 };
 
 /// Walks from triangle to triangle towards a plan position.
@@ -106,8 +122,8 @@ Index SwapEdges(Index m, Workspace& work);
 /// @param start      both rules give the same set of triangles on sound data.
 /// @return kDone, also without a triangle when the first two points do not count as distinct (a
 ///         coordinate counts only when both its values are off zero) or when there is no point;
-///         kAllCollinear for points on one line or a single point; kStackFull; or a fault. After
-///         an error the tables hold the part made so far.
+///         kAllCollinear for points on one line or a single point; kStackFull; kStopped; or a
+///         fault. After an error the tables hold the part made so far.
 Index Triangulate(const Array1<PlanPoint>& coord, Array1<Index>& order, TriangleList& triangles,
                   StartRule start = StartRule::LastTriangle, const ProgressCallback& progress = {});
 

@@ -100,8 +100,25 @@ NumberListReader::NumberListReader(const std::string& path, std::size_t bufferSi
     std::error_code unknown;
     const auto size = std::filesystem::file_size(path, unknown);
     size_ = unknown ? 0 : static_cast<std::uint64_t>(size);
+    Begin();
+}
+
+void NumberListReader::Begin() {
+    cursor_ = limit_ = buffer_.get();
+    sourceEnded_ = false;
+    endsWithLineEnd_ = true;
+    offset_ = 0;
+    line_ = 1;
+    field_ = 0;
     Refill();
     SkipByteOrderMark();
+}
+
+void NumberListReader::Rewind() {
+    if (file_) {
+        std::rewind(file_.get());
+        Begin();
+    }
 }
 
 void NumberListReader::SkipByteOrderMark() {

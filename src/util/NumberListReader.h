@@ -21,6 +21,7 @@ struct ReadFailure {
     std::int64_t line = 0;  // 1-based; 0 when the file could not be opened or read at all
     std::int64_t field = 0; // 1-based within the line
     std::string cause;      // without a full stop
+    bool isStop = false;    // the work was asked to end; nothing is wrong with the file
 
     /// One sentence: file, line, field, cause.
     [[nodiscard]] std::string Sentence() const;
@@ -36,6 +37,9 @@ public:
     /// True when every byte has been read. Tested before a record, it ends a file whose last line
     /// has a line end after exactly its records.
     [[nodiscard]] bool AtEnd() { return cursor_ == limit_ && !Refill(); }
+
+    /// Goes back to the first byte, of the same file even when its name now means another one.
+    void Rewind();
 
     /// Reads the next number.
     /// @return false on reading past the end, a field that is not a plain decimal number, or an
@@ -63,6 +67,7 @@ private:
 
     bool Refill();
     bool EnsureField();
+    void Begin();
     void SkipBlanks();
     void TakeLineEnd();
     bool ReadField(double& value);

@@ -11,6 +11,8 @@ namespace {
 
 constexpr int kSignificantDigits = 15;
 constexpr std::size_t kZoneWidth = 14;
+// Above it, rounding to 15 digits makes a number that no double holds and nobody could read back.
+constexpr double kLargestPrinted = 1.79769313486231E+308;
 
 // Decimal value 0.d1 d2 ... dn times 10^pointPosition, without leading or trailing zeros; zero has
 // no digits.
@@ -110,7 +112,7 @@ void ReadUsual(double magnitude, Decimal& decimal) {
 Decimal ToDecimal(double value) {
     Decimal decimal;
     decimal.negative = value < 0;
-    const double magnitude = std::fabs(value);
+    const double magnitude = std::min(std::fabs(value), kLargestPrinted);
     if (!(magnitude > 0)) {
         decimal.negative = false;
         return decimal;

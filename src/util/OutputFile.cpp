@@ -18,7 +18,11 @@ namespace fs = std::filesystem;
 std::string TemporaryName(const std::string& finalPath) {
     std::random_device source;
     constexpr std::string_view kDigits = "0123456789abcdefghijklmnopqrstuv";
-    std::string name = finalPath + ".";
+    // A name may have 255 bytes; the marks need some of them.
+    constexpr std::size_t kMostKept = 200;
+    const fs::path path(finalPath);
+    std::string name =
+        (path.parent_path() / path.filename().string().substr(0, kMostKept)).string() + ".";
     for (int i = 0; i < 8; ++i) {
         name += kDigits[source() % kDigits.size()];
     }
@@ -45,12 +49,27 @@ bool MustBeWrittenInPlace(const std::string& path) {
 
 } // namespace
 
-OutputFile::OutputFile(std::string path, Mode mode)
-    : path_(std::move(path)), finalPath_(ResolveLink(path_)), writtenPath_(finalPath_) {
-    const bool inPlace = mode == Mode::Open || MustBeWrittenInPlace(finalPath_);
-    if (!inPlace) {
-        writtenPath_ = TemporaryName(finalPath_);
+OutputPlace PlaceFor(const std::string& path) {
+    const std::string finalPath = ResolveLink(path);
+    return {finalPath, MustBeWrittenInPlace(finalPath) ? finalPath : TemporaryName(finalPath)};
+}
+
+// The segments of an earlier drawing must not pass for those of one that fails. Whatever has the
+// name goes, a link or a pipe as well; the bytes behind a link stay.
+OutputPlace OutputFile::EmptiedPlace(const std::string& path) {
+    std::error_code error;
+    fs::remove(path, error);
+    if (error) {
+        Throw(error.value());
     }
+    return {path, TemporaryName(path)};
+}
+
+OutputFile::OutputFile(std::string path, Mode mode) : path_(std::move(path)) {
+    OutputPlace place = mode == Mode::Open ? EmptiedPlace(path_) : PlaceFor(path_);
+    finalPath_ = std::move(place.finalPath);
+    writtenPath_ = std::move(place.writtenPath);
+    const bool inPlace = writtenPath_ == finalPath_;
     errno = 0;
     file_.reset(std::fopen(writtenPath_.c_str(), inPlace ? "wb" : "wbx"));
     if (!file_) {

@@ -3,7 +3,8 @@
 // Data: bytes appended through one buffer. Method: they go to a new file of another name in the
 // same folder, which takes the final name when everything is written; a crash, a full disk or an
 // error on the way leaves the old file as it was. A target that is no regular file (a pipe, a
-// device) is written in place, since it must not be replaced.
+// device) is written in place, since it must not be replaced. Two programs that write the same file
+// at once each write their own, and the one that ends last wins.
 #pragma once
 
 #include <cstddef>
@@ -14,18 +15,26 @@
 
 namespace terravo {
 
+/// Where the bytes of a file end up, behind any link, and the name that it is written under until
+/// it is complete: the same where the target must not be replaced (a pipe, a device).
+struct OutputPlace {
+    std::string finalPath;
+    std::string writtenPath;
+};
+OutputPlace PlaceFor(const std::string& path);
+
 class OutputFile {
 public:
     enum class Mode {
         Whole, // appears under its name on Commit
-        Open   // is under its name from the start: the segment file of a drawing
+        Open   // the same, but the old file is gone from the start: the segments of a drawing
     };
 
     /// Starts the file. Throws AppError, with the path as source, when it cannot.
     explicit OutputFile(std::string path, Mode mode = Mode::Whole);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
-    /// Removes what was written unless it was committed; an Open file stays.
+    /// Removes what was written unless it was committed.
     ~OutputFile();
 
     /// Buffer to append to; call Flush now and then.
@@ -51,6 +60,7 @@ private:
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
 
+    OutputPlace EmptiedPlace(const std::string& path);
     void Flush();
     [[noreturn]] void Throw(int cause) const;
 

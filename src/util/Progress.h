@@ -1,4 +1,4 @@
-// How far a long command has come, told to whoever shows it.
+// How far a long command has come, told to whoever shows it, and whether it is to go on.
 #pragma once
 
 #include <functional>
@@ -7,6 +7,7 @@
 namespace terravo {
 
 /// Called now and then with the name of the stage and the part done, 0 to 1. May be empty.
-using ProgressCallback = std::function<void(std::string_view stage, double done)>;
+/// @return false to ask for the end of the work.
+using ProgressCallback = std::function<bool(std::string_view stage, double done)>;
 
 } // namespace terravo

@@ -37,6 +37,11 @@ struct RunState {
     [[nodiscard]] std::string Text(std::size_t index) const {
         return index < textTable.size() ? textTable[index] : std::string();
     }
+
+    /// The same, or the English text where the user's language file is older than the program.
+    [[nodiscard]] std::string TextOr(std::size_t index, const char* english) const {
+        return index < textTable.size() ? textTable[index] : english;
+    }
 };
 
 /// Places in RunState::textTable that the program itself reads.
@@ -55,6 +60,9 @@ inline constexpr std::size_t kErrorTitle = 33;
 inline constexpr std::size_t kViewErrorTitle = 34;
 inline constexpr std::size_t kChooseFile = 36;
 inline constexpr std::size_t kWorking = 37;
+inline constexpr std::size_t kNotComplete = 38;
+inline constexpr std::size_t kSaveRefused = 39;
+inline constexpr std::size_t kStop = 40;
 } // namespace TextIndex
 
 } // namespace terravo

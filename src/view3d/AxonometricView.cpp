@@ -32,7 +32,7 @@ MinMax MinMaxOf(const Values& values) {
 }
 
 // The triangles whose corners are all points: arrays of different lengths are cut to the shortest.
-Table<Index> WithoutStrayCorners(const Table<Index>& triangles, Index pointCount) {
+Table<Index> WithoutStrayCorners(Table<Index> triangles, Index pointCount) {
     const auto isSound = [&](Index t) {
         for (Index j = 1; j <= 3; ++j) {
             if (triangles(t, j) < 1 || triangles(t, j) > pointCount) {
@@ -84,11 +84,11 @@ AxonometricView::AxonometricView() : palette_(ColourScale::MakePalette(ColourSca
     cosAlfa = std::cos(alfa);
 }
 
-void AxonometricView::TakePoints(const Array1<double>& x, const Array1<double>& y,
-                                 const Array1<double>& z, std::string newTitle) {
-    X = x;
-    Y = y;
-    Z = z;
+void AxonometricView::TakePoints(Array1<double> x, Array1<double> y, Array1<double> z,
+                                 std::string newTitle) {
+    X = std::move(x);
+    Y = std::move(y);
+    Z = std::move(z);
     title = std::move(newTitle);
     pointCount = std::min({X.UpperBound(), Y.UpperBound(), Z.UpperBound()});
     X.Resize(pointCount);
@@ -97,33 +97,33 @@ void AxonometricView::TakePoints(const Array1<double>& x, const Array1<double>& 
     screenPoint = Array1<PixelPoint>(pointCount);
 }
 
-void AxonometricView::Triangoli(const Array1<double>& x, const Array1<double>& y,
-                                const Array1<double>& z, const Table<Index>& corners,
-                                std::string newTitle, const SpaceExtents* given) {
-    TakePoints(x, y, z, std::move(newTitle));
-    triangles = WithoutStrayCorners(corners, pointCount);
+void AxonometricView::Triangoli(Array1<double> x, Array1<double> y, Array1<double> z,
+                                Table<Index> corners, std::string newTitle,
+                                const SpaceExtents* given) {
+    TakePoints(std::move(x), std::move(y), std::move(z), std::move(newTitle));
+    triangles = WithoutStrayCorners(std::move(corners), pointCount);
     mode = ViewMode::Triangles;
-    const auto count = static_cast<std::size_t>(triangles.Rows());
+    const auto count = static_cast<std::size_t>(std::min(triangles.Rows(), kTrianglesAtATime));
     polyPoints.assign(3 * count, {});
     polyCounts.assign(count, 3);
     PreparePoints(given);
 }
 
-void AxonometricView::Punti(const Array1<double>& x, const Array1<double>& y,
-                            const Array1<double>& z, std::string newTitle, MessageService& messages,
+void AxonometricView::Punti(Array1<double> x, Array1<double> y, Array1<double> z,
+                            std::string newTitle, MessageService& messages,
                             const SpaceExtents* given) {
-    TakePoints(x, y, z, std::move(newTitle));
+    TakePoints(std::move(x), std::move(y), std::move(z), std::move(newTitle));
     mode = ViewMode::Points;
     // Farther points first: nearer ones are drawn over them.
     QuickSort3V(Y, X, Z, 1, pointCount, -1, messages);
     PreparePoints(given);
 }
 
-void AxonometricView::Superficie(const Array1<double>& x, const Array1<double>& y,
-                                 const Table<double>& z, std::string newTitle) {
-    X = x;
-    Y = y;
-    gridZ = z;
+void AxonometricView::Superficie(Array1<double> x, Array1<double> y, Table<double> z,
+                                 std::string newTitle) {
+    X = std::move(x);
+    Y = std::move(y);
+    gridZ = std::move(z);
     title = std::move(newTitle);
     mode = ViewMode::Surface;
     PrepareSurface();

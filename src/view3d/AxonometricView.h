@@ -25,6 +25,10 @@ enum class StandardView { XY, ZX, ZY };
 inline constexpr float kHalfPi = 1.5707964F;
 inline constexpr double kDegreesPerRadian = 57.29577951308238;
 
+/// Triangles in one call of the surface: corners of all of them at once would take more memory than
+/// the points and the triangles together.
+inline constexpr Index kTrianglesAtATime = 16384;
+
 /// Limits of the three coordinates.
 struct SpaceExtents {
     float xmin = 0;
@@ -73,18 +77,16 @@ class AxonometricView {
 public:
     AxonometricView();
 
-    // Entries: each copies the arrays and prepares the data. Without given extents they are those
-    // of the data. Arrays of different lengths are cut to the shortest.
+    // Entries: each takes its own copy of the arrays and prepares the data. Without given extents
+    // they are those of the data. Arrays of different lengths are cut to the shortest.
 
     /// @param corners  one row a triangle: three 1-based point numbers.
-    void Triangoli(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-                   const Table<Index>& corners, std::string title,
-                   const SpaceExtents* extents = nullptr);
-    void Punti(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-               std::string title, MessageService& messages, const SpaceExtents* extents = nullptr);
+    void Triangoli(Array1<double> x, Array1<double> y, Array1<double> z, Table<Index> corners,
+                   std::string title, const SpaceExtents* extents = nullptr);
+    void Punti(Array1<double> x, Array1<double> y, Array1<double> z, std::string title,
+               MessageService& messages, const SpaceExtents* extents = nullptr);
     /// @param z  height at (i, j) over x(i), y(j).
-    void Superficie(const Array1<double>& x, const Array1<double>& y, const Table<double>& z,
-                    std::string title);
+    void Superficie(Array1<double> x, Array1<double> y, Table<double> z, std::string title);
 
     /// Takes the working extents that the frame has widened, and what follows from them: sines,
     /// centre, half ranges and slant factors.
@@ -134,13 +136,12 @@ public:
     PixelCoefficients coefficients;
     Array1<Colour> pointColour;
     Table<Colour> cellColour;
-    Array1<PixelPoint> screenPoint; // of the last drawing; the nodes of a grid row by row in i
-    std::vector<PixelPoint> polyPoints;
+    Array1<PixelPoint> screenPoint;     // of the last drawing; the nodes of a grid row by row in i
+    std::vector<PixelPoint> polyPoints; // of kTrianglesAtATime triangles at most
     std::vector<std::int32_t> polyCounts;
 
 private:
-    void TakePoints(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-                    std::string newTitle);
+    void TakePoints(Array1<double> x, Array1<double> y, Array1<double> z, std::string newTitle);
     void PreparePoints(const SpaceExtents* given);
     void PrepareSurface();
     double ScaleHeights();

@@ -2,8 +2,10 @@
 
 #include "view3d/Frame3D.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace terravo::Rendering {
 namespace {
@@ -59,15 +61,20 @@ void DrawPoints(DrawSurface& surface, AxonometricView& view, bool colour) {
 
 void DrawTriangles(DrawSurface& surface, AxonometricView& view, bool colour) {
     DrawPoints(surface, view, colour);
-    std::size_t corner = 0;
-    for (Index t = 1; t <= view.triangles.Rows(); ++t) {
-        for (Index j = 1; j <= 3; ++j) {
-            view.polyPoints[corner++] = view.screenPoint[view.triangles(t, j)];
-        }
-    }
     PaintTools tools = MarkTools();
     tools.brush.reset();
-    surface.FillPolyPolygon(view.polyPoints, view.polyCounts, tools);
+    const Index count = view.triangles.Rows();
+    for (Index before = 0; before < count; before += kTrianglesAtATime) {
+        const Index last = before + std::min(count - before, kTrianglesAtATime);
+        std::size_t corner = 0;
+        for (Index t = before + 1; t <= last; ++t) {
+            for (Index j = 1; j <= 3; ++j) {
+                view.polyPoints[corner++] = view.screenPoint[view.triangles(t, j)];
+            }
+        }
+        surface.FillPolyPolygon(std::span(view.polyPoints).first(corner),
+                                std::span(view.polyCounts).first(corner / 3), tools);
+    }
 }
 
 void DrawGridSurface(DrawSurface& surface, AxonometricView& view, bool colour) {

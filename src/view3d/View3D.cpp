@@ -3,6 +3,8 @@
 #include "util/NumberText.h"
 #include "util/modUtilita.h"
 
+#include <utility>
+
 namespace terravo {
 namespace {
 
@@ -18,22 +20,21 @@ constexpr std::size_t kPauseText = 11;
 View3D::View3D(const RunState& run, MessageService& messages, View3DDisplay& display)
     : run_(run), messages_(messages), display_(display) {}
 
-void View3D::Triangoli(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-                       const Table<Index>& corners, const std::string& title,
-                       const SpaceExtents* extents) {
-    view_.Triangoli(x, y, z, corners, title, extents);
+void View3D::Triangoli(Array1<double> x, Array1<double> y, Array1<double> z, Table<Index> corners,
+                       const std::string& title, const SpaceExtents* extents) {
+    view_.Triangoli(std::move(x), std::move(y), std::move(z), std::move(corners), title, extents);
     ShowNewData();
 }
 
-void View3D::Punti(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-                   const std::string& title, const SpaceExtents* extents) {
-    view_.Punti(x, y, z, title, messages_, extents);
+void View3D::Punti(Array1<double> x, Array1<double> y, Array1<double> z, const std::string& title,
+                   const SpaceExtents* extents) {
+    view_.Punti(std::move(x), std::move(y), std::move(z), title, messages_, extents);
     ShowNewData();
 }
 
-void View3D::Superficie(const Array1<double>& x, const Array1<double>& y, const Table<double>& z,
+void View3D::Superficie(Array1<double> x, Array1<double> y, Table<double> z,
                         const std::string& title) {
-    view_.Superficie(x, y, z, title);
+    view_.Superficie(std::move(x), std::move(y), std::move(z), title);
     ShowNewData();
 }
 

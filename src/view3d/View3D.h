@@ -63,13 +63,11 @@ public:
     [[nodiscard]] bool IsPaused() const { return paused_; }
 
     // Entries; see AxonometricView.
-    void Triangoli(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-                   const Table<Index>& corners, const std::string& title,
-                   const SpaceExtents* extents = nullptr);
-    void Punti(const Array1<double>& x, const Array1<double>& y, const Array1<double>& z,
-               const std::string& title, const SpaceExtents* extents = nullptr);
-    void Superficie(const Array1<double>& x, const Array1<double>& y, const Table<double>& z,
-                    const std::string& title);
+    void Triangoli(Array1<double> x, Array1<double> y, Array1<double> z, Table<Index> corners,
+                   const std::string& title, const SpaceExtents* extents = nullptr);
+    void Punti(Array1<double> x, Array1<double> y, Array1<double> z, const std::string& title,
+               const SpaceExtents* extents = nullptr);
+    void Superficie(Array1<double> x, Array1<double> y, Table<double> z, const std::string& title);
 
     /// The same for the triangles of a point set.
     void ShowTriangles(const PointSet& points, const TriangleList& triangles,

@@ -9,6 +9,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
+#include <csignal>
 #include <unistd.h>
 
 namespace terravo {
@@ -250,6 +251,33 @@ TEST(BatchProgram, EndsNumericFailuresWithFive) {
     EXPECT_EQ(narrow.exitCode, 5);
     EXPECT_NE(narrow.error.find("narrow"), std::string::npos) << narrow.error;
     EXPECT_FALSE(std::filesystem::exists(folder.File("m.png")));
+}
+
+TEST(BatchProgram, LeavesNothingBehindWhenItIsInterrupted) {
+    const test::TemporaryFolder folder;
+    std::string text;
+    for (std::int64_t i = 0; i < 300000; ++i) {
+        text += std::to_string(1 + i * 7919 % 100003) + "," +
+                std::to_string(1 + i * 104729 % 99991) + "," +
+                std::to_string(i * 7919 % 100003 / 1000) + "\n";
+    }
+    const QString points = QString::fromStdString(folder.Write("points.dat", text));
+    std::filesystem::create_directory(folder.File("out"));
+    QProcess process;
+    // A shell that runs the tests in the background has its children ignore this signal.
+    process.setChildProcessModifier([] { std::signal(SIGINT, SIG_DFL); });
+    process.start(QStringLiteral(TERRAVO_BATCH_PROGRAM),
+                  {points, QStringLiteral("--progress"), QStringLiteral("--levels"),
+                   QStringLiteral("300"), QStringLiteral("--out"),
+                   QString::fromStdString(folder.File("out"))});
+    process.setReadChannel(QProcess::StandardError);
+    ASSERT_TRUE(process.waitForReadyRead(60000));
+    ASSERT_EQ(kill(static_cast<pid_t>(process.processId()), SIGINT), 0);
+    ASSERT_TRUE(process.waitForFinished(60000));
+    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(process.exitCode(), 130);
+    EXPECT_TRUE(process.readAllStandardError().contains("stopped; no file has been written"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.File("out")));
 }
 
 TEST(BatchProgram, AnswersHelpAndVersion) {

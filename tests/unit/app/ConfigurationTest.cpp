@@ -100,7 +100,13 @@ TEST(StartUpConfiguration, IgnoresWhatCannotBeMade) {
     RunState state;
     EXPECT_NO_THROW(StartUpConfiguration(state, folders));
     EXPECT_TRUE(state.textTable.empty());
-    EXPECT_EQ(state.workFolder, folders.root.File("tmp/VORTAK24/"));
+    EXPECT_EQ(state.workFolder, folders.root.File("home/data/VORTAK24/exchange/"));
+
+    // No temporary folder, or a full one.
+    FakeFolders full;
+    fs::remove_all(full.root.File("tmp"));
+    EXPECT_EQ(WorkFolderOf(full), "home/data/VORTAK24/exchange/");
+    EXPECT_TRUE(IsFolder(full.root.File("home/data/VORTAK24/exchange")));
 
     // Something in the shipped folder that cannot be copied: no half copy stays.
     FakeFolders broken;

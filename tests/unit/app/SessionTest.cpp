@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 namespace terravo {
 namespace {
 
@@ -34,7 +36,18 @@ struct FakeView : MainView {
         remark = newRemark;
     }
     void BeginWork() override { ++working; }
-    void ShowProgress(double) override {}
+    void ShowProgress(double) override {
+        if (--progressLeft == 0) {
+            atThatMoment();
+        }
+    }
+    /// What a user does when progress is shown for the n-th time from now.
+    void AfterProgress(int n, std::function<void()> act) {
+        progressLeft = n;
+        atThatMoment = std::move(act);
+    }
+    int progressLeft = 0;
+    std::function<void()> atThatMoment;
     void EndWork() override { --working; }
     void SelectLines() override { ++linesSelected; }
     [[nodiscard]] WindowBox Box() const override { return {10, 20, 300, 200}; }
@@ -220,6 +233,65 @@ TEST_F(SessionTest, ExportsTrianglesAndLevelsWhereTheUserSays) {
     dialogs.error = AppError(70, "Dialog", "Permission denied");
     session.Export(QrzKind::Levels);
     EXPECT_EQ(messages.boxes.at(0).text, "Error File QRZ....");
+}
+
+TEST_F(SessionTest, RefusesToExportWhatWasStoppedUntilADrawingIsComplete) {
+    view.AfterProgress(3, [this] { session.RequestStop(); });
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    EXPECT_EQ(view.visible, std::vector<bool>{true}) << "what is drawn stays";
+    EXPECT_NE(view.remark.find("not complete"), std::string::npos) << view.remark;
+    EXPECT_EQ(view.title3D, "");
+    EXPECT_TRUE(messages.boxes.empty());
+    dialogs.answer = folder.File("out.qrz");
+    for (const QrzKind kind : {QrzKind::Triangles, QrzKind::Levels}) {
+        session.Export(kind);
+    }
+    ASSERT_EQ(messages.boxes.size(), 2U);
+    EXPECT_NE(messages.boxes[0].text.find("to its end"), std::string::npos);
+    EXPECT_TRUE(dialogs.plans.empty());
+    session.Close();
+    EXPECT_FALSE(std::filesystem::exists(folder.File("px.qrz")));
+
+    session.SetShowPerimeter(true);
+    EXPECT_EQ(view.remark, "");
+    EXPECT_EQ(view.title3D, "Delaunay 2D : a.dat, 4");
+    session.Export(QrzKind::Triangles);
+    EXPECT_FALSE(folder.Read("out.qrz").empty());
+
+    // Contours are drawn anew before they are written; that drawing can be stopped as well.
+    dialogs.answer = folder.File("levels.qrz");
+    view.AfterProgress(2, [this] { session.RequestStop(); });
+    session.Export(QrzKind::Levels);
+    EXPECT_FALSE(std::filesystem::exists(folder.File("levels.qrz")));
+}
+
+TEST_F(SessionTest, StopsReadingAndTriangulatingWithoutAPoint) {
+    std::string text;
+    for (int i = 0; i < 70000; ++i) {
+        text += std::to_string(1 + i % 300) + "," + std::to_string(1 + i / 300) + "," +
+                std::to_string(i % 7) + "\n";
+    }
+    const std::string path = folder.Write("long.dat", text);
+    view.AfterProgress(1, [this] { session.RequestStop(); });
+    session.LoadNamedFile(path);
+    EXPECT_EQ(view.pointCount, 0);
+    EXPECT_EQ(session.Points().x.UpperBound(), 0);
+    EXPECT_EQ(programEnd.ends, 0) << "a stopped file is not a bad one";
+    EXPECT_NE(view.remark, "");
+
+    view.AfterProgress(2, [this] { session.RequestStop(); });
+    session.LoadNamedFile(path);
+    EXPECT_EQ(view.pointCount, 70000);
+    EXPECT_EQ(view.title3D, "");
+    EXPECT_EQ(folder.Read("livelli.txt"), "") << "stopped before the first level";
+    session.SetShowPerimeter(true);
+    EXPECT_NE(view.title3D, "");
+}
+
+TEST_F(SessionTest, KeepsADrawingAskedForDuringACommandForLater) {
+    view.AfterProgress(2, [this] { session.DrawContourMap(); });
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    EXPECT_LT(view.progressLeft, -10) << "ten levels were drawn once more";
 }
 
 TEST_F(SessionTest, HandsTheTrianglesBackAtTheEndUnlessSomethingWasExported) {

@@ -189,6 +189,49 @@ TEST(TriangulateQuickly, FallsBackToFileOrder) {
     EXPECT_EQ(roadOf(line), Road::FileOrder);
 }
 
+// A row within three corners, then points over its middle that come nearer and nearer, along the
+// curve as well: each takes the whole row over from the one before.
+Array1<PlanPoint> RowThenApproach(Index count) {
+    Array1<PlanPoint> points{{1000, 1000}, {5000, 1000}, {1000, 5000}};
+    for (Index i = 0; i < count; ++i) {
+        points.Append({2500 + 1000.0 * i / count, 1500});
+    }
+    for (Index i = 0; i < count; ++i) {
+        points.Append({3000.1, 2900 - 1300.0 * i / count});
+    }
+    return points;
+}
+
+TEST(TriangulateQuickly, GoesInRoundsWhereEachPointChangesAllTriangles) {
+    Array1<PlanPoint> points = RowThenApproach(2000);
+    for (Index i = 10; i < 4000; i += 10) {
+        points.Append(points[i]); // of equal points the first must still win
+    }
+    TriangleList triangles(points.UpperBound());
+    Road road{};
+    int reports = 0;
+    const auto count = [&reports](std::string_view, double) { return ++reports > 0; };
+    EXPECT_EQ(TriangulateQuickly(points, triangles, count, &road), 0);
+    EXPECT_EQ(road, Road::AlongCurve);
+    EXPECT_LT(reports, 20) << "in rounds there is little to do";
+    TriangleList plain(points.UpperBound());
+    EXPECT_EQ(InFileOrder(points, plain), 0);
+    EXPECT_EQ(NumbersOf(triangles), NumbersOf(plain));
+    EXPECT_EQ(test::FaultOf(points, triangles), "");
+}
+
+TEST(Triangulate, CanBeStoppedWhileSinglePointsTakeLong) {
+    const Array1<PlanPoint> points = RowThenApproach(2000);
+    TriangleList triangles(points.UpperBound());
+    Array1<Index> order(points.UpperBound());
+    std::iota(order.begin(), order.end(), 1);
+    int reports = 0;
+    const auto stopLater = [&reports](std::string_view, double) { return ++reports < 10; };
+    EXPECT_EQ(modDelaunay2D::Triangulate(points, order, triangles,
+                                         modDelaunay2D::StartRule::NearbyTriangle, stopLater),
+              modDelaunay2D::Ierr::kStopped);
+}
+
 TEST(CurveOrder, KeepsNeighboursTogetherAndEveryPointOnce) {
     const Array1<PlanPoint> points = test::RandomPoints(4096, 6);
     const Array1<Index> order = CurveOrder(points, *ExtentOf(points));

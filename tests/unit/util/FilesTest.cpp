@@ -48,6 +48,32 @@ TEST(OutputFile, ReplacesTheOldFileOnlyWhenComplete) {
     EXPECT_EQ(folder.Names().size(), 1U);
 }
 
+TEST(OutputFile, OpenRemovesTheOldFileAndKeepsTwoWritersApart) {
+    const test::TemporaryFolder folder;
+    const std::string path = folder.Write("out.txt", "old");
+    {
+        OutputFile failed(path, OutputFile::Mode::Open);
+        failed.Append("half");
+    }
+    EXPECT_TRUE(folder.Names().empty()) << "neither the old segments nor half of the new ones";
+    OutputFile first(path, OutputFile::Mode::Open);
+    first.Append(std::string(300000, 'a')); // more than the buffer holds
+    OutputFile second(path, OutputFile::Mode::Open);
+    second.Append("bb");
+    second.Commit();
+    EXPECT_EQ(folder.Read("out.txt"), "bb");
+    first.Append("a");
+    first.Commit();
+    EXPECT_EQ(folder.Read("out.txt"), std::string(300001, 'a')) << "the last one wins";
+    EXPECT_EQ(folder.Names().size(), 1U);
+
+    const std::string target = folder.Write("target", "whole");
+    std::filesystem::create_symlink(target, folder.File("link"));
+    OutputFile linked(folder.File("link"), OutputFile::Mode::Open);
+    linked.Commit();
+    EXPECT_EQ(folder.Read("target"), "whole") << "what is behind a link stays";
+}
+
 TEST(OutputFile, WritesThroughLinksAndIntoDevices) {
     const test::TemporaryFolder folder;
     const std::string target = folder.Write("target", "old");

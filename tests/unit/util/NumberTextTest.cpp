@@ -41,7 +41,7 @@ TEST(PrintedNumbers, HaveASignPositionAndNoZeroBeforeThePoint) {
         {123456789012345, " 123456789012345 "},
         {999999999999999.9, " 1E+15 "}, // rounds up to the next power
         {std::numeric_limits<double>::denorm_min(), " 5E-324 "},
-        {std::numeric_limits<double>::max(), " 1.79769313486232E+308 "},
+        {std::numeric_limits<double>::max(), " 1.79769313486231E+308 "},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(Printed(c.value), c.text);
