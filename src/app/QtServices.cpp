@@ -1,5 +1,6 @@
 #include "app/QtServices.h"
 
+#include "util/StopSignals.h"
 #include "util/SystemServices.h"
 
 #include <QApplication>
@@ -12,6 +13,7 @@
 #include <QMimeData>
 
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -72,6 +74,11 @@ bool KeptClear(const QString& name, std::uintmax_t mostBytes) {
 } // namespace
 
 void QtMessages::ShowCritical(const std::string& text, const std::string& title) {
+    // The system ends the session: nobody will answer a box.
+    if (StopSignals::Received() != 0) {
+        std::fprintf(stderr, "terravo: %s\n", text.c_str());
+        return;
+    }
     QMessageBox box(QMessageBox::Critical, ToQString(title), ToQString(text), QMessageBox::Ok,
                     QApplication::activeWindow());
     box.setObjectName(QStringLiteral("criticalMessage"));
