@@ -41,7 +41,7 @@ std::vector<PixelPoint> PixelsOf(const DrawSurface& surface, const PointSet& poi
 }
 
 void DrawTriangles(DrawSurface& surface, const PointSet& points, const TriangleList& triangles) {
-    constexpr Index kTogether = 1024;
+    constexpr std::size_t kTogether = 1024;
     const std::vector<PixelPoint> pixels = PixelsOf(surface, points);
     const auto isInPicture = [&surface](PixelPoint p) {
         return p.x >= 0 && p.x < surface.PixelWidth() && p.y >= 0 && p.y < surface.PixelHeight();

@@ -196,7 +196,8 @@ Mesh ReadMesh(const std::string& path) {
     RequireOpen(reader);
     Mesh mesh;
     const Index triangleCount = ReadIndex(reader, kMostTriangles);
-    mesh.triangles.reserve(std::min<std::uint64_t>(triangleCount, reader.FileSize() / kLeastLine));
+    mesh.triangles.reserve(
+        std::min(static_cast<std::uint64_t>(triangleCount), reader.FileSize() / kLeastLine));
     for (Index t = 0; t < triangleCount; ++t) {
         std::array<Index, 3> corners{};
         for (Index& corner : corners) {
@@ -216,7 +217,8 @@ Mesh ReadMesh(const std::string& path) {
     // The lines are printed as they stand in the file.
     const std::uint64_t bytesLeft =
         reader.FileSize() - std::min(reader.FileSize(), reader.BytesRead());
-    mesh.points.MakeRoom(std::min<std::uint64_t>(pointCount, bytesLeft / kLeastLine), bytesLeft);
+    mesh.points.MakeRoom(std::min(static_cast<std::uint64_t>(pointCount), bytesLeft / kLeastLine),
+                         bytesLeft);
     for (Index i = 0; i < pointCount; ++i) {
         mesh.points.Append(ReadPoint(reader));
     }

@@ -302,7 +302,7 @@ TEST(PixelKernels, OutlinedPolygonsHaveThePixelsOfTheirFillAndTheirLines) {
     // Few pixels, so that corners coincide and lie in a row; then many; then beyond the picture.
     const std::array<std::pair<int, int>, 4> ranges{std::pair{5, 8}, std::pair{3, 9},
                                                     std::pair{0, 89}, std::pair{-40, 130}};
-    for (int i = 0; i < 40000; ++i) {
+    for (std::size_t i = 0; i < 40000; ++i) {
         const auto [low, high] = ranges[i < 36000 ? i % 2 : 2 + i % 2];
         std::uniform_int_distribution<int> place(low, high);
         std::vector<PixelPoint> polygon(i % 3 == 0 ? corners(random) : 3 + corners(random) % 3);
