@@ -59,10 +59,10 @@ helpers+=($!)
 program=$!
 helpers+=("$program")
 spent() { awk '{ print $14 + $15 }' "/proc/$program/stat" 2>/dev/null || echo gone; }
-settle() { # waits until the program has rested for two seconds
-    local before=-1 now
+settle() { # waits until the program has rested for two seconds, half a minute at most
+    local before=-1 now rounds=0
     now=$(spent)
-    while [ "$now" != gone ] && [ "$((now - before))" -gt 4 ]; do
+    while [ "$now" != gone ] && [ "$((now - before))" -gt 4 ] && [ "$((rounds++))" -lt 15 ]; do
         before=$now
         sleep 2
         now=$(spent)
@@ -80,7 +80,7 @@ if [ -n "${main:-}" ]; then
     # The 3D window has the keys after a file is opened; a click gives them to the map.
     xdotool windowactivate --sync "$main" key alt+r
     sleep 15 # some steps of the rotation
-    xdotool key alt+r
+    xdotool key alt+s # the button says Stop now
     settle
     xdotool mousemove 80 500 click 1
     for keys in alt+v alt+p alt+a; do
