@@ -134,6 +134,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Terravo Vortak"));
     QApplication::setApplicationVersion(QStringLiteral(TERRAVO_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("terravo"));
     QApplication::setStyle(new ProgramStyle);
     QApplication::setWindowIcon(ProgramIcon());
     QApplication::setPalette(ReadablePalette(QApplication::palette()));
