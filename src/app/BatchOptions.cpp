@@ -28,8 +28,10 @@ struct Options {
         QStringLiteral("Write map.png, livelli.txt, point_qrw.txt, triangles.qrz, levels.qrz and "
                        "view3d.png into the existing folder <dir>."),
         QStringLiteral("dir")};
-    QCommandLineOption map{QStringLiteral("map"), QStringLiteral("Write the map as a PNG picture."),
-                           QStringLiteral("file.png")};
+    QCommandLineOption map{QStringLiteral("map"),
+                           QStringLiteral("Write the map as a PNG, SVG or PDF picture, by "
+                                          "the extension."),
+                           QStringLiteral("file")};
     QCommandLineOption segments{QStringLiteral("segments"),
                                 QStringLiteral("Write the contour segments (livelli.txt form)."),
                                 QStringLiteral("file")};
@@ -44,8 +46,17 @@ struct Options {
         QStringLiteral("Write the contour lines as a vector file for CAD."),
         QStringLiteral("file")};
     QCommandLineOption view3D{QStringLiteral("view3d"),
-                              QStringLiteral("Write the axonometric picture as PNG."),
-                              QStringLiteral("file.png")};
+                              QStringLiteral("Write the axonometric picture as PNG, SVG or PDF."),
+                              QStringLiteral("file")};
+    QCommandLineOption paper{
+        QStringLiteral("paper"),
+        QStringLiteral("Page of PDF pictures: A4, A3, A2, A1, A0 or Letter, across. Default: A4."),
+        QStringLiteral("size"), QStringLiteral("A4")};
+    QCommandLineOption background{
+        QStringLiteral("background"),
+        QStringLiteral("black or white, of SVG and PDF pictures; on white, what is white becomes "
+                       "black. Default: black for SVG, white for PDF."),
+        QStringLiteral("colour")};
     QCommandLineOption view3DKind{
         QStringLiteral("view3d-kind"),
         QStringLiteral("triangles or points in the axonometric picture. Default: triangles."),
@@ -107,7 +118,7 @@ struct Options {
                            view3D,        view3DKind, surface,  theta,   alfa,         rayx,
                            blackAndWhite, levels,     mode,     labels,  triangles,    perimeter,
                            size,          language,   comma,    summary, progress,     quiet,
-                           help,          version});
+                           paper,         background, help,     version});
     }
 };
 
@@ -210,11 +221,25 @@ void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchO
     take(known.qrzLevels, options.qrzLevelsFile);
     take(known.view3D, options.view3DFile);
     for (const std::string& picture : {options.mapFile, options.view3DFile}) {
-        const QString suffix = QFileInfo(QString::fromStdString(picture)).suffix().toLower();
-        if (!suffix.isEmpty() && suffix != QLatin1String("png")) {
+        if (!PictureKindOf(picture)) {
             throw UsageError(
-                QStringLiteral("Pictures are written as PNG, not as \"%1\" files.").arg(suffix));
+                QStringLiteral("Pictures are written as PNG, SVG or PDF, not as \"%1\" files.")
+                    .arg(QFileInfo(QString::fromStdString(picture)).suffix().toLower()));
         }
+    }
+}
+
+void ParsePaper(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
+    const std::optional<QPageSize::PageSizeId> size = PaperSizeOf(parser.value(known.paper));
+    if (!size) {
+        throw UsageError(QStringLiteral("--paper takes A4, A3, A2, A1, A0 or Letter, not \"%1\".")
+                             .arg(parser.value(known.paper)));
+    }
+    options.pageSize = *size;
+    if (parser.isSet(known.background)) {
+        options.paper = ParseChoice(QStringLiteral("background"), parser.value(known.background),
+                                    QStringLiteral("black"), Paper::Black, QStringLiteral("white"),
+                                    Paper::White);
     }
 }
 
@@ -261,6 +286,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     options.progress = parser.isSet(known.progress) && !parser.isSet(known.quiet);
     ParseView3D(parser, known, options.view3D);
     ParseOutputs(parser, known, options);
+    ParsePaper(parser, known, options);
     RefuseCollisions(options);
     return options;
 }
@@ -276,6 +302,10 @@ std::vector<std::string> BatchOptions::Outputs() const {
         }
     }
     return outputs;
+}
+
+VectorChoice BatchOptions::ChoiceFor(PictureKind kind) const {
+    return {paper.value_or(kind == PictureKind::Pdf ? Paper::White : Paper::Black), pageSize};
 }
 
 BatchCall ParseBatchCall(const QStringList& arguments) {

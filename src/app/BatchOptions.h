@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/ContourMap.h"
+#include "app/PictureExport.h"
 
 #include <QStringList>
 
@@ -36,6 +37,8 @@ struct BatchOptions {
     std::string qrzLevelsFile;
     std::string view3DFile;
     View3DOptions view3D;
+    QPageSize::PageSizeId pageSize = QPageSize::A4; // of PDF files
+    std::optional<Paper> paper;                     // of SVG and PDF files
     MapOptions map;
     int width = 1200; // pixels
     int height = 900;
@@ -47,6 +50,10 @@ struct BatchOptions {
 
     /// The output files that are wanted.
     [[nodiscard]] std::vector<std::string> Outputs() const;
+
+    /// How to write a vector file: where nothing is chosen, a PDF is on white paper and an SVG
+    /// black.
+    [[nodiscard]] VectorChoice ChoiceFor(PictureKind kind) const;
 };
 
 /// What a command line asks for: a run, or a text to print and an exit code.

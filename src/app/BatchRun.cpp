@@ -183,9 +183,9 @@ public:
         EndWhenStopped();
         RequireTriangles(options_.pointFile, map_.points, map_.Triangulation());
         figures_.milliseconds.triangulate = watch.Lap() * 1e3;
-        Draw();
+        NamingFilesFinally([this] { Draw(); });
         watch.Lap();
-        Deliver();
+        NamingFilesFinally([this] { Deliver(); });
         figures_.milliseconds.write += watch.Lap() * 1e3;
         figures_.milliseconds.total = total.Lap() * 1e3;
         return figures_;
@@ -195,8 +195,13 @@ private:
     static void EndWhenStopped();
     void Read();
     void Draw();
-    void DrawMap();
+    void DrawMap(DrawSurface& surface);
     void DrawView3D();
+    void DrawView3DOn(DrawSurface& surface, AxonometricView& view);
+    template <class Drawing>
+    void WriteVector(const std::string& file, const std::string& title, Drawing draw);
+    template <class Work>
+    void NamingFilesFinally(Work work);
     void Deliver();
     void ThrowMessages(bool deviceFailed);
     template <class Writer>
@@ -212,6 +217,7 @@ private:
     QTemporaryDir folder_;
     ContourMap map_;
     RasterSurface surface_;
+    OutputGroup files_;
     QImage picture_;
     QImage viewPicture_;
     BatchFigures figures_;
@@ -244,15 +250,19 @@ void BatchRun::ThrowMessages(bool deviceFailed) {
 
 void BatchRun::Draw() {
     surface_.SetBackColor(kBlack);
-    DrawMap();
-    if (!options_.mapFile.empty()) {
+    if (PictureKindOf(options_.mapFile) == PictureKind::Png) {
+        DrawMap(surface_);
         picture_ = surface_.Image();
+    } else {
+        WriteVector(options_.mapFile,
+                    state_.Text(TextIndex::kPlotTitle) + " : " + map_.points.sourceName,
+                    [this](DrawSurface& surface) { DrawMap(surface); });
     }
     const bool segmentsWanted = !options_.segmentsFile.empty() || !options_.qrzLevelsFile.empty();
     if (options_.map.mode == MapMode::Areas && segmentsWanted) {
         // Areas write no segments: the lines are drawn as well, as the window's export does.
         map_.options.mode = MapMode::Lines;
-        DrawMap();
+        DrawMap(surface_);
     }
     if (!options_.view3DFile.empty()) {
         Stopwatch watch;
@@ -298,16 +308,38 @@ void BatchRun::DrawView3D() {
     view.rayx = static_cast<float>(chosen.rayx.value_or(static_cast<double>(view.rayx)));
     view.theta = static_cast<float>(chosen.theta.value_or(0) / kDegreesPerRadian);
     view.rotating = chosen.theta.has_value();
-    RasterSurface surface(options_.width, options_.height);
-    surface.SetBackColor(kBlack);
-    Rendering::Redraw(surface, view, true, chosen.colour, state_, messages_);
-    EndWhenStopped();
-    ThrowMessages(false);
-    viewPicture_ = surface.Image();
+    if (PictureKindOf(options_.view3DFile) == PictureKind::Png) {
+        RasterSurface surface(options_.width, options_.height);
+        surface.SetBackColor(kBlack);
+        DrawView3DOn(surface, view);
+        viewPicture_ = surface.Image();
+    } else {
+        WriteVector(options_.view3DFile, view.title,
+                    [&](DrawSurface& surface) { DrawView3DOn(surface, view); });
+    }
 }
 
-void BatchRun::DrawMap() {
-    const MapReport report = map_.DrawContourMap(surface_);
+void BatchRun::DrawView3DOn(DrawSurface& surface, AxonometricView& view) {
+    Rendering::Redraw(surface, view, true, options_.view3D.colour, state_, messages_);
+    EndWhenStopped();
+    ThrowMessages(false);
+}
+
+// A drawing that fails throws, so the file is complete or there is none.
+template <class Drawing>
+void BatchRun::WriteVector(const std::string& file, const std::string& title, Drawing draw) {
+    const PictureKind kind = *PictureKindOf(file);
+    WritePicture(files_.NameFor(file), kind,
+                 {options_.width, options_.height, 1, title,
+                  [&draw](DrawSurface& surface) {
+                      draw(surface);
+                      return true;
+                  }},
+                 options_.ChoiceFor(kind));
+}
+
+void BatchRun::DrawMap(DrawSurface& surface) {
+    const MapReport report = map_.DrawContourMap(surface);
     EndWhenStopped();
     ThrowMessages(report.contours.errorNumber == ErrorNumber::kDeviceIo);
     figures_.segments = report.segments;
@@ -317,10 +349,9 @@ void BatchRun::DrawMap() {
 }
 
 void BatchRun::Deliver() {
-    OutputGroup files;
     const auto deliver = [&](const std::string& file, auto write) {
         if (!file.empty()) {
-            write(files.NameFor(file));
+            write(files_.NameFor(file));
             EndWhenStopped();
             figures_.files.push_back(file);
         }
@@ -329,28 +360,41 @@ void BatchRun::Deliver() {
         map_.TriangulateAndShow3D();
         ThrowMessages(true);
     }
+    // A vector file was written while it was drawn.
+    const auto deliverPicture = [&](const std::string& file, const QImage& picture) {
+        if (PictureKindOf(file) == PictureKind::Png) {
+            deliver(file, [&](const std::string& name) { SavePicture(picture, name); });
+        } else {
+            figures_.files.push_back(file);
+        }
+    };
+    deliverPicture(options_.mapFile, picture_);
+    deliverPicture(options_.view3DFile, viewPicture_);
+    deliver(options_.segmentsFile, [&](const std::string& name) {
+        CopyFileWhole(state_.workFolder + kSegmentFileName, name);
+    });
+    deliver(options_.meshFile, [&](const std::string& name) {
+        CopyFileWhole(state_.workFolder + kMeshFileName, name);
+    });
+    deliver(options_.qrzTrianglesFile, [&](const std::string& name) {
+        WriteQrz(name,
+                 [this] { QrzWriter::WriteQrzTriangles(state_, clipboard_, messages_, log_); });
+    });
+    deliver(options_.qrzLevelsFile, [&](const std::string& name) {
+        WriteQrz(name, [this] { QrzWriter::WriteQrzLevels(state_, clipboard_, log_); });
+    });
+    files_.Commit();
+}
+
+// A failure tells of the files by the names that their reader knows.
+template <class Work>
+void BatchRun::NamingFilesFinally(Work work) {
     try {
-        deliver(options_.mapFile, [&](const std::string& name) { SavePicture(picture_, name); });
-        deliver(options_.view3DFile,
-                [&](const std::string& name) { SavePicture(viewPicture_, name); });
-        deliver(options_.segmentsFile, [&](const std::string& name) {
-            CopyFileWhole(state_.workFolder + kSegmentFileName, name);
-        });
-        deliver(options_.meshFile, [&](const std::string& name) {
-            CopyFileWhole(state_.workFolder + kMeshFileName, name);
-        });
-        deliver(options_.qrzTrianglesFile, [&](const std::string& name) {
-            WriteQrz(name,
-                     [this] { QrzWriter::WriteQrzTriangles(state_, clipboard_, messages_, log_); });
-        });
-        deliver(options_.qrzLevelsFile, [&](const std::string& name) {
-            WriteQrz(name, [this] { QrzWriter::WriteQrzLevels(state_, clipboard_, log_); });
-        });
-        files.Commit();
+        work();
     } catch (const AppError& error) {
-        throw AppError(error.number(), error.source(), files.WithFinalNames(error.what()));
+        throw AppError(error.number(), error.source(), files_.WithFinalNames(error.what()));
     } catch (const RunFailure& failure) {
-        throw RunFailure(failure.exitCode(), files.WithFinalNames(failure.what()));
+        throw RunFailure(failure.exitCode(), files_.WithFinalNames(failure.what()));
     }
 }
 

@@ -13,9 +13,9 @@ namespace {
 constexpr const char* kWindowName = "frmProve";
 constexpr const char* kExitExportName = "px.qrz";
 
-// The dialog's name box takes any name; the companion program looks for this extension.
-std::string WithQrzExtension(const std::string& path) {
-    return SplitPath(path).name.find('.') == std::string::npos ? path + ".qrz" : path;
+// The dialog's name box takes any name; whoever reads the file goes by its extension.
+std::string WithExtension(const std::string& path, const char* extension) {
+    return SplitPath(path).name.find('.') == std::string::npos ? path + extension : path;
 }
 
 } // namespace
@@ -181,6 +181,43 @@ bool Session::RefusesToExport() {
     return true;
 }
 
+bool Session::DrawMapOn(DrawSurface& surface) {
+    if (depth_ > 0) {
+        return false;
+    }
+    const WorkGuard work(*this);
+    const MapReport report = map_.DrawContourMap(surface);
+    if (report.contours.stopped) {
+        complete_ = false; // so are the exchange files
+        UpdateStatus();
+    }
+    return complete_ && state_.lastDrawError.empty();
+}
+
+void Session::ExportPicture(const std::string& proposedName,
+                            const std::function<void(const std::string& path)>& write) {
+    if (RefusesToExport()) {
+        return;
+    }
+    const FileQuestion question{.mode = "Save",
+                                .description = "PNG, SVG, PDF ",
+                                .pattern = "*.png;*.svg;*.pdf",
+                                .initialFolder = map_.points.sourceFolder,
+                                .defaultName = proposedName + ".png",
+                                .title = state_.Text(TextIndex::kChooseFile)};
+    try {
+        write(WithExtension(FileDialog(services_.dialogs, question, state_), ".png"));
+    } catch (const AppError& error) {
+        if (error.number() != kDialogCancelled) {
+            services_.log.Write(error.what());
+            services_.messages.ShowCritical(
+                state_.TextOr(TextIndex::kPictureNotWritten, "The picture cannot be written.") +
+                    "\r\n" + error.what(),
+                "");
+        }
+    }
+}
+
 void Session::Close() {
     recent_.Save(services_.settings);
     SaveWindowPosition(services_.settings, kWindowName, view_->Box(), view_->IsMinimised(), false);
@@ -198,7 +235,8 @@ void Session::Export(QrzKind kind) {
                                 .defaultName = "Point",
                                 .title = state_.Text(TextIndex::kChooseFile)};
     try {
-        state_.qrzExportPath = WithQrzExtension(FileDialog(services_.dialogs, question, state_));
+        state_.qrzExportPath =
+            WithExtension(FileDialog(services_.dialogs, question, state_), ".qrz");
     } catch (const AppError& error) {
         if (error.number() != kDialogCancelled) {
             services_.log.Write(error.what());

@@ -13,6 +13,7 @@
 #include "app/WindowPosition.h"
 #include "util/SettingsStore.h"
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -100,6 +101,20 @@ public:
     /// are drawn as lines first, so that there are segments to write.
     void Export(QrzKind kind);
 
+    /// Asks where to and has a picture written there, as `write` does it; a failure (AppError) is
+    /// shown. A name without an extension gets .png.
+    /// @param proposedName  without an extension.
+    void ExportPicture(const std::string& proposedName,
+                       const std::function<void(const std::string& path)>& write);
+
+    /// Says that the last drawing was stopped, and returns true, if it was: there is nothing
+    /// complete to hand out.
+    bool RefusesToExport();
+
+    /// Draws the map once more, on another surface.
+    /// @return false when the drawing was stopped or failed, or another command is at work.
+    bool DrawMapOn(DrawSurface& surface);
+
     /// Redraws the map, as after a change of its size. During another command it waits for that
     /// one's end.
     void DrawContourMap();
@@ -116,7 +131,6 @@ private:
 
     bool LoadPointFile(const std::string& path);
     void DrawMap();
-    bool RefusesToExport();
     void LoadAndShow(const std::string& path);
     void RunPipeline();
     void ExportOnExit();

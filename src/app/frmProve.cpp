@@ -2,8 +2,12 @@
 
 #include "app/AboutBox.h"
 #include "app/GradientButton.h"
+#include "app/HelpTexts.h"
+#include "app/HelpWindow.h"
 #include "app/LevelBox.h"
 #include "app/SchemeStyle.h"
+#include "app/SettingsDialog.h"
+#include "app/SettingsFiles.h"
 #include "app/StatusPanel.h"
 #include "app/SurfaceView.h"
 #include "util/NumberText.h"
@@ -134,6 +138,7 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     mnut = {addAction(mnusalva, "mnut0", QStringLiteral("Triangle")),
             addAction(mnusalva, "mnut1", QStringLiteral("Livel"))};
     mnusalva->setEnabled(false);
+    AddPictureEntries();
     mnuFile->addSeparator();
     mnuEsci = addAction(mnuFile, "mnuEsci", QStringLiteral("&Esci"));
     mnuEsci->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
@@ -150,8 +155,11 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     mnuRecenti[0]->setEnabled(false);
     mnuQM = menuBar.addMenu(QStringLiteral("&?"));
     mnuQM->setObjectName(QStringLiteral("mnuQM"));
+    mnuGuida = addAction(mnuQM, "mnuGuida", QString());
+    mnuGuida->setShortcut(QKeySequence(Qt::Key_F1));
+    mnuImpostazioni = addAction(mnuQM, "mnuImpostazioni", QString());
+    mnuImpostazioni->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
     mnuInformazioni = addAction(mnuQM, "mnuInformazioni", QStringLiteral("I&nformazioni"));
-    mnuInformazioni->setShortcut(QKeySequence(Qt::Key_F1));
 
     connect(mnuLeggiDati, &QAction::triggered, this, [this] { session_.OpenPointFile(); });
     connect(mnut[0], &QAction::triggered, this,
@@ -159,6 +167,8 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     connect(mnut[1], &QAction::triggered, this,
             [this] { session_.Export(terravo::QrzKind::Levels); });
     connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
+    connect(mnuGuida, &QAction::triggered, this, &frmProve::ShowHelp);
+    connect(mnuImpostazioni, &QAction::triggered, this, &frmProve::ShowSettings);
     connect(mnuInformazioni, &QAction::triggered, this, &frmProve::ShowAbout);
 }
 
@@ -196,8 +206,14 @@ void frmProve::SetCaptions() {
     };
     mnuLeggiDati->setText(text(0));
     mnusalva->setTitle(text(1) + QStringLiteral(" File Vector QRZ"));
+    SetPictureCaptions();
     mnuEsci->setText(text(2));
     mnuRecenti[0]->setText(text(3));
+    namespace HelpText = terravo::HelpTextIndex;
+    mnuGuida->setText(QString::fromStdString(state_.TextOr(HelpText::kHelp, "&Help")));
+    mnuImpostazioni->setText(
+        QString::fromStdString(state_.TextOr(HelpText::kSettings, "&Settings...")));
+    language_ = terravo::LanguageAtNextStart(state_.userFolder); // of this run, at its start
     mnuInformazioni->setText(text(4));
     XPButton1->setText(text(19));
     XPButton1->setToolTip(text(23) + QStringLiteral(" : ") + Spoken(text(19)));
@@ -210,6 +226,7 @@ void frmProve::SetCaptions() {
     chkPerimetro->setText(text(18));
     chkValoriLivelli->setText(text(35));
     txtNLiv->setAccessibleName(Spoken(text(14)));
+    txtNLiv->setAccessibleDescription(txtNLiv->toolTip());
     picLivelli->setAccessibleName(text(23));
     XPButton1->setAccessibleName(Spoken(text(19)));
 }
@@ -244,6 +261,8 @@ void frmProve::SetResultViewsVisible(bool visible) {
     Picture1->setVisible(visible);
     XPButton1->setEnabled(visible);
     mnusalva->setEnabled(visible);
+    mnuEsportaMappa->setEnabled(visible);
+    mnuStampa->setEnabled(visible);
     frm3D* view = view3D ? view3D(false) : nullptr;
     if (view != nullptr) {
         view->SetPictureVisible(visible);
@@ -254,7 +273,12 @@ void frmProve::ShowTriangles3D(const terravo::PointSet& points,
                                const terravo::TriangleList& triangles, const std::string& title) {
     frm3D* view = view3D ? view3D(true) : nullptr;
     if (view != nullptr) {
+        connect(view, &frm3D::ExportAsked, this, &frmProve::Export3D, Qt::UniqueConnection);
+        connect(view, &frm3D::PrintAsked, this, &frmProve::Print3D, Qt::UniqueConnection);
         view->Commands().ShowTriangles(points, triangles, title);
+        if (session_.ResultViewsVisible()) {
+            view->SetPictureVisible(true); // no change will say so to a new window
+        }
     }
 }
 
@@ -275,7 +299,21 @@ void frmProve::ShowRecentFiles() {
 }
 
 void frmProve::ShowStatus(const std::string& counts, const std::string& remark) {
-    status_.ShowCounts(QString::fromStdString(counts), QString::fromStdString(remark));
+    counts_ = QString::fromStdString(counts);
+    status_.ShowCounts(counts_, QString::fromStdString(remark));
+    DescribeMap();
+}
+
+// What the map shows, for who hears the windows instead of seeing them.
+void frmProve::DescribeMap() {
+    QStringList parts{counts_, Spoken(zLabel02->text()) + QLatin1Char(' ') + txtNLiv->text()};
+    for (const QAbstractButton* option : std::initializer_list<QAbstractButton*>{
+             optLinee, optAree, chkValoriLivelli, chkTriangoli, chkPerimetro}) {
+        if (option->isChecked() && !option->isHidden()) {
+            parts += Spoken(option->text());
+        }
+    }
+    picLivelli->setAccessibleDescription(parts.join(QStringLiteral(", ")));
 }
 
 void frmProve::BeginWork() {
@@ -289,6 +327,7 @@ void frmProve::ShowProgress(double done) {
 
 void frmProve::EndWork() {
     status_.EndWork();
+    DescribeMap();
 }
 
 void frmProve::ShowPointer(double x, double y) {
@@ -309,6 +348,20 @@ void frmProve::CopyPicture() {
 void frmProve::ShowAbout() {
     AboutBox box(this);
     box.exec();
+}
+
+void frmProve::ShowHelp() {
+    if (help_ == nullptr) {
+        help_ = new HelpWindow(state_, language_, window());
+    }
+    help_->show();
+    help_->raise();
+    help_->activateWindow();
+}
+
+void frmProve::ShowSettings() {
+    SettingsDialog dialog(state_, this);
+    dialog.exec();
 }
 
 void frmProve::SelectLines() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/ColourScheme.h"
+#include "app/PictureExport.h"
 #include "app/Session.h"
 
 #include <QAction>
@@ -9,12 +10,14 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
+#include <QPointer>
 #include <QRadioButton>
 #include <QWidget>
 
 #include <functional>
 
 class GradientButton;
+class HelpWindow;
 class LevelBox;
 class QBoxLayout;
 class QMdiSubWindow;
@@ -85,7 +88,18 @@ private:
     void ConnectControls();
     void ShowPointer(double x, double y);
     void CopyPicture();
+    void AddPictureEntries();
+    void SetPictureCaptions();
+    [[nodiscard]] terravo::Picture MapPicture();
+    void ExportPicture(const std::string& proposedName, const terravo::Picture& picture);
+    void PrintPicture(const terravo::Picture& picture);
+    [[nodiscard]] terravo::Paper ChosenPaper() const;
+    void Export3D();
+    void Print3D();
     void ShowAbout();
+    void ShowHelp();
+    void ShowSettings();
+    void DescribeMap();
 
     terravo::RunState& state_;
     terravo::Session& session_;
@@ -111,7 +125,17 @@ private:
     QAction* mnuLeggiDati = nullptr;
     QMenu* mnusalva = nullptr;
     std::vector<QAction*> mnut; // triangles, levels
+    QAction* mnuEsportaMappa = nullptr;
+    QAction* mnuStampa = nullptr;
+    QAction* mnuCartaBianca = nullptr;
+    QMenu* mnuFormatoCarta = nullptr;
+    QPageSize::PageSizeId pageSize_ = QPageSize::A4;
     QAction* mnuEsci = nullptr;
+    QAction* mnuGuida = nullptr;
+    QAction* mnuImpostazioni = nullptr;
     QAction* mnuInformazioni = nullptr;
+    QPointer<HelpWindow> help_;
+    std::string language_;            // prefix in force
+    QString counts_;                  // of points and triangles, as the status bar says them
     std::vector<QAction*> mnuRecenti; // entry 0 is the heading
 };

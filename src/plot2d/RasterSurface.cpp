@@ -1,9 +1,9 @@
 #include "plot2d/RasterSurface.h"
 
+#include "plot2d/SurfaceFont.h"
 #include "util/modUtilita.h"
 
 #include <QColor>
-#include <QFontDatabase>
 #include <QPainter>
 #include <QString>
 
@@ -26,35 +26,6 @@ Paint PaintFor(Colour colour, int drawMode) {
 
 QRgb ToQRgb(Colour colour) {
     return PixelKernels::ToPixelWord(colour);
-}
-
-QString ToQString(std::string_view utf8) {
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}
-
-// The family that stands in where the named one is not installed.
-QString AvailableFamily(const std::string& name) {
-    QString family = ToQString(name);
-    if (QFontDatabase::hasFamily(family)) {
-        return family;
-    }
-    if (name == "MS Sans Serif") {
-        return QStringLiteral("Liberation Sans");
-    }
-    if (name == "Courier New") {
-        return QStringLiteral("Liberation Mono");
-    }
-    return family;
-}
-
-QFont MakeQFont(const Font& font) {
-    QFont made(AvailableFamily(font.name));
-    made.setPixelSize(font.pixelSize);
-    made.setBold(font.bold);
-    made.setStyleStrategy(QFont::NoAntialias);
-    made.setHintingPreference(QFont::PreferFullHinting);
-    made.setKerning(false);
-    return made;
 }
 
 } // namespace
@@ -174,21 +145,21 @@ const RasterSurface::LoadedFont& RasterSurface::Load(const Font& font) const {
     if (fonts_.size() >= kMostFonts) {
         fonts_.clear();
     }
-    const QFont made = MakeQFont(font);
+    const QFont made = MakeSurfaceFont(font);
     fonts_.push_back({font, made, QFontMetrics(made, &image_)});
     return fonts_.back();
 }
 
 TextSize RasterSurface::MeasurePixels(std::string_view utf8, const Font& font) const {
     const QFontMetrics& metrics = Load(font).metrics;
-    return {metrics.horizontalAdvance(ToQString(utf8)), metrics.height()};
+    return {metrics.horizontalAdvance(SurfaceText(utf8)), metrics.height()};
 }
 
 void RasterSurface::DrawTextPixels(PixelPoint topLeft, std::string_view utf8, const Font& font,
                                    Colour colour, std::optional<Colour> background) {
     AskRepaint();
     const LoadedFont& loaded = Load(font);
-    const QString text = ToQString(utf8);
+    const QString text = SurfaceText(utf8);
     QPainter painter(&Target());
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing, false);
     painter.setFont(loaded.font);

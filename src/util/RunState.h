@@ -63,6 +63,12 @@ inline constexpr std::size_t kWorking = 37;
 inline constexpr std::size_t kNotComplete = 38;
 inline constexpr std::size_t kSaveRefused = 39;
 inline constexpr std::size_t kStop = 40;
+inline constexpr std::size_t kExportMap = 41;
+inline constexpr std::size_t kPrint = 42;
+inline constexpr std::size_t kExportPicture = 43;
+inline constexpr std::size_t kPictureNotWritten = 44;
+inline constexpr std::size_t kWhitePaper = 45;
+inline constexpr std::size_t kPaperSize = 46;
 } // namespace TextIndex
 
 } // namespace terravo

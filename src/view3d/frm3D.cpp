@@ -1,21 +1,31 @@
 #include "view3d/frm3D.h"
 
 #include "app/GradientButton.h"
+#include "app/HelpTexts.h"
 #include "app/SchemeStyle.h"
 #include "app/SurfaceView.h"
+#include "view3d/Rendering.h"
 
 #include <QBoxLayout>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QCursor>
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+
+#include <memory>
+
+#include <cmath>
 
 namespace {
 
 constexpr int kTimerMilliseconds = 100;
 constexpr int kIndicatorSide = 10;
+constexpr double kKeyStep = 8; // pixels of the picture
+constexpr const char* kArrowKeys =
+    "The arrow keys move it too, while the picture has the keyboard focus.";
 
 // The position indicator: a ring on the point that is read out.
 class Indicator : public QWidget {
@@ -31,6 +41,21 @@ protected:
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(Qt::yellow, 2));
         painter.drawEllipse(QRectF(rect()).adjusted(1, 1, -1, -1));
+    }
+};
+
+// Shows that the picture has the keyboard focus.
+class FocusRing : public QWidget {
+public:
+    explicit FocusRing(QWidget* parent) : QWidget(parent) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.setPen(QPen(Qt::white, 2));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
     }
 };
 
@@ -56,11 +81,12 @@ QHBoxLayout* Row(std::initializer_list<QWidget*> widgets) {
 
 frm3D::frm3D(const terravo::RunState& state, terravo::MessageService& messages,
              const terravo::ColourScheme& scheme)
-    : state_(state), commands_(state, messages, *this) {
+    : state_(state), messages_(messages), commands_(state, messages, *this) {
     setObjectName(QStringLiteral("frm3D"));
     const QString caption = ToQString(state.Text(5));
     setWindowTitle(caption.isEmpty() ? QStringLiteral(" Vista 3D assonometrica") : caption);
     MakeControls();
+    MakePictureMenu();
     ConnectControls();
     SetColours(scheme);
     commands_.ShowControls();
@@ -81,12 +107,17 @@ void frm3D::MakeControls() {
     pictureLayout->addWidget(pic3D);
     shpInd = Named(new Indicator(pic3D), "shpInd");
     shpInd->hide();
+    focusRing = Named(new FocusRing(pic3D), "focusRing");
+    focusRing->hide();
+    pic3D->setFocusPolicy(Qt::TabFocus);
+    pic3D->installEventFilter(this);
 
     auto* column = new QVBoxLayout;
     column->addLayout(MakeViews());
     column->addLayout(MakeRotation());
     column->addLayout(MakeReadOut());
     column->addStretch(1);
+    setTabOrder(cmdCopiaGrafico, pic3D);
     auto* layout = new QHBoxLayout(this);
     layout->addLayout(column);
     layout->addWidget(Picture1, 1);
@@ -126,7 +157,8 @@ QBoxLayout* frm3D::MakeRotation() {
     updTheta = Named(new QSpinBox(zFrame2), "updTheta");
     updTheta->setRange(-1, 360);
     updTheta->setToolTip(ToQString(state_.Text(22)));
-    updTheta->setAccessibleName(ToQString(state_.Text(22)));
+    const QString angle = ToQString(state_.Text(22));
+    updTheta->setAccessibleName(angle.isEmpty() ? QStringLiteral("[Grd]") : angle);
     updTheta->setKeyboardTracking(false);
     auto* unit = new QLabel(QStringLiteral("[Grd]:"), zFrame2);
     auto* rotation = new QVBoxLayout(zFrame2);
@@ -146,6 +178,8 @@ QBoxLayout* frm3D::MakeReadOut() {
         return Row({label, value});
     };
     lblIstruzioni = Named(new QLabel(ToQString(state_.Text(12)), this), "lblIstruzioni");
+    lblIstruzioni->setToolTip(
+        ToQString(state_.TextOr(terravo::HelpTextIndex::kArrowKeys, kArrowKeys)));
     lblIstruzioni->setWordWrap(true);
     lblIstruzioni->setMaximumWidth(170);
     cmdCopiaGrafico = Named(new GradientButton(this), "cmdCopiaGrafico");
@@ -159,6 +193,22 @@ QBoxLayout* frm3D::MakeReadOut() {
     column->addWidget(cmdCopiaGrafico);
     column->addWidget(lblIstruzioni);
     return column;
+}
+
+void frm3D::MakePictureMenu() {
+    const auto addAction = [this](const char* name, std::size_t text, const char* english) {
+        auto* action = new QAction(ToQString(state_.TextOr(text, english)), pic3D);
+        action->setObjectName(QLatin1String(name));
+        action->setEnabled(false);
+        pic3D->addAction(action);
+        return action;
+    };
+    mnuEsporta3D =
+        addAction("mnuEsporta3D", terravo::TextIndex::kExportPicture, "Export picture...");
+    mnuStampa3D = addAction("mnuStampa3D", terravo::TextIndex::kPrint, "&Print...");
+    pic3D->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(mnuEsporta3D, &QAction::triggered, this, &frm3D::ExportAsked);
+    connect(mnuStampa3D, &QAction::triggered, this, &frm3D::PrintAsked);
 }
 
 void frm3D::ConnectControls() {
@@ -198,6 +248,18 @@ void frm3D::SetColours(const terravo::ColourScheme& scheme) {
 
 void frm3D::SetPictureVisible(bool visible) {
     Picture1->setVisible(visible);
+    mnuEsporta3D->setEnabled(visible);
+    mnuStampa3D->setEnabled(visible);
+}
+
+terravo::Picture frm3D::PictureNow() const {
+    const terravo::RasterSurface& shown = pic3D->Surface();
+    const auto view = std::make_shared<terravo::AxonometricView>(commands_.View());
+    return {shown.PixelWidth(), shown.PixelHeight(), pic3D->devicePixelRatioF(), view->title,
+            [view, colour = optCol->isChecked(), &run = state_,
+             &messages = messages_](terravo::DrawSurface& surface) {
+                return terravo::Rendering::Redraw(surface, *view, false, colour, run, messages);
+            }};
 }
 
 terravo::DrawSurface& frm3D::Surface3D() {
@@ -230,6 +292,10 @@ void frm3D::ShowControls(const terravo::View3DControls& controls) {
     lblTheta->setText(ToQString(controls.theta));
     lblRAyx->setText(ToQString(controls.rayx));
     lblAlfa->setText(ToQString(controls.alfa));
+    pic3D->setAccessibleDescription(
+        ToQString(commands_.View().title + ", " + state_.Text(22) + " " + controls.theta +
+                  ", RAyx: " + controls.rayx + ", [Grd]: " + controls.alfa + ". " +
+                  state_.TextOr(terravo::HelpTextIndex::kArrowKeys, kArrowKeys)));
     if (controls.timerOn != Timer1.isActive()) {
         controls.timerOn ? Timer1.start() : Timer1.stop();
     }
@@ -257,6 +323,48 @@ void frm3D::CopyPicture() {
 void frm3D::mouseMoveEvent(QMouseEvent* event) {
     QWidget::mouseMoveEvent(event);
     commands_.LeaveArea();
+}
+
+bool frm3D::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == pic3D) {
+        switch (event->type()) {
+        case QEvent::FocusIn:
+        case QEvent::FocusOut:
+        case QEvent::Resize:
+            focusRing->setGeometry(pic3D->rect());
+            focusRing->setVisible(pic3D->hasFocus());
+            break;
+        case QEvent::KeyPress:
+            if (MoveAxisEnd(static_cast<QKeyEvent*>(event)->key())) {
+                return true;
+            }
+            break;
+        default:
+            break;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+// The end of the y axis, taken a step on from where it is, as the mouse would drag it.
+bool frm3D::MoveAxisEnd(int key) {
+    const double right = key == Qt::Key_Right ? kKeyStep : key == Qt::Key_Left ? -kKeyStep : 0;
+    const double up = key == Qt::Key_Up ? kKeyStep : key == Qt::Key_Down ? -kKeyStep : 0;
+    if (right == 0 && up == 0) {
+        return false;
+    }
+    const terravo::AxonometricView& view = commands_.View();
+    const auto scaleX = static_cast<double>(view.coefficients.Ax);
+    const auto scaleZ = static_cast<double>(view.coefficients.Az);
+    const double length =
+        static_cast<double>(view.rayx) * static_cast<double>(view.xRange) * scaleX;
+    const auto slant = static_cast<double>(view.alfa);
+    const double endX = length * std::cos(slant) + right;
+    const double endZ = length * std::sin(slant) + up;
+    commands_.BeginDrag();
+    commands_.Drag(static_cast<double>(view.extents.xmin) + endX / scaleX,
+                   static_cast<double>(view.extents.zmin) - endZ / scaleZ);
+    return true;
 }
 
 void frm3D::closeEvent(QCloseEvent* event) {

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "app/ColourScheme.h"
+#include "app/PictureExport.h"
 #include "view3d/View3D.h"
 
+#include <QAction>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -29,6 +31,9 @@ public:
     /// Shows or hides the picture.
     void SetPictureVisible(bool visible);
 
+    /// The picture as it is now, to be drawn on other surfaces. It outlives the window.
+    [[nodiscard]] terravo::Picture PictureNow() const;
+
     // terravo::View3DDisplay
     terravo::DrawSurface& Surface3D() override;
     [[nodiscard]] int OuterHeight() const override;
@@ -39,10 +44,14 @@ public:
 signals:
     /// The window closes; its place is to be kept.
     void Closing();
+    /// The picture is to be written as a file, or printed.
+    void ExportAsked();
+    void PrintAsked();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void MakeControls();
@@ -52,8 +61,11 @@ private:
     void ConnectControls();
     void SetColours(const terravo::ColourScheme& scheme);
     void CopyPicture();
+    void MakePictureMenu();
+    bool MoveAxisEnd(int key);
 
     const terravo::RunState& state_;
+    terravo::MessageService& messages_;
     terravo::View3D commands_;
     SurfaceView* pic3D = nullptr;
     QWidget* Picture1 = nullptr;
@@ -76,5 +88,8 @@ private:
     QLabel* lblZ = nullptr;
     QLabel* lblIstruzioni = nullptr;
     QWidget* shpInd = nullptr;
+    QWidget* focusRing = nullptr;
+    QAction* mnuEsporta3D = nullptr; // of the picture's own menu
+    QAction* mnuStampa3D = nullptr;
     QTimer Timer1;
 };

@@ -124,6 +124,64 @@ TEST(BatchProgram, TellsWhatItDidAsJson) {
     EXPECT_EQ(QImage(QString::fromStdString(map)).size(), QSize(320, 240));
 }
 
+int CountOf(const std::string& text, const std::string& part) {
+    int count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+// The lines of the contours are as many as the segments; what the frame needs is in both maps.
+TEST(BatchProgram, WritesMapsAndViewsAsVectorFiles) {
+    const test::TemporaryFolder folder;
+    const auto draw = [&](const char* levels) {
+        const Ended ended = Batch({DataFile("small.dat"), "--levels", levels, "--summary", "json",
+                                   "--map", folder.File("m.svg"), "--segments", folder.File("s"),
+                                   "--view3d", folder.File("v.svg")});
+        EXPECT_EQ(ended.exitCode, 0) << ended.error;
+        const QJsonObject summary = QJsonDocument::fromJson(ended.output).object();
+        EXPECT_EQ(summary["files"].toArray().size(), 3);
+        return CountOf(folder.Read("m.svg"), "<polyline") - summary["segments"].toInt();
+    };
+    const int frameLines = draw("4");
+    EXPECT_EQ(folder.Read("s"), ReadData("small.livelli.txt"));
+    EXPECT_EQ(draw("7"), frameLines);
+    const std::string map = folder.Read("m.svg");
+    EXPECT_NE(map.find(">Contour map : small.dat</text>"), std::string::npos);
+    EXPECT_NE(map.find("viewBox=\"0 0 1200 900\""), std::string::npos);
+    // Six points, of which one repeats another and is drawn all the same.
+    EXPECT_EQ(CountOf(folder.Read("v.svg"), "<circle"), 6);
+}
+
+TEST(BatchProgram, WritesPdfPagesThatHoldTheirTexts) {
+    const test::TemporaryFolder folder;
+    const Ended ended =
+        Batch({DataFile("small.dat"), "--quiet", "--mode", "areas", "--paper", "a3", "--map",
+               folder.File("m.pdf"), "--view3d", folder.File("v.PDF"), "--background", "black"});
+    EXPECT_EQ(ended.exitCode, 0) << ended.error;
+    EXPECT_TRUE(folder.Read("v.PDF").starts_with("%PDF-"));
+    const auto run = [](const char* program, const QStringList& arguments) {
+        QProcess process;
+        process.start(QLatin1String(program), arguments);
+        EXPECT_TRUE(process.waitForFinished()) << program;
+        EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+        return process.readAllStandardOutput().toStdString();
+    };
+    const QString pdf = QString::fromStdString(folder.File("m.pdf"));
+    const std::string text = run("pdftotext", {pdf, QStringLiteral("-")});
+    EXPECT_NE(text.find("Contour map : small.dat"), std::string::npos) << text;
+    const std::string info = run("pdfinfo", {pdf});
+    EXPECT_NE(info.find("1191 x 842"), std::string::npos) << info;
+    EXPECT_NE(info.find("Contour map : small.dat"), std::string::npos) << info;
+    // Black to the edge of the picture, which is as high as the page inside its margins.
+    run("pdftoppm", {QStringLiteral("-singlefile"), QStringLiteral("-png"), QStringLiteral("-r"),
+                     QStringLiteral("25.4"), pdf, QString::fromStdString(folder.File("page"))});
+    const QImage page(QString::fromStdString(folder.File("page.png")));
+    EXPECT_EQ(page.pixelColor(210, 5), QColor(Qt::white));
+    EXPECT_EQ(page.pixelColor(210, 285), QColor(Qt::black));
+}
+
 TEST(BatchProgram, DrawsTheSameMapEveryTimeAndAnotherWithAnotherLanguage) {
     const test::TemporaryFolder folder;
     const auto map = [&folder](std::vector<std::string> options) {
@@ -204,6 +262,8 @@ TEST(BatchProgram, EndsWrongCallsWithTwo) {
         {points, "--map", folder.File("map.gif")},
         {points, "--map", ""},
         {points, "--view3d", folder.File("v.gif")},
+        {points, "--map", folder.File("m.pdf"), "--paper", "B7"},
+        {points, "--map", folder.File("m.svg"), "--background", "grey"},
         {points, "--view3d", folder.File("v.png"), "--surface"},
         {points, "--view3d-kind", "cubes"},
         {points, "--theta", "360"},
@@ -228,7 +288,8 @@ TEST(BatchProgram, EndsWrongCallsWithTwo) {
 
 TEST(BatchProgram, EndsOutputsThatCannotBeWrittenWithFour) {
     const test::TemporaryFolder folder;
-    std::vector<std::string> outputs{folder.File("missing/map.png"), "/proc/map.png"};
+    std::vector<std::string> outputs{folder.File("missing/map.png"), "/proc/map.png",
+                                     "/proc/map.svg"};
     if (std::filesystem::exists("/dev/full")) {
         outputs.push_back("/dev/full");
     }

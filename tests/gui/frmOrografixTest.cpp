@@ -94,7 +94,7 @@ TEST_F(frmOrografixTest, WearsTheColoursOfTheScheme) {
     EXPECT_EQ(Map()->Picture().pixelColor(1, 1), QColor(Qt::black)) << "the map stays black";
 }
 
-TEST_F(frmOrografixTest, ShowsTheAboutBoxOnF1) {
+TEST_F(frmOrografixTest, ShowsTheAboutBox) {
     Open();
     QString title;
     QString text;
@@ -107,7 +107,7 @@ TEST_F(frmOrografixTest, ShowsTheAboutBoxOnF1) {
             box->accept();
         }
     });
-    QTest::keyClick(parent.get(), Qt::Key_F1);
+    Choose("mnuInformazioni");
     EXPECT_NE(title, "");
     EXPECT_TRUE(text.contains("Terravo") && text.contains("0.")) << text.toStdString();
 }

@@ -1,0 +1,173 @@
+// The windows without a mouse and without a screen: the order of the Tab key, what a screen reader
+// says, and the letters that go with Alt.
+#include "app/HelpWindow.h"
+#include "app/SettingsDialog.h"
+#include "gui/WindowFixture.h"
+#include "view3d/frm3D.h"
+
+#include <QAccessible>
+#include <QMenu>
+#include <QTextBrowser>
+
+#include <map>
+
+namespace terravo {
+namespace {
+
+// Whatever the Tab key ought to reach: one option of a group, and no insides of other controls.
+int ReachableCount(const QWidget& window) {
+    int count = 0;
+    for (const QWidget* widget : window.findChildren<QWidget*>()) {
+        const auto* option = qobject_cast<const QRadioButton*>(widget);
+        count += widget->isVisible() && widget->isEnabled() &&
+                 widget->window() == window.window() &&
+                 (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr &&
+                 (option == nullptr || option->isChecked());
+    }
+    return count;
+}
+
+// Names of the controls from the first on, by pressing Tab until it comes round.
+std::vector<std::string> TabOrder(QWidget* first) {
+    std::vector<std::string> names;
+    first->setFocus(Qt::TabFocusReason);
+    for (int press = 0; press < 100; ++press) { // links of a text take one press each
+        QWidget* now = QApplication::focusWidget();
+        if (now == nullptr || (now == first && names.size() > 1)) {
+            return names;
+        }
+        const std::string name = now->objectName().toStdString();
+        if (names.empty() || names.back() != name) {
+            names.push_back(name);
+            const QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(now);
+            EXPECT_FALSE(spoken == nullptr || spoken->text(QAccessible::Name).trimmed().isEmpty())
+                << name;
+        }
+        QTest::keyClick(now, Qt::Key_Tab);
+    }
+    ADD_FAILURE() << "the Tab key never comes back to " << names.front();
+    return names;
+}
+
+struct AccessibilityTest : WindowFixture {
+    void ExpectOrder(QWidget& shown, const std::vector<std::string>& names) const {
+        shown.show();
+        shown.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(shown.window()));
+        auto* first = shown.findChild<QWidget*>(QString::fromStdString(names.front()));
+        ASSERT_NE(first, nullptr);
+        EXPECT_EQ(TabOrder(first), names);
+        EXPECT_EQ(ReachableCount(shown), static_cast<int>(names.size()));
+    }
+};
+
+TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
+    OpenHills();
+    ExpectOrder(*window, {"txtNLiv", "optLinee", "chkValoriLivelli", "chkTriangoli", "chkPerimetro",
+                          "XPButton1"});
+    frm3D view(state, messages, scheme);
+    view.Commands().Triangoli({0, 10, 0}, {0, 0, 20}, {0, 300, 600}, Table<Index>(0, 3), "three");
+    ExpectOrder(view,
+                {"optCol", "cmdXY", "cmdZX", "cmdZY", "cmdRuota", "cmdCopiaGrafico", "pic3D"});
+    view.Commands().ToggleRotation();
+    view.Commands().TogglePause();
+    ExpectOrder(view, {"optCol", "cmdXY", "cmdZX", "cmdZY", "cmdPausa", "updTheta",
+                       "cmdCopiaGrafico", "pic3D"});
+    HelpWindow help(state, "en");
+    ExpectOrder(help, {"txtFind", "cmdNext", "lstContents", "txtGuide"});
+    SettingsDialog dialog(state);
+    ExpectOrder(dialog, {"cmbLanguage", "cmbColours", "cmdSave", "cmdCancel"});
+}
+
+TEST_F(AccessibilityTest, ThePicturesSayWhatTheyShow) {
+    OpenHills();
+    const auto description = [](QObject* picture) {
+        return QAccessible::queryAccessibleInterface(picture)->text(QAccessible::Description);
+    };
+    EXPECT_EQ(description(Map()), "64 points, 98 triangles, Levels: 10, Lines");
+    Click("optAree");
+    Click("chkTriangoli");
+    EXPECT_EQ(description(Map()), "64 points, 98 triangles, Levels: 10, Areas, Triangles");
+
+    frm3D view(state, messages, scheme);
+    view.Commands().Triangoli({0, 10, 0}, {0, 0, 20}, {0, 300, 600}, Table<Index>(0, 3), "three");
+    auto* picture = view.findChild<SurfaceView*>();
+    EXPECT_TRUE(description(picture).startsWith("three, ")) << description(picture).toStdString();
+}
+
+TEST_F(AccessibilityTest, TheArrowKeysMoveTheEndOfTheYAxisAsTheMouseDoes) {
+    Open();
+    frm3D view(state, messages, scheme);
+    view.resize(820, 610);
+    view.show();
+    view.Commands().Triangoli({0, 10, 0}, {0, 0, 20}, {0, 300, 600}, Table<Index>(0, 3), "three");
+    auto* picture = view.findChild<SurfaceView*>();
+    const AxonometricView& shown = view.Commands().View();
+    const float alfa = shown.alfa;
+    const float rayx = shown.rayx;
+    QTest::keyClick(picture, Qt::Key_Up);
+    EXPECT_GT(shown.alfa, alfa);
+    QTest::keyClick(picture, Qt::Key_Down);
+    EXPECT_NEAR(shown.alfa, alfa, 1e-3);
+    EXPECT_NEAR(shown.rayx, rayx, 1e-3);
+    QTest::keyClick(picture, Qt::Key_Right);
+    EXPECT_GT(shown.rayx, rayx);
+    EXPECT_LT(shown.alfa, alfa);
+}
+
+// Letters that mean two things at once, in one language.
+struct Letters {
+    std::string place;
+    std::map<QString, QString> used;
+
+    void Add(const QString& caption) {
+        const QString letter = QKeySequence::mnemonic(caption).toString();
+        if (letter.isEmpty()) {
+            return;
+        }
+        const auto [known, isNew] = used.emplace(letter, caption);
+        EXPECT_TRUE(isNew) << place << ": " << known->second.toStdString() << " and "
+                           << caption.toStdString();
+    }
+    void AddControls(const QWidget& window) {
+        for (const auto* button : window.findChildren<QAbstractButton*>()) {
+            Add(button->text());
+        }
+        for (const auto* label : window.findChildren<QLabel*>()) {
+            Add(label->buddy() != nullptr ? label->text() : QString());
+        }
+    }
+};
+
+TEST_F(AccessibilityTest, NoLetterMeansTwoThingsInOneWindow) {
+    for (const char* language : {"", "en", "it", "de", "fr", "es"}) {
+        Open({}, language);
+        Letters map{std::string(language) + " map", {}};
+        Letters axonometry{std::string(language) + " 3D", {}};
+        for (const QAction* menu : parent->menuBar()->actions()) {
+            map.Add(menu->text());
+            axonometry.Add(menu->text());
+            Letters entries{std::string(language) + " menu " + menu->text().toStdString(), {}};
+            for (const QAction* entry : menu->menu()->actions()) {
+                // The recent files are numbered, and their heading cannot be chosen.
+                if (!entry->objectName().startsWith("mnuRecenti")) {
+                    entries.Add(entry->text());
+                }
+            }
+        }
+        map.AddControls(*parent);
+        frm3D view(state, messages, scheme);
+        axonometry.AddControls(view);
+        Letters turning{std::string(language) + " turning", {}};
+        view.Commands().ToggleRotation();
+        view.Commands().TogglePause();
+        turning.AddControls(view);
+        Letters help{std::string(language) + " help", {}};
+        help.AddControls(HelpWindow(state, language));
+        Letters dialog{std::string(language) + " settings", {}};
+        dialog.AddControls(SettingsDialog(state));
+    }
+}
+
+} // namespace
+} // namespace terravo
