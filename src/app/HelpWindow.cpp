@@ -164,8 +164,8 @@ void HelpWindow::FillContents() {
         if (level == 0) {
             continue;
         }
-        auto* item = new QListWidgetItem(QString(3 * (level - 1), QLatin1Char(' ')) + block.text(),
-                                         lstContents);
+        auto* item = new QListWidgetItem(
+            QString(qsizetype{3} * (level - 1), QLatin1Char(' ')) + block.text(), lstContents);
         item->setData(Qt::UserRole, block.blockNumber());
         item->setToolTip(block.text());
     }

@@ -44,8 +44,6 @@ private:
     void DrawPolygons(std::span<const PixelPoint> corners, std::span<const std::int32_t> counts);
 
     QPainter& painter_;
-    Paper paper_;
-    QImage measuring_;       // stands for the picture whose layout this is
     std::optional<Pen> pen_; // of the painter, drawn as an inside or as a stroke
     bool penAsInside_ = false;
 };

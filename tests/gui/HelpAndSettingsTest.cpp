@@ -1,6 +1,7 @@
 #include "app/HelpWindow.h"
 #include "app/SettingsDialog.h"
 #include "app/SettingsFiles.h"
+#include "gui/OpenedAddresses.h"
 #include "gui/WindowFixture.h"
 
 #include <QDesktopServices>
@@ -9,15 +10,6 @@
 
 namespace terravo {
 namespace {
-
-// Takes the addresses that would open the system's browser.
-class OpenedAddresses : public QObject {
-    Q_OBJECT
-public:
-    QList<QUrl> opened;
-public slots:
-    void Open(const QUrl& address) { opened += address; }
-};
 
 struct HelpTest : WindowFixture {
     QListWidget* contents = nullptr;
@@ -155,5 +147,3 @@ TEST(SettingsDialogTest, WritesOnlyWhatWasChangedAndSaysWhatCannotBe) {
 
 } // namespace
 } // namespace terravo
-
-#include "HelpAndSettingsTest.moc"
