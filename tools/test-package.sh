@@ -48,8 +48,8 @@ cp -L /etc/resolv.conf /etc/hosts "$root/etc/"
 } >"$root/etc/apt/apt.conf.d/90test"
 printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d" # no services
 chmod +x "$root/usr/sbin/policy-rc.d"
-mkdir -p "$root/var/cache/apt/archives" "$root/home/user"
-cp "$package" "$root/home/terravo.deb"
+mkdir -p "$root/var/cache/apt/archives" "$root/srv/user"
+cp "$package" "$root/srv/terravo.deb"
 
 # Runs a command in the root, with mounts and processes that end with it.
 inside() {
@@ -61,7 +61,7 @@ inside() {
         mount --rbind /dev "$root/dev"
         mount --bind "$archives" "$root/var/cache/apt/archives"
         exec chroot "$root" env -i PATH=/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
-            HOME=/home/user LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
+            HOME=/srv/user LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive \
             http_proxy="${http_proxy-}" https_proxy="${https_proxy-}" "$@"' \
         - "$root" "$work/archives" "$@"
 }
@@ -84,26 +84,26 @@ samples=/usr/share/doc/terravo/examples
 
 echo "On a system with nothing but apt:"
 apt_inside update
-apt_inside install /home/terravo.deb fonts-liberation
+apt_inside install /srv/terravo.deb fonts-liberation
 check "libraries are all there" '! ldd /usr/bin/terravo /usr/bin/terravo-batch |
     grep "not found"'
 check "terravo --version" 'terravo --version | grep -x "terravo [0-9.]*"'
 check "terravo-batch --version" 'terravo-batch --version | grep -x "terravo-batch [0-9.]*"'
-check "terravo-batch writes all files, in Italian" "mkdir /home/out &&
-    cd /home/out && terravo-batch --quiet --language it --labels --out . $samples/davis_hills.dat &&
+check "terravo-batch writes all files, in Italian" "mkdir /srv/out &&
+    cd /srv/out && terravo-batch --quiet --language it --labels --out . $samples/davis_hills.dat &&
     [ \$(ls | wc -l) -eq 6 ] && [ \$(stat -c %s map.png) -gt 5000 ]"
-cp "$root/home/out/map.png" "$work/map.png"
+cp "$root/srv/out/map.png" "$work/map.png"
 
 echo "On a system with a display and the tools of a desktop:"
 apt_inside install xvfb xauth x11-utils xdotool imagemagick desktop-file-utils appstream \
     shared-mime-info man-db libglib2.0-bin xdg-utils bash-completion hicolor-icon-theme
 apt_inside purge terravo
-cp samples/davis_hills.dat "$root/home/user/survey.qrw"
-kind='gio info -a standard::content-type /home/user/survey.qrw'
+cp samples/davis_hills.dat "$root/srv/user/survey.qrw"
+kind='gio info -a standard::content-type /srv/user/survey.qrw'
 check "before: the file type is unknown" "! $kind | grep terravo"
-apt_inside install /home/terravo.deb
+apt_inside install /srv/terravo.deb
 check "gio knows the file type" "$kind | grep application/x-terravo-points"
-check "xdg-mime knows the file type" 'XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype /home/user/survey.qrw |
+check "xdg-mime knows the file type" 'XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype /srv/user/survey.qrw |
     grep -x application/x-terravo-points'
 check "terravo opens the file type" 'gio mime application/x-terravo-points |
     grep "Default application.*terravo.desktop"'
@@ -114,14 +114,14 @@ check "the catalogue entry is valid" \
 check "the menu entry, its icon and the catalogue entry fit together" \
     'appstreamcli validate-tree --no-net / | tee /dev/stderr | grep "Validation was successful"'
 for page in terravo terravo-batch; do
-    check "man $page" "man --warnings -E UTF-8 $page 2>&1 >/home/page | { ! grep .; } &&
-        grep SYNOPSIS /home/page && lexgrog /usr/share/man/man1/$page.1.gz"
+    check "man $page" "man --warnings -E UTF-8 $page 2>&1 >/srv/page | { ! grep .; } &&
+        grep SYNOPSIS /srv/page && lexgrog /usr/share/man/man1/$page.1.gz"
 done
 check "the completion loads" 'source /usr/share/bash-completion/bash_completion
     __load_completion terravo-batch; complete -p terravo-batch | grep _terravo_batch'
 # A double click, in effect: the file's type starts the program.
-cat >"$root/home/windows.sh" <<'INSIDE'
-gio open /home/user/survey.qrw
+cat >"$root/srv/windows.sh" <<'INSIDE'
+gio open /srv/user/survey.qrw
 for _ in $(seq 60); do
     window=$(xdotool search --onlyvisible --name '^Terravo$' | head -n 1)
     [ -z "$window" ] || break
@@ -129,7 +129,7 @@ for _ in $(seq 60); do
 done
 [ -n "$window" ] || { echo "no window" && exit 1; }
 sleep 4
-import -window root /home/windows.png
+import -window root /srv/windows.png
 xprop -id "$window" WM_CLASS
 xprop -id "$window" _NET_WM_ICON | head -n 1
 pid=$(pidof terravo)
@@ -141,19 +141,19 @@ done
 echo "still running" && exit 1
 INSIDE
 check "the windows open by the file type, and close" \
-    'xvfb-run -a -s "-screen 0 1280x800x24" bash /home/windows.sh >/home/windows.log 2>&1 ||
-    { cat /home/windows.log; false; }
-    grep "WM_CLASS.*\"terravo\"" /home/windows.log && grep "Icon (" /home/windows.log &&
-    [ "$(identify -format %k /home/windows.png)" -gt 20 ]'
-cp "$root/home/windows.png" "$work/windows.png" || true
+    'xvfb-run -a -s "-screen 0 1280x800x24" bash /srv/windows.sh >/srv/windows.log 2>&1 ||
+    { cat /srv/windows.log; false; }
+    grep "WM_CLASS.*\"terravo\"" /srv/windows.log && grep "Icon (" /srv/windows.log &&
+    [ "$(identify -format %k /srv/windows.png)" -gt 20 ]'
+cp "$root/srv/windows.png" "$work/windows.png" || true
 
 echo "After it is removed:"
-inside dpkg -L terravo >"$root/home/files"
+inside dpkg -L terravo >"$root/srv/files"
 apt_inside purge terravo
-rm -rf "$root/home/user/.local" "$root/home/user/.config" "$root/home/user/.cache" # the user's own
+rm -rf "$root/srv/user/.local" "$root/srv/user/.config" "$root/srv/user/.cache" # the user's own
 check "no file of it is left" 'while read -r file; do
         [ ! -e "$file" ] || dpkg -S "$file" >/dev/null 2>&1 || { echo "$file"; left=1; }
-    done </home/files; [ -z "${left-}" ]'
+    done </srv/files; [ -z "${left-}" ]'
 check "no file has its name" \
     '! find /etc /opt /usr /var -iname "*terravo*" -not -path "/var/cache/apt/*" | grep .'
 check "menu and file types have forgotten it" \

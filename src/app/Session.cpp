@@ -177,7 +177,7 @@ bool Session::RefusesToExport() {
     services_.messages.ShowCritical(
         state_.TextOr(TextIndex::kSaveRefused,
                       "The last drawing was stopped. Draw the map to its end, then save."),
-        "QRZ");
+        "");
     return true;
 }
 
@@ -185,13 +185,20 @@ bool Session::DrawMapOn(DrawSurface& surface) {
     if (depth_ > 0) {
         return false;
     }
-    const WorkGuard work(*this);
-    const MapReport report = map_.DrawContourMap(surface);
-    if (report.contours.stopped) {
-        complete_ = false; // so are the exchange files
-        UpdateStatus();
+    bool drawn = false;
+    {
+        const WorkGuard work(*this);
+        const MapReport report = map_.DrawContourMap(surface);
+        if (report.contours.stopped) {
+            complete_ = false; // so are the exchange files
+            UpdateStatus();
+        }
+        drawn = complete_ && state_.lastDrawError.empty();
     }
-    return complete_ && state_.lastDrawError.empty();
+    if (redrawWanted_) {
+        DrawContourMap();
+    }
+    return drawn;
 }
 
 void Session::ExportPicture(const std::string& proposedName,
@@ -320,9 +327,12 @@ void Session::ShowResultViews(bool visible) {
 
 void Session::UpdateStatus() {
     if (!complete_) {
-        view_->ShowStatus(
-            std::to_string(map_.points.count) + " " + state_.Text(TextIndex::kPointsWord),
-            state_.TextOr(TextIndex::kNotComplete, "Stopped: what is shown is not complete."));
+        const bool hasPoints = map_.points.count > 0;
+        view_->ShowStatus(std::to_string(map_.points.count) + " " +
+                              state_.Text(TextIndex::kPointsWord),
+                          hasPoints ? state_.Text(TextIndex::kDrawingStopped)
+                                    : state_.TextOr(TextIndex::kReadingStopped,
+                                                    "Reading was stopped: no points are loaded."));
         return;
     }
     const KeptTriangulation::Result& kept = map_.Triangulation();

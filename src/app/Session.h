@@ -146,8 +146,8 @@ private:
     int depth_ = 0;             // of commands at work
     bool redrawWanted_ = false; // asked for during a command
     bool complete_ = true;      // the last drawing came to its end
-    bool handOverPending_ =
-        false; // the points have not been handed to the 3D view and the mesh file
+    // The points have not been handed to the 3D view and the mesh file.
+    bool handOverPending_ = false;
 };
 
 } // namespace terravo

@@ -70,6 +70,7 @@ bool WorkInput::eventFilter(QObject* watched, QEvent* event) {
         emit CloseAsked();
         return true;
     }
-    // A window's own object passes input on to its widgets, which come here again.
-    return IsInput(event->type()) && watched->isWidgetType() && watched != stopButton_;
+    // A window's own object passes input on to its widgets, which come here again. A shortcut goes
+    // to the action itself, which is no widget.
+    return IsInput(event->type()) && !watched->isWindowType() && watched != stopButton_;
 }

@@ -3,6 +3,7 @@
 #include "app/PictureExport.h"
 #include "app/SurfaceView.h"
 #include "app/frmProve.h"
+#include "util/AppError.h"
 #include "util/RunState.h"
 #include "view3d/frm3D.h"
 
@@ -67,10 +68,13 @@ terravo::Paper frmProve::ChosenPaper() const {
 // An SVG is for the screen, so it is black as the window is; the paper is for PDF files.
 void frmProve::ExportPicture(const std::string& proposedName, const terravo::Picture& picture) {
     session_.ExportPicture(proposedName, [&](const std::string& path) {
-        const terravo::PictureKind kind =
-            terravo::PictureKindOf(path).value_or(terravo::PictureKind::Png);
+        const std::optional<terravo::PictureKind> kind = terravo::PictureKindOf(path);
+        if (!kind) {
+            throw terravo::AppError(terravo::ErrorNumber::kDeviceIo, path,
+                                    path + ": a picture is a .png, .svg or .pdf file.");
+        }
         const bool onPaper = kind == terravo::PictureKind::Pdf;
-        terravo::WritePicture(path, kind, picture,
+        terravo::WritePicture(path, *kind, picture,
                               {onPaper ? ChosenPaper() : terravo::Paper::Black, pageSize_});
     });
 }

@@ -1,5 +1,6 @@
 #include "app/StatusPanel.h"
 
+#include <QAction>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -49,6 +50,12 @@ TEST_F(LongWork, IsStoppedByEscapeAndByTheButtonAndTakesNoOtherInput) {
     ASSERT_TRUE(button != nullptr && button->isVisible());
     Key(Qt::Key_A, QStringLiteral("a"));
     EXPECT_EQ(field->text(), QString()) << "typing waits for no command";
+    QAction open(&window);
+    open.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    window.addAction(&open);
+    const QSignalSpy opened(&open, &QAction::triggered);
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(opened.count(), 0) << "no command begins inside another by its shortcut either";
     EXPECT_EQ(stops.count(), 0);
     Key(Qt::Key_Escape);
     EXPECT_EQ(stops.count(), 1);
@@ -64,6 +71,8 @@ TEST_F(LongWork, IsStoppedByEscapeAndByTheButtonAndTakesNoOtherInput) {
     status->EndWork();
     QTest::keyClick(field, Qt::Key_A);
     EXPECT_EQ(field->text(), QStringLiteral("a"));
+    QTest::keyClick(&window, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(opened.count(), 1);
 }
 
 TEST_F(LongWork, IsStoppedWhenItsWindowIsToCloseWhichWaitsForItsEnd) {

@@ -77,6 +77,7 @@ struct SessionTest : ::testing::Test {
         state.textTable[36] = "Choose";
         state.textTable[27] = "repeat";
         state.textTable[28] = "not distinct";
+        state.textTable[32] = "not complete";
         session.SetView(view);
     }
     ~SessionTest() override { EXPECT_EQ(view.working, 0) << "every command has ended"; }
