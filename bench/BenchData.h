@@ -5,8 +5,8 @@
 // positions; heights from a smooth terrain that is the same relative to the square at every count.
 #pragma once
 
+#include "survey/PointSet.h"
 #include "triangulation/TriangleList.h"
-#include "util/PointSet.h"
 
 #include <array>
 #include <optional>

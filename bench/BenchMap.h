@@ -4,7 +4,7 @@
 // map a count, kept for the length of the program, so that points are triangulated once.
 #pragma once
 
-#include "app/ContourMap.h"
+#include "app/session/ContourMap.h"
 #include "support/FakeServices.h"
 #include "support/TemporaryFolder.h"
 

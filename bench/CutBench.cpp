@@ -6,7 +6,7 @@
 #include "BenchRun.h"
 #include "contour/LevelCut.h"
 #include "plot2d/ColourScale.h"
-#include "triangulation/KeptTriangulation.h"
+#include "survey/KeptTriangulation.h"
 
 #include <map>
 

@@ -8,9 +8,9 @@
 #include "BenchMap.h"
 #include "BenchRun.h"
 #include "contour/SegmentFile.h"
+#include "export/MeshFile.h"
 #include "export/QrzWriter.h"
 #include "plot2d/RasterSurface.h"
-#include "triangulation/MeshFile.h"
 
 #include <QGuiApplication>
 

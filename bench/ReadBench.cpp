@@ -5,8 +5,8 @@
 // in memory and keeps only the sum; "load+loop" also loads the file with one fread first.
 #include "BenchData.h"
 #include "BenchRun.h"
-#include "app/PointFile.h"
 #include "support/TemporaryFolder.h"
+#include "survey/PointFile.h"
 
 #include <charconv>
 #include <cstdio>

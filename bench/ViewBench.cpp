@@ -6,7 +6,7 @@
 #include "BenchRun.h"
 #include "plot2d/RasterSurface.h"
 #include "support/FakeServices.h"
-#include "triangulation/KeptTriangulation.h"
+#include "survey/KeptTriangulation.h"
 #include "view3d/Rendering.h"
 
 #include <QGuiApplication>

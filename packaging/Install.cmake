@@ -12,7 +12,7 @@ set(CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 # A package must not look into the folders of the machine that built it.
 option(TERRAVO_INSTALLED_FILES_ONLY "Never take the shipped files from the source tree" OFF)
 if(TERRAVO_INSTALLED_FILES_ONLY)
-    set_source_files_properties(${PROJECT_SOURCE_DIR}/src/app/SupportFolder.cpp
+    set_source_files_properties(${PROJECT_SOURCE_DIR}/src/app/settings/SupportFolder.cpp
         TARGET_DIRECTORY terravo_core
         PROPERTIES COMPILE_DEFINITIONS TERRAVO_SOURCE_SUPPORT_FOLDER="")
 endif()

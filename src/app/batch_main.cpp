@@ -1,5 +1,5 @@
 // terravo-batch: contour maps without a window or a display.
-#include "app/BatchRun.h"
+#include "app/batch/BatchRun.h"
 
 #include <QGuiApplication>
 

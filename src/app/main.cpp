@@ -1,17 +1,17 @@
 // terravo: builds the objects, shows the windows, runs.
-#include "app/Configuration.h"
-#include "app/ProgramStyle.h"
-#include "app/QtServices.h"
-#include "app/Session.h"
-#include "app/StartUpRules.h"
-#include "app/StatusPanel.h"
-#include "app/SupportFolder.h"
-#include "app/UserFolders.h"
-#include "app/frmOrografix.h"
-#include "app/frmProve.h"
+#include "app/session/Session.h"
+#include "app/session/StartUpRules.h"
+#include "app/settings/Configuration.h"
+#include "app/settings/SupportFolder.h"
+#include "app/settings/UserFolders.h"
+#include "app/windows/ProgramStyle.h"
+#include "app/windows/QtServices.h"
+#include "app/windows/StatusPanel.h"
+#include "app/windows/frm3D.h"
+#include "app/windows/frmOrografix.h"
+#include "app/windows/frmProve.h"
 #include "util/StopSignals.h"
 #include "util/SystemServices.h"
-#include "view3d/frm3D.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

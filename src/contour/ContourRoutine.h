@@ -3,7 +3,7 @@
 
 #include "contour/LevelSet.h"
 #include "plot2d/DrawSurface.h"
-#include "triangulation/KeptTriangulation.h"
+#include "survey/KeptTriangulation.h"
 #include "util/AppError.h"
 #include "util/RunState.h"
 

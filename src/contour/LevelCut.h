@@ -9,8 +9,8 @@
 
 #include "contour/LevelReach.h"
 #include "contour/LevelSet.h"
+#include "survey/PointSet.h"
 #include "triangulation/TriangleList.h"
-#include "util/PointSet.h"
 
 #include <cstdint>
 #include <vector>

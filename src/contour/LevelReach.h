@@ -6,8 +6,8 @@
 #pragma once
 
 #include "contour/LevelSet.h"
+#include "survey/PointSet.h"
 #include "triangulation/TriangleList.h"
-#include "util/PointSet.h"
 
 #include <algorithm>
 #include <vector>

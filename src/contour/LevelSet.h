@@ -5,8 +5,8 @@
 #pragma once
 
 #include "plot2d/Colour.h"
+#include "survey/PointSet.h"
 #include "util/Array1.h"
-#include "util/PointSet.h"
 
 #include <span>
 #include <string>

@@ -1,7 +1,7 @@
 #include "export/QrzWriter.h"
 
 #include "contour/SegmentFile.h"
-#include "triangulation/MeshFile.h"
+#include "export/MeshFile.h"
 #include "util/AppError.h"
 #include "util/NumberListReader.h"
 #include "util/NumberText.h"

@@ -4,8 +4,8 @@
 // of the x values and one of the y values must be the place of exactly one point.
 #pragma once
 
+#include "survey/PointSet.h"
 #include "util/Array1.h"
-#include "util/PointSet.h"
 
 #include <optional>
 

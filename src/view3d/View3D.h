@@ -8,7 +8,7 @@
 //   rotating  --Rotate-->  idle      paused --Pause--> rotating
 #pragma once
 
-#include "util/PointSet.h"
+#include "survey/PointSet.h"
 #include "util/RunState.h"
 #include "util/Services.h"
 #include "view3d/AxonometricView.h"

@@ -3,11 +3,11 @@
 // Data: the input is the segment file and then the triangle file. Method: an export either leaves a
 // whole file and its path on the clipboard, or neither; nothing else is left in the folder.
 #include "contour/SegmentFile.h"
+#include "export/MeshFile.h"
 #include "export/QrzWriter.h"
 #include "fuzz/FuzzInput.h"
 #include "support/FakeServices.h"
 #include "support/TemporaryFolder.h"
-#include "triangulation/MeshFile.h"
 
 #include <algorithm>
 #include <filesystem>

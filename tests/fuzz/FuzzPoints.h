@@ -7,8 +7,8 @@
 #pragma once
 
 #include "fuzz/FuzzInput.h"
+#include "survey/PointSet.h"
 #include "triangulation/TriangleList.h"
-#include "util/PointSet.h"
 
 namespace terravo::fuzz {
 

@@ -3,7 +3,7 @@
 // Data: a few bytes of options, then points, see FuzzPoints.h. Method: the map is drawn in both
 // modes on pixels in memory. What has been written must export without a complaint, and the pieces
 // of any levels must be those of a search through all triangles.
-#include "app/ContourMap.h"
+#include "app/session/ContourMap.h"
 #include "contour/LevelCut.h"
 #include "export/QrzWriter.h"
 #include "fuzz/FuzzPoints.h"

@@ -3,9 +3,9 @@
 // Data: the input is the file. Method: the slow reader splits the whole text in memory and leaves
 // the numbers to the standard library. Both must give the same numbers to the bit and fail at the
 // same place, however small the buffer of the first is.
-#include "app/PointFile.h"
 #include "fuzz/FuzzInput.h"
 #include "support/TemporaryFolder.h"
+#include "survey/PointFile.h"
 #include "util/NumberListReader.h"
 
 #include <charconv>

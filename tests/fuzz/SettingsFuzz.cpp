@@ -3,8 +3,8 @@
 // Data: a few numbers (screen, present window, limit) and then texts between line feeds, which
 // stand under the keys in turn. Method: whatever the texts, the windows fit their screen and the
 // list is one that could have been saved; what is saved comes back the same.
-#include "app/RecentFiles.h"
-#include "app/WindowPosition.h"
+#include "app/settings/RecentFiles.h"
+#include "app/settings/WindowPosition.h"
 #include "fuzz/FuzzInput.h"
 #include "support/FakeSettings.h"
 

@@ -2,9 +2,9 @@
 //
 // Data: the input is each of the files in turn. Method: whatever they hold, the start goes on with
 // values in their ranges, and the language prefix leads to a file of that name or to none.
-#include "app/ColourScheme.h"
-#include "app/Configuration.h"
-#include "app/Language.h"
+#include "app/settings/ColourScheme.h"
+#include "app/settings/Configuration.h"
+#include "app/settings/Language.h"
 #include "fuzz/FuzzInput.h"
 #include "support/TemporaryFolder.h"
 

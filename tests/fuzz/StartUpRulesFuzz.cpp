@@ -3,7 +3,7 @@
 // Data: the input up to the first line feed is an argument of the command line, the rest the text
 // of the clipboard. Method: what a shell takes off and the program puts back must cancel out; what
 // is accepted must be a file to start with.
-#include "app/StartUpRules.h"
+#include "app/session/StartUpRules.h"
 #include "fuzz/FuzzInput.h"
 #include "util/PathText.h"
 

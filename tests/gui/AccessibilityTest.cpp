@@ -1,9 +1,9 @@
 // The windows without a mouse and without a screen: the order of the Tab key, what a screen reader
 // says, and the letters that go with Alt.
-#include "app/HelpWindow.h"
-#include "app/SettingsDialog.h"
+#include "app/windows/HelpWindow.h"
+#include "app/windows/SettingsDialog.h"
+#include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
-#include "view3d/frm3D.h"
 
 #include <QAccessible>
 #include <QMenu>

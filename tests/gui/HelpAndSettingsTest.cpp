@@ -1,6 +1,6 @@
-#include "app/HelpWindow.h"
-#include "app/SettingsDialog.h"
-#include "app/SettingsFiles.h"
+#include "app/settings/SettingsFiles.h"
+#include "app/windows/HelpWindow.h"
+#include "app/windows/SettingsDialog.h"
 #include "gui/OpenedAddresses.h"
 #include "gui/WindowFixture.h"
 

@@ -1,6 +1,6 @@
 // The commands that write the map and the 3D picture as files, and that print them.
+#include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
-#include "view3d/frm3D.h"
 
 #include <QDialog>
 #include <QPrintPreviewWidget>

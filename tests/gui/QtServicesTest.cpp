@@ -1,6 +1,6 @@
-#include "app/QtServices.h"
+#include "app/windows/QtServices.h"
 
-#include "app/UserFolders.h"
+#include "app/settings/UserFolders.h"
 #include "support/TemporaryFolder.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "app/StatusPanel.h"
+#include "app/windows/StatusPanel.h"
 
 #include <QAction>
 #include <QKeyEvent>

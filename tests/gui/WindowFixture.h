@@ -5,17 +5,17 @@
 // and looks. The picture that a map ought to be is drawn anew, without a window.
 #pragma once
 
-#include "app/Language.h"
-#include "app/PointFile.h"
-#include "app/Session.h"
-#include "app/StatusPanel.h"
-#include "app/SupportFolder.h"
-#include "app/SurfaceView.h"
-#include "app/frmOrografix.h"
-#include "app/frmProve.h"
+#include "app/session/Session.h"
+#include "app/settings/Language.h"
+#include "app/settings/SupportFolder.h"
+#include "app/windows/StatusPanel.h"
+#include "app/windows/SurfaceView.h"
+#include "app/windows/frmOrografix.h"
+#include "app/windows/frmProve.h"
 #include "support/FakeServices.h"
 #include "support/FakeSettings.h"
 #include "support/TemporaryFolder.h"
+#include "survey/PointFile.h"
 
 #include <QAction>
 #include <QMdiSubWindow>

@@ -1,4 +1,4 @@
-#include "view3d/frm3D.h"
+#include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
 
 #include <QAccessible>

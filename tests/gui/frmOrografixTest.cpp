@@ -1,4 +1,4 @@
-#include "app/GradientButton.h"
+#include "app/windows/GradientButton.h"
 #include "gui/WindowFixture.h"
 
 #include <QDialog>

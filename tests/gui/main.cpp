@@ -2,7 +2,7 @@
 //
 // Everything that the program would keep for its user goes into one folder, removed at the end: it
 // is redirected before Qt starts, so that no code finds the real places.
-#include "app/ProgramStyle.h"
+#include "app/windows/ProgramStyle.h"
 
 #include <QApplication>
 #include <QDir>

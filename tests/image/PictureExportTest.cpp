@@ -1,4 +1,4 @@
-#include "app/PictureExport.h"
+#include "export/PictureExport.h"
 
 #include "plot2d/RasterSurface.h"
 #include "support/TemporaryFolder.h"

@@ -4,7 +4,7 @@
 // the shipped one.
 #pragma once
 
-#include "app/Configuration.h"
+#include "app/settings/Configuration.h"
 #include "support/TemporaryFolder.h"
 
 #include <filesystem>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "support/PointClouds.h"
-#include "util/PointSet.h"
+#include "survey/PointSet.h"
 
 #include <cmath>
 #include <initializer_list>

@@ -3,7 +3,7 @@
 #include "contour/TriangleCut.h"
 #include "plot2d/ColourScale.h"
 #include "support/Surveys.h"
-#include "triangulation/KeptTriangulation.h"
+#include "survey/KeptTriangulation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 #include "export/QrzWriter.h"
 
+#include "export/MeshFile.h"
 #include "support/FakeServices.h"
 #include "support/Surveys.h"
 #include "support/TemporaryFolder.h"
-#include "triangulation/KeptTriangulation.h"
-#include "triangulation/MeshFile.h"
+#include "survey/KeptTriangulation.h"
 #include "util/NumberText.h"
 
 #include <gtest/gtest.h>

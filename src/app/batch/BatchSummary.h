@@ -1,0 +1,36 @@
+// What one run of terravo-batch did, as text or JSON.
+#pragma once
+
+#include "app/batch/BatchOptions.h"
+
+#include <string>
+#include <vector>
+
+namespace terravo {
+
+struct BatchFigures {
+    Index points = 0;
+    Index unusedPoints = 0; // repeats, which no triangle has as a corner
+    Index triangles = 0;
+    Index hullEdges = 0;
+    Extent x;
+    Extent y;
+    Extent z;
+    Index levels = 0;
+    std::int64_t segments = 0;
+    std::vector<std::string> files; // written, in order
+
+    struct {
+        double read = 0;
+        double triangulate = 0;
+        double contour = 0; // cutting the triangles at the levels
+        double draw = 0;    // frame, lines, labels and overlays
+        double write = 0;   // every file
+        double total = 0;
+    } milliseconds;
+};
+
+/// The summary in the form that the options ask for, ended by a line end.
+std::string SummaryText(const BatchOptions& options, const BatchFigures& figures);
+
+} // namespace terravo

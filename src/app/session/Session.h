@@ -1,0 +1,153 @@
+// The commands of the main window, without the window.
+//
+// Data: the run state, the map with its points and options, the recent files. Method: each command
+// of a user or of the start-up is one operation here; a window calls it and shows what it is told
+// through MainView. Dialogs, clipboard, settings and the program's end are services, so that tests
+// drive the whole program without a widget.
+#pragma once
+
+#include "app/session/ContourMap.h"
+#include "app/settings/Configuration.h"
+#include "app/settings/RecentFiles.h"
+#include "app/settings/WindowPosition.h"
+#include "survey/PointFile.h"
+#include "util/SettingsStore.h"
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+
+namespace terravo {
+
+/// What the main window shows at a session's bidding.
+class MainView {
+public:
+    virtual ~MainView() = default;
+
+    /// The surface of the map, at its present size.
+    virtual DrawSurface& MapSurface() = 0;
+    virtual void ShowPointCount(Index count) = 0;
+    /// Shows or hides the map and the 3D view, and lets or forbids saving.
+    virtual void SetResultViewsVisible(bool visible) = 0;
+    virtual void ShowRecentFiles() = 0;
+    /// Opens the 3D window when there is none, and shows points and triangles in it.
+    virtual void ShowTriangles3D(const PointSet& points, const TriangleList& triangles,
+                                 const std::string& title) = 0;
+    /// The counts of points and triangles, and one line for what would otherwise be silent.
+    virtual void ShowStatus(const std::string& counts, const std::string& remark) = 0;
+    /// A long command begins, advances and ends.
+    virtual void BeginWork() = 0;
+    /// May take the user's wish to stop, and pass it to RequestStop.
+    virtual void ShowProgress(double done) = 0;
+    virtual void EndWork() = 0;
+    /// Selects contour lines and what belongs to them, without drawing.
+    virtual void SelectLines() = 0;
+    /// Place of the main window in its parent, logical pixels.
+    [[nodiscard]] virtual WindowBox Box() const = 0;
+    [[nodiscard]] virtual bool IsMinimised() const = 0;
+    /// Closes the main window; queued while the windows are still being made.
+    virtual void CloseWindow() = 0;
+};
+
+struct SessionServices {
+    MessageService& messages;
+    ClipboardService& clipboard;
+    FileDialogService& dialogs;
+    ProgramEndService& programEnd;
+    LogService& log;
+    ClockService& clock;
+    SettingsStore& settings;
+};
+
+/// The entries of the save menu, in its order.
+enum class QrzKind { Triangles, Levels };
+
+class Session {
+public:
+    Session(RunState& state, const SessionServices& services);
+
+    /// To be called once, before any other operation.
+    void SetView(MainView& view);
+
+    [[nodiscard]] const MapOptions& Options() const { return map_.options; }
+    [[nodiscard]] const PointSet& Points() const { return map_.points; }
+    [[nodiscard]] const RecentFiles& Recent() const { return recent_; }
+    [[nodiscard]] bool ResultViewsVisible() const { return resultViewsVisible_; }
+
+    /// The recent files of the last run; those that no longer exist are dropped.
+    void LoadRecentFiles();
+
+    /// Loads the file of the command line or of the clipboard, if one of them names a start-up
+    /// file. The companion program's own file closes the main window again.
+    void LoadStartUpFile(const std::string& rawCommandLine);
+
+    /// Loads a file that the user names directly, whatever its extension; a missing one is passed
+    /// over.
+    void LoadNamedFile(const std::string& path);
+
+    void OpenPointFile();
+    /// @param position  1-based entry of the recent files.
+    void OpenRecentFile(std::size_t position);
+
+    // Options: each redraws the map.
+    void SetShowPerimeter(bool on);
+    void SetShowTriangles(bool on);
+    void SetShowLevelValues(bool on);
+    void SetMode(MapMode mode);
+    void SetLevelCount(Index count);
+
+    /// Asks where to and writes a QRZ file from the exchange files of the last drawing. Contours
+    /// are drawn as lines first, so that there are segments to write.
+    void Export(QrzKind kind);
+
+    /// Asks where to and has a picture written there, as `write` does it; a failure (AppError) is
+    /// shown. A name without an extension gets .png.
+    /// @param proposedName  without an extension.
+    void ExportPicture(const std::string& proposedName,
+                       const std::function<void(const std::string& path)>& write);
+
+    /// Says that the last drawing was stopped, and returns true, if it was: there is nothing
+    /// complete to hand out.
+    bool RefusesToExport();
+
+    /// Draws the map once more, on another surface.
+    /// @return false when the drawing was stopped or failed, or another command is at work.
+    bool DrawMapOn(DrawSurface& surface);
+
+    /// Redraws the map, as after a change of its size. During another command it waits for that
+    /// one's end.
+    void DrawContourMap();
+
+    /// Asks the command that is at work to end soon. What has been drawn stays; nothing is exported
+    /// until a drawing has come to its end.
+    void RequestStop() { map_.stopRequested = true; }
+
+    /// What the closing of the main window saves and exports.
+    void Close();
+
+private:
+    class WorkGuard;
+
+    bool LoadPointFile(const std::string& path);
+    void DrawMap();
+    void LoadAndShow(const std::string& path);
+    void RunPipeline();
+    void ExportOnExit();
+    void ShowResultViews(bool visible);
+    void UpdateStatus();
+
+    RunState& state_;
+    SessionServices services_;
+    ContourMap map_;
+    RecentFiles recent_;
+    MainView* view_ = nullptr;
+    bool resultViewsVisible_ = false;
+    int depth_ = 0;             // of commands at work
+    bool redrawWanted_ = false; // asked for during a command
+    bool complete_ = true;      // the last drawing came to its end
+    // The points have not been handed to the 3D view and the mesh file.
+    bool handOverPending_ = false;
+};
+
+} // namespace terravo

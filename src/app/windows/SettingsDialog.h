@@ -1,0 +1,34 @@
+// The settings dialog: language and colours of the next start, thin above SettingsFiles.
+#pragma once
+
+#include "app/settings/ColourScheme.h"
+#include "util/RunState.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+
+#include <optional>
+
+class SettingsDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    /// @param state  texts, and the user's folder that holds the files.
+    explicit SettingsDialog(const terravo::RunState& state, QWidget* parent = nullptr);
+
+    /// Writes what was changed and closes; a failure is said in the dialog, which stays open.
+    void accept() override;
+
+private:
+    void FillLanguages();
+    void FillColours();
+    [[nodiscard]] QString Text(std::size_t index, const char* english) const;
+
+    const terravo::RunState& state_;
+    QComboBox* cmbLanguage;
+    QComboBox* cmbColours;
+    QLabel* lblNote;
+    int languageAtFirst_ = -1;
+    int coloursAtFirst_ = -1;
+};

@@ -1,0 +1,119 @@
+#include "app/windows/StatusPanel.h"
+
+#include "app/windows/WorkInput.h"
+#include "util/NumberText.h"
+
+#include <QApplication>
+#include <QKeySequence>
+#include <QTimer>
+
+#include <utility>
+
+namespace {
+
+constexpr int kPatienceMilliseconds = 1000;
+constexpr int kProgressSteps = 100;
+
+QString FullPrecision(double value) {
+    return QString::number(value, 'g', 15);
+}
+
+} // namespace
+
+StatusPanel::StatusPanel(QWidget* parent)
+    : QStatusBar(parent), lblPointer_(new QLabel(this)), lblCounts_(new QLabel(this)),
+      lblRemark_(new QLabel(this)), lblWork_(new QLabel(this)),
+      barProgress_(new QProgressBar(this)), cmdStop_(new QPushButton(this)),
+      input_(new WorkInput(cmdStop_, this)) {
+    lblPointer_->setObjectName(QStringLiteral("lblPointer"));
+    lblCounts_->setObjectName(QStringLiteral("lblCounts"));
+    lblRemark_->setObjectName(QStringLiteral("lblRemark"));
+    lblWork_->setObjectName(QStringLiteral("lblWork"));
+    barProgress_->setObjectName(QStringLiteral("barProgress"));
+    barProgress_->setRange(0, kProgressSteps);
+    barProgress_->setMaximumWidth(200);
+    lblCounts_->setContentsMargins(6, 0, 18, 0);
+    addWidget(lblCounts_);
+    addWidget(lblRemark_, 1);
+    addWidget(lblWork_);
+    addWidget(barProgress_);
+    addWidget(cmdStop_);
+    addPermanentWidget(lblPointer_);
+    lblWork_->hide();
+    barProgress_->hide();
+    cmdStop_->setObjectName(QStringLiteral("cmdStop"));
+    cmdStop_->setFocusPolicy(Qt::NoFocus); // the focus would be lost when the button goes
+    cmdStop_->hide();
+    connect(cmdStop_, &QPushButton::clicked, this, &StatusPanel::AskToStop);
+    connect(input_, &WorkInput::StopAsked, this, &StatusPanel::AskToStop);
+    connect(input_, &WorkInput::CloseAsked, this, &StatusPanel::CloseAfterWork);
+}
+
+void StatusPanel::CloseAfterWork() {
+    // A message box or a dialog would keep the program for ever.
+    QWidget* last = nullptr;
+    for (QWidget* modal = QApplication::activeModalWidget(); modal != nullptr && modal != last;
+         modal = QApplication::activeModalWidget()) {
+        last = modal;
+        modal->close();
+    }
+    if (depth_ == 0) {
+        emit CloseWanted();
+        return;
+    }
+    closeWanted_ = true;
+    AskToStop();
+}
+
+void StatusPanel::AskToStop() {
+    cmdStop_->setEnabled(false);
+    emit StopAsked();
+}
+
+void StatusPanel::ShowPointer(double x, double y) {
+    lblPointer_->setText(FullPrecision(x) + QStringLiteral(", ") + FullPrecision(y));
+}
+
+void StatusPanel::ShowCounts(const QString& counts, const QString& remark) {
+    lblCounts_->setText(counts);
+    lblRemark_->setText(remark);
+    lblRemark_->setToolTip(remark);
+}
+
+void StatusPanel::BeginWork(const QString& text, const QString& stopText) {
+    if (depth_++ == 0) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+        lblWork_->setText(text);
+        cmdStop_->setText(stopText);
+        cmdStop_->setToolTip(QKeySequence(Qt::Key_Escape).toString(QKeySequence::NativeText));
+        cmdStop_->setEnabled(true);
+        since_.start();
+    }
+}
+
+void StatusPanel::ShowProgress(double done) {
+    if (depth_ == 0 || since_.elapsed() < kPatienceMilliseconds) {
+        return;
+    }
+    barProgress_->setValue(static_cast<int>(done * kProgressSteps));
+    if (barProgress_->isHidden()) {
+        lblWork_->show();
+        barProgress_->show();
+        cmdStop_->show();
+        input_->Begin();
+    }
+    input_->Poll();
+}
+
+void StatusPanel::EndWork() {
+    if (--depth_ == 0) {
+        QApplication::restoreOverrideCursor();
+        input_->End();
+        lblWork_->hide();
+        barProgress_->hide();
+        cmdStop_->hide();
+        if (std::exchange(closeWanted_, false)) {
+            QTimer::singleShot(0, this, &StatusPanel::CloseWanted);
+        }
+    }
+}

@@ -1,0 +1,374 @@
+#include "app/windows/frm3D.h"
+
+#include "app/windows/GradientButton.h"
+#include "app/windows/HelpTexts.h"
+#include "app/windows/SchemeStyle.h"
+#include "app/windows/SurfaceView.h"
+#include "view3d/Rendering.h"
+
+#include <QBoxLayout>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+
+#include <memory>
+
+#include <cmath>
+
+namespace {
+
+constexpr int kTimerMilliseconds = 100;
+constexpr int kIndicatorSide = 10;
+constexpr double kKeyStep = 8; // pixels of the picture
+constexpr const char* kArrowKeys =
+    "The arrow keys move it too, while the picture has the keyboard focus.";
+
+// The position indicator: a ring on the point that is read out.
+class Indicator : public QWidget {
+public:
+    explicit Indicator(QWidget* parent) : QWidget(parent) {
+        setFixedSize(kIndicatorSide, kIndicatorSide);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(Qt::yellow, 2));
+        painter.drawEllipse(QRectF(rect()).adjusted(1, 1, -1, -1));
+    }
+};
+
+// Shows that the picture has the keyboard focus.
+class FocusRing : public QWidget {
+public:
+    explicit FocusRing(QWidget* parent) : QWidget(parent) {
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.setPen(QPen(Qt::white, 2));
+        painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+};
+
+template <class Widget>
+Widget* Named(Widget* widget, const char* name) {
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+QString ToQString(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+QHBoxLayout* Row(std::initializer_list<QWidget*> widgets) {
+    auto* row = new QHBoxLayout;
+    for (QWidget* widget : widgets) {
+        row->addWidget(widget);
+    }
+    return row;
+}
+
+} // namespace
+
+frm3D::frm3D(const terravo::RunState& state, terravo::MessageService& messages,
+             const terravo::ColourScheme& scheme)
+    : state_(state), messages_(messages), commands_(state, messages, *this) {
+    setObjectName(QStringLiteral("frm3D"));
+    const QString caption = ToQString(state.Text(5));
+    setWindowTitle(caption.isEmpty() ? QStringLiteral(" Vista 3D assonometrica") : caption);
+    MakeControls();
+    MakePictureMenu();
+    ConnectControls();
+    SetColours(scheme);
+    commands_.ShowControls();
+}
+
+void frm3D::MakeControls() {
+    Picture1 = Named(new QWidget(this), "Picture1");
+    QSizePolicy keepsPlace(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    keepsPlace.setRetainSizeWhenHidden(true);
+    Picture1->setSizePolicy(keepsPlace);
+    pic3D = Named(new SurfaceView(Picture1), "pic3D");
+    pic3D->setMinimumSize(260, 200);
+    pic3D->setCursor(Qt::CrossCursor);
+    pic3D->SetBackground(terravo::kBlack);
+    pic3D->setAccessibleName(windowTitle().trimmed());
+    auto* pictureLayout = new QVBoxLayout(Picture1);
+    pictureLayout->setContentsMargins(0, 0, 0, 0);
+    pictureLayout->addWidget(pic3D);
+    shpInd = Named(new Indicator(pic3D), "shpInd");
+    shpInd->hide();
+    focusRing = Named(new FocusRing(pic3D), "focusRing");
+    focusRing->hide();
+    pic3D->setFocusPolicy(Qt::TabFocus);
+    pic3D->installEventFilter(this);
+
+    auto* column = new QVBoxLayout;
+    column->addLayout(MakeViews());
+    column->addLayout(MakeRotation());
+    column->addLayout(MakeReadOut());
+    column->addStretch(1);
+    setTabOrder(cmdCopiaGrafico, pic3D);
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(column);
+    layout->addWidget(Picture1, 1);
+    // A coarse timer may be early or late by a twentieth, which shows as an uneven turn.
+    Timer1.setTimerType(Qt::PreciseTimer);
+    Timer1.setInterval(kTimerMilliseconds);
+}
+
+QBoxLayout* frm3D::MakeViews() {
+    const auto text = [this](std::size_t index) { return ToQString(state_.Text(index)); };
+    optCol = Named(new QRadioButton(text(20), this), "optCol");
+    optBN = Named(new QRadioButton(text(21), this), "optBN");
+    optCol->setChecked(true);
+    zFrame1 = Named(new QGroupBox(text(6), this), "zFrame1");
+    cmdXY = Named(new GradientButton(zFrame1), "cmdXY");
+    cmdZX = Named(new GradientButton(zFrame1), "cmdZX");
+    cmdZY = Named(new GradientButton(zFrame1), "cmdZY");
+    cmdXY->setText(text(8));
+    cmdZX->setText(QStringLiteral("&Z -Y"));
+    cmdZY->setText(QStringLiteral("Z - &Y"));
+    auto* views = new QVBoxLayout(zFrame1);
+    for (QWidget* button : {cmdXY, cmdZX, cmdZY}) {
+        views->addWidget(button);
+    }
+    auto* column = new QVBoxLayout;
+    column->addWidget(optCol);
+    column->addWidget(optBN);
+    column->addWidget(zFrame1);
+    return column;
+}
+
+QBoxLayout* frm3D::MakeRotation() {
+    zFrame2 = Named(new QGroupBox(ToQString(state_.Text(9)), this), "zFrame2");
+    cmdRuota = Named(new GradientButton(zFrame2), "cmdRuota");
+    cmdPausa = Named(new GradientButton(zFrame2), "cmdPausa");
+    lblTheta = Named(new QLabel(zFrame2), "lblTheta");
+    updTheta = Named(new QSpinBox(zFrame2), "updTheta");
+    updTheta->setRange(-1, 360);
+    updTheta->setToolTip(ToQString(state_.Text(22)));
+    const QString angle = ToQString(state_.Text(22));
+    updTheta->setAccessibleName(angle.isEmpty() ? QStringLiteral("[Grd]") : angle);
+    updTheta->setKeyboardTracking(false);
+    auto* unit = new QLabel(QStringLiteral("[Grd]:"), zFrame2);
+    auto* rotation = new QVBoxLayout(zFrame2);
+    rotation->addWidget(cmdRuota);
+    rotation->addWidget(cmdPausa);
+    rotation->addLayout(Row({unit, lblTheta, updTheta}));
+    auto* column = new QVBoxLayout;
+    column->addWidget(zFrame2);
+    return column;
+}
+
+QBoxLayout* frm3D::MakeReadOut() {
+    const auto labelled = [this](const QString& caption, QLabel*& value, const char* name) {
+        auto* label = new QLabel(caption, this);
+        value = Named(new QLabel(this), name);
+        value->setAutoFillBackground(true);
+        return Row({label, value});
+    };
+    lblIstruzioni = Named(new QLabel(ToQString(state_.Text(12)), this), "lblIstruzioni");
+    lblIstruzioni->setToolTip(
+        ToQString(state_.TextOr(terravo::HelpTextIndex::kArrowKeys, kArrowKeys)));
+    lblIstruzioni->setWordWrap(true);
+    lblIstruzioni->setMaximumWidth(170);
+    cmdCopiaGrafico = Named(new GradientButton(this), "cmdCopiaGrafico");
+    cmdCopiaGrafico->setText(ToQString(state_.Text(19)));
+    auto* column = new QVBoxLayout;
+    column->addLayout(labelled(QStringLiteral("RAyx:"), lblRAyx, "lblRAyx"));
+    column->addLayout(labelled(QStringLiteral("[Grd]:"), lblAlfa, "lblAlfa"));
+    column->addLayout(labelled(QStringLiteral("x:"), lblX, "lblX"));
+    column->addLayout(labelled(QStringLiteral("y:"), lblY, "lblY"));
+    column->addLayout(labelled(QStringLiteral("z:"), lblZ, "lblZ"));
+    column->addWidget(cmdCopiaGrafico);
+    column->addWidget(lblIstruzioni);
+    return column;
+}
+
+void frm3D::MakePictureMenu() {
+    const auto addAction = [this](const char* name, std::size_t text, const char* english) {
+        auto* action = new QAction(ToQString(state_.TextOr(text, english)), pic3D);
+        action->setObjectName(QLatin1String(name));
+        action->setEnabled(false);
+        pic3D->addAction(action);
+        return action;
+    };
+    mnuEsporta3D =
+        addAction("mnuEsporta3D", terravo::TextIndex::kExportPicture, "Export picture...");
+    mnuStampa3D = addAction("mnuStampa3D", terravo::TextIndex::kPrint, "&Print...");
+    pic3D->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(mnuEsporta3D, &QAction::triggered, this, &frm3D::ExportAsked);
+    connect(mnuStampa3D, &QAction::triggered, this, &frm3D::PrintAsked);
+}
+
+void frm3D::ConnectControls() {
+    using terravo::StandardView;
+    connect(cmdXY, &QPushButton::clicked, this,
+            [this] { commands_.SetStandardView(StandardView::XY); });
+    connect(cmdZX, &QPushButton::clicked, this,
+            [this] { commands_.SetStandardView(StandardView::ZX); });
+    connect(cmdZY, &QPushButton::clicked, this,
+            [this] { commands_.SetStandardView(StandardView::ZY); });
+    connect(cmdRuota, &QPushButton::clicked, this, [this] { commands_.ToggleRotation(); });
+    connect(cmdPausa, &QPushButton::clicked, this, [this] { commands_.TogglePause(); });
+    connect(updTheta, &QSpinBox::valueChanged, this,
+            [this](int degrees) { commands_.StepAngle(degrees); });
+    connect(&Timer1, &QTimer::timeout, this, [this] { commands_.Tick(); });
+    connect(optCol, &QRadioButton::clicked, this, [this] { commands_.SetColour(true); });
+    connect(optBN, &QRadioButton::clicked, this, [this] { commands_.SetColour(false); });
+    connect(cmdCopiaGrafico, &QPushButton::clicked, this, &frm3D::CopyPicture);
+    connect(pic3D, &SurfaceView::SizeSettled, this, [this] { commands_.Redraw(true); });
+    connect(pic3D, &SurfaceView::PointerMoved, this,
+            [this](double, double) { commands_.PlaceAxisLabels(); });
+    connect(pic3D, &SurfaceView::PointerLeft, this, [this] { commands_.LeaveArea(); });
+    connect(pic3D, &SurfaceView::DragBegun, this, [this] {
+        pic3D->setCursor(Qt::ClosedHandCursor);
+        commands_.BeginDrag();
+    });
+    connect(pic3D, &SurfaceView::Dragged, this,
+            [this](double x, double z) { commands_.Drag(x, z); });
+    connect(pic3D, &SurfaceView::DragEnded, this, [this] { pic3D->setCursor(Qt::CrossCursor); });
+}
+
+void frm3D::SetColours(const terravo::ColourScheme& scheme) {
+    ApplyColourScheme(*this, scheme);
+    updTheta->setPalette(SchemePalette(updTheta->palette(), scheme));
+    pic3D->SetBackground(terravo::kBlack);
+}
+
+void frm3D::SetPictureVisible(bool visible) {
+    Picture1->setVisible(visible);
+    mnuEsporta3D->setEnabled(visible);
+    mnuStampa3D->setEnabled(visible);
+}
+
+terravo::Picture frm3D::PictureNow() const {
+    const terravo::RasterSurface& shown = pic3D->Surface();
+    const auto view = std::make_shared<terravo::AxonometricView>(commands_.View());
+    return {shown.PixelWidth(), shown.PixelHeight(), pic3D->devicePixelRatioF(), view->title,
+            [view, colour = optCol->isChecked(), &run = state_,
+             &messages = messages_](terravo::DrawSurface& surface) {
+                return terravo::Rendering::Redraw(surface, *view, false, colour, run, messages);
+            }};
+}
+
+terravo::DrawSurface& frm3D::Surface3D() {
+    layout()->activate();
+    Picture1->layout()->activate();
+    return pic3D->FittedSurface();
+}
+
+int frm3D::OuterHeight() const {
+    return pic3D->Surface().PixelHeight();
+}
+
+std::optional<terravo::PixelPoint> frm3D::PointerPixel() const {
+    if (!pic3D->underMouse()) {
+        return std::nullopt;
+    }
+    const QPointF place =
+        QPointF(pic3D->mapFromGlobal(QCursor::pos())) * pic3D->devicePixelRatioF();
+    return terravo::PixelPoint{qRound(place.x()), qRound(place.y())};
+}
+
+void frm3D::ShowControls(const terravo::View3DControls& controls) {
+    cmdRuota->setText(ToQString(controls.rotateCaption));
+    cmdRuota->setEnabled(controls.rotateEnabled);
+    cmdPausa->setText(ToQString(controls.pauseCaption));
+    cmdPausa->setEnabled(controls.pauseEnabled);
+    updTheta->setEnabled(controls.stepUsable);
+    const QSignalBlocker quiet(updTheta);
+    updTheta->setValue(controls.thetaDegrees);
+    lblTheta->setText(ToQString(controls.theta));
+    lblRAyx->setText(ToQString(controls.rayx));
+    lblAlfa->setText(ToQString(controls.alfa));
+    pic3D->setAccessibleDescription(
+        ToQString(commands_.View().title + ", " + state_.Text(22) + " " + controls.theta +
+                  ", RAyx: " + controls.rayx + ", [Grd]: " + controls.alfa + ". " +
+                  state_.TextOr(terravo::HelpTextIndex::kArrowKeys, kArrowKeys)));
+    if (controls.timerOn != Timer1.isActive()) {
+        controls.timerOn ? Timer1.start() : Timer1.stop();
+    }
+}
+
+void frm3D::ShowReadOut(const std::optional<terravo::View3DReadOut>& readOut) {
+    lblX->setText(readOut ? ToQString(readOut->x) : QString());
+    lblY->setText(readOut ? ToQString(readOut->y) : QString());
+    lblZ->setText(readOut ? ToQString(readOut->z) : QString());
+    shpInd->setVisible(readOut.has_value());
+    if (readOut) {
+        const QPointF middle =
+            QPointF(readOut->pixel.x, readOut->pixel.y) / pic3D->devicePixelRatioF();
+        shpInd->move(qRound(middle.x()) - kIndicatorSide / 2,
+                     qRound(middle.y()) - kIndicatorSide / 2);
+    }
+}
+
+void frm3D::CopyPicture() {
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setImage(pic3D->Picture());
+}
+
+void frm3D::mouseMoveEvent(QMouseEvent* event) {
+    QWidget::mouseMoveEvent(event);
+    commands_.LeaveArea();
+}
+
+bool frm3D::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == pic3D) {
+        switch (event->type()) {
+        case QEvent::FocusIn:
+        case QEvent::FocusOut:
+        case QEvent::Resize:
+            focusRing->setGeometry(pic3D->rect());
+            focusRing->setVisible(pic3D->hasFocus());
+            break;
+        case QEvent::KeyPress:
+            if (MoveAxisEnd(static_cast<QKeyEvent*>(event)->key())) {
+                return true;
+            }
+            break;
+        default:
+            break;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+// The end of the y axis, taken a step on from where it is, as the mouse would drag it.
+bool frm3D::MoveAxisEnd(int key) {
+    const double right = key == Qt::Key_Right ? kKeyStep : key == Qt::Key_Left ? -kKeyStep : 0;
+    const double up = key == Qt::Key_Up ? kKeyStep : key == Qt::Key_Down ? -kKeyStep : 0;
+    if (right == 0 && up == 0) {
+        return false;
+    }
+    const terravo::AxonometricView& view = commands_.View();
+    const auto scaleX = static_cast<double>(view.coefficients.Ax);
+    const auto scaleZ = static_cast<double>(view.coefficients.Az);
+    const double length =
+        static_cast<double>(view.rayx) * static_cast<double>(view.xRange) * scaleX;
+    const auto slant = static_cast<double>(view.alfa);
+    const double endX = length * std::cos(slant) + right;
+    const double endZ = length * std::sin(slant) + up;
+    commands_.BeginDrag();
+    commands_.Drag(static_cast<double>(view.extents.xmin) + endX / scaleX,
+                   static_cast<double>(view.extents.zmin) - endZ / scaleZ);
+    return true;
+}
+
+void frm3D::closeEvent(QCloseEvent* event) {
+    Timer1.stop();
+    emit Closing();
+    event->accept();
+}

@@ -1,0 +1,60 @@
+// The parent window: menu bar, status bar, and the documents.
+#pragma once
+
+#include "app/session/StartUpRules.h"
+#include "app/settings/ColourScheme.h"
+#include "util/SettingsStore.h"
+
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QPointer>
+
+#include <functional>
+
+class StatusPanel;
+class frm3D;
+class frmProve;
+
+/// The place that a document had when the program ended, or a random one.
+/// @param designed  size that it takes when none is kept.
+QRect RestoredBox(const terravo::SettingsStore& settings, const std::string& windowName,
+                  QSize designed);
+
+class frmOrografix : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit frmOrografix(const terravo::ColourScheme& scheme);
+
+    [[nodiscard]] StatusPanel& Status() { return *status_; }
+
+    /// Takes the main contour window in: its menus, and its frame at the given place among the
+    /// documents.
+    void AddMainWindow(frmProve* window, const QRect& box);
+
+    /// How a 3D window is made, and where its place is kept. To be called before a file is loaded.
+    void SetView3D(std::function<frm3D*()> make, terravo::SettingsStore& settings);
+
+    /// Shows the window as designed, minimised or maximised.
+    void ShowIn(terravo::ParentState state);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void KeepDocumentsInside();
+
+    QMdiArea* area_;
+    StatusPanel* status_;
+    frm3D* View3DWindow(bool open);
+    QMdiSubWindow* OpenView3D();
+
+    std::function<frm3D*()> makeView3D_;
+    terravo::SettingsStore* settings_ = nullptr;
+    QPointer<frm3D> view3D_;
+    frmProve* mainWindow_ = nullptr;
+    QMdiSubWindow* mainFrame_ = nullptr;
+};

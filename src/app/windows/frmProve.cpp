@@ -1,0 +1,421 @@
+#include "app/windows/frmProve.h"
+
+#include "app/settings/SettingsFiles.h"
+#include "app/windows/AboutBox.h"
+#include "app/windows/GradientButton.h"
+#include "app/windows/HelpTexts.h"
+#include "app/windows/HelpWindow.h"
+#include "app/windows/LevelBox.h"
+#include "app/windows/SchemeStyle.h"
+#include "app/windows/SettingsDialog.h"
+#include "app/windows/StatusPanel.h"
+#include "app/windows/SurfaceView.h"
+#include "app/windows/frm3D.h"
+#include "util/NumberText.h"
+#include "util/RunState.h"
+
+#include <QBoxLayout>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPainter>
+#include <QTimer>
+
+namespace {
+
+constexpr std::size_t kRecentEntries = 5;
+
+template <class Widget>
+Widget* Named(Widget* widget, const char* name, const QString& text) {
+    widget->setObjectName(QLatin1String(name));
+    widget->setText(text);
+    return widget;
+}
+
+// The caption of a control as a screen reader says it.
+QString Spoken(QString caption) {
+    return caption.remove(QLatin1Char('&')).trimmed();
+}
+
+} // namespace
+
+frmProve::frmProve(terravo::RunState& state, terravo::Session& session, StatusPanel& status)
+    : state_(state), session_(session), status_(status) {
+    setObjectName(QStringLiteral("frmProve"));
+    setWindowTitle(QStringLiteral("Livelli"));
+    setAcceptDrops(true);
+    MakeControls();
+    ConnectControls();
+    session_.SetView(*this);
+}
+
+void frmProve::MakeControls() {
+    Picture1 = new QWidget(this);
+    Picture1->setObjectName(QStringLiteral("Picture1"));
+    QSizePolicy keepsPlace(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    keepsPlace.setRetainSizeWhenHidden(true);
+    Picture1->setSizePolicy(keepsPlace);
+    picLivelli = new SurfaceView(Picture1);
+    picLivelli->setObjectName(QStringLiteral("picLivelli"));
+    picLivelli->setMinimumSize(260, 200);
+    picLivelli->setAccessibleName(QStringLiteral("Contour map"));
+    picLivelli->SetBackground(terravo::kBlack);
+    auto* pictureLayout = new QVBoxLayout(Picture1);
+    pictureLayout->setContentsMargins(0, 0, 0, 0);
+    pictureLayout->addWidget(picLivelli);
+
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(MakeOptionsColumn());
+    layout->addWidget(Picture1, 1);
+    Picture1->hide();
+}
+
+QBoxLayout* frmProve::MakeOptionsColumn() {
+    Frame1 = new QGroupBox(this);
+    Frame1->setObjectName(QStringLiteral("Frame1"));
+    zLabel01 = Named(new QLabel(Frame1), "zLabel01", QStringLiteral(" punti:"));
+    lblND = Named(new QLabel(Frame1), "lblND", QStringLiteral("0"));
+    zLabel02 = Named(new QLabel(Frame1), "zLabel02", QStringLiteral(" Livelli:"));
+    txtNLiv = new LevelBox(Frame1);
+    txtNLiv->setObjectName(QStringLiteral("txtNLiv"));
+    txtNLiv->setToolTip(QStringLiteral("Invio, per confermare "));
+    txtNLiv->ShowCount(session_.Options().levelCount);
+    txtNLiv->setMaximumWidth(70);
+    zLabel02->setBuddy(txtNLiv);
+    optLinee = Named(new QRadioButton(Frame1), "optLinee", QStringLiteral("&Linee"));
+    optAree = Named(new QRadioButton(Frame1), "optAree", QStringLiteral("&Aree"));
+    chkValoriLivelli =
+        Named(new QCheckBox(Frame1), "chkValoriLivelli", QStringLiteral("&Valori dei Livelli:"));
+    chkTriangoli = Named(new QCheckBox(Frame1), "chkTriangoli", QStringLiteral("&Triangoli"));
+    chkPerimetro = Named(new QCheckBox(Frame1), "chkPerimetro", QStringLiteral("&Perimetro"));
+    XPButton1 = Named(new GradientButton(this), "XPButton1", QString());
+    XPButton1->setEnabled(false);
+    optLinee->setChecked(true);
+
+    auto* points = new QHBoxLayout;
+    points->addWidget(zLabel01);
+    points->addWidget(lblND, 1);
+    auto* levels = new QHBoxLayout;
+    levels->addWidget(zLabel02);
+    levels->addWidget(txtNLiv);
+    levels->addStretch(1);
+    auto* options = new QVBoxLayout(Frame1);
+    options->addLayout(points);
+    options->addLayout(levels);
+    for (QWidget* control : std::initializer_list<QWidget*>{optLinee, optAree, chkValoriLivelli,
+                                                            chkTriangoli, chkPerimetro}) {
+        options->addWidget(control);
+    }
+    // The box of the level values comes and goes; the others keep their places.
+    QSizePolicy keepsPlace = chkValoriLivelli->sizePolicy();
+    keepsPlace.setRetainSizeWhenHidden(true);
+    chkValoriLivelli->setSizePolicy(keepsPlace);
+
+    auto* column = new QVBoxLayout;
+    column->addWidget(Frame1);
+    column->addWidget(XPButton1);
+    column->addStretch(1);
+    return column;
+}
+
+void frmProve::AddMenus(QMenuBar& menuBar) {
+    mnuFile = menuBar.addMenu(QStringLiteral("&File"));
+    mnuFile->setObjectName(QStringLiteral("mnuFile"));
+    const auto addAction = [](QMenu* menu, const char* name, const QString& text) {
+        QAction* action = menu->addAction(text);
+        action->setObjectName(QLatin1String(name));
+        return action;
+    };
+    mnuLeggiDati = addAction(mnuFile, "mnuLeggiDati", QStringLiteral("Apri f&ile"));
+    mnuLeggiDati->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    mnusalva = mnuFile->addMenu(QStringLiteral("Salva QRZ (File import CAD)"));
+    mnusalva->setObjectName(QStringLiteral("mnusalva"));
+    mnut = {addAction(mnusalva, "mnut0", QStringLiteral("Triangle")),
+            addAction(mnusalva, "mnut1", QStringLiteral("Livel"))};
+    mnusalva->setEnabled(false);
+    AddPictureEntries();
+    mnuFile->addSeparator();
+    mnuEsci = addAction(mnuFile, "mnuEsci", QStringLiteral("&Esci"));
+    mnuEsci->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    mnuFile->addSeparator();
+    for (std::size_t k = 0; k <= kRecentEntries; ++k) {
+        const std::string name = "mnuRecenti" + std::to_string(k);
+        mnuRecenti.push_back(addAction(mnuFile, name.c_str(), QStringLiteral("Files &Recenti:")));
+        mnuRecenti[k]->setVisible(false);
+        if (k > 0) {
+            connect(mnuRecenti[k], &QAction::triggered, this,
+                    [this, k] { session_.OpenRecentFile(k); });
+        }
+    }
+    mnuRecenti[0]->setEnabled(false);
+    mnuQM = menuBar.addMenu(QStringLiteral("&?"));
+    mnuQM->setObjectName(QStringLiteral("mnuQM"));
+    mnuGuida = addAction(mnuQM, "mnuGuida", QString());
+    mnuGuida->setShortcut(QKeySequence(Qt::Key_F1));
+    mnuImpostazioni = addAction(mnuQM, "mnuImpostazioni", QString());
+    mnuImpostazioni->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    mnuInformazioni = addAction(mnuQM, "mnuInformazioni", QStringLiteral("I&nformazioni"));
+
+    connect(mnuLeggiDati, &QAction::triggered, this, [this] { session_.OpenPointFile(); });
+    connect(mnut[0], &QAction::triggered, this,
+            [this] { session_.Export(terravo::QrzKind::Triangles); });
+    connect(mnut[1], &QAction::triggered, this,
+            [this] { session_.Export(terravo::QrzKind::Levels); });
+    connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
+    connect(mnuGuida, &QAction::triggered, this, &frmProve::ShowHelp);
+    connect(mnuImpostazioni, &QAction::triggered, this, &frmProve::ShowSettings);
+    connect(mnuInformazioni, &QAction::triggered, this, &frmProve::ShowAbout);
+}
+
+// Selecting an option runs what a click runs; the buttons' own signal is that of a click.
+void frmProve::ConnectControls() {
+    connect(chkPerimetro, &QCheckBox::clicked, this,
+            [this](bool on) { session_.SetShowPerimeter(on); });
+    connect(chkTriangoli, &QCheckBox::clicked, this,
+            [this](bool on) { session_.SetShowTriangles(on); });
+    connect(chkValoriLivelli, &QCheckBox::clicked, this,
+            [this](bool on) { session_.SetShowLevelValues(on); });
+    connect(optLinee, &QRadioButton::clicked, this, [this] {
+        chkValoriLivelli->setVisible(true);
+        session_.SetMode(terravo::MapMode::Lines);
+    });
+    connect(optAree, &QRadioButton::clicked, this, [this] {
+        chkValoriLivelli->setVisible(false);
+        session_.SetMode(terravo::MapMode::Areas);
+    });
+    connect(txtNLiv, &LevelBox::CountChosen, this,
+            [this](terravo::Index count) { session_.SetLevelCount(count); });
+    connect(XPButton1, &QPushButton::clicked, this, &frmProve::CopyPicture);
+    connect(&status_, &StatusPanel::StopAsked, this, [this] { session_.RequestStop(); });
+    connect(picLivelli, &SurfaceView::PointerMoved, this, &frmProve::ShowPointer);
+    connect(picLivelli, &SurfaceView::SizeSettled, this, [this] {
+        if (session_.ResultViewsVisible()) {
+            session_.DrawContourMap();
+        }
+    });
+}
+
+void frmProve::SetCaptions() {
+    const auto text = [this](std::size_t index) {
+        return QString::fromStdString(state_.Text(index));
+    };
+    mnuLeggiDati->setText(text(0));
+    mnusalva->setTitle(text(1) + QStringLiteral(" File Vector QRZ"));
+    SetPictureCaptions();
+    mnuEsci->setText(text(2));
+    mnuRecenti[0]->setText(text(3));
+    namespace HelpText = terravo::HelpTextIndex;
+    mnuGuida->setText(QString::fromStdString(state_.TextOr(HelpText::kHelp, "&Help")));
+    mnuImpostazioni->setText(
+        QString::fromStdString(state_.TextOr(HelpText::kSettings, "&Settings...")));
+    language_ = terravo::LanguageAtNextStart(state_.userFolder); // of this run, at its start
+    mnuInformazioni->setText(text(4));
+    XPButton1->setText(text(19));
+    XPButton1->setToolTip(text(23) + QStringLiteral(" : ") + Spoken(text(19)));
+    zLabel01->setText(text(13));
+    zLabel02->setText(text(14));
+    optLinee->setText(text(15));
+    optAree->setText(text(16));
+    chkTriangoli->setText(text(17));
+    mnut[0]->setText(chkTriangoli->text());
+    chkPerimetro->setText(text(18));
+    chkValoriLivelli->setText(text(35));
+    txtNLiv->setAccessibleName(Spoken(text(14)));
+    txtNLiv->setAccessibleDescription(txtNLiv->toolTip());
+    picLivelli->setAccessibleName(text(23));
+    XPButton1->setAccessibleName(Spoken(text(19)));
+}
+
+void frmProve::SetColours(const terravo::ColourScheme& scheme) {
+    ApplyColourScheme(*this, scheme);
+    picLivelli->SetBackground(terravo::kBlack);
+}
+
+void frmProve::Start(const std::string& rawCommandLine, const std::string& namedFile) {
+    session_.LoadRecentFiles();
+    chkValoriLivelli->setVisible(optLinee->isChecked());
+    if (namedFile.empty()) {
+        session_.LoadStartUpFile(rawCommandLine);
+    } else {
+        session_.LoadNamedFile(namedFile);
+    }
+}
+
+terravo::DrawSurface& frmProve::MapSurface() {
+    // Hidden widgets are not laid out by themselves.
+    layout()->activate();
+    Picture1->layout()->activate();
+    return picLivelli->FittedSurface();
+}
+
+void frmProve::ShowPointCount(terravo::Index count) {
+    lblND->setText(QString::number(count));
+}
+
+void frmProve::SetResultViewsVisible(bool visible) {
+    Picture1->setVisible(visible);
+    XPButton1->setEnabled(visible);
+    mnusalva->setEnabled(visible);
+    mnuEsportaMappa->setEnabled(visible);
+    mnuStampa->setEnabled(visible);
+    frm3D* view = view3D ? view3D(false) : nullptr;
+    if (view != nullptr) {
+        view->SetPictureVisible(visible);
+    }
+}
+
+void frmProve::ShowTriangles3D(const terravo::PointSet& points,
+                               const terravo::TriangleList& triangles, const std::string& title) {
+    frm3D* view = view3D ? view3D(true) : nullptr;
+    if (view != nullptr) {
+        connect(view, &frm3D::ExportAsked, this, &frmProve::Export3D, Qt::UniqueConnection);
+        connect(view, &frm3D::PrintAsked, this, &frmProve::Print3D, Qt::UniqueConnection);
+        view->Commands().ShowTriangles(points, triangles, title);
+        if (session_.ResultViewsVisible()) {
+            view->SetPictureVisible(true); // no change will say so to a new window
+        }
+    }
+}
+
+void frmProve::ShowRecentFiles() {
+    const terravo::RecentFiles& recent = session_.Recent();
+    for (std::size_t k = 1; k <= kRecentEntries; ++k) {
+        const bool used = k <= recent.Paths().size();
+        mnuRecenti[k]->setVisible(used);
+        if (used) {
+            // An "&" of the path itself would be taken for a mnemonic: doubled, it shows as one.
+            QString caption = QString::fromStdString(recent.CaptionOf(k));
+            caption.replace(1, caption.size() - 1,
+                            caption.mid(1).replace(QLatin1Char('&'), QStringLiteral("&&")));
+            mnuRecenti[k]->setText(caption);
+        }
+    }
+    mnuRecenti[0]->setVisible(recent.HeadingVisible());
+}
+
+void frmProve::ShowStatus(const std::string& counts, const std::string& remark) {
+    counts_ = QString::fromStdString(counts);
+    status_.ShowCounts(counts_, QString::fromStdString(remark));
+    DescribeMap();
+}
+
+// What the map shows, for who hears the windows instead of seeing them.
+void frmProve::DescribeMap() {
+    QStringList parts{counts_, Spoken(zLabel02->text()) + QLatin1Char(' ') + txtNLiv->text()};
+    for (const QAbstractButton* option : std::initializer_list<QAbstractButton*>{
+             optLinee, optAree, chkValoriLivelli, chkTriangoli, chkPerimetro}) {
+        if (option->isChecked() && !option->isHidden()) {
+            parts += Spoken(option->text());
+        }
+    }
+    picLivelli->setAccessibleDescription(parts.join(QStringLiteral(", ")));
+}
+
+void frmProve::BeginWork() {
+    status_.BeginWork(QString::fromStdString(state_.Text(terravo::TextIndex::kWorking)),
+                      QString::fromStdString(state_.TextOr(terravo::TextIndex::kStop, "&Stop")));
+}
+
+void frmProve::ShowProgress(double done) {
+    status_.ShowProgress(done);
+}
+
+void frmProve::EndWork() {
+    status_.EndWork();
+    DescribeMap();
+}
+
+void frmProve::ShowPointer(double x, double y) {
+    const auto single = [](double value) {
+        return QString::fromStdString(terravo::NumberText::SingleText(static_cast<float>(value)));
+    };
+    picLivelli->setToolTip(QString());
+    picLivelli->setToolTip(single(x) + QStringLiteral(", ") + single(y));
+    status_.ShowPointer(x, y);
+}
+
+void frmProve::CopyPicture() {
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    clipboard->clear();
+    clipboard->setImage(picLivelli->Picture());
+}
+
+void frmProve::ShowAbout() {
+    AboutBox box(this);
+    box.exec();
+}
+
+void frmProve::ShowHelp() {
+    if (help_ == nullptr) {
+        help_ = new HelpWindow(state_, language_, window());
+    }
+    help_->show();
+    help_->raise();
+    help_->activateWindow();
+}
+
+void frmProve::ShowSettings() {
+    SettingsDialog dialog(state_, this);
+    dialog.exec();
+}
+
+void frmProve::SelectLines() {
+    optLinee->setChecked(true);
+    chkValoriLivelli->setVisible(true);
+}
+
+terravo::WindowBox frmProve::Box() const {
+    const QRect box = frame_ != nullptr ? frame_->geometry() : geometry();
+    return {box.left(), box.top(), box.width(), box.height()};
+}
+
+bool frmProve::IsMinimised() const {
+    return frame_ != nullptr ? frame_->isMinimized() : isMinimized();
+}
+
+void frmProve::CloseWindow() {
+    QTimer::singleShot(0, this, &frmProve::ExitAsked);
+}
+
+// The first file of what is dragged; empty when it holds none of this machine.
+std::string frmProve::DroppedFile(const QMimeData& data) {
+    const QList<QUrl> urls = data.urls();
+    return urls.isEmpty() ? std::string() : urls.first().toLocalFile().toStdString();
+}
+
+void frmProve::closeEvent(QCloseEvent* event) {
+    session_.Close();
+    event->accept();
+    // However the window came to close, the program ends with it.
+    emit ExitAsked();
+}
+
+void frmProve::dragEnterEvent(QDragEnterEvent* event) {
+    if (!DroppedFile(*event->mimeData()).empty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void frmProve::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    session_.LoadNamedFile(DroppedFile(*event->mimeData()));
+}
+
+// Before the first map its place says how to get one.
+void frmProve::paintEvent(QPaintEvent* event) {
+    QWidget::paintEvent(event);
+    if (!Picture1->isHidden()) {
+        return;
+    }
+    QPainter painter(this);
+    painter.setPen(optLinee->palette().color(QPalette::WindowText));
+    painter.drawText(Picture1->geometry(), Qt::AlignCenter,
+                     Spoken(mnuLeggiDati->text()) + QStringLiteral("  (") +
+                         mnuLeggiDati->shortcut().toString(QKeySequence::NativeText) +
+                         QLatin1Char(')'));
+}

@@ -1,0 +1,141 @@
+// The main contour window: the map, its options and the menus, thin above a Session.
+#pragma once
+
+#include "app/session/Session.h"
+#include "app/settings/ColourScheme.h"
+#include "export/PictureExport.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QPointer>
+#include <QRadioButton>
+#include <QWidget>
+
+#include <functional>
+
+class GradientButton;
+class HelpWindow;
+class LevelBox;
+class QBoxLayout;
+class QMdiSubWindow;
+class QMenuBar;
+class QMimeData;
+class StatusPanel;
+class SurfaceView;
+class frm3D;
+
+class frmProve : public QWidget, public terravo::MainView {
+    Q_OBJECT
+
+public:
+    frmProve(terravo::RunState& state, terravo::Session& session, StatusPanel& status);
+
+    /// Puts this window's menus into the parent's menu bar.
+    void AddMenus(QMenuBar& menuBar);
+
+    /// The captions that the text table gives.
+    void SetCaptions();
+
+    /// The colours of the scheme; the map keeps its black background.
+    void SetColours(const terravo::ColourScheme& scheme);
+
+    /// Fills the recent files and loads the start-up file; the windows exist by now.
+    void Start(const std::string& rawCommandLine, const std::string& namedFile);
+
+    /// The 3D window: opened when there is none and `open` is set, else the one that is open or
+    /// null. Where it is not set there are no 3D views.
+    std::function<frm3D*(bool open)> view3D;
+
+    /// The frame of this window among the documents of the parent.
+    void SetFrame(QMdiSubWindow* frame) { frame_ = frame; }
+
+    // terravo::MainView
+    terravo::DrawSurface& MapSurface() override;
+    void ShowPointCount(terravo::Index count) override;
+    void SetResultViewsVisible(bool visible) override;
+    void ShowRecentFiles() override;
+    void ShowTriangles3D(const terravo::PointSet& points, const terravo::TriangleList& triangles,
+                         const std::string& title) override;
+    void ShowStatus(const std::string& counts, const std::string& remark) override;
+    void BeginWork() override;
+    void ShowProgress(double done) override;
+    void EndWork() override;
+    void SelectLines() override;
+    [[nodiscard]] terravo::WindowBox Box() const override;
+    [[nodiscard]] bool IsMinimised() const override;
+    void CloseWindow() override;
+
+signals:
+    /// The exit command, or the companion program's file: the parent closes.
+    void ExitAsked();
+
+public:
+    // Files may be dropped anywhere on the program, so the parent passes its drags on.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] static std::string DroppedFile(const QMimeData& data);
+    void MakeControls();
+    QBoxLayout* MakeOptionsColumn();
+    void ConnectControls();
+    void ShowPointer(double x, double y);
+    void CopyPicture();
+    void AddPictureEntries();
+    void SetPictureCaptions();
+    [[nodiscard]] terravo::Picture MapPicture();
+    void ExportPicture(const std::string& proposedName, const terravo::Picture& picture);
+    void PrintPicture(const terravo::Picture& picture);
+    [[nodiscard]] terravo::Paper ChosenPaper() const;
+    void Export3D();
+    void Print3D();
+    void ShowAbout();
+    void ShowHelp();
+    void ShowSettings();
+    void DescribeMap();
+
+    terravo::RunState& state_;
+    terravo::Session& session_;
+    StatusPanel& status_;
+    QMdiSubWindow* frame_ = nullptr;
+
+    SurfaceView* picLivelli = nullptr;
+    QWidget* Picture1 = nullptr;
+    QGroupBox* Frame1 = nullptr;
+    QCheckBox* chkValoriLivelli = nullptr;
+    QCheckBox* chkPerimetro = nullptr;
+    QCheckBox* chkTriangoli = nullptr;
+    QRadioButton* optAree = nullptr;
+    QRadioButton* optLinee = nullptr;
+    LevelBox* txtNLiv = nullptr;
+    QLabel* zLabel01 = nullptr;
+    QLabel* zLabel02 = nullptr;
+    QLabel* lblND = nullptr;
+    GradientButton* XPButton1 = nullptr;
+
+    QMenu* mnuFile = nullptr;
+    QMenu* mnuQM = nullptr;
+    QAction* mnuLeggiDati = nullptr;
+    QMenu* mnusalva = nullptr;
+    std::vector<QAction*> mnut; // triangles, levels
+    QAction* mnuEsportaMappa = nullptr;
+    QAction* mnuStampa = nullptr;
+    QAction* mnuCartaBianca = nullptr;
+    QMenu* mnuFormatoCarta = nullptr;
+    QPageSize::PageSizeId pageSize_ = QPageSize::A4;
+    QAction* mnuEsci = nullptr;
+    QAction* mnuGuida = nullptr;
+    QAction* mnuImpostazioni = nullptr;
+    QAction* mnuInformazioni = nullptr;
+    QPointer<HelpWindow> help_;
+    std::string language_;            // prefix in force
+    QString counts_;                  // of points and triangles, as the status bar says them
+    std::vector<QAction*> mnuRecenti; // entry 0 is the heading
+};

@@ -1,0 +1,110 @@
+// The main window's commands that hand pictures out: the map and the 3D picture as files and on
+// paper.
+#include "app/windows/SurfaceView.h"
+#include "app/windows/frm3D.h"
+#include "app/windows/frmProve.h"
+#include "export/PictureExport.h"
+#include "util/AppError.h"
+#include "util/RunState.h"
+
+#include <QActionGroup>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+
+void frmProve::AddPictureEntries() {
+    const auto addAction = [](QMenu* menu, const char* name, const QString& text) {
+        QAction* action = menu->addAction(text);
+        action->setObjectName(QLatin1String(name));
+        return action;
+    };
+    mnuEsportaMappa = addAction(mnuFile, "mnuEsportaMappa", QString());
+    mnuEsportaMappa->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    mnuEsportaMappa->setEnabled(false);
+    mnuStampa = addAction(mnuFile, "mnuStampa", QString());
+    mnuStampa->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+    mnuStampa->setEnabled(false);
+    mnuFormatoCarta = mnuFile->addMenu(QString());
+    mnuFormatoCarta->setObjectName(QStringLiteral("mnuFormatoCarta"));
+    auto* sizes = new QActionGroup(mnuFormatoCarta);
+    for (const char* name : {"A4", "A3", "A2", "A1", "A0", "Letter"}) {
+        QAction* size = addAction(mnuFormatoCarta, name, QLatin1String(name));
+        size->setCheckable(true);
+        size->setChecked(sizes->actions().isEmpty());
+        sizes->addAction(size);
+    }
+    connect(sizes, &QActionGroup::triggered, this, [this](const QAction* size) {
+        pageSize_ = terravo::PaperSizeOf(size->objectName()).value_or(QPageSize::A4);
+    });
+    mnuCartaBianca = addAction(mnuFile, "mnuCartaBianca", QString());
+    mnuCartaBianca->setCheckable(true);
+    mnuCartaBianca->setChecked(true);
+    connect(mnuEsportaMappa, &QAction::triggered, this,
+            [this] { ExportPicture("map", MapPicture()); });
+    connect(mnuStampa, &QAction::triggered, this, [this] { PrintPicture(MapPicture()); });
+}
+
+void frmProve::SetPictureCaptions() {
+    const auto text = [this](std::size_t index, const char* english) {
+        return QString::fromStdString(state_.TextOr(index, english));
+    };
+    mnuEsportaMappa->setText(text(terravo::TextIndex::kExportMap, "Export &map..."));
+    mnuStampa->setText(text(terravo::TextIndex::kPrint, "&Print..."));
+    mnuCartaBianca->setText(text(terravo::TextIndex::kWhitePaper, "White paper"));
+    mnuFormatoCarta->setTitle(text(terravo::TextIndex::kPaperSize, "Paper size"));
+}
+
+// As large as it is in the window, so that it looks the same.
+terravo::Picture frmProve::MapPicture() {
+    const terravo::RasterSurface& shown = picLivelli->Surface();
+    return {shown.PixelWidth(), shown.PixelHeight(), picLivelli->devicePixelRatioF(),
+            state_.Text(terravo::TextIndex::kPlotTitle) + " : " + session_.Points().sourceName,
+            [this](terravo::DrawSurface& surface) { return session_.DrawMapOn(surface); }};
+}
+
+terravo::Paper frmProve::ChosenPaper() const {
+    return mnuCartaBianca->isChecked() ? terravo::Paper::White : terravo::Paper::Black;
+}
+
+// An SVG is for the screen, so it is black as the window is; the paper is for PDF files.
+void frmProve::ExportPicture(const std::string& proposedName, const terravo::Picture& picture) {
+    session_.ExportPicture(proposedName, [&](const std::string& path) {
+        const std::optional<terravo::PictureKind> kind = terravo::PictureKindOf(path);
+        if (!kind) {
+            throw terravo::AppError(terravo::ErrorNumber::kDeviceIo, path,
+                                    path + ": a picture is a .png, .svg or .pdf file.");
+        }
+        const bool onPaper = kind == terravo::PictureKind::Pdf;
+        terravo::WritePicture(path, *kind, picture,
+                              {onPaper ? ChosenPaper() : terravo::Paper::Black, pageSize_});
+    });
+}
+
+void frmProve::PrintPicture(const terravo::Picture& picture) {
+    if (session_.RefusesToExport()) {
+        return;
+    }
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(terravo::PageAcross(pageSize_));
+    printer.setDocName(QString::fromStdString(picture.title));
+    printer.setCreator(QStringLiteral("Terravo"));
+    QPrintPreviewDialog preview(&printer, this);
+    connect(&preview, &QPrintPreviewDialog::paintRequested, this, [&](QPrinter* page) {
+        QPainter painter(page);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QSize room = page->pageLayout().paintRectPixels(page->resolution()).size();
+        terravo::DrawFitted(painter, QRectF({0, 0}, QSizeF(room)), picture, ChosenPaper());
+    });
+    preview.exec();
+}
+
+void frmProve::Export3D() {
+    if (const frm3D* view = view3D ? view3D(false) : nullptr) {
+        ExportPicture("view3d", view->PictureNow());
+    }
+}
+
+void frmProve::Print3D() {
+    if (const frm3D* view = view3D ? view3D(false) : nullptr) {
+        PrintPicture(view->PictureNow());
+    }
+}

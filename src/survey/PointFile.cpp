@@ -1,0 +1,119 @@
+#include "survey/PointFile.h"
+
+#include "util/PathText.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <limits>
+#include <new>
+#include <system_error>
+
+namespace terravo {
+namespace {
+
+// The triangulation numbers twice as many triangles and a hull link holds three times that.
+constexpr Index kMostPoints = std::numeric_limits<Index>::max() / 6 - 1;
+constexpr Index kProgressStride = 65536;
+constexpr Index kSample = 4096; // points from whose lines the count of all points is estimated
+
+// False when the reading is to end.
+bool ReportProgress(const ProgressCallback& progress, const NumberListReader& reader) {
+    // The size of a pipe is not known.
+    const double done = reader.FileSize() > 0 ? static_cast<double>(reader.BytesRead()) /
+                                                    static_cast<double>(reader.FileSize())
+                                              : 0.0;
+    return !progress || progress("read", done);
+}
+
+// The first point of a file drops the arrays of the file before.
+void ClearArrays(PointSet& points) {
+    points.x.Clear();
+    points.y.Clear();
+    points.z.Clear();
+}
+
+// Makes room for all points at once, judged by the bytes of those read so far: arrays that grow
+// step by step are copied several times, each time into memory that is new to the process. A
+// shortened array keeps its room. A wrong estimate does no harm, the arrays still grow.
+void MakeRoom(PointSet& points, const NumberListReader& reader) {
+    constexpr double kMargin = 1.01;
+    constexpr double kMostRoom = 1 << 24; // a file may be far longer than what it holds
+    const double bytesPerPoint = static_cast<double>(reader.BytesRead()) / points.count;
+    const double estimate = kMargin * static_cast<double>(reader.FileSize()) / bytesPerPoint;
+    const auto expected = static_cast<Index>(std::min(estimate, kMostRoom));
+    if (expected > points.count) {
+        for (Array1<double>* values : {&points.x, &points.y, &points.z}) {
+            values->Resize(expected);
+            values->Resize(points.count);
+        }
+    }
+}
+
+// For the windows, where nothing else happens meanwhile: a pipe without a writer would stop them
+// for ever. Memory that runs out is a bad file as well.
+std::optional<ReadFailure> ReadPlainFile(const std::string& path, PointSet& points,
+                                         const ProgressCallback& progress) {
+    std::error_code unknown;
+    if (std::filesystem::is_other(std::filesystem::status(path, unknown))) {
+        return ReadFailure{path, 0, 0, "a pipe or a device cannot be opened here"};
+    }
+    try {
+        return ReadPoints(path, points, progress);
+    } catch (const std::bad_alloc&) {
+        return ReadFailure{path, 0, 0, "there is not enough memory"};
+    }
+}
+
+} // namespace
+
+std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
+                                      const ProgressCallback& progress) {
+    NumberListReader reader(path);
+    points.sourceName = SplitPath(path).name;
+    points.count = 0;
+    points.extentX = points.extentY = points.extentZ = Extent{};
+    while (!reader.AtEnd()) {
+        double x = 0;
+        double y = 0;
+        double z = 0;
+        if (!reader.Read(x) || !reader.Read(y) || !reader.Read(z)) {
+            break;
+        }
+        if (points.count == kMostPoints) {
+            return ReadFailure{path, 0, 0, "the file holds more points than can be triangulated"};
+        }
+        if (points.count == 0) {
+            ClearArrays(points);
+        }
+        points.Append(x, y, z);
+        if (points.count == kSample) {
+            MakeRoom(points, reader);
+        }
+        if (points.count % kProgressStride == 0 && !ReportProgress(progress, reader)) {
+            points = PointSet{};
+            return ReadFailure{path, 0, 0, "reading was stopped", true};
+        }
+    }
+    if (reader.HasFailed()) {
+        return reader.Failure();
+    }
+    return std::nullopt;
+}
+
+bool LoadPointFile(const std::string& path, PointSet& points, const RunState& state,
+                   const LoadServices& services, const ProgressCallback& progress) {
+    const std::optional<ReadFailure> failure = ReadPlainFile(path, points, progress);
+    if (!failure) {
+        return true;
+    }
+    if (failure->isStop) {
+        return false;
+    }
+    services.log.Write(failure->Sentence());
+    services.messages.ShowCritical(state.Text(TextIndex::kBadPointFile), ".....");
+    services.clipboard.Clear();
+    services.programEnd.EndAtOnce();
+    return false;
+}
+
+} // namespace terravo

@@ -1,0 +1,41 @@
+// Point files: plain text read three numbers at a time as x, y, z.
+//
+// Data: a text file and the PointSet that it fills. Method: the list reader gives the numbers; the
+// set is replaced whole. What a bad file does to the whole program is decided here too, over
+// services, so that it is the same from every road that leads to a file.
+#pragma once
+
+#include "survey/PointSet.h"
+#include "util/NumberListReader.h"
+#include "util/Progress.h"
+#include "util/RunState.h"
+#include "util/Services.h"
+
+#include <optional>
+#include <string>
+
+namespace terravo {
+
+/// Reads all points of a file into the set: name, count, bounds and arrays. The arrays grow only
+/// when a point is read, so a file without points leaves them and sets the count to 0.
+/// @return what went wrong; the set then holds the points before it, or nothing when the reading
+///         was stopped.
+std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
+                                      const ProgressCallback& progress = {});
+
+struct LoadServices {
+    MessageService& messages;
+    ClipboardService& clipboard;
+    ProgramEndService& programEnd;
+    LogService& log;
+};
+
+/// Reads a point file for the windows. Any error ends the program at once, after its message and
+/// with an empty clipboard: the companion program often starts this one with a path, and a bad
+/// file must not leave a half-filled window behind.
+/// @return true when no error of any kind occurred; false when the reading was stopped, and else
+///         only where the program end is a fake.
+bool LoadPointFile(const std::string& path, PointSet& points, const RunState& state,
+                   const LoadServices& services, const ProgressCallback& progress = {});
+
+} // namespace terravo

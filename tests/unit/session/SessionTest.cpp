@@ -1,0 +1,311 @@
+#include "app/session/Session.h"
+
+#include "support/FakeServices.h"
+#include "support/FakeSettings.h"
+#include "support/RecordingSurface.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace terravo {
+namespace {
+
+struct FakeView : MainView {
+    RecordingSurface surface{800, 600};
+    Index pointCount = -1;
+    std::vector<bool> visible;
+    std::string counts;
+    std::string remark;
+    int working = 0;
+    int closes = 0;
+    int linesSelected = 0;
+    std::string title3D;
+
+    DrawSurface& MapSurface() override { return surface; }
+    void ShowPointCount(Index count) override { pointCount = count; }
+    void SetResultViewsVisible(bool on) override { visible.push_back(on); }
+    void ShowRecentFiles() override {}
+    void ShowTriangles3D(const PointSet&, const TriangleList& triangles,
+                         const std::string& title) override {
+        title3D = title + ", " + std::to_string(triangles.count);
+    }
+    void ShowStatus(const std::string& newCounts, const std::string& newRemark) override {
+        counts = newCounts;
+        remark = newRemark;
+    }
+    void BeginWork() override { ++working; }
+    void ShowProgress(double) override {
+        if (--progressLeft == 0) {
+            atThatMoment();
+        }
+    }
+    /// What a user does when progress is shown for the n-th time from now.
+    void AfterProgress(int n, std::function<void()> act) {
+        progressLeft = n;
+        atThatMoment = std::move(act);
+    }
+    int progressLeft = 0;
+    std::function<void()> atThatMoment;
+    void EndWork() override { --working; }
+    void SelectLines() override { ++linesSelected; }
+    [[nodiscard]] WindowBox Box() const override { return {10, 20, 300, 200}; }
+    [[nodiscard]] bool IsMinimised() const override { return false; }
+    void CloseWindow() override { ++closes; }
+};
+
+struct SessionTest : ::testing::Test {
+    test::TemporaryFolder folder;
+    RunState state;
+    FakeMessages messages;
+    FakeClipboard clipboard;
+    FakeDialogs dialogs;
+    FakeProgramEnd programEnd;
+    FakeLog log;
+    FakeClock clock;
+    FakeSettings settings;
+    FakeView view;
+    Session session{state, {messages, clipboard, dialogs, programEnd, log, clock, settings}};
+
+    const std::string hill = "1,1,0\n9,1,2\n9,9,4\n1,9,6\n5,4,9\n";
+
+    SessionTest() {
+        state.workFolder = folder.Path();
+        state.pointsFolder = "/points/";
+        state.textTable.assign(37, "");
+        state.textTable[36] = "Choose";
+        state.textTable[27] = "repeat";
+        state.textTable[28] = "not distinct";
+        state.textTable[32] = "not complete";
+        session.SetView(view);
+    }
+    ~SessionTest() override { EXPECT_EQ(view.working, 0) << "every command has ended"; }
+};
+
+TEST_F(SessionTest, OpensAFileAndShowsItsMap) {
+    dialogs.answer = folder.Write("a.dat", hill);
+    session.OpenPointFile();
+    ASSERT_EQ(dialogs.plans.size(), 1U);
+    const FileDialogPlan& plan = dialogs.plans[0];
+    EXPECT_FALSE(plan.save);
+    EXPECT_EQ(plan.title, "Choose ");
+    EXPECT_EQ(plan.folder, "/points/");
+    EXPECT_EQ(plan.name, "");
+    EXPECT_EQ(plan.filters,
+              (std::vector<FileFilter>{{"Files  (*.dat;*.txt;*.qrw)", "*.dat;*.txt;*.qrw"},
+                                       {"Tutti i Files (*.*)", "*.*"}}));
+    EXPECT_EQ(view.pointCount, 5);
+    EXPECT_EQ(view.visible, std::vector<bool>{true});
+    EXPECT_EQ(view.title3D, "Delaunay 2D : a.dat, 4");
+    EXPECT_EQ(session.Recent().Paths(), std::vector<std::string>{*dialogs.answer});
+    EXPECT_FALSE(folder.Read("livelli.txt").empty());
+    EXPECT_FALSE(folder.Read("point_qrw.txt").empty());
+
+    dialogs.answer.reset();
+    session.OpenPointFile();
+    EXPECT_EQ(dialogs.plans[1].folder, folder.Path()) << "where the last file was chosen";
+    EXPECT_EQ(view.visible.size(), 1U) << "a cancelled dialog changes nothing";
+    EXPECT_TRUE(messages.boxes.empty());
+}
+
+TEST_F(SessionTest, ReportsADialogThatFails) {
+    dialogs.answer = folder.Write("a.dat", hill);
+    session.OpenPointFile();
+    dialogs.error = AppError(70, "Dialog", "Permission denied");
+    session.OpenPointFile();
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0],
+              (FakeMessages::Box{"Error 70\r\nPermission denied", " Files/Dialog"}));
+    EXPECT_EQ(view.visible, (std::vector<bool>{true, false}));
+}
+
+TEST_F(SessionTest, ABadFileEndsTheProgramAndSavesNothing) {
+    clipboard.text = "something";
+    dialogs.answer = folder.Write("bad.dat", "1,2\n");
+    session.OpenPointFile();
+    EXPECT_EQ(programEnd.ends, 1);
+    EXPECT_EQ(clipboard.clears, 1);
+    EXPECT_TRUE(session.Recent().Paths().empty());
+    EXPECT_TRUE(view.visible.empty());
+}
+
+TEST_F(SessionTest, HidesTheViewsWhenADrawingFails) {
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    session.LoadNamedFile(folder.Write("line.dat", "1,1,0\n2,2,1\n3,3,2\n"));
+    EXPECT_EQ(view.visible, (std::vector<bool>{true, false}));
+    EXPECT_EQ(messages.boxes.size(), 2U) << "one of the drawing, one of the triangulation";
+    session.OpenRecentFile(2);
+    EXPECT_EQ(view.visible, (std::vector<bool>{true, false, true}));
+    EXPECT_EQ(session.Recent().Paths()[0], folder.File("a.dat")) << "moved to the top";
+}
+
+TEST_F(SessionTest, IgnoresAMissingFile) {
+    session.LoadNamedFile(folder.File("none.dat"));
+    EXPECT_EQ(view.pointCount, -1);
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_EQ(log.lines.size(), 1U);
+}
+
+TEST_F(SessionTest, TellsWhatWouldBeSilent) {
+    session.LoadNamedFile(folder.Write("r.dat", hill + "5,4,9\n1,1,0\n"));
+    EXPECT_EQ(view.remark, "repeat 2");
+    session.LoadNamedFile(folder.Write("z.dat", "0,0,1\n5,5,2\n9,1,3\n"));
+    EXPECT_EQ(view.remark, "not distinct");
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    EXPECT_EQ(view.remark, "");
+    EXPECT_EQ(view.counts, "5 , 4 ");
+}
+
+TEST_F(SessionTest, LoadsTheStartUpFileOfTheCommandLineOrTheClipboard) {
+    const std::string survey = folder.Write("survey.QRW", hill);
+    clipboard.text = survey;
+    session.LoadStartUpFile("");
+    EXPECT_EQ(view.visible, std::vector<bool>{true});
+    clipboard.text = folder.File("other.qrw");
+    session.LoadStartUpFile("\"" + survey + "\"");
+    EXPECT_EQ(view.pointCount, 5) << "the command line replaces the clipboard";
+    EXPECT_EQ(view.closes, 0);
+}
+
+TEST_F(SessionTest, IgnoresWhatNamesNoStartUpFile) {
+    for (const std::string line : {"", "x", "\"a.dat\"", "a.qrw"}) {
+        session.LoadStartUpFile(line);
+        EXPECT_EQ(view.pointCount, -1) << line;
+    }
+    EXPECT_EQ(programEnd.ends, 0);
+}
+
+TEST_F(SessionTest, ClosesAfterTheCompanionsFile) {
+    const std::string request = folder.Write("my_point.qrw", hill);
+    session.LoadStartUpFile("\"" + request + "\"");
+    EXPECT_EQ(view.closes, 1);
+    EXPECT_TRUE(view.visible.empty());
+}
+
+TEST_F(SessionTest, RedrawsForEveryOptionOnceThereAreData) {
+    session.SetShowTriangles(true);
+    EXPECT_TRUE(view.surface.userCalls.empty()) << "nothing loaded, nothing drawn";
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    const auto redraws = [this](auto command) {
+        view.surface.Forget();
+        command();
+        return !view.surface.userCalls.empty();
+    };
+    EXPECT_TRUE(redraws([this] { session.SetShowTriangles(false); }));
+    EXPECT_TRUE(redraws([this] { session.SetShowPerimeter(true); }));
+    EXPECT_TRUE(redraws([this] { session.SetShowLevelValues(true); }));
+    EXPECT_TRUE(redraws([this] { session.SetLevelCount(7); }));
+    EXPECT_EQ(state.lastLevelCount, 7);
+}
+
+TEST_F(SessionTest, SavesRecentFilesAndPositionWhenItCloses) {
+    const std::string path = folder.Write("a.dat", hill);
+    session.LoadNamedFile(path);
+    session.Close();
+    EXPECT_EQ(settings.Get("PuntiDati", "1"), path);
+    EXPECT_EQ(settings.Get("PosizioniForms", "frmProve_Left"), "150");
+    EXPECT_EQ(settings.Get("PosizioniForms", "frmProve_Width"), std::nullopt);
+}
+
+TEST_F(SessionTest, ExportsTrianglesAndLevelsWhereTheUserSays) {
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    dialogs.answer = folder.File("t");
+    session.Export(QrzKind::Triangles);
+    const FileDialogPlan& plan = dialogs.plans.back();
+    EXPECT_TRUE(plan.save);
+    EXPECT_EQ(plan.name, "Point");
+    EXPECT_EQ(plan.folder, folder.Path());
+    EXPECT_EQ(clipboard.text, folder.File("t.qrz")) << "a name without extension gets one";
+    EXPECT_NE(folder.Read("t.qrz").find("POLYLINE"), std::string::npos);
+
+    session.SetMode(MapMode::Areas);
+    EXPECT_EQ(folder.Read("livelli.txt"), "") << "areas write no segments";
+    dialogs.answer = folder.File("l.x");
+    session.Export(QrzKind::Levels);
+    EXPECT_EQ(clipboard.text, folder.File("l.x"));
+    EXPECT_NE(folder.Read("l.x").find("LL_0"), std::string::npos);
+    EXPECT_EQ(session.Options().mode, MapMode::Lines);
+    EXPECT_EQ(view.linesSelected, 1);
+
+    dialogs.answer.reset();
+    session.Export(QrzKind::Levels);
+    EXPECT_TRUE(messages.boxes.empty()) << "cancelled";
+    dialogs.error = AppError(70, "Dialog", "Permission denied");
+    session.Export(QrzKind::Levels);
+    EXPECT_EQ(messages.boxes.at(0).text, "Error File QRZ....");
+}
+
+TEST_F(SessionTest, RefusesToExportWhatWasStoppedUntilADrawingIsComplete) {
+    view.AfterProgress(3, [this] { session.RequestStop(); });
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    EXPECT_EQ(view.visible, std::vector<bool>{true}) << "what is drawn stays";
+    EXPECT_NE(view.remark.find("not complete"), std::string::npos) << view.remark;
+    EXPECT_EQ(view.title3D, "");
+    EXPECT_TRUE(messages.boxes.empty());
+    dialogs.answer = folder.File("out.qrz");
+    for (const QrzKind kind : {QrzKind::Triangles, QrzKind::Levels}) {
+        session.Export(kind);
+    }
+    ASSERT_EQ(messages.boxes.size(), 2U);
+    EXPECT_NE(messages.boxes[0].text.find("to its end"), std::string::npos);
+    EXPECT_TRUE(dialogs.plans.empty());
+    session.Close();
+    EXPECT_FALSE(std::filesystem::exists(folder.File("px.qrz")));
+
+    session.SetShowPerimeter(true);
+    EXPECT_EQ(view.remark, "");
+    EXPECT_EQ(view.title3D, "Delaunay 2D : a.dat, 4");
+    session.Export(QrzKind::Triangles);
+    EXPECT_FALSE(folder.Read("out.qrz").empty());
+
+    // Contours are drawn anew before they are written; that drawing can be stopped as well.
+    dialogs.answer = folder.File("levels.qrz");
+    view.AfterProgress(2, [this] { session.RequestStop(); });
+    session.Export(QrzKind::Levels);
+    EXPECT_FALSE(std::filesystem::exists(folder.File("levels.qrz")));
+}
+
+TEST_F(SessionTest, StopsReadingAndTriangulatingWithoutAPoint) {
+    std::string text;
+    for (int i = 0; i < 70000; ++i) {
+        text += std::to_string(1 + i % 300) + "," + std::to_string(1 + i / 300) + "," +
+                std::to_string(i % 7) + "\n";
+    }
+    const std::string path = folder.Write("long.dat", text);
+    view.AfterProgress(1, [this] { session.RequestStop(); });
+    session.LoadNamedFile(path);
+    EXPECT_EQ(view.pointCount, 0);
+    EXPECT_EQ(session.Points().x.UpperBound(), 0);
+    EXPECT_EQ(programEnd.ends, 0) << "a stopped file is not a bad one";
+    EXPECT_NE(view.remark, "");
+
+    view.AfterProgress(2, [this] { session.RequestStop(); });
+    session.LoadNamedFile(path);
+    EXPECT_EQ(view.pointCount, 70000);
+    EXPECT_EQ(view.title3D, "");
+    EXPECT_EQ(folder.Read("livelli.txt"), "") << "stopped before the first level";
+    session.SetShowPerimeter(true);
+    EXPECT_NE(view.title3D, "");
+}
+
+TEST_F(SessionTest, KeepsADrawingAskedForDuringACommandForLater) {
+    view.AfterProgress(2, [this] { session.DrawContourMap(); });
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    EXPECT_LT(view.progressLeft, -10) << "ten levels were drawn once more";
+}
+
+TEST_F(SessionTest, HandsTheTrianglesBackAtTheEndUnlessSomethingWasExported) {
+    session.Close();
+    EXPECT_EQ(clipboard.text, std::nullopt) << "nothing to hand back";
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    session.Close();
+    EXPECT_EQ(clipboard.text, folder.File("px.qrz"));
+    EXPECT_EQ(state.lastQrzExportPath, folder.File("px.qrz"));
+    clipboard.text = "else";
+    session.Close();
+    EXPECT_EQ(clipboard.text, "else");
+}
+
+} // namespace
+} // namespace terravo
