@@ -68,28 +68,28 @@ void AppendNumber(std::string& out, double value, Digits digits) {
 
 } // namespace
 
-std::string_view Name(Survey survey) {
-    switch (survey) {
-    case Survey::Random:
+std::string_view Name(Layout layout) {
+    switch (layout) {
+    case Layout::Random:
         return "random";
-    case Survey::Grid:
+    case Layout::Grid:
         return "grid";
-    case Survey::Lines:
+    case Layout::Lines:
         return "lines";
     }
     return {};
 }
 
-std::optional<Survey> SurveyFromName(std::string_view name) {
-    for (const Survey survey : kSurveys) {
-        if (Name(survey) == name) {
-            return survey;
+std::optional<Layout> LayoutFromName(std::string_view name) {
+    for (const Layout layout : kLayouts) {
+        if (Name(layout) == name) {
+            return layout;
         }
     }
     return std::nullopt;
 }
 
-PointSet MakeSurvey(Survey survey, Index count) {
+PointSet MakeSurvey(Layout layout, Index count) {
     std::mt19937_64 engine(20240917);
     const double side = kSpacing * std::sqrt(count);
     const auto columns = static_cast<Index>(std::lround(std::sqrt(count)));
@@ -97,27 +97,27 @@ PointSet MakeSurvey(Survey survey, Index count) {
     const double lineSpacing = kSpacing / std::sqrt(kLinesApart);
     PointSet points;
     for (Index i = 0; i < count; ++i) {
-        switch (survey) {
-        case Survey::Random:
+        switch (layout) {
+        case Layout::Random:
             Append(points, RandomPlace(side, engine), side);
             break;
-        case Survey::Grid:
+        case Layout::Grid:
             Append(points, GridPlace(i, columns), side);
             break;
-        case Survey::Lines:
+        case Layout::Lines:
             Append(points, LinePlace(i, pointsOnLine, lineSpacing, engine), side);
             break;
         }
     }
-    points.sourceName = std::string(Name(survey)) + "-" + std::to_string(count);
+    points.sourceName = std::string(Name(layout)) + "-" + std::to_string(count);
     return points;
 }
 
-const PointSet& KeptSurvey(Survey survey, Index count) {
-    static std::map<std::pair<Survey, Index>, PointSet> kept;
-    const auto [place, isNew] = kept.try_emplace({survey, count});
+const PointSet& KeptSurvey(Layout layout, Index count) {
+    static std::map<std::pair<Layout, Index>, PointSet> kept;
+    const auto [place, isNew] = kept.try_emplace({layout, count});
     if (isNew) {
-        place->second = MakeSurvey(survey, count);
+        place->second = MakeSurvey(layout, count);
     }
     return place->second;
 }

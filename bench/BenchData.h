@@ -16,24 +16,24 @@
 namespace terravo::bench {
 
 /// How the points lie and in which order they come.
-enum class Survey {
+enum class Layout {
     Random, // even scatter, no order
     Grid,   // exact square grid, every row walked in the same direction
     Lines   // parallel lines five spacings apart, walked to and fro, points a little off the line
 };
 
-inline constexpr std::array kSurveys{Survey::Random, Survey::Grid, Survey::Lines};
+inline constexpr std::array kLayouts{Layout::Random, Layout::Grid, Layout::Lines};
 inline constexpr std::array<Index, 4> kSizes{1000, 10000, 100000, 1000000};
 
 /// "random", "grid" or "lines".
-std::string_view Name(Survey survey);
-std::optional<Survey> SurveyFromName(std::string_view name);
+std::string_view Name(Layout layout);
+std::optional<Layout> LayoutFromName(std::string_view name);
 
 /// Exactly `count` points; the same ones at every call.
-PointSet MakeSurvey(Survey survey, Index count);
+PointSet MakeSurvey(Layout layout, Index count);
 
 /// The same, kept for the length of the program.
-const PointSet& KeptSurvey(Survey survey, Index count);
+const PointSet& KeptSurvey(Layout layout, Index count);
 
 /// Plan positions of a point set, in its order.
 Array1<PlanPoint> PlanOf(const PointSet& points);

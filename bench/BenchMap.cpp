@@ -1,15 +1,25 @@
 #include "BenchMap.h"
 
 #include "BenchData.h"
+#include "export/SegmentFile.h"
 
 #include <map>
 
 namespace terravo::bench {
 
-BenchMap::BenchMap(Index count) : map(runState, messages, clock) {
-    runState.workFolder = folder.Path();
-    map.points = MakeSurvey(Survey::Random, count);
-    map.Triangulation();
+BenchMap::BenchMap(Index count)
+    : survey(MakeSurvey(Layout::Random, count)), map(survey, runState, messages, clock) {
+    survey.Triangulation();
+}
+
+MapReport BenchMap::Draw(DrawSurface& surface, const MapOptions& options) const {
+    SegmentFile segments(folder.File(kSegmentFileName));
+    MapReport report = map.Draw(surface, options, StopToken(),
+                                [&segments](double level, const std::vector<LevelPiece>& pieces) {
+                                    segments.Write(level, pieces);
+                                });
+    segments.Close();
+    return report;
 }
 
 BenchMap& KeptMap(Index count) {

@@ -13,10 +13,14 @@ namespace terravo::bench {
 struct BenchMap {
     explicit BenchMap(Index count);
 
+    /// Draws the map and rewrites the segment file in the folder, as the window does.
+    MapReport Draw(DrawSurface& surface, const MapOptions& options) const;
+
     test::TemporaryFolder folder;
-    RunState runState; ///< works in the folder
+    RunState runState;
     FakeMessages messages;
     FakeClock clock;
+    Survey survey;
     ContourMap map;
 };
 

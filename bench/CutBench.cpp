@@ -6,21 +6,21 @@
 #include "BenchRun.h"
 #include "contour/LevelCut.h"
 #include "plot2d/ColourScale.h"
-#include "survey/KeptTriangulation.h"
+#include "survey/Survey.h"
 
 #include <map>
 
 namespace terravo::bench {
 namespace {
 
-const TriangleList& TrianglesOf(Index count) {
-    static std::map<Index, KeptTriangulation> kept;
-    return kept[count].For(KeptSurvey(Survey::Random, count)).triangles;
+const Survey& SurveyOf(Index count) {
+    static std::map<Index, Survey> kept;
+    return kept.try_emplace(count, KeptSurvey(Layout::Random, count)).first->second;
 }
 
 void Cut(benchmark::State& state, Index count, Index levelCount) {
-    const PointSet& points = KeptSurvey(Survey::Random, count);
-    const TriangleList& triangles = TrianglesOf(count);
+    const PointSet& points = SurveyOf(count).Points();
+    const TriangleList& triangles = SurveyOf(count).Triangulation().triangles;
     LevelRequest request;
     request.levelCount = levelCount;
     const LevelSet levels =
@@ -41,10 +41,12 @@ void Cut(benchmark::State& state, Index count, Index levelCount) {
 }
 
 void TriangulatePoints(benchmark::State& state, Index count) {
-    const PointSet& points = KeptSurvey(Survey::Random, count);
+    const PointSet& points = KeptSurvey(Layout::Random, count);
     for (auto _ : state) {
-        KeptTriangulation triangulation;
-        benchmark::DoNotOptimize(triangulation.For(points).triangles.count);
+        state.PauseTiming();
+        const Survey survey(points);
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(survey.Triangulation().triangles.count);
     }
 }
 

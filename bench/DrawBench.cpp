@@ -46,15 +46,14 @@ void ReportParts(benchmark::State& state, const Parts& parts) {
 
 void Draw(benchmark::State& state, Index count, const MapOptions& options) {
     BenchMap& kept = KeptMap(count);
-    kept.map.options = options;
     RasterSurface surface(kWidth, kHeight);
     surface.SetBackColor(kBlack);
     Parts parts;
     std::int64_t segments = 0;
     for (auto _ : state) {
-        const MapReport report = kept.map.DrawContourMap(surface);
+        const MapReport report = kept.Draw(surface, options);
         parts.Add(report);
-        segments = report.segments;
+        segments = report.contours.segments;
     }
     if (!kept.messages.boxes.empty()) {
         state.SkipWithError(kept.messages.boxes.front().text.c_str());
@@ -64,7 +63,7 @@ void Draw(benchmark::State& state, Index count, const MapOptions& options) {
     }
     ReportParts(state, parts);
     state.counters["segments"] = static_cast<double>(segments);
-    state.counters["triangles"] = kept.map.Triangulation().triangles.count;
+    state.counters["triangles"] = kept.survey.Triangulation().triangles.count;
 }
 
 void Register(Index count) {

@@ -7,9 +7,9 @@
 #include "BenchData.h"
 #include "BenchMap.h"
 #include "BenchRun.h"
-#include "contour/SegmentFile.h"
 #include "export/MeshFile.h"
 #include "export/QrzWriter.h"
+#include "export/SegmentFile.h"
 #include "plot2d/RasterSurface.h"
 
 #include <QGuiApplication>
@@ -26,52 +26,35 @@ BenchMap& MapWithFiles(Index count) {
     BenchMap& kept = KeptMap(count);
     if (!std::filesystem::exists(kept.folder.File(kMeshFileName))) {
         RasterSurface surface(1200, 900);
-        kept.map.options.levelCount = kLevelCount;
-        kept.map.DrawContourMap(surface);
-        kept.map.TriangulateAndShow3D();
+        MapOptions options;
+        options.levelCount = kLevelCount;
+        kept.Draw(surface, options);
+        WriteMeshFile(kept.folder.File(kMeshFileName), kept.survey.Points(),
+                      kept.survey.Triangulation().triangles);
     }
     return kept;
 }
 
-struct Fakes {
-    FakeClipboard clipboard;
-    FakeMessages messages;
-    FakeLog log;
-};
+using Writer = void (*)(const std::string& from, const OutputTarget& to);
 
-void WriteTriangles(RunState& runState, Fakes& fakes) {
-    QrzWriter::WriteQrzTriangles(runState, fakes.clipboard, fakes.messages, fakes.log);
+void WriteLevels(const std::string& from, const OutputTarget& to) {
+    QrzWriter::WriteQrzLevels(from, kLevelCount, to);
 }
-
-void WriteLevels(RunState& runState, Fakes& fakes) {
-    QrzWriter::WriteQrzLevels(runState, fakes.clipboard, fakes.log);
-}
-
-using Writer = void (*)(RunState& runState, Fakes& fakes);
 
 void Export(benchmark::State& state, Index count, Writer write, const char* sourceName) {
-    BenchMap& kept = MapWithFiles(count);
-    RunState& runState = kept.runState;
-    runState.qrzExportPath = kept.folder.File("export.qrz");
-    runState.lastQrzExportPath.clear();
-    Fakes fakes;
+    const BenchMap& kept = MapWithFiles(count);
+    const std::string source = kept.folder.File(sourceName);
+    const std::string target = kept.folder.File("export.qrz");
     for (auto _ : state) {
-        write(runState, fakes);
+        write(source, target);
         state.PauseTiming();
-        if (runState.lastQrzExportPath != runState.qrzExportPath || !kept.messages.boxes.empty()) {
-            state.SkipWithError("nothing was exported");
-            break;
-        }
-        const auto bytes = std::filesystem::file_size(runState.qrzExportPath);
-        state.counters["bytes"] = static_cast<double>(bytes);
-        std::filesystem::remove(runState.qrzExportPath);
-        runState.lastQrzExportPath.clear();
+        state.counters["bytes"] = static_cast<double>(std::filesystem::file_size(target));
+        std::filesystem::remove(target);
         state.ResumeTiming();
     }
     state.SetBytesProcessed(static_cast<std::int64_t>(state.counters["bytes"].value) *
                             state.iterations());
-    state.counters["read"] =
-        static_cast<double>(std::filesystem::file_size(kept.folder.File(sourceName)));
+    state.counters["read"] = static_cast<double>(std::filesystem::file_size(source));
 }
 
 void Register(Index count) {
@@ -81,7 +64,7 @@ void Register(Index count) {
             ->UseRealTime()
             ->Unit(benchmark::kMillisecond);
     };
-    add("triangles", WriteTriangles, kMeshFileName);
+    add("triangles", QrzWriter::WriteQrzTriangles, kMeshFileName);
     add("levels", WriteLevels, kSegmentFileName);
 }
 

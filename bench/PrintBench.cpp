@@ -43,7 +43,7 @@ void AppendWithToChars(std::string& out, double x, double y, double z) {
 using AppendLine = void (*)(std::string& out, double x, double y, double z);
 
 void Print(benchmark::State& state, AppendLine append, double perUnit) {
-    PointSet points = MakeSurvey(Survey::Random, kCount);
+    PointSet points = MakeSurvey(Layout::Random, kCount);
     if (perUnit > 0) {
         for (Array1<double>* values : {&points.x, &points.y, &points.z}) {
             for (double& value : *values) {

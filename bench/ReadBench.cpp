@@ -100,7 +100,7 @@ void Register(const test::TemporaryFolder& folder) {
         for (const Index count : kSizes) {
             const std::string size = std::to_string(count);
             const std::string path = folder.Write(
-                form + size + ".dat", PointText(KeptSurvey(Survey::Random, count), digits));
+                form + size + ".dat", PointText(KeptSurvey(Layout::Random, count), digits));
             const auto add = [&](const char* who, auto* run) {
                 benchmark::RegisterBenchmark(BenchName("read", form, who, size).c_str(), run, path,
                                              count)

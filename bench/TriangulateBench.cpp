@@ -30,8 +30,8 @@ constexpr Index kSlowGrid = 1000000;
 constexpr Index kMostForFileOrder = 1000000;
 constexpr Index kLargest = 10000000;
 
-void Ours(benchmark::State& state, Survey survey, Index count, StartRule start) {
-    const Array1<PlanPoint> coord = PlanOf(KeptSurvey(survey, count));
+void Ours(benchmark::State& state, Layout layout, Index count, StartRule start) {
+    const Array1<PlanPoint> coord = PlanOf(KeptSurvey(layout, count));
     Index triangleCount = 0;
     for (auto _ : state) {
         Stopwatch watch;
@@ -51,8 +51,8 @@ void Ours(benchmark::State& state, Survey survey, Index count, StartRule start) 
 
 // The road of the programs. Its processor time is more than the time on the wall: it uses two
 // threads for a part of the work.
-void Quick(benchmark::State& state, Survey survey, Index count) {
-    const Array1<PlanPoint> coord = PlanOf(KeptSurvey(survey, count));
+void Quick(benchmark::State& state, Layout layout, Index count) {
+    const Array1<PlanPoint> coord = PlanOf(KeptSurvey(layout, count));
     Index triangleCount = 0;
     double processorSeconds = 0;
     Road road{};
@@ -72,8 +72,8 @@ void Quick(benchmark::State& state, Survey survey, Index count) {
 }
 
 #ifdef TERRAVO_BENCH_PEER
-void Peer(benchmark::State& state, Survey survey, Index count) {
-    const Array1<PlanPoint> coord = PlanOf(KeptSurvey(survey, count));
+void Peer(benchmark::State& state, Layout layout, Index count) {
+    const Array1<PlanPoint> coord = PlanOf(KeptSurvey(layout, count));
     PeerRun run;
     for (auto _ : state) {
         run = TriangulateWithPeer(coord);
@@ -83,9 +83,9 @@ void Peer(benchmark::State& state, Survey survey, Index count) {
 }
 #endif
 
-void Register(Survey survey, Index count) {
+void Register(Layout layout, Index count) {
     const auto add = [&](const char* who, auto run) {
-        const std::string name = BenchName("triangulate", Name(survey), who, std::to_string(count));
+        const std::string name = BenchName("triangulate", Name(layout), who, std::to_string(count));
         return benchmark::RegisterBenchmark(name.c_str(), run)
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond);
@@ -95,21 +95,21 @@ void Register(Survey survey, Index count) {
             benchmark->Iterations(1)->Repetitions(1);
         }
     };
-    once(add("quick", [=](benchmark::State& state) { Quick(state, survey, count); }),
+    once(add("quick", [=](benchmark::State& state) { Quick(state, layout, count); }),
          count == kLargest);
     if (count <= kMostForFileOrder) {
         once(add("nearby",
                  [=](benchmark::State& state) {
-                     Ours(state, survey, count, StartRule::NearbyTriangle);
+                     Ours(state, layout, count, StartRule::NearbyTriangle);
                  }),
-             survey == Survey::Grid && count >= kSlowGrid);
+             layout == Layout::Grid && count >= kSlowGrid);
     }
     if (count <= kMostForLastTriangle) {
         add("last",
-            [=](benchmark::State& state) { Ours(state, survey, count, StartRule::LastTriangle); });
+            [=](benchmark::State& state) { Ours(state, layout, count, StartRule::LastTriangle); });
     }
 #ifdef TERRAVO_BENCH_PEER
-    once(add("cgal", [=](benchmark::State& state) { Peer(state, survey, count); }),
+    once(add("cgal", [=](benchmark::State& state) { Peer(state, layout, count); }),
          count == kLargest);
 #endif
 }
@@ -118,11 +118,11 @@ void Register(Survey survey, Index count) {
 } // namespace terravo::bench
 
 int main(int argc, char** argv) {
-    for (const auto survey : terravo::bench::kSurveys) {
+    for (const auto layout : terravo::bench::kLayouts) {
         for (const auto count : terravo::bench::kSizes) {
-            terravo::bench::Register(survey, count);
+            terravo::bench::Register(layout, count);
         }
-        terravo::bench::Register(survey, terravo::bench::kLargest);
+        terravo::bench::Register(layout, terravo::bench::kLargest);
     }
     return terravo::bench::RunBenchmarks(argc, argv);
 }

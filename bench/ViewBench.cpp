@@ -6,7 +6,7 @@
 #include "BenchRun.h"
 #include "plot2d/RasterSurface.h"
 #include "support/FakeServices.h"
-#include "survey/KeptTriangulation.h"
+#include "survey/Survey.h"
 #include "view3d/Rendering.h"
 
 #include <QGuiApplication>
@@ -15,14 +15,14 @@ namespace terravo::bench {
 namespace {
 
 void Turn(benchmark::State& state, Index count, bool withTriangles) {
-    const PointSet& points = KeptSurvey(Survey::Random, count);
+    const PointSet& points = KeptSurvey(Layout::Random, count);
     FakeMessages messages;
     const RunState run;
     AxonometricView view;
     if (withTriangles) {
-        KeptTriangulation triangulation;
+        const Survey survey(points);
         view.Triangoli(points.x, points.y, points.z,
-                       TriangleTable(triangulation.For(points).triangles), "survey");
+                       TriangleTable(survey.Triangulation().triangles), "survey");
     } else {
         view.Punti(points.x, points.y, points.z, "survey", messages);
     }

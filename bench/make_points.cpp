@@ -34,7 +34,7 @@ Places Along(Index count, Curve curve) {
 }
 
 Places Random(Index count) {
-    const PointSet points = bench::MakeSurvey(bench::Survey::Random, count);
+    const PointSet points = bench::MakeSurvey(bench::Layout::Random, count);
     Places places;
     for (Index i = 1; i <= count; ++i) {
         places.push_back({points.x[i], points.y[i]});
@@ -206,8 +206,8 @@ std::string TextFor(int argc, char** argv) {
     if (read.ec != std::errc{} || read.ptr != end || count <= 0) {
         return {};
     }
-    if (const auto survey = bench::SurveyFromName(argv[1])) {
-        return bench::PointText(bench::MakeSurvey(*survey, count),
+    if (const auto layout = bench::LayoutFromName(argv[1])) {
+        return bench::PointText(bench::MakeSurvey(*layout, count),
                                 full ? bench::Digits::Full : bench::Digits::Millimetres);
     }
     const auto set = std::find_if(kAwkwardSets.begin(), kAwkwardSets.end(),

@@ -1,6 +1,7 @@
 #include "contour/ContourRoutine.h"
 
 #include "contour/CornerPrefetch.h"
+#include "triangulation/modDelaunay2D.h"
 #include "util/Stopwatch.h"
 
 #include <algorithm>
@@ -15,13 +16,10 @@ namespace {
 constexpr const char* kSource = "DELLIV_Lines";
 constexpr Colour kOverlayColour = kWhite;
 
-// Records the number of levels in the run state.
-void RecordLevelCount(const LevelSet& levels, RunState& state) {
-    const Index n = levels.UpperBound();
-    state.lastLevelCount = n;
-    if (n < kFewestLevels) {
+void RequireLevels(Index count, const RunState& run) {
+    if (count < kFewestLevels) {
         throw AppError(ErrorNumber::kDrawing, kSource,
-                       state.Text(TextIndex::kTooFewLevels) + " NLiv = " + std::to_string(n));
+                       run.Text(TextIndex::kTooFewLevels) + " NLiv = " + std::to_string(count));
     }
 }
 
@@ -91,47 +89,46 @@ void DrawHull(DrawSurface& surface, const PointSet& points, const TriangleList& 
 
 } // namespace
 
-AppError TriangulationError(Index ierr, const RunState& state) {
+AppError TriangulationError(Index ierr, const RunState& run) {
     return {ErrorNumber::kDrawing, kSource,
-            state.Text(TextIndex::kNoTriangulation) + " IERR = " + std::to_string(ierr) + "\n" +
-                state.Text(TextIndex::kNoTriangulationAdvice)};
+            run.Text(TextIndex::kNoTriangulation) + " IERR = " + std::to_string(ierr) + "\n" +
+                run.Text(TextIndex::kNoTriangulationAdvice)};
 }
 
 void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
                          const TriangleList& triangles) {
     surface.SetDrawWidth(1);
     if (input.showTriangles) {
-        DrawTriangles(surface, input.points, triangles);
+        DrawTriangles(surface, input.survey.Points(), triangles);
     }
     if (input.showPerimeter) {
-        DrawHull(surface, input.points, triangles);
+        DrawHull(surface, input.survey.Points(), triangles);
     }
 }
 
-std::string RunContourRoutine(
-    const LevelSet& levels, const ContourInput& input, RunState& state, ContourReport* report,
-    const std::function<void(const KeptTriangulation::Result&, ContourReport&)>& body) {
-    ContourReport unused;
-    ContourReport& spent = report != nullptr ? *report : unused;
+ContourReport
+RunContourRoutine(const LevelSet& levels, const ContourInput& input,
+                  const std::function<void(const TriangulationOutcome&, ContourReport&)>& body) {
+    ContourReport report;
+    report.levelCount = levels.UpperBound();
     try {
+        RequireLevels(report.levelCount, input.run);
         Stopwatch watch;
-        RecordLevelCount(levels, state);
-        const KeptTriangulation::Result& kept =
-            input.triangulation.For(input.points, input.progress);
-        spent.triangulate += watch.Lap();
-        if (kept.ierr == modDelaunay2D::Ierr::kStopped) {
-            spent.stopped = true;
+        const TriangulationOutcome& made = input.survey.Triangulation(input.stop);
+        report.triangulate = watch.Lap();
+        if (made.ierr == modDelaunay2D::Ierr::kStopped) {
+            report.stopped = true;
         } else {
-            body(kept, spent);
+            body(made, report);
         }
     } catch (const AppError& error) {
-        spent.errorNumber = error.number();
-        return error.what();
+        report.error = error.what();
+        report.errorNumber = error.number();
     } catch (const std::exception& error) {
-        spent.errorNumber = ErrorNumber::kDrawing;
-        return error.what();
+        report.error = error.what();
+        report.errorNumber = ErrorNumber::kDrawing;
     }
-    return {};
+    return report;
 }
 
 } // namespace terravo

@@ -3,49 +3,49 @@
 
 #include "contour/LevelSet.h"
 #include "plot2d/DrawSurface.h"
-#include "survey/KeptTriangulation.h"
+#include "survey/Survey.h"
 #include "util/AppError.h"
 #include "util/RunState.h"
+#include "util/StopToken.h"
 
-#include <atomic>
+#include <cstdint>
 #include <functional>
 #include <string>
 
 namespace terravo {
 
 struct ContourInput {
-    const PointSet& points;
-    KeptTriangulation& triangulation;
+    const Survey& survey;
+    const RunState& run; // texts of errors
     bool showTriangles = false;
     bool showPerimeter = false;
-    const std::atomic<bool>& stopRequested; // looked at between levels, or between filled triangles
-    ProgressCallback progress = {};
+    const StopToken& stop; // looked at between levels, or between filled triangles
 };
 
-/// Seconds spent in the parts of one contour drawing, and how it ended.
+/// How one contour drawing ended, and the seconds spent in its parts.
 struct ContourReport {
+    std::string error;    // description of what ended it; empty on success
+    int errorNumber = 0;  // of the AppError, see ErrorNumber
+    bool stopped = false; // ended at the wish to stop: the picture is not complete
+    Index levelCount = 0; // levels that were asked for
+    std::int64_t segments = 0;
     double triangulate = 0;
     double cut = 0;
     double draw = 0;
     double write = 0;
-    int errorNumber = 0;  // of the AppError that ended it, see ErrorNumber
-    bool stopped = false; // ended at the stop request: the picture is not complete
 };
 
 /// The error that stands for a triangulation that failed.
-AppError TriangulationError(Index ierr, const RunState& state);
+AppError TriangulationError(Index ierr, const RunState& run);
 
 /// Draws every triangle edge and every hull edge as asked for, in white, one pixel wide.
 void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
                          const TriangleList& triangles);
 
-/// Runs a contour routine: records the number of levels in the run state, refuses fewer than 2 with
-/// error 1001, gets the triangulation, hands it to the body unless the work was stopped, and
-/// catches whatever ends it.
-/// @param report  may be null.
-/// @return empty on success, else the description of the error.
-std::string RunContourRoutine(
-    const LevelSet& levels, const ContourInput& input, RunState& state, ContourReport* report,
-    const std::function<void(const KeptTriangulation::Result&, ContourReport&)>& body);
+/// Runs a contour routine: refuses fewer than 2 levels with error 1001, gets the triangulation,
+/// hands it to the body unless the work was stopped, and catches whatever ends it.
+ContourReport
+RunContourRoutine(const LevelSet& levels, const ContourInput& input,
+                  const std::function<void(const TriangulationOutcome&, ContourReport&)>& body);
 
 } // namespace terravo

@@ -271,29 +271,26 @@ void FillBandPolygon(DrawSurface& surface, BandPolygon& polygon, const LevelSet&
     FillInColour(surface, corners, BandColour(levels, Mean(polygon.z)));
 }
 
-std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
-                           RunState& state, MessageService& messages, ContourReport* report) {
-    const auto body = [&](const KeptTriangulation::Result& kept, ContourReport& spent) {
+ContourReport DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
+                             MessageService& messages) {
+    const auto body = [&](const TriangulationOutcome& made, ContourReport& report) {
         Stopwatch watch;
-        if (kept.ierr < 0) {
-            throw TriangulationError(kept.ierr, state);
+        if (made.ierr < 0) {
+            throw TriangulationError(made.ierr, input.run);
         }
-        const TriangleList& triangles = kept.triangles;
-        BandPainter painter(surface, levels, input.points, triangles, messages);
-        for (Index t = 1; t <= triangles.count; ++t) {
+        const TriangleList& triangles = made.triangles;
+        BandPainter painter(surface, levels, input.survey.Points(), triangles, messages);
+        for (Index t = 1; t <= triangles.count && !report.stopped; ++t) {
             painter.Paint(t);
-            if (input.progress && t % kProgressStride == 0) {
-                input.progress("areas", static_cast<double>(t) / triangles.count);
-            }
-            if (input.stopRequested) {
-                spent.stopped = true;
-                break;
-            }
+            report.stopped =
+                t % kProgressStride == 0
+                    ? !input.stop.GoesOn("areas", static_cast<double>(t) / triangles.count)
+                    : input.stop.IsStopRequested();
         }
         DrawTriangleOverlay(surface, input, triangles);
-        spent.draw += watch.Lap();
+        report.draw = watch.Lap();
     };
-    return RunContourRoutine(levels, input, state, report, body);
+    return RunContourRoutine(levels, input, body);
 }
 
 } // namespace terravo

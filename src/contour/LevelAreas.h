@@ -32,15 +32,12 @@ struct BandPolygon {
     [[nodiscard]] Index CornerCount() const { return x.UpperBound(); }
 };
 
-/// Fills the bands on a surface whose scale is set. Writes no segments.
-/// @param state     receives the level count; gives the texts of errors.
+/// Fills the bands on a surface whose scale is set.
 /// @param messages  of the sort.
-/// @return empty on success, else the description of the error that ended the drawing: fewer than
-///         2 levels, or a fault of the triangulation. Points without a triangulation draw nothing
-///         and are no error here.
-std::string DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
-                           RunState& state, MessageService& messages,
-                           ContourReport* report = nullptr);
+/// @return an error for fewer than 2 levels and for a fault of the triangulation. Points without a
+///         triangulation draw nothing and are no error here.
+ContourReport DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
+                             MessageService& messages);
 
 /// Colour of a piece by its mean height: that of the level at or just below it; of the top level
 /// when it is below the lowest.

@@ -1,7 +1,7 @@
 #include "contour/LevelLines.h"
 
-#include "contour/LevelCut.h"
 #include "contour/LevelLabels.h"
+#include "triangulation/modDelaunay2D.h"
 #include "util/Stopwatch.h"
 
 #include <algorithm>
@@ -24,15 +24,6 @@ void DrawPieces(DrawSurface& surface, const LevelRecord& level,
     }
 }
 
-void WritePieces(SegmentFile& segments, const LevelRecord& level,
-                 const std::vector<LevelPiece>& pieces) {
-    for (const LevelPiece& piece : pieces) {
-        if (piece.isSegment) {
-            segments.WriteSegment(piece.x1, piece.y1, piece.x2, piece.y2, level.value);
-        }
-    }
-}
-
 void PlaceLabels(LevelLabels& labels, Index k, const std::vector<LevelPiece>& pieces) {
     for (const LevelPiece& piece : pieces) {
         if (piece.isSegment) {
@@ -41,58 +32,59 @@ void PlaceLabels(LevelLabels& labels, Index k, const std::vector<LevelPiece>& pi
     }
 }
 
-// Cuts, draws and writes the levels; false when the stop request ended it.
-bool DrawLevels(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
-                const TriangleList& triangles, LevelLabels& labels, SegmentFile& segments,
+std::int64_t CountSegments(const std::vector<LevelPiece>& pieces) {
+    return std::count_if(pieces.begin(), pieces.end(),
+                         [](const LevelPiece& piece) { return piece.isSegment; });
+}
+
+// Cuts, draws and hands on the levels; the report says when it was stopped.
+void DrawLevels(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
+                const TriangleList& triangles, LevelLabels& labels, const LevelSink& sink,
                 ContourReport& report) {
     Stopwatch watch;
-    LevelCutter cutter(input.points, triangles, levels);
-    for (Index k = 1; k <= levels.UpperBound(); ++k) {
+    LevelCutter cutter(input.survey.Points(), triangles, levels);
+    for (Index k = 1; k <= levels.UpperBound() && !report.stopped; ++k) {
         LevelRecord& level = levels[k];
         level.width = std::max(level.width, 1);
         surface.SetDrawWidth(level.width);
         const std::vector<LevelPiece>& pieces = cutter.Cut(k);
+        report.segments += CountSegments(pieces);
         report.cut += watch.Lap();
         DrawPieces(surface, level, pieces);
         if (labels.AreOn()) {
             PlaceLabels(labels, k, pieces);
         }
         report.draw += watch.Lap();
-        WritePieces(segments, level, pieces);
+        if (sink) {
+            sink(level.value, pieces);
+        }
         report.write += watch.Lap();
-        if (input.progress) {
-            input.progress("contour", static_cast<double>(k) / levels.UpperBound());
-        }
-        if (input.stopRequested) {
-            return false;
-        }
+        report.stopped =
+            !input.stop.GoesOn("contour", static_cast<double>(k) / levels.UpperBound());
     }
-    return true;
 }
 
 } // namespace
 
-std::string DrawLevelLines(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
-                           SegmentFile& segments, RunState& state, ContourReport* report) {
-    const auto body = [&](const KeptTriangulation::Result& kept, ContourReport& spent) {
-        Stopwatch watch;
-        if (kept.ierr != modDelaunay2D::Ierr::kDone) {
-            throw TriangulationError(kept.ierr, state);
+ContourReport DrawLevelLines(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
+                             const LevelSink& sink) {
+    const auto body = [&](const TriangulationOutcome& made, ContourReport& report) {
+        if (made.ierr != modDelaunay2D::Ierr::kDone) {
+            throw TriangulationError(made.ierr, input.run);
         }
         const FontGuard fontGuard(surface);
         LevelLabels labels(surface, levels);
-        spent.stopped =
-            !DrawLevels(surface, levels, input, kept.triangles, labels, segments, spent);
-        if (!spent.stopped) {
-            watch.Lap();
+        DrawLevels(surface, levels, input, made.triangles, labels, sink, report);
+        if (!report.stopped) {
+            Stopwatch watch;
             if (labels.AreOn()) {
                 labels.DrawLabels();
             }
-            DrawTriangleOverlay(surface, input, kept.triangles);
-            spent.draw += watch.Lap();
+            DrawTriangleOverlay(surface, input, made.triangles);
+            report.draw += watch.Lap();
         }
     };
-    return RunContourRoutine(levels, input, state, report, body);
+    return RunContourRoutine(levels, input, body);
 }
 
 } // namespace terravo

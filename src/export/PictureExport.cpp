@@ -5,7 +5,6 @@
 #include "plot2d/SurfaceFont.h"
 #include "plot2d/SvgSurface.h"
 #include "util/AppError.h"
-#include "util/OutputFile.h"
 #include "util/modUtilita.h"
 
 #include <QFileInfo>
@@ -76,19 +75,19 @@ QRectF Whole(const Picture& picture) {
     throw AppError(ErrorNumber::kDeviceIo, path, path + ": the picture cannot be begun.");
 }
 
-bool WritePng(const std::string& path, const Picture& picture) {
+bool WritePng(const OutputTarget& target, const Picture& picture) {
     RasterSurface surface(picture.width, picture.height, picture.pixelRatio);
     surface.SetBackColor(kBlack);
     surface.Resize(picture.width, picture.height);
     if (!picture.draw(surface)) {
         return false;
     }
-    SavePicture(surface.Image(), path);
+    SavePicture(surface.Image(), target);
     return true;
 }
 
-bool WriteSvg(const std::string& path, const Picture& picture, Paper paper) {
-    OutputFile file(path);
+bool WriteSvg(const OutputTarget& target, const Picture& picture, Paper paper) {
+    OutputFile file(target);
     OutputDevice out(file);
     QXmlStreamWriter xml(&out);
     xml.setAutoFormatting(true);
@@ -103,8 +102,8 @@ bool WriteSvg(const std::string& path, const Picture& picture, Paper paper) {
     return true;
 }
 
-bool WritePdf(const std::string& path, const Picture& picture, const VectorChoice& choice) {
-    OutputFile file(path);
+bool WritePdf(const OutputTarget& target, const Picture& picture, const VectorChoice& choice) {
+    OutputFile file(target);
     OutputDevice out(file);
     QPdfWriter pdf(&out);
     pdf.setTitle(PrintableText(picture.title));
@@ -115,11 +114,11 @@ bool WritePdf(const std::string& path, const Picture& picture, const VectorChoic
     const QRectF room({0, 0}, QSizeF(pdf.pageLayout().paintRectPixels(kPdfDotsPerInch).size()));
     QPainter painter;
     if (!painter.begin(&pdf)) {
-        ThrowNotBegun(path);
+        ThrowNotBegun(target.path);
     }
     const bool drawn = DrawFitted(painter, room, picture, choice.paper);
     if (!painter.end()) {
-        ThrowNotBegun(path);
+        ThrowNotBegun(target.path);
     }
     if (drawn) {
         out.Finish();
@@ -177,17 +176,17 @@ bool DrawFitted(QPainter& painter, const QRectF& room, const Picture& picture, P
     return picture.draw(surface);
 }
 
-bool WritePicture(const std::string& path, PictureKind kind, const Picture& picture,
+bool WritePicture(const OutputTarget& target, PictureKind kind, const Picture& picture,
                   const VectorChoice& choice) {
     switch (kind) {
     case PictureKind::Svg:
-        return WriteSvg(path, picture, choice.paper);
+        return WriteSvg(target, picture, choice.paper);
     case PictureKind::Pdf:
-        return WritePdf(path, picture, choice);
+        return WritePdf(target, picture, choice);
     case PictureKind::Png:
         break;
     }
-    return WritePng(path, picture);
+    return WritePng(target, picture);
 }
 
 } // namespace terravo

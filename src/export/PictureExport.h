@@ -6,6 +6,7 @@
 #pragma once
 
 #include "plot2d/PainterSurface.h"
+#include "util/OutputFile.h"
 
 #include <QPageLayout>
 #include <QPageSize>
@@ -52,7 +53,7 @@ bool DrawFitted(QPainter& painter, const QRectF& room, const Picture& picture, P
 /// page across.
 /// @return false, with no file, when the picture's function returns false.
 /// Throws AppError (kDeviceIo) when the file cannot be written.
-bool WritePicture(const std::string& path, PictureKind kind, const Picture& picture,
+bool WritePicture(const OutputTarget& target, PictureKind kind, const Picture& picture,
                   const VectorChoice& choice);
 
 } // namespace terravo

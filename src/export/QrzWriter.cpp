@@ -1,9 +1,7 @@
 #include "export/QrzWriter.h"
 
-#include "contour/SegmentFile.h"
 #include "export/MeshFile.h"
-#include "util/AppError.h"
-#include "util/NumberListReader.h"
+#include "export/SegmentFile.h"
 #include "util/NumberText.h"
 #include "util/OutputFile.h"
 #include "util/Prefetch.h"
@@ -21,7 +19,6 @@ namespace {
 
 constexpr std::string_view kSeparator = "----------------------------------------------";
 constexpr std::string_view kPointLayer = "Lay_Point";
-constexpr const char* kMeshMark = "----";
 
 void AppendLine(std::string& out, std::string_view text) {
     out += text;
@@ -53,37 +50,6 @@ void AppendHeader(std::string& out, std::optional<Index> layerCount, Index entit
     AppendLine(out, kSeparator);
 }
 
-[[noreturn]] void ThrowReadFailure(const NumberListReader& reader) {
-    throw AppError(ErrorNumber::kDeviceIo, "QrzWriter", reader.Failure().Sentence());
-}
-
-double ReadNumber(NumberListReader& reader) {
-    double value = 0;
-    if (!reader.Read(value)) {
-        ThrowReadFailure(reader);
-    }
-    return value;
-}
-
-SpacePoint ReadPoint(NumberListReader& reader) {
-    SpacePoint point;
-    point.x = ReadNumber(reader);
-    point.y = ReadNumber(reader);
-    point.z = ReadNumber(reader);
-    return point;
-}
-
-void RequireOpen(NumberListReader& reader) {
-    if (reader.AtEnd() && reader.HasFailed()) {
-        ThrowReadFailure(reader);
-    }
-}
-
-void ReportDone(RunState& state, ClipboardService& clipboard) {
-    state.lastQrzExportPath = state.qrzExportPath;
-    clipboard.SetText(state.qrzExportPath);
-}
-
 // --- Contour lines ---
 
 // One run of segments of equal level, which becomes a layer.
@@ -95,15 +61,13 @@ struct Layer {
 // First pass over the segments: writes the layer blocks and counts the segments of each layer.
 // Nothing when the first level is exactly 0: it equals the level before the first, so no layer is
 // open to count its segment in.
-std::optional<std::vector<Layer>> WriteLayers(OutputFile& file, NumberListReader& reader) {
-    RequireOpen(reader);
+std::optional<std::vector<Layer>> WriteLayers(OutputFile& file, SegmentReader& segments) {
     std::vector<Layer> layers;
     double previousLevel = 0;
-    while (!reader.AtEnd()) {
-        const SpacePoint start = ReadPoint(reader);
-        ReadPoint(reader);
-        if (!modUtilita::IsExactly(start.z, previousLevel)) {
-            previousLevel = start.z;
+    LevelSegment segment;
+    while (segments.Next(segment)) {
+        if (!modUtilita::IsExactly(segment.start.z, previousLevel)) {
+            previousLevel = segment.start.z;
             // Layer numbers count from 1, layer names from 0.
             layers.push_back({"LL_" + std::to_string(layers.size()), 0});
             WriteQrzLayerBlock(file.Buffer(), static_cast<Index>(layers.size()),
@@ -115,20 +79,16 @@ std::optional<std::vector<Layer>> WriteLayers(OutputFile& file, NumberListReader
         }
         ++layers.back().segmentCount;
     }
-    if (reader.HasFailed()) {
-        ThrowReadFailure(reader);
-    }
     return layers;
 }
 
 // Second pass: each layer takes the segments that were counted for it.
-void WriteSegments(OutputFile& file, NumberListReader& reader, const std::vector<Layer>& layers) {
-    reader.Rewind();
+void WriteSegments(OutputFile& file, SegmentReader& segments, const std::vector<Layer>& layers) {
+    segments.Rewind();
+    LevelSegment segment;
     for (const Layer& layer : layers) {
-        for (std::int64_t i = 0; i < layer.segmentCount; ++i) {
-            const SpacePoint start = ReadPoint(reader);
-            const SpacePoint end = ReadPoint(reader);
-            WriteQrzLineEntity(file.Buffer(), layer.name, start, end);
+        for (std::int64_t i = 0; i < layer.segmentCount && segments.Next(segment); ++i) {
+            WriteQrzLineEntity(file.Buffer(), layer.name, segment.start, segment.end);
             file.FlushWhenFull();
         }
     }
@@ -137,33 +97,37 @@ void WriteSegments(OutputFile& file, NumberListReader& reader, const std::vector
 // --- Triangles ---
 
 // The coordinate lines of the points. Each is the corner of some six triangles, so printing it once
-// and copying it saves most of the printing.
+// and copying it saves most of the printing. In a survey without order the corners of a triangle
+// lie anywhere among the points, so the lines of triangles to come are asked for ahead.
 class PointLines {
 public:
-    void MakeRoom(std::size_t points, std::size_t bytes) {
-        text_.reserve(bytes);
-        ends_.reserve(points + 1);
+    explicit PointLines(const Array1<SpacePoint>& points) {
+        constexpr std::size_t kUsualLine = 40; // bytes
+        const auto count = static_cast<std::size_t>(points.UpperBound());
+        text_.reserve(count * kUsualLine);
+        ends_.reserve(count + 1);
+        for (const SpacePoint& point : points) {
+            AppendPointLine(text_, point);
+            ends_.push_back(text_.size());
+        }
     }
-    void Append(const SpacePoint& point) {
-        AppendPointLine(text_, point);
-        ends_.push_back(text_.size());
-    }
-    [[nodiscard]] Index Count() const { return static_cast<Index>(ends_.size() - 1); }
-    [[nodiscard]] bool Has(Index number) const { return number >= 1 && number <= Count(); }
-    /// Number from 1 to Count.
+    /// Number from 1 to the count of points.
     [[nodiscard]] std::string_view Line(Index number) const {
         const std::size_t start = ends_[static_cast<std::size_t>(number) - 1];
         return {text_.data() + start, ends_[static_cast<std::size_t>(number)] - start};
     }
-    // Both together hide the wait for a line; the text can be asked for once its place is there.
-    void AskForPlace(Index number) const {
-        if (Has(number)) {
-            PrefetchLine(&ends_[static_cast<std::size_t>(number) - 1]);
-        }
-    }
-    void AskForText(Index number) const {
-        if (Has(number)) {
-            PrefetchLine(Line(number).data());
+    /// Triangle t is about to be used, those behind it soon. The text of a line can be asked for
+    /// once its place is there.
+    void LookAhead(const std::vector<std::array<Index, 3>>& triangles, std::size_t t) const {
+        constexpr std::size_t kPlacesAhead = 16;
+        constexpr std::size_t kTextsAhead = 8;
+        if (t + kPlacesAhead < triangles.size()) {
+            for (const Index corner : triangles[t + kPlacesAhead]) {
+                PrefetchLine(&ends_[static_cast<std::size_t>(corner) - 1]);
+            }
+            for (const Index corner : triangles[t + kTextsAhead]) {
+                PrefetchLine(Line(corner).data());
+            }
         }
     }
 
@@ -172,95 +136,24 @@ private:
     std::vector<std::size_t> ends_{0};
 };
 
-struct Mesh {
-    std::vector<std::array<Index, 3>> triangles;
-    PointLines points;
-};
-
-Index ReadIndex(NumberListReader& reader, Index most) {
-    const double value = ReadNumber(reader);
-    const Index index = modUtilita::RoundHalfEven(value);
-    if (index < 0 || index > most) {
-        throw AppError(
-            ErrorNumber::kSubscript, "QrzWriter",
-            "A number of the triangle file is out of range: " + NumberText::General(value) + ".");
-    }
-    return index;
-}
-
-constexpr Index kMostTriangles = 2147483647 / 3;
-constexpr std::uint64_t kLeastLine = 6; // bytes of three numbers in the triangle file
-
-Mesh ReadMesh(const std::string& path) {
-    NumberListReader reader(path);
-    RequireOpen(reader);
-    Mesh mesh;
-    const Index triangleCount = ReadIndex(reader, kMostTriangles);
-    mesh.triangles.reserve(
-        std::min(static_cast<std::uint64_t>(triangleCount), reader.FileSize() / kLeastLine));
-    for (Index t = 0; t < triangleCount; ++t) {
-        std::array<Index, 3> corners{};
-        for (Index& corner : corners) {
-            corner = ReadIndex(reader, kMostTriangles);
-        }
-        mesh.triangles.push_back(corners);
-    }
-    std::string mark;
-    if (!reader.ReadLine(mark)) {
-        ThrowReadFailure(reader);
-    }
-    if (mark != kMeshMark) {
-        throw AppError(ErrorNumber::kDeviceIo, "QrzWriter",
-                       path + ": the line between triangles and points is missing.");
-    }
-    const Index pointCount = ReadIndex(reader, kMostTriangles);
-    // The lines are printed as they stand in the file.
-    const std::uint64_t bytesLeft =
-        reader.FileSize() - std::min(reader.FileSize(), reader.BytesRead());
-    mesh.points.MakeRoom(std::min(static_cast<std::uint64_t>(pointCount), bytesLeft / kLeastLine),
-                         bytesLeft);
-    for (Index i = 0; i < pointCount; ++i) {
-        mesh.points.Append(ReadPoint(reader));
-    }
-    return mesh;
-}
-
-std::string_view CornerLine(const Mesh& mesh, Index number) {
-    if (!mesh.points.Has(number)) {
-        throw AppError(ErrorNumber::kSubscript, "QrzWriter",
-                       "A triangle has a corner that is no point: " + std::to_string(number) + ".");
-    }
-    return mesh.points.Line(number);
-}
-
-void AppendTriangle(std::string& out, const Mesh& mesh, const std::array<Index, 3>& corners) {
+void AppendTriangle(std::string& out, const PointLines& lines,
+                    const std::array<Index, 3>& corners) {
     out += "Type Entity:\r\nPOLYLINE\r\nLayer:\r\n";
     AppendLine(out, kPointLayer);
     out += "Vertex:\r\n 3\r\nWidth:\r\n 0\r\nClosed : \r\n 1\r\nType :\r\n 0\r\n"
            "Lenght:\r\n 0\r\nArea :\r\n 0\r\n";
     for (const Index corner : corners) {
-        out += CornerLine(mesh, corner);
+        out += lines.Line(corner);
     }
     out += "Texture:\r\n 0\r\n";
     AppendLine(out, kSeparator);
 }
 
-// In a survey without order the corners of a triangle lie anywhere among the points, so the memory
-// of the triangles to come is asked for ahead.
-void WriteTriangles(OutputFile& file, const Mesh& mesh) {
-    constexpr std::size_t kPlacesAhead = 16;
-    constexpr std::size_t kTextsAhead = 8;
-    const std::size_t count = mesh.triangles.size();
-    for (std::size_t t = 0; t < count; ++t) {
-        if (t + kPlacesAhead < count) {
-            for (const Index corner : mesh.triangles[t + kPlacesAhead]) {
-                mesh.points.AskForPlace(corner);
-            }
-            for (const Index corner : mesh.triangles[t + kTextsAhead]) {
-                mesh.points.AskForText(corner);
-            }
-        }
-        AppendTriangle(file.Buffer(), mesh, mesh.triangles[t]);
+void WriteTriangles(OutputFile& file, const MeshContents& mesh) {
+    const PointLines lines(mesh.points);
+    for (std::size_t t = 0; t < mesh.triangles.size(); ++t) {
+        lines.LookAhead(mesh.triangles, t);
+        AppendTriangle(file.Buffer(), lines, mesh.triangles[t]);
         file.FlushWhenFull();
     }
 }
@@ -286,43 +179,27 @@ void WriteQrzLineEntity(std::string& out, const std::string& layer, const SpaceP
     AppendLine(out, kSeparator);
 }
 
-void WriteQrzLevels(RunState& state, ClipboardService& clipboard, LogService& log) {
-    const std::string segmentPath = state.workFolder + kSegmentFileName;
-    try {
-        OutputFile file(state.qrzExportPath);
-        AppendHeader(file.Buffer(), state.lastLevelCount, state.lastLevelCount);
-        // One reader for both readings: another instance may put its own file in the place
-        // meanwhile.
-        NumberListReader reader(segmentPath);
-        const std::optional<std::vector<Layer>> layers = WriteLayers(file, reader);
-        if (layers) {
-            WriteSegments(file, reader, *layers);
-        }
-        file.Commit();
-        if (layers) {
-            ReportDone(state, clipboard);
-        } else {
-            log.Write(segmentPath + ": the first level is 0, so only the header was exported.");
-        }
-    } catch (const std::exception& error) {
-        log.Write(error.what());
+Content WriteQrzLevels(const std::string& segmentFile, Index levelCount,
+                       const OutputTarget& target) {
+    OutputFile file(target);
+    AppendHeader(file.Buffer(), levelCount, levelCount);
+    // One reader for both readings: another instance may put its own file in the place meanwhile.
+    SegmentReader segments(segmentFile);
+    const std::optional<std::vector<Layer>> layers = WriteLayers(file, segments);
+    if (layers) {
+        WriteSegments(file, segments, *layers);
     }
+    file.Commit();
+    return layers ? Content::Whole : Content::HeaderOnly;
 }
 
-void WriteQrzTriangles(RunState& state, ClipboardService& clipboard, MessageService& messages,
-                       LogService& log) {
-    try {
-        const Mesh mesh = ReadMesh(state.workFolder + kMeshFileName);
-        OutputFile file(state.qrzExportPath);
-        AppendHeader(file.Buffer(), std::nullopt, static_cast<Index>(mesh.triangles.size()));
-        WriteQrzLayerBlock(file.Buffer(), 1, std::string(kPointLayer));
-        WriteTriangles(file, mesh);
-        file.Commit();
-        ReportDone(state, clipboard);
-    } catch (const std::exception& error) {
-        log.Write(error.what());
-        messages.ShowCritical("Error Point FILE QRZ..", "");
-    }
+void WriteQrzTriangles(const std::string& meshFile, const OutputTarget& target) {
+    const MeshContents mesh = ReadMeshFile(meshFile);
+    OutputFile file(target);
+    AppendHeader(file.Buffer(), std::nullopt, static_cast<Index>(mesh.triangles.size()));
+    WriteQrzLayerBlock(file.Buffer(), 1, std::string(kPointLayer));
+    WriteTriangles(file, mesh);
+    file.Commit();
 }
 
 } // namespace terravo::QrzWriter

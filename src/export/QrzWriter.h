@@ -1,31 +1,34 @@
 // The vector files of the companion CAD program, extension "qrz".
 //
-// Data: the two exchange files in the work folder, "livelli.txt" and "point_qrw.txt"; the path to
-// write in RunState::qrzExportPath. Method: text records, one a line, CR LF. The files are read and
-// never the memory, so an export reflects the last drawing and the last triangulation. A file
-// appears under its name when it is complete.
-//
-// After a file has been written its path is the last exported one and is put on the clipboard.
+// Data: the two exchange files, "livelli.txt" and "point_qrw.txt". Method: text records, one a
+// line, CR LF. The files are read and never the memory, so an export reflects the last drawing and
+// the last triangulation. A file appears under its name when it is complete.
 #pragma once
 
 #include "contour/TriangleCut.h"
-#include "util/RunState.h"
-#include "util/Services.h"
+#include "util/Array1.h"
+#include "util/OutputFile.h"
 
 #include <string>
 
 namespace terravo::QrzWriter {
 
-/// Writes the contour segments: a layer for each run of equal level, a LINE entity for each
-/// segment. A missing or malformed segment file and a write error end it without a word, with the
-/// clipboard and the last exported path as they were. So does a first level of exactly 0, but that
-/// leaves a file that holds the header alone.
-void WriteQrzLevels(RunState& state, ClipboardService& clipboard, LogService& log);
+/// What a file of contours came to hold.
+enum class Content {
+    Whole,
+    HeaderOnly // the first level is exactly 0
+};
 
-/// Writes the triangles as closed polylines on one layer. An error is told in one message; the
-/// clipboard stays as it was.
-void WriteQrzTriangles(RunState& state, ClipboardService& clipboard, MessageService& messages,
-                       LogService& log);
+/// Writes the contour segments of a segment file: a layer for each run of equal level, a LINE
+/// entity for each segment. A first level of exactly 0 leaves a file that holds the header alone.
+/// @param levelCount  of the drawing that wrote the segments; stands in the header.
+/// Throws AppError for a missing or malformed segment file and for a write error; an old file then
+/// stays as it was.
+Content WriteQrzLevels(const std::string& segmentFile, Index levelCount,
+                       const OutputTarget& target);
+
+/// Writes the triangles of a mesh file as closed polylines on one layer. Throws AppError likewise.
+void WriteQrzTriangles(const std::string& meshFile, const OutputTarget& target);
 
 /// Appends the 24 lines of a layer.
 /// @param number  1-based.

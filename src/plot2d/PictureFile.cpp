@@ -1,7 +1,6 @@
 #include "plot2d/PictureFile.h"
 
 #include "util/AppError.h"
-#include "util/OutputFile.h"
 
 #include <png.h>
 #include <zlib.h>
@@ -216,14 +215,14 @@ std::string PngBytes(const QImage& picture) {
     return std::move(sink.bytes);
 }
 
-void SavePicture(const QImage& picture, const std::string& path) {
+void SavePicture(const QImage& picture, const OutputTarget& target) {
     std::string bytes;
     try {
         bytes = PngBytes(picture);
     } catch (const AppError& error) {
-        throw AppError(error.number(), path, path + ": " + error.what());
+        throw AppError(error.number(), target.path, target.path + ": " + error.what());
     }
-    OutputFile file(path);
+    OutputFile file(target);
     file.Append(bytes);
     file.Commit();
 }

@@ -8,6 +8,8 @@
 // in five ways and has no switch for that, which is why the library below it is called here.
 #pragma once
 
+#include "util/OutputFile.h"
+
 #include <QImage>
 
 #include <string>
@@ -20,6 +22,6 @@ namespace terravo {
 std::string PngBytes(const QImage& picture);
 
 /// Writes a picture as a PNG file, whole or not at all. Throws AppError (kDeviceIo).
-void SavePicture(const QImage& picture, const std::string& path);
+void SavePicture(const QImage& picture, const OutputTarget& target);
 
 } // namespace terravo

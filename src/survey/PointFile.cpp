@@ -7,6 +7,7 @@
 #include <limits>
 #include <new>
 #include <system_error>
+#include <utility>
 
 namespace terravo {
 namespace {
@@ -17,12 +18,12 @@ constexpr Index kProgressStride = 65536;
 constexpr Index kSample = 4096; // points from whose lines the count of all points is estimated
 
 // False when the reading is to end.
-bool ReportProgress(const ProgressCallback& progress, const NumberListReader& reader) {
+bool ReportProgress(const StopToken& stop, const NumberListReader& reader) {
     // The size of a pipe is not known.
     const double done = reader.FileSize() > 0 ? static_cast<double>(reader.BytesRead()) /
                                                     static_cast<double>(reader.FileSize())
                                               : 0.0;
-    return !progress || progress("read", done);
+    return stop.GoesOn("read", done);
 }
 
 // The first point of a file drops the arrays of the file before.
@@ -52,13 +53,13 @@ void MakeRoom(PointSet& points, const NumberListReader& reader) {
 // For the windows, where nothing else happens meanwhile: a pipe without a writer would stop them
 // for ever. Memory that runs out is a bad file as well.
 std::optional<ReadFailure> ReadPlainFile(const std::string& path, PointSet& points,
-                                         const ProgressCallback& progress) {
+                                         const StopToken& stop) {
     std::error_code unknown;
     if (std::filesystem::is_other(std::filesystem::status(path, unknown))) {
         return ReadFailure{path, 0, 0, "a pipe or a device cannot be opened here"};
     }
     try {
-        return ReadPoints(path, points, progress);
+        return ReadPoints(path, points, stop);
     } catch (const std::bad_alloc&) {
         return ReadFailure{path, 0, 0, "there is not enough memory"};
     }
@@ -67,7 +68,7 @@ std::optional<ReadFailure> ReadPlainFile(const std::string& path, PointSet& poin
 } // namespace
 
 std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
-                                      const ProgressCallback& progress) {
+                                      const StopToken& stop) {
     NumberListReader reader(path);
     points.sourceName = SplitPath(path).name;
     points.count = 0;
@@ -89,8 +90,10 @@ std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
         if (points.count == kSample) {
             MakeRoom(points, reader);
         }
-        if (points.count % kProgressStride == 0 && !ReportProgress(progress, reader)) {
-            points = PointSet{};
+        if (points.count % kProgressStride == 0 && !ReportProgress(stop, reader)) {
+            PointSet none;
+            none.sourceFolder = std::move(points.sourceFolder);
+            points = std::move(none);
             return ReadFailure{path, 0, 0, "reading was stopped", true};
         }
     }
@@ -101,8 +104,8 @@ std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
 }
 
 bool LoadPointFile(const std::string& path, PointSet& points, const RunState& state,
-                   const LoadServices& services, const ProgressCallback& progress) {
-    const std::optional<ReadFailure> failure = ReadPlainFile(path, points, progress);
+                   const LoadServices& services, const StopToken& stop) {
+    const std::optional<ReadFailure> failure = ReadPlainFile(path, points, stop);
     if (!failure) {
         return true;
     }

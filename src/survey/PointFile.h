@@ -7,9 +7,9 @@
 
 #include "survey/PointSet.h"
 #include "util/NumberListReader.h"
-#include "util/Progress.h"
 #include "util/RunState.h"
 #include "util/Services.h"
+#include "util/StopToken.h"
 
 #include <optional>
 #include <string>
@@ -21,7 +21,7 @@ namespace terravo {
 /// @return what went wrong; the set then holds the points before it, or nothing when the reading
 ///         was stopped.
 std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
-                                      const ProgressCallback& progress = {});
+                                      const StopToken& stop = StopToken());
 
 struct LoadServices {
     MessageService& messages;
@@ -36,6 +36,6 @@ struct LoadServices {
 /// @return true when no error of any kind occurred; false when the reading was stopped, and else
 ///         only where the program end is a fake.
 bool LoadPointFile(const std::string& path, PointSet& points, const RunState& state,
-                   const LoadServices& services, const ProgressCallback& progress = {});
+                   const LoadServices& services, const StopToken& stop = StopToken());
 
 } // namespace terravo

@@ -80,13 +80,12 @@ public:
 
     /// @return Failed when there is no triangle to begin with, on a fault, or when stopped;
     ///         TooLaborious only when straight.
-    Outcome InsertAll(Sequence sequence, const std::atomic<bool>& stop,
-                      const ProgressCallback& progress);
+    Outcome InsertAll(Sequence sequence, const std::atomic<bool>& refused, const StopToken& stop);
 
 private:
     bool MakeFirst();
-    Outcome InsertRound(std::optional<int> round, const std::atomic<bool>& stop,
-                        const ProgressCallback& progress);
+    Outcome InsertRound(std::optional<int> round, const std::atomic<bool>& refused,
+                        const StopToken& stop);
     bool Insert(Index c);
     [[nodiscard]] bool IsRepeatOf(Index c, Index corner) const {
         return coord_[c] == coord_[corner] && rank_[corner] < rank_[c];
@@ -135,8 +134,8 @@ bool CurveInserter::Insert(Index c) {
 }
 
 // All points when there is no number of a round.
-Outcome CurveInserter::InsertRound(std::optional<int> round, const std::atomic<bool>& stop,
-                                   const ProgressCallback& progress) {
+Outcome CurveInserter::InsertRound(std::optional<int> round, const std::atomic<bool>& refused,
+                                   const StopToken& stop) {
     const Index count = coord_.UpperBound();
     for (Index c = 2; c <= count; ++c) {
         if (c == second_ || c == third_ || (round && RoundOf(coord_[c]) != *round)) {
@@ -149,9 +148,9 @@ Outcome CurveInserter::InsertRound(std::optional<int> round, const std::atomic<b
         if (!work_.ReportIsDue()) {
             continue;
         }
-        if (stop.load(std::memory_order_relaxed) ||
-            (progress && !progress("triangulate",
-                                   static_cast<double>(inserted_) / static_cast<double>(count)))) {
+        if (refused.load(std::memory_order_relaxed) ||
+            !stop.GoesOn("triangulate",
+                         static_cast<double>(inserted_) / static_cast<double>(count))) {
             return Outcome::Failed;
         }
         if (!round && work_.effort > kMostEffortAPoint * count) {
@@ -161,17 +160,17 @@ Outcome CurveInserter::InsertRound(std::optional<int> round, const std::atomic<b
     return Outcome::Done;
 }
 
-Outcome CurveInserter::InsertAll(Sequence sequence, const std::atomic<bool>& stop,
-                                 const ProgressCallback& progress) {
+Outcome CurveInserter::InsertAll(Sequence sequence, const std::atomic<bool>& refused,
+                                 const StopToken& stop) {
     if (!MakeFirst()) {
         return Outcome::Failed;
     }
     if (sequence == Sequence::Straight) {
-        return InsertRound(std::nullopt, stop, progress);
+        return InsertRound(std::nullopt, refused, stop);
     }
     Outcome outcome = Outcome::Done;
     for (int round = kLastRound; round >= 0 && outcome == Outcome::Done; --round) {
-        outcome = InsertRound(round, stop, progress);
+        outcome = InsertRound(round, refused, stop);
     }
     return outcome;
 }
@@ -203,19 +202,19 @@ struct StopOnExit {
 // stops the other when it finds the set not certain.
 bool InsertAndFollowHulls(const Survey& survey, const CurvePoints& points,
                           const Array1<Index>& rank, double exactReach, TriangleList& triangles,
-                          const ProgressCallback& progress) {
-    std::atomic<bool> stop = false;
+                          const StopToken& stop) {
+    std::atomic<bool> refused = false;
     auto hullsAreClear = std::async(std::launch::async, [&] {
-        const bool clear =
-            HullHistoryIsClear(survey.coord, survey.thirdPosition, survey.span, exactReach, stop);
+        const bool clear = HullHistoryIsClear(survey.coord, survey.thirdPosition, survey.span,
+                                              exactReach, refused);
         if (!clear) {
-            stop = true;
+            refused = true;
         }
         return clear;
     });
-    const StopOnExit stopOnExit{stop}; // also when the progress callback throws
+    const StopOnExit stopOnExit{refused}; // also when a report of progress throws
     const auto insert = [&](Sequence sequence) {
-        return CurveInserter(points, rank, triangles).InsertAll(sequence, stop, progress);
+        return CurveInserter(points, rank, triangles).InsertAll(sequence, refused, stop);
     };
     Outcome outcome = insert(Sequence::Straight);
     if (outcome == Outcome::TooLaborious) {
@@ -223,19 +222,19 @@ bool InsertAndFollowHulls(const Survey& survey, const CurvePoints& points,
     }
     const bool inserted = outcome == Outcome::Done;
     if (!inserted) {
-        stop = true;
+        refused = true;
     }
     return hullsAreClear.get() && inserted;
 }
 
 bool MakeCertain(const Survey& survey, const CurvePoints& points, TriangleList& triangles,
-                 const ProgressCallback& progress) {
+                 const StopToken& stop) {
     if (!(survey.span >= kLeastSpan && survey.span <= kMostSpan)) {
         return false;
     }
     const Array1<Index> rank = RanksOf(points, survey.thirdPosition);
     const double exactReach = ExactReach(survey.coord, survey.span);
-    if (!InsertAndFollowHulls(survey, points, rank, exactReach, triangles, progress) ||
+    if (!InsertAndFollowHulls(survey, points, rank, exactReach, triangles, stop) ||
         !IsCertain({points.coord, rank, triangles, survey.span, exactReach})) {
         return false;
     }
@@ -245,14 +244,12 @@ bool MakeCertain(const Survey& survey, const CurvePoints& points, TriangleList& 
 
 // File order, with the tables laid out along the curve: what is near on the ground is near in
 // memory.
-Index InsertInFileOrder(const CurvePoints& points, TriangleList& triangles,
-                        const ProgressCallback& progress) {
+Index InsertInFileOrder(const CurvePoints& points, TriangleList& triangles, const StopToken& stop) {
     Array1<Index> order(points.fileNumber.UpperBound());
     for (Index c = 1; c <= order.UpperBound(); ++c) {
         order[points.fileNumber[c]] = c;
     }
-    const Index ierr =
-        Triangulate(points.coord, order, triangles, StartRule::NearbyTriangle, progress);
+    const Index ierr = Triangulate(points.coord, order, triangles, StartRule::NearbyTriangle, stop);
     NumberByFile(points, triangles);
     return ierr;
 }
@@ -266,13 +263,13 @@ Array1<Index> FileOrder(Index count) {
 } // namespace
 
 Index TriangulateQuickly(const Array1<PlanPoint>& coord, TriangleList& triangles,
-                         const ProgressCallback& progress, Road* road) {
+                         const StopToken& stop, Road* road) {
     if (road != nullptr) {
         *road = Road::FileOrder;
     }
     const auto plainly = [&] {
         Array1<Index> order = FileOrder(coord.UpperBound());
-        return Triangulate(coord, order, triangles, StartRule::NearbyTriangle, progress);
+        return Triangulate(coord, order, triangles, StartRule::NearbyTriangle, stop);
     };
     if (coord.UpperBound() < kLeastForCurve) {
         return plainly();
@@ -283,17 +280,12 @@ Index TriangulateQuickly(const Array1<PlanPoint>& coord, TriangleList& triangles
         return plainly();
     }
     const CurvePoints points(coord, *extent);
-    bool stopped = false;
-    const ProgressCallback heed = [&](std::string_view stage, double done) {
-        stopped = progress && !progress(stage, done);
-        return !stopped;
-    };
-    if (!MakeCertain({coord, extent->Span(), first.thirdPosition}, points, triangles, heed)) {
+    if (!MakeCertain({coord, extent->Span(), first.thirdPosition}, points, triangles, stop)) {
         triangles.count = 0;
-        if (stopped) {
+        if (stop.IsStopRequested()) {
             return Ierr::kStopped;
         }
-        return InsertInFileOrder(points, triangles, progress);
+        return InsertInFileOrder(points, triangles, stop);
     }
     if (road != nullptr) {
         *road = Road::AlongCurve;
@@ -302,7 +294,7 @@ Index TriangulateQuickly(const Array1<PlanPoint>& coord, TriangleList& triangles
 }
 
 bool TriangulateAlongCurve(const Array1<PlanPoint>& coord, TriangleList& triangles,
-                           const ProgressCallback& progress) {
+                           const StopToken& stop) {
     if (coord.UpperBound() < 3) {
         return false;
     }
@@ -310,7 +302,7 @@ bool TriangulateAlongCurve(const Array1<PlanPoint>& coord, TriangleList& triangl
     const std::optional<PlanExtent> extent = ExtentOf(coord);
     return first.found && extent &&
            MakeCertain({coord, extent->Span(), first.thirdPosition}, CurvePoints(coord, *extent),
-                       triangles, progress);
+                       triangles, stop);
 }
 
 } // namespace terravo

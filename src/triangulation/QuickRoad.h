@@ -26,11 +26,11 @@ inline constexpr Index kLeastForCurve = 2000;
 /// @param[out] road  the road taken, when given.
 /// @return see modDelaunay2D::Triangulate.
 Index TriangulateQuickly(const Array1<PlanPoint>& coord, TriangleList& triangles,
-                         const ProgressCallback& progress = {}, Road* road = nullptr);
+                         const StopToken& stop = StopToken(), Road* road = nullptr);
 
 /// Triangulates along the curve, whatever the number of points.
 /// @return false when the outcome is not certain; the contents of the tables are undefined then.
 bool TriangulateAlongCurve(const Array1<PlanPoint>& coord, TriangleList& triangles,
-                           const ProgressCallback& progress = {});
+                           const StopToken& stop = StopToken());
 
 } // namespace terravo

@@ -38,7 +38,7 @@ WalkResult Locate(std::optional<NearbyWalks>& walks, Workspace& work, PlanPoint 
 }
 
 Index InsertRemaining(Workspace& work, const Array1<Index>& order, StartRule start,
-                      const ProgressCallback& progress) {
+                      const StopToken& stop) {
     const Array1<PlanPoint>& coord = work.coord;
     Inserter inserter(work);
     std::optional<NearbyWalks> walks;
@@ -63,8 +63,8 @@ Index InsertRemaining(Workspace& work, const Array1<Index>& order, StartRule sta
         if (walks) {
             walks->nearby.Remember(point, place.triangle);
         }
-        if (progress && work.ReportIsDue() &&
-            !progress("triangulate", static_cast<double>(i) / static_cast<double>(count))) {
+        if (work.ReportIsDue() &&
+            !stop.GoesOn("triangulate", static_cast<double>(i) / static_cast<double>(count))) {
             return Ierr::kStopped;
         }
     }
@@ -99,7 +99,7 @@ std::string DescribeIerr(Index ierr) {
 }
 
 Index Triangulate(const Array1<PlanPoint>& coord, Array1<Index>& order, TriangleList& triangles,
-                  StartRule start, const ProgressCallback& progress) {
+                  StartRule start, const StopToken& stop) {
     const Index n = order.UpperBound();
     constexpr Index kMostPoints = std::numeric_limits<Index>::max() / 6 - 1;
     if (n < 2) {
@@ -115,7 +115,7 @@ Index Triangulate(const Array1<PlanPoint>& coord, Array1<Index>& order, Triangle
     std::swap(order[first.thirdPosition], order[3]);
     Workspace work(coord, triangles, n);
     MakeFirstTriangle(work, order[1], order[2], order[3], first.side);
-    const Index ierr = InsertRemaining(work, order, start, progress);
+    const Index ierr = InsertRemaining(work, order, start, stop);
     std::swap(order[first.thirdPosition], order[3]);
     return ierr;
 }

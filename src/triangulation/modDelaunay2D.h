@@ -8,7 +8,7 @@
 #pragma once
 
 #include "triangulation/TriangleList.h"
-#include "util/Progress.h"
+#include "util/StopToken.h"
 
 #include <string>
 
@@ -25,7 +25,7 @@ inline constexpr Index kZeroDeterminant = -1;
 inline constexpr Index kIndexOutOfRange = -2;
 inline constexpr Index kBrokenLink = -3;
 inline constexpr Index kOverflow = -4;
-inline constexpr Index kStopped = -5; // no fault: the progress callback asked for the end
+inline constexpr Index kStopped = -5; // no fault: the work was asked to end
 } // namespace Ierr
 
 /// One sentence for a code, without a full stop; empty for kDone.
@@ -125,6 +125,6 @@ Index SwapEdges(Index m, Workspace& work);
 ///         kAllCollinear for points on one line or a single point; kStackFull; kStopped; or a
 ///         fault. After an error the tables hold the part made so far.
 Index Triangulate(const Array1<PlanPoint>& coord, Array1<Index>& order, TriangleList& triangles,
-                  StartRule start = StartRule::LastTriangle, const ProgressCallback& progress = {});
+                  StartRule start = StartRule::LastTriangle, const StopToken& stop = StopToken());
 
 } // namespace terravo::modDelaunay2D

@@ -49,26 +49,45 @@ bool MustBeWrittenInPlace(const std::string& path) {
 
 } // namespace
 
-OutputPlace PlaceFor(const std::string& path) {
-    const std::string finalPath = ResolveLink(path);
-    return {finalPath, MustBeWrittenInPlace(finalPath) ? finalPath : TemporaryName(finalPath)};
+OutputGroup::~OutputGroup() {
+    for (const Member& member : members_) {
+        std::error_code ignored;
+        fs::remove(member.writtenPath, ignored);
+    }
+}
+
+void OutputGroup::Commit() {
+    while (!members_.empty()) {
+        const Member& member = members_.back();
+        std::error_code error;
+        fs::rename(member.writtenPath, member.finalPath, error);
+        if (error) {
+            throw AppError(ErrorNumber::kDeviceIo, member.path,
+                           member.path + ": " + error.message());
+        }
+        members_.pop_back();
+    }
+}
+
+void OutputFile::ChoosePlace() {
+    finalPath_ = ResolveLink(target_.path);
+    writtenPath_ = MustBeWrittenInPlace(finalPath_) ? finalPath_ : TemporaryName(finalPath_);
 }
 
 // The segments of an earlier drawing must not pass for those of one that fails. Whatever has the
 // name goes, a link or a pipe as well; the bytes behind a link stay.
-OutputPlace OutputFile::EmptiedPlace(const std::string& path) {
+void OutputFile::ChooseEmptiedPlace() {
     std::error_code error;
-    fs::remove(path, error);
+    fs::remove(target_.path, error);
     if (error) {
         Throw(error.value());
     }
-    return {path, TemporaryName(path)};
+    finalPath_ = target_.path;
+    writtenPath_ = TemporaryName(finalPath_);
 }
 
-OutputFile::OutputFile(std::string path, Mode mode) : path_(std::move(path)) {
-    OutputPlace place = mode == Mode::Open ? EmptiedPlace(path_) : PlaceFor(path_);
-    finalPath_ = std::move(place.finalPath);
-    writtenPath_ = std::move(place.writtenPath);
+OutputFile::OutputFile(OutputTarget target, Mode mode) : target_(std::move(target)) {
+    mode == Mode::Open ? ChooseEmptiedPlace() : ChoosePlace();
     const bool inPlace = writtenPath_ == finalPath_;
     errno = 0;
     file_.reset(std::fopen(writtenPath_.c_str(), inPlace ? "wb" : "wbx"));
@@ -105,21 +124,29 @@ void OutputFile::Commit() {
         Throw(errno);
     }
     if (writtenPath_ != finalPath_) {
-        std::error_code error;
-        fs::rename(writtenPath_, finalPath_, error);
-        if (error) {
-            Throw(error.value());
-        }
+        TakeFinalName();
         writtenPath_ = finalPath_;
+    }
+}
+
+void OutputFile::TakeFinalName() {
+    if (target_.group != nullptr) {
+        target_.group->members_.push_back({target_.path, finalPath_, writtenPath_});
+        return;
+    }
+    std::error_code error;
+    fs::rename(writtenPath_, finalPath_, error);
+    if (error) {
+        Throw(error.value());
     }
 }
 
 void OutputFile::Throw(int cause) const {
     const std::string reason = cause != 0 ? std::strerror(cause) : "the file cannot be written";
-    throw AppError(ErrorNumber::kDeviceIo, path_, path_ + ": " + reason);
+    throw AppError(ErrorNumber::kDeviceIo, target_.path, target_.path + ": " + reason);
 }
 
-void CopyFileWhole(const std::string& from, const std::string& to) {
+void CopyFileWhole(const std::string& from, const OutputTarget& to) {
     struct CloseFile {
         void operator()(std::FILE* file) const { std::fclose(file); }
     };

@@ -1,10 +1,11 @@
-// A file written whole or not at all.
+// Files written whole or not at all, each by itself or several together.
 //
 // Data: bytes appended through one buffer. Method: they go to a new file of another name in the
 // same folder, which takes the final name when everything is written; a crash, a full disk or an
-// error on the way leaves the old file as it was. A target that is no regular file (a pipe, a
-// device) is written in place, since it must not be replaced. Two programs that write the same file
-// at once each write their own, and the one that ends last wins.
+// error on the way leaves the old file as it was. The files of a group wait under their other names
+// until all are there. A target that is no regular file (a pipe, a device) is written in place,
+// since it must not be replaced. Two programs that write the same file at once each write their
+// own, and the one that ends last wins.
 #pragma once
 
 #include <cstddef>
@@ -12,16 +13,43 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace terravo {
 
-/// Where the bytes of a file end up, behind any link, and the name that it is written under until
-/// it is complete: the same where the target must not be replaced (a pipe, a device).
-struct OutputPlace {
-    std::string finalPath;
-    std::string writtenPath;
+/// Files that appear together or not at all. Naming them takes no room on the disk and no time.
+class OutputGroup {
+public:
+    OutputGroup() = default;
+    OutputGroup(const OutputGroup&) = delete;
+    OutputGroup& operator=(const OutputGroup&) = delete;
+    /// Removes what has no final name yet.
+    ~OutputGroup();
+
+    /// Gives all files that are complete their names. Throws AppError.
+    void Commit();
+
+private:
+    friend class OutputFile;
+
+    struct Member {
+        std::string path; // as its reader knows it
+        std::string finalPath;
+        std::string writtenPath;
+    };
+    std::vector<Member> members_;
 };
-OutputPlace PlaceFor(const std::string& path);
+
+/// What a writer is given: the path of a file, and the group that it appears with, if any.
+struct OutputTarget {
+    std::string path;
+    OutputGroup* group = nullptr;
+
+    OutputTarget(std::string filePath, OutputGroup* together = nullptr)
+        : path(std::move(filePath)), group(together) {}
+    OutputTarget(const char* filePath) : path(filePath) {}
+};
 
 class OutputFile {
 public:
@@ -31,7 +59,7 @@ public:
     };
 
     /// Starts the file. Throws AppError, with the path as source, when it cannot.
-    explicit OutputFile(std::string path, Mode mode = Mode::Whole);
+    explicit OutputFile(OutputTarget target, Mode mode = Mode::Whole);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
     /// Removes what was written unless it was committed.
@@ -50,7 +78,8 @@ public:
         }
     }
 
-    /// Writes the rest, closes the file and gives it its final name. Throws AppError.
+    /// Writes the rest, closes the file, and gives it its final name or leaves that to its group.
+    /// Throws AppError.
     void Commit();
 
 private:
@@ -60,18 +89,20 @@ private:
         void operator()(std::FILE* file) const { std::fclose(file); }
     };
 
-    OutputPlace EmptiedPlace(const std::string& path);
+    void ChoosePlace();
+    void ChooseEmptiedPlace();
     void Flush();
+    void TakeFinalName();
     [[noreturn]] void Throw(int cause) const;
 
-    std::string path_;
-    std::string finalPath_; // behind any link
-    std::string writtenPath_;
+    OutputTarget target_;
+    std::string finalPath_;   // behind any link
+    std::string writtenPath_; // until complete; the final one where that must not be replaced
     std::string buffer_;
     std::unique_ptr<std::FILE, CloseFile> file_;
 };
 
 /// Copies a file under another name, whole or not at all. Throws AppError.
-void CopyFileWhole(const std::string& from, const std::string& to);
+void CopyFileWhole(const std::string& from, const OutputTarget& to);
 
 } // namespace terravo

@@ -5,11 +5,15 @@
 // of any levels must be those of a search through all triangles.
 #include "app/session/ContourMap.h"
 #include "contour/LevelCut.h"
+#include "export/MeshFile.h"
 #include "export/QrzWriter.h"
+#include "export/SegmentFile.h"
 #include "fuzz/FuzzPoints.h"
 #include "fuzz/PixelSurface.h"
 #include "support/FakeServices.h"
 #include "support/TemporaryFolder.h"
+#include "triangulation/modDelaunay2D.h"
+#include "util/AppError.h"
 
 namespace terravo {
 namespace {
@@ -62,26 +66,27 @@ struct Bench {
     RunState state;
     FakeMessages messages;
     FakeClock clock;
-
-    Bench() {
-        state.workFolder = folder.Path();
-        state.qrzExportPath = folder.File("out.qrz");
-    }
 };
 
-void CheckExports(Bench& bench, bool hasSegments, bool hasMesh) {
-    FakeClipboard clipboard;
-    FakeLog log;
-    if (hasSegments) {
-        QrzWriter::WriteQrzLevels(bench.state, clipboard, log);
-        Require(log.lines.empty() || log.lines[0].find("the first level is 0") != std::string::npos,
-                "the segments of a map are exported" + (log.lines.empty() ? "" : log.lines[0]));
-    }
-    log.lines.clear();
-    if (hasMesh) {
-        QrzWriter::WriteQrzTriangles(bench.state, clipboard, bench.messages, log);
-        Require(log.lines.empty(),
-                "the triangles of a map are exported" + (log.lines.empty() ? "" : log.lines[0]));
+bool DrawLines(const Bench& bench, const ContourMap& map, DrawSurface& surface,
+               const MapOptions& options) {
+    SegmentFile segments(bench.folder.File(kSegmentFileName));
+    const MapReport report =
+        map.Draw(surface, options, StopToken(),
+                 [&segments](double level, const auto& pieces) { segments.Write(level, pieces); });
+    segments.Close();
+    return report.contours.error.empty();
+}
+
+void CheckExports(const Bench& bench, Index levelCount, const Survey& survey) {
+    const std::string path = bench.folder.File("out.qrz");
+    try {
+        QrzWriter::WriteQrzLevels(bench.folder.File(kSegmentFileName), levelCount, path);
+        const std::string mesh = bench.folder.File(kMeshFileName);
+        WriteMeshFile(mesh, survey.Points(), survey.Triangulation().triangles);
+        QrzWriter::WriteQrzTriangles(mesh, path);
+    } catch (const AppError& error) {
+        Require(false, std::string("what was drawn is exported: ") + error.what());
     }
 }
 
@@ -94,24 +99,23 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     bench.messages.boxes.clear();
     fuzz::InputBytes bytes(data, size);
     fuzz::PixelSurface surface(1 + bytes.Byte(), 1 + bytes.Byte());
-    ContourMap map(bench.state, bench.messages, bench.clock);
     const int switches = bytes.Byte();
-    map.options.levelCount = bytes.Byte() % 24;
-    map.options.showTriangles = (switches & 1) != 0;
-    map.options.showPerimeter = (switches & 2) != 0;
-    map.options.showLevelValues = (switches & 4) != 0;
-    map.points = fuzz::TakePoints(bytes);
-    map.PointsChanged();
+    MapOptions options;
+    options.levelCount = bytes.Byte() % 24;
+    options.showTriangles = (switches & 1) != 0;
+    options.showPerimeter = (switches & 2) != 0;
+    options.showLevelValues = (switches & 4) != 0;
+    const Survey survey(fuzz::TakePoints(bytes));
+    const ContourMap map(survey, bench.state, bench.messages, bench.clock);
 
-    map.options.mode = MapMode::Areas;
-    map.DrawContourMap(surface);
-    map.options.mode = MapMode::Lines;
-    map.DrawContourMap(surface);
-    const bool drawn = bench.state.lastDrawError.empty();
-    CheckExports(bench, drawn, map.TriangulateAndShow3D());
-    const KeptTriangulation::Result& kept = map.Triangulation();
-    if (kept.ierr == 0) {
-        CheckCut(map.points, kept.triangles, LevelsOf(map.points, 12));
+    options.mode = MapMode::Areas;
+    map.Draw(surface, options);
+    options.mode = MapMode::Lines;
+    if (DrawLines(bench, map, surface, options)) {
+        CheckExports(bench, options.levelCount, survey);
+    }
+    if (survey.Triangulation().ierr == modDelaunay2D::Ierr::kDone) {
+        CheckCut(survey.Points(), survey.Triangulation().triangles, LevelsOf(survey.Points(), 12));
     }
     return 0;
 }

@@ -126,19 +126,17 @@ struct WindowFixture : ::testing::Test {
 
     /// The map of a file as it ought to be at the present size.
     [[nodiscard]] QImage ExpectedPicture(const std::string& path, const MapOptions& options) const {
-        const test::TemporaryFolder scratch;
-        RunState other = state;
-        other.workFolder = scratch.Path();
         FakeMessages unseen;
         FakeClock still;
-        ContourMap map(other, unseen, still);
-        EXPECT_FALSE(ReadPoints(path, map.points).has_value());
-        map.options = options;
+        PointSet points;
+        EXPECT_FALSE(ReadPoints(path, points).has_value());
+        const Survey survey(std::move(points));
+        const ContourMap map(survey, state, unseen, still);
         const double ratio = Map()->devicePixelRatioF();
         const QSize pixels = (QSizeF(Map()->size()) * ratio).toSize();
         RasterSurface surface(pixels.width(), pixels.height(), ratio);
         surface.SetBackColor(kBlack);
-        map.DrawContourMap(surface);
+        map.Draw(surface, options);
         return surface.Image();
     }
 };

@@ -2,6 +2,7 @@
 
 #include "app/batch/ExitCode.h"
 #include "export/MeshFile.h"
+#include "export/SegmentFile.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>

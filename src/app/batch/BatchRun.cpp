@@ -5,14 +5,17 @@
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
 #include "export/MeshFile.h"
+#include "export/PictureExport.h"
 #include "export/QrzWriter.h"
+#include "export/SegmentFile.h"
 #include "plot2d/PictureFile.h"
 #include "plot2d/RasterSurface.h"
 #include "survey/PointFile.h"
+#include "triangulation/modDelaunay2D.h"
 #include "util/AppError.h"
 #include "util/OutputFile.h"
-#include "util/OutputGroup.h"
 #include "util/StopSignals.h"
+#include "util/StopToken.h"
 #include "util/Stopwatch.h"
 #include "util/SystemServices.h"
 #include "view3d/RegularGrid.h"
@@ -22,6 +25,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 
@@ -39,6 +43,12 @@ private:
     int exitCode_;
 };
 
+std::string OnOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return text;
+}
+
 // Keeps the first message, which becomes the sentence of a failed run.
 class KeptMessages : public MessageService {
 public:
@@ -46,33 +56,12 @@ public:
         if (!text_.empty()) {
             return;
         }
-        text_ = title.empty() ? text : title + ": " + text;
-        for (char& c : text_) {
-            c = c == '\n' || c == '\r' ? ' ' : c;
-        }
+        text_ = OnOneLine(title.empty() ? text : title + ": " + text);
     }
     [[nodiscard]] const std::string& Text() const { return text_; }
 
 private:
     std::string text_;
-};
-
-// Keeps the last line, which says why an export failed.
-class KeptLog : public LogService {
-public:
-    void Write(const std::string& line) override { line_ = line; }
-    [[nodiscard]] const std::string& Last() const { return line_; }
-
-private:
-    std::string line_;
-};
-
-// The user's clipboard is not this program's business.
-class NoClipboard : public ClipboardService {
-public:
-    [[nodiscard]] std::optional<std::string> Text() const override { return std::nullopt; }
-    void SetText(const std::string& /*text*/) override {}
-    void Clear() override {}
 };
 
 // One line on standard error, rewritten when the percentage changes.
@@ -127,21 +116,21 @@ void CheckFolders(const BatchOptions& options) {
 }
 
 void RequireTriangles(const std::string& file, const PointSet& points,
-                      const KeptTriangulation::Result& kept) {
-    if (kept.ierr == modDelaunay2D::Ierr::kAllCollinear) {
+                      const TriangulationOutcome& made) {
+    if (made.ierr == modDelaunay2D::Ierr::kAllCollinear) {
         throw RunFailure(ExitCode::kNoTriangulation,
                          file + ": no triangulation of " + std::to_string(points.count) +
                              (points.count == 1 ? " point; three are needed."
                                                 : " points: all of them lie on one line."));
     }
-    if (kept.ierr != modDelaunay2D::Ierr::kDone) {
+    if (made.ierr != modDelaunay2D::Ierr::kDone) {
         throw RunFailure(ExitCode::kNumeric, file + ": the triangulation failed: " +
-                                                 modDelaunay2D::DescribeIerr(kept.ierr) + ".");
+                                                 modDelaunay2D::DescribeIerr(made.ierr) + ".");
     }
     if (points.count == 0) {
         throw RunFailure(ExitCode::kNoTriangulation, file + ": the file holds no points.");
     }
-    if (kept.triangles.count == 0) {
+    if (made.triangles.count == 0) {
         throw RunFailure(
             ExitCode::kNoTriangulation,
             file + ": no triangles, because the first two points do not count as "
@@ -154,18 +143,17 @@ void RequireTriangles(const std::string& file, const PointSet& points,
 class BatchRun {
 public:
     explicit BatchRun(const BatchOptions& options)
-        : options_(options), map_(state_, messages_, clock_),
-          surface_(options.width, options.height) {
+        : options_(options), stop_([this](std::string_view stage, double done) {
+              if (options_.progress) {
+                  progressLine_.Show(stage, done);
+              }
+              if (StopSignals::Received() != 0) {
+                  stop_.RequestStop();
+              }
+          }),
+          map_(survey_, state_, messages_, clock_), surface_(options.width, options.height) {
         state_.textTable = LoadTexts(options.language);
         state_.decimalSeparator = options.decimalComma ? ',' : '.';
-        map_.options = options.map;
-        map_.progress = [this](std::string_view stage, double done) {
-            if (options_.progress) {
-                progressLine_.Show(stage, done);
-            }
-            map_.stopRequested = StopSignals::Received() != 0;
-            return !map_.stopRequested;
-        };
     }
 
     BatchFigures Run() {
@@ -179,13 +167,13 @@ public:
         Stopwatch watch;
         Read();
         figures_.milliseconds.read = watch.Lap() * 1e3;
-        map_.Triangulation();
+        survey_.Triangulation(stop_);
         EndWhenStopped();
-        RequireTriangles(options_.pointFile, map_.points, map_.Triangulation());
+        RequireTriangles(options_.pointFile, survey_.Points(), survey_.Triangulation());
         figures_.milliseconds.triangulate = watch.Lap() * 1e3;
-        NamingFilesFinally([this] { Draw(); });
+        Draw();
         watch.Lap();
-        NamingFilesFinally([this] { Deliver(); });
+        Deliver();
         figures_.milliseconds.write += watch.Lap() * 1e3;
         figures_.milliseconds.total = total.Lap() * 1e3;
         return figures_;
@@ -195,26 +183,31 @@ private:
     static void EndWhenStopped();
     void Read();
     void Draw();
-    void DrawMap(DrawSurface& surface);
+    void DrawMap(DrawSurface& surface, const MapOptions& map, const LevelSink& sink);
+    void DrawMapPicture(const LevelSink& sink);
     void DrawView3D();
     void DrawView3DOn(DrawSurface& surface, AxonometricView& view);
     template <class Drawing>
     void WriteVector(const std::string& file, const std::string& title, Drawing draw);
-    template <class Work>
-    void NamingFilesFinally(Work work);
+    void CountWhatWasMade();
     void Deliver();
-    void ThrowMessages(bool deviceFailed);
+    void DeliverPicture(const std::string& file, const QImage& picture);
     template <class Writer>
-    void WriteQrz(const std::string& file, Writer write);
+    void DeliverFile(const std::string& file, Writer write);
+    void WriteLevels(const OutputTarget& target) const;
+    void ThrowMessages();
+    [[nodiscard]] bool SegmentsAreWanted() const {
+        return !options_.segmentsFile.empty() || !options_.qrzLevelsFile.empty();
+    }
 
     const BatchOptions& options_;
     RunState state_;
     KeptMessages messages_;
-    KeptLog log_;
-    NoClipboard clipboard_;
     SystemClock clock_;
     ProgressLine progressLine_;
     QTemporaryDir folder_;
+    StopToken stop_;
+    Survey survey_;
     ContourMap map_;
     RasterSurface surface_;
     OutputGroup files_;
@@ -232,61 +225,79 @@ void BatchRun::EndWhenStopped() {
 }
 
 void BatchRun::Read() {
-    const std::optional<ReadFailure> failure =
-        ReadPoints(options_.pointFile, map_.points, map_.progress);
+    PointSet points;
+    const std::optional<ReadFailure> failure = ReadPoints(options_.pointFile, points, stop_);
     EndWhenStopped();
     if (failure) {
         throw RunFailure(ExitCode::kPointFile, failure->Sentence());
     }
+    survey_.Replace(std::move(points));
 }
 
-// Throws for the first message that a drawing or an export has shown.
-void BatchRun::ThrowMessages(bool deviceFailed) {
+// Throws for the first message that a drawing has shown.
+void BatchRun::ThrowMessages() {
     if (!messages_.Text().empty()) {
-        throw RunFailure(deviceFailed ? ExitCode::kOutput : ExitCode::kNumeric,
-                         options_.pointFile + ": " + messages_.Text());
+        throw RunFailure(ExitCode::kNumeric, options_.pointFile + ": " + messages_.Text());
     }
 }
 
 void BatchRun::Draw() {
-    surface_.SetBackColor(kBlack);
-    if (PictureKindOf(options_.mapFile) == PictureKind::Png) {
-        DrawMap(surface_);
-        picture_ = surface_.Image();
+    if (SegmentsAreWanted()) {
+        SegmentFile segments(state_.workFolder + kSegmentFileName);
+        DrawMapPicture([&segments](double level, const std::vector<LevelPiece>& pieces) {
+            segments.Write(level, pieces);
+        });
+        segments.Close();
     } else {
-        WriteVector(options_.mapFile,
-                    state_.Text(TextIndex::kPlotTitle) + " : " + map_.points.sourceName,
-                    [this](DrawSurface& surface) { DrawMap(surface); });
-    }
-    const bool segmentsWanted = !options_.segmentsFile.empty() || !options_.qrzLevelsFile.empty();
-    if (options_.map.mode == MapMode::Areas && segmentsWanted) {
-        // Areas write no segments: the lines are drawn as well, as the window's export does.
-        map_.options.mode = MapMode::Lines;
-        DrawMap(surface_);
+        DrawMapPicture({});
     }
     if (!options_.view3DFile.empty()) {
         Stopwatch watch;
         DrawView3D();
         figures_.milliseconds.draw += watch.Lap() * 1e3;
     }
-    const TriangleList& triangles = map_.Triangulation().triangles;
-    figures_.points = map_.points.count;
-    figures_.unusedPoints = CountUnusedPoints(map_.points, triangles);
+    CountWhatWasMade();
+}
+
+void BatchRun::DrawMapPicture(const LevelSink& sink) {
+    surface_.SetBackColor(kBlack);
+    if (PictureKindOf(options_.mapFile) == PictureKind::Png) {
+        DrawMap(surface_, options_.map, sink);
+        picture_ = surface_.Image();
+    } else {
+        WriteVector(options_.mapFile,
+                    state_.Text(TextIndex::kPlotTitle) + " : " + survey_.Points().sourceName,
+                    [&](DrawSurface& surface) { DrawMap(surface, options_.map, sink); });
+    }
+    if (options_.map.mode == MapMode::Areas && SegmentsAreWanted()) {
+        // Areas have no segments: the lines are drawn as well, as the window's export does.
+        MapOptions lines = options_.map;
+        lines.mode = MapMode::Lines;
+        DrawMap(surface_, lines, sink);
+    }
+}
+
+void BatchRun::CountWhatWasMade() {
+    const PointSet& points = survey_.Points();
+    const TriangleList& triangles = survey_.Triangulation().triangles;
+    figures_.points = points.count;
+    figures_.unusedPoints = CountUnusedPoints(points, triangles);
     figures_.triangles = triangles.count;
     figures_.hullEdges = CountHullEdges(triangles);
-    figures_.x = map_.points.extentX;
-    figures_.y = map_.points.extentY;
-    figures_.z = map_.points.extentZ;
+    figures_.x = points.extentX;
+    figures_.y = points.extentY;
+    figures_.z = points.extentZ;
     figures_.levels = options_.map.levelCount;
 }
 
 void BatchRun::DrawView3D() {
     const View3DOptions& chosen = options_.view3D;
-    const PointSet& points = map_.points;
+    const PointSet& points = survey_.Points();
     AxonometricView view;
     switch (chosen.kind) {
     case View3DKind::Triangles:
-        view.Triangoli(points.x, points.y, points.z, TriangleTable(map_.Triangulation().triangles),
+        view.Triangoli(points.x, points.y, points.z,
+                       TriangleTable(survey_.Triangulation().triangles),
                        "Delaunay 2D : " + points.sourceName);
         break;
     case View3DKind::Points:
@@ -322,14 +333,14 @@ void BatchRun::DrawView3D() {
 void BatchRun::DrawView3DOn(DrawSurface& surface, AxonometricView& view) {
     Rendering::Redraw(surface, view, true, options_.view3D.colour, state_, messages_);
     EndWhenStopped();
-    ThrowMessages(false);
+    ThrowMessages();
 }
 
 // A drawing that fails throws, so the file is complete or there is none.
 template <class Drawing>
 void BatchRun::WriteVector(const std::string& file, const std::string& title, Drawing draw) {
     const PictureKind kind = *PictureKindOf(file);
-    WritePicture(files_.NameFor(file), kind,
+    WritePicture({file, &files_}, kind,
                  {options_.width, options_.height, 1, title,
                   [&draw](DrawSurface& surface) {
                       draw(surface);
@@ -338,78 +349,68 @@ void BatchRun::WriteVector(const std::string& file, const std::string& title, Dr
                  options_.ChoiceFor(kind));
 }
 
-void BatchRun::DrawMap(DrawSurface& surface) {
-    const MapReport report = map_.DrawContourMap(surface);
+void BatchRun::DrawMap(DrawSurface& surface, const MapOptions& map, const LevelSink& sink) {
+    const MapReport report = map_.Draw(surface, map, stop_, sink);
     EndWhenStopped();
-    ThrowMessages(report.contours.errorNumber == ErrorNumber::kDeviceIo);
-    figures_.segments = report.segments;
-    figures_.milliseconds.contour += report.contours.cut * 1e3;
-    figures_.milliseconds.draw += (report.frameSeconds + report.contours.draw) * 1e3;
-    figures_.milliseconds.write += report.contours.write * 1e3;
+    ThrowMessages();
+    const ContourReport& contours = report.contours;
+    if (!contours.error.empty()) {
+        const bool deviceFailed = contours.errorNumber == ErrorNumber::kDeviceIo;
+        throw RunFailure(deviceFailed ? ExitCode::kOutput : ExitCode::kNumeric,
+                         options_.pointFile + ": " + kDrawErrorTitle + ": " +
+                             OnOneLine(contours.error));
+    }
+    figures_.segments = contours.segments;
+    figures_.milliseconds.contour += contours.cut * 1e3;
+    figures_.milliseconds.draw += (report.frameSeconds + contours.draw) * 1e3;
+    figures_.milliseconds.write += contours.write * 1e3;
+}
+
+template <class Writer>
+void BatchRun::DeliverFile(const std::string& file, Writer write) {
+    if (!file.empty()) {
+        write(OutputTarget(file, &files_));
+        EndWhenStopped();
+        figures_.files.push_back(file);
+    }
+}
+
+// A vector file was written while it was drawn.
+void BatchRun::DeliverPicture(const std::string& file, const QImage& picture) {
+    if (PictureKindOf(file) == PictureKind::Png) {
+        DeliverFile(file, [&](const OutputTarget& target) { SavePicture(picture, target); });
+    } else {
+        figures_.files.push_back(file);
+    }
 }
 
 void BatchRun::Deliver() {
-    const auto deliver = [&](const std::string& file, auto write) {
-        if (!file.empty()) {
-            write(files_.NameFor(file));
-            EndWhenStopped();
-            figures_.files.push_back(file);
-        }
-    };
+    const std::string segmentFile = state_.workFolder + kSegmentFileName;
+    const std::string meshFile = state_.workFolder + kMeshFileName;
     if (!options_.meshFile.empty() || !options_.qrzTrianglesFile.empty()) {
-        map_.TriangulateAndShow3D();
-        ThrowMessages(true);
+        WriteMeshFile(meshFile, survey_.Points(), survey_.Triangulation().triangles);
     }
-    // A vector file was written while it was drawn.
-    const auto deliverPicture = [&](const std::string& file, const QImage& picture) {
-        if (PictureKindOf(file) == PictureKind::Png) {
-            deliver(file, [&](const std::string& name) { SavePicture(picture, name); });
-        } else {
-            figures_.files.push_back(file);
-        }
-    };
-    deliverPicture(options_.mapFile, picture_);
-    deliverPicture(options_.view3DFile, viewPicture_);
-    deliver(options_.segmentsFile, [&](const std::string& name) {
-        CopyFileWhole(state_.workFolder + kSegmentFileName, name);
+    DeliverPicture(options_.mapFile, picture_);
+    DeliverPicture(options_.view3DFile, viewPicture_);
+    DeliverFile(options_.segmentsFile,
+                [&](const OutputTarget& target) { CopyFileWhole(segmentFile, target); });
+    DeliverFile(options_.meshFile,
+                [&](const OutputTarget& target) { CopyFileWhole(meshFile, target); });
+    DeliverFile(options_.qrzTrianglesFile, [&](const OutputTarget& target) {
+        QrzWriter::WriteQrzTriangles(meshFile, target);
     });
-    deliver(options_.meshFile, [&](const std::string& name) {
-        CopyFileWhole(state_.workFolder + kMeshFileName, name);
-    });
-    deliver(options_.qrzTrianglesFile, [&](const std::string& name) {
-        WriteQrz(name,
-                 [this] { QrzWriter::WriteQrzTriangles(state_, clipboard_, messages_, log_); });
-    });
-    deliver(options_.qrzLevelsFile, [&](const std::string& name) {
-        WriteQrz(name, [this] { QrzWriter::WriteQrzLevels(state_, clipboard_, log_); });
-    });
+    DeliverFile(options_.qrzLevelsFile,
+                [this](const OutputTarget& target) { WriteLevels(target); });
     files_.Commit();
 }
 
-// A failure tells of the files by the names that their reader knows.
-template <class Work>
-void BatchRun::NamingFilesFinally(Work work) {
-    try {
-        work();
-    } catch (const AppError& error) {
-        throw AppError(error.number(), error.source(), files_.WithFinalNames(error.what()));
-    } catch (const RunFailure& failure) {
-        throw RunFailure(failure.exitCode(), files_.WithFinalNames(failure.what()));
-    }
-}
-
-// The writers of the windows report in their own ways; here what they log is the sentence.
-template <class Writer>
-void BatchRun::WriteQrz(const std::string& file, Writer write) {
-    state_.qrzExportPath = file;
-    write();
-    if (state_.lastQrzExportPath != file) {
-        // The exchange files are in a folder of this run, of which its user knows nothing.
-        std::string sentence = log_.Last();
-        if (sentence.starts_with(state_.workFolder)) {
-            sentence = options_.pointFile + sentence.substr(sentence.find(": "));
-        }
-        throw RunFailure(ExitCode::kOutput, sentence);
+void BatchRun::WriteLevels(const OutputTarget& target) const {
+    const QrzWriter::Content content = QrzWriter::WriteQrzLevels(
+        state_.workFolder + kSegmentFileName, options_.map.levelCount, target);
+    if (content == QrzWriter::Content::HeaderOnly) {
+        throw RunFailure(ExitCode::kOutput,
+                         options_.pointFile +
+                             ": the first level is 0, so only the header was exported.");
     }
 }
 

@@ -1,19 +1,21 @@
-// The contour map: from the points and the options in force to a finished picture.
+// The contour map: from a survey and the options in force to a finished picture.
 //
-// Data: the points with their kept triangulation, the display options and the palette. Method: each
-// drawing opens the segment file, draws the plot frame, builds a fresh LevelSet and calls the
-// contour routine of the mode; the text of a failure is kept for whoever shows or hides the views.
+// Data: the survey, the palette. Method: each drawing draws the plot frame, builds a fresh LevelSet
+// and calls the contour routine of the mode. What went wrong is in the report; who asked for the
+// drawing tells the user.
 #pragma once
 
 #include "contour/ContourRoutine.h"
-#include "contour/SegmentFile.h"
-#include "plot2d/PlotFrame.h"
+#include "contour/LevelLines.h"
+#include "plot2d/Colour.h"
 #include "util/Services.h"
 
-#include <cstdint>
 #include <vector>
 
 namespace terravo {
+
+/// Title of the message about a drawing that failed.
+inline constexpr const char* kDrawErrorTitle = "Disegna/Livelli";
 
 enum class MapMode { Lines, Areas };
 
@@ -26,52 +28,34 @@ struct MapOptions {
     bool showLevelValues = false;
 };
 
-/// What one drawing did, for summaries.
+/// What one drawing did. An error of the levels is in `contours` as well.
 struct MapReport {
     bool frameDrawn = false;
-    std::int64_t segments = 0;
     double frameSeconds = 0;
     ContourReport contours;
 };
 
 class ContourMap {
 public:
-    ContourMap(RunState& state, MessageService& messages, ClockService& clock);
+    /// @param survey, run  looked at in each drawing; outlive the map.
+    /// @param messages     of the frame and of the sort.
+    ContourMap(const Survey& survey, const RunState& run, MessageService& messages,
+               const ClockService& clock);
 
-    PointSet points;
-    MapOptions options;
-    std::function<void(bool)> showResultViews = [](bool) {};
-    /// Shows points and triangles in the 3D view under a title; empty where there is none.
-    std::function<void(const PointSet&, const TriangleList&, const std::string&)> showTriangles3D;
-    ProgressCallback progress;
-    std::atomic<bool> stopRequested{false};
-
-    /// To be called after the points have changed.
-    void PointsChanged() { triangulation_.Reset(); }
-
-    /// The triangulation of the points, made at first need.
-    const KeptTriangulation::Result& Triangulation() {
-        return triangulation_.For(points, progress);
-    }
-
-    /// Redraws the map on the surface and rewrites the segment file in the work folder.
-    /// RunState::lastDrawError is the error text afterwards; the user has seen it.
-    MapReport DrawContourMap(DrawSurface& surface);
-
-    /// Triangulates the points, hands them to the 3D view and writes the mesh file to the work
-    /// folder.
-    /// @return false after a message when there is no triangulation, or without one when it was
-    ///         stopped; an old mesh file stays.
-    bool TriangulateAndShow3D();
+    /// Draws the map on a surface of any kind.
+    /// @param sink  takes the pieces of each level in lines mode; may be empty.
+    MapReport Draw(DrawSurface& surface, const MapOptions& options,
+                   const StopToken& stop = StopToken(), const LevelSink& sink = {}) const;
 
 private:
-    void DrawFrame(DrawSurface& surface, MapReport& report);
-    std::string DrawContours(DrawSurface& surface, SegmentFile& segments, MapReport& report);
+    void DrawFrame(DrawSurface& surface, MapReport& report) const;
+    ContourReport DrawContours(DrawSurface& surface, const MapOptions& options,
+                               const StopToken& stop, const LevelSink& sink) const;
 
-    RunState& state_;
+    const Survey& survey_;
+    const RunState& run_;
     MessageService& messages_;
-    ClockService& clock_;
-    KeptTriangulation triangulation_;
+    const ClockService& clock_;
     std::vector<Colour> palette_;
 };
 

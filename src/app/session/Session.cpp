@@ -4,6 +4,8 @@
 #include "app/session/StartUpRules.h"
 #include "export/MeshFile.h"
 #include "export/QrzWriter.h"
+#include "export/SegmentFile.h"
+#include "triangulation/modDelaunay2D.h"
 #include "util/AppError.h"
 #include "util/PathText.h"
 
@@ -26,7 +28,7 @@ class Session::WorkGuard {
 public:
     explicit WorkGuard(Session& session) : session_(session) {
         if (session_.depth_++ == 0) {
-            session_.map_.stopRequested = false;
+            session_.stop_.Reset();
         }
         session_.view_->BeginWork();
     }
@@ -42,17 +44,9 @@ private:
 };
 
 Session::Session(RunState& state, const SessionServices& services)
-    : state_(state), services_(services), map_(state, services.messages, services.clock) {
-    map_.showResultViews = [this](bool visible) { ShowResultViews(visible); };
-    map_.showTriangles3D = [this](const PointSet& points, const TriangleList& triangles,
-                                  const std::string& title) {
-        view_->ShowTriangles3D(points, triangles, title);
-    };
-    map_.progress = [this](std::string_view, double done) {
-        view_->ShowProgress(done);
-        return !map_.stopRequested;
-    };
-}
+    : state_(state), services_(services),
+      stop_([this](std::string_view, double done) { view_->ShowProgress(done); }),
+      map_(survey_, state, services.messages, services.clock) {}
 
 void Session::SetView(MainView& view) {
     view_ = &view;
@@ -84,7 +78,7 @@ void Session::LoadStartUpFile(const std::string& rawCommandLine) {
 void Session::LoadNamedFile(const std::string& path) {
     state_.lastDrawError.clear();
     const PathParts parts = SplitPath(path);
-    map_.points.sourceFolder = parts.folder;
+    survey_.RememberFolder(parts.folder);
     if (parts.exists) {
         LoadAndShow(path);
     } else {
@@ -97,7 +91,7 @@ void Session::OpenPointFile() {
     const FileQuestion question{.mode = "Open",
                                 .description = "Files ",
                                 .pattern = "*.dat;*.txt;*.qrw",
-                                .initialFolder = map_.points.sourceFolder,
+                                .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = {},
                                 .title = state_.Text(TextIndex::kChooseFile)};
     try {
@@ -117,33 +111,33 @@ void Session::OpenRecentFile(std::size_t position) {
 }
 
 void Session::SetShowPerimeter(bool on) {
-    map_.options.showPerimeter = on;
+    options_.showPerimeter = on;
     DrawContourMap();
 }
 
 void Session::SetShowTriangles(bool on) {
-    map_.options.showTriangles = on;
+    options_.showTriangles = on;
     DrawContourMap();
 }
 
 void Session::SetShowLevelValues(bool on) {
-    map_.options.showLevelValues = on;
+    options_.showLevelValues = on;
     DrawContourMap();
 }
 
 void Session::SetMode(MapMode mode) {
-    map_.options.mode = mode;
+    options_.mode = mode;
     DrawContourMap();
 }
 
 void Session::SetLevelCount(Index count) {
-    map_.options.levelCount = count;
+    options_.levelCount = count;
     DrawContourMap();
 }
 
 void Session::DrawContourMap() {
     // Until a file has been read there is nothing to draw, and no frame to complain about.
-    if (map_.points.sourceName.empty()) {
+    if (survey_.Points().sourceName.empty()) {
         return;
     }
     if (depth_ > 0) {
@@ -159,14 +153,69 @@ void Session::DrawContourMap() {
 
 void Session::DrawMap() {
     const bool wasComplete = complete_;
-    const MapReport report = map_.DrawContourMap(view_->MapSurface());
+    const MapReport report = DrawMapAndSegments();
+    state_.lastDrawError = report.contours.error;
+    state_.lastLevelCount = report.contours.levelCount;
+    TellOfDrawing(report);
     complete_ = !report.contours.stopped;
     if (complete_ && handOverPending_) {
         handOverPending_ = false;
-        map_.TriangulateAndShow3D();
+        TriangulateAndShow3D();
     }
     if (complete_ != wasComplete) {
         UpdateStatus();
+    }
+}
+
+// The segments of an earlier drawing go first: what the file holds belongs to the map in the
+// window.
+MapReport Session::DrawMapAndSegments() {
+    try {
+        SegmentFile segments(state_.workFolder + kSegmentFileName);
+        MapReport report =
+            map_.Draw(view_->MapSurface(), options_, stop_,
+                      [&segments](double level, const std::vector<LevelPiece>& pieces) {
+                          segments.Write(level, pieces);
+                      });
+        segments.Close();
+        return report;
+    } catch (const AppError& failure) {
+        MapReport report;
+        report.frameDrawn = true; // as far as anybody knows
+        report.contours.error = failure.what();
+        return report;
+    }
+}
+
+void Session::TellOfDrawing(const MapReport& report) {
+    if (!report.frameDrawn) {
+        ShowResultViews(false);
+    }
+    if (!report.contours.error.empty()) {
+        services_.messages.ShowCritical(report.contours.error, kDrawErrorTitle);
+    }
+}
+
+// Hands the triangles to the 3D view and writes the mesh file; an old one stays where there is no
+// triangulation.
+void Session::TriangulateAndShow3D() {
+    const TriangulationOutcome& made = survey_.Triangulation(stop_);
+    if (made.ierr == modDelaunay2D::Ierr::kStopped) {
+        return;
+    }
+    if (made.ierr != modDelaunay2D::Ierr::kDone) {
+        services_.messages.ShowCritical(state_.Text(TextIndex::kNoTriangulation) +
+                                            " IERR = " + std::to_string(made.ierr) + "\r\n" +
+                                            state_.Text(TextIndex::kNoTriangulationAdvice),
+                                        " Prova");
+        return;
+    }
+    const PointSet& points = survey_.Points();
+    view_->ShowTriangles3D(points, made.triangles, "Delaunay 2D : " + points.sourceName);
+    try {
+        WriteMeshFile(state_.workFolder + kMeshFileName, points, made.triangles);
+    } catch (const AppError& error) {
+        services_.messages.ShowCritical(error.what(), " Prova");
     }
 }
 
@@ -188,12 +237,9 @@ bool Session::DrawMapOn(DrawSurface& surface) {
     bool drawn = false;
     {
         const WorkGuard work(*this);
-        const MapReport report = map_.DrawContourMap(surface);
-        if (report.contours.stopped) {
-            complete_ = false; // so are the exchange files
-            UpdateStatus();
-        }
-        drawn = complete_ && state_.lastDrawError.empty();
+        const MapReport report = map_.Draw(surface, options_, stop_);
+        TellOfDrawing(report);
+        drawn = report.frameDrawn && !report.contours.stopped && report.contours.error.empty();
     }
     if (redrawWanted_) {
         DrawContourMap();
@@ -209,7 +255,7 @@ void Session::ExportPicture(const std::string& proposedName,
     const FileQuestion question{.mode = "Save",
                                 .description = "PNG, SVG, PDF ",
                                 .pattern = "*.png;*.svg;*.pdf",
-                                .initialFolder = map_.points.sourceFolder,
+                                .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = proposedName + ".png",
                                 .title = state_.Text(TextIndex::kChooseFile)};
     try {
@@ -238,7 +284,7 @@ void Session::Export(QrzKind kind) {
     const FileQuestion question{.mode = "Save",
                                 .description = "Files ",
                                 .pattern = ".qrz",
-                                .initialFolder = map_.points.sourceFolder,
+                                .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = "Point",
                                 .title = state_.Text(TextIndex::kChooseFile)};
     try {
@@ -252,17 +298,48 @@ void Session::Export(QrzKind kind) {
         return;
     }
     if (kind == QrzKind::Triangles) {
-        QrzWriter::WriteQrzTriangles(state_, services_.clipboard, services_.messages,
-                                     services_.log);
+        ExportTriangles();
         return;
     }
-    map_.options.mode = MapMode::Lines;
+    options_.mode = MapMode::Lines;
     view_->SelectLines();
     DrawContourMap();
     if (RefusesToExport()) {
         return;
     }
-    QrzWriter::WriteQrzLevels(state_, services_.clipboard, services_.log);
+    ExportLevels();
+}
+
+void Session::ExportTriangles() {
+    try {
+        QrzWriter::WriteQrzTriangles(state_.workFolder + kMeshFileName, state_.qrzExportPath);
+        TellOfExport();
+    } catch (const std::exception& error) {
+        services_.log.Write(error.what());
+        services_.messages.ShowCritical("Error Point FILE QRZ..", "");
+    }
+}
+
+// A failure shows in the log alone, with the clipboard and the last exported path as they were.
+void Session::ExportLevels() {
+    const std::string segments = state_.workFolder + kSegmentFileName;
+    try {
+        const QrzWriter::Content content =
+            QrzWriter::WriteQrzLevels(segments, state_.lastLevelCount, state_.qrzExportPath);
+        if (content == QrzWriter::Content::Whole) {
+            TellOfExport();
+        } else {
+            services_.log.Write(segments +
+                                ": the first level is 0, so only the header was exported.");
+        }
+    } catch (const std::exception& error) {
+        services_.log.Write(error.what());
+    }
+}
+
+void Session::TellOfExport() {
+    state_.lastQrzExportPath = state_.qrzExportPath;
+    services_.clipboard.SetText(state_.qrzExportPath);
 }
 
 // How the companion program gets the triangles of the points it sent, unless the user has exported
@@ -276,21 +353,22 @@ void Session::ExportOnExit() {
         return;
     }
     state_.qrzExportPath = state_.workFolder + kExitExportName;
-    QrzWriter::WriteQrzTriangles(state_, services_.clipboard, services_.messages, services_.log);
+    ExportTriangles();
 }
 
 bool Session::LoadPointFile(const std::string& path) {
     const WorkGuard work(*this);
-    map_.PointsChanged();
     const LoadServices services{services_.messages, services_.clipboard, services_.programEnd,
                                 services_.log};
-    if (!terravo::LoadPointFile(path, map_.points, state_, services, map_.progress)) {
+    PointSet points = survey_.Take();
+    const bool loaded = terravo::LoadPointFile(path, points, state_, services, stop_);
+    survey_.Replace(std::move(points));
+    view_->ShowPointCount(survey_.Points().count);
+    if (!loaded) {
         complete_ = false;
-        view_->ShowPointCount(map_.points.count);
         UpdateStatus();
         return false;
     }
-    view_->ShowPointCount(map_.points.count);
     recent_.Add(AbsolutePath(path));
     view_->ShowRecentFiles();
     return true;
@@ -327,19 +405,19 @@ void Session::ShowResultViews(bool visible) {
 
 void Session::UpdateStatus() {
     if (!complete_) {
-        const bool hasPoints = map_.points.count > 0;
-        view_->ShowStatus(std::to_string(map_.points.count) + " " +
+        const bool hasPoints = survey_.Points().count > 0;
+        view_->ShowStatus(std::to_string(survey_.Points().count) + " " +
                               state_.Text(TextIndex::kPointsWord),
                           hasPoints ? state_.Text(TextIndex::kDrawingStopped)
                                     : state_.TextOr(TextIndex::kReadingStopped,
                                                     "Reading was stopped: no points are loaded."));
         return;
     }
-    const KeptTriangulation::Result& kept = map_.Triangulation();
-    const Index triangleCount = kept.triangles.count;
+    const TriangulationOutcome& made = survey_.Triangulation();
+    const Index triangleCount = made.triangles.count;
     std::string remark;
-    if (kept.ierr == modDelaunay2D::Ierr::kDone && map_.points.count > 0) {
-        const Index unused = CountUnusedPoints(map_.points, kept.triangles);
+    if (made.ierr == modDelaunay2D::Ierr::kDone && survey_.Points().count > 0) {
+        const Index unused = CountUnusedPoints(survey_.Points(), made.triangles);
         if (triangleCount == 0) {
             remark = state_.Text(TextIndex::kFirstPointsNotDistinct);
         } else if (unused > 0) {
@@ -347,7 +425,7 @@ void Session::UpdateStatus() {
         }
     }
     view_->ShowStatus(
-        std::to_string(map_.points.count) + " " + state_.Text(TextIndex::kPointsWord) + ", " +
+        std::to_string(survey_.Points().count) + " " + state_.Text(TextIndex::kPointsWord) + ", " +
             std::to_string(triangleCount) + " " + state_.Text(TextIndex::kTrianglesWord),
         remark);
 }

@@ -1,9 +1,10 @@
 // The commands of the main window, without the window.
 //
-// Data: the run state, the map with its points and options, the recent files. Method: each command
-// of a user or of the start-up is one operation here; a window calls it and shows what it is told
-// through MainView. Dialogs, clipboard, settings and the program's end are services, so that tests
-// drive the whole program without a widget.
+// Data: the run state, the survey, the display options, the recent files. Method: each command of a
+// user or of the start-up is one operation here; a window calls it and shows what it is told
+// through MainView. Drawing and writing return what went wrong; here it is told. Dialogs,
+// clipboard, settings and the program's end are services, so that tests drive the whole program
+// without a widget.
 #pragma once
 
 #include "app/session/ContourMap.h"
@@ -70,8 +71,8 @@ public:
     /// To be called once, before any other operation.
     void SetView(MainView& view);
 
-    [[nodiscard]] const MapOptions& Options() const { return map_.options; }
-    [[nodiscard]] const PointSet& Points() const { return map_.points; }
+    [[nodiscard]] const MapOptions& Options() const { return options_; }
+    [[nodiscard]] const PointSet& Points() const { return survey_.Points(); }
     [[nodiscard]] const RecentFiles& Recent() const { return recent_; }
     [[nodiscard]] bool ResultViewsVisible() const { return resultViewsVisible_; }
 
@@ -111,17 +112,18 @@ public:
     /// complete to hand out.
     bool RefusesToExport();
 
-    /// Draws the map once more, on another surface.
+    /// Draws the map once more, on another surface; the exchange files stay those of the window's
+    /// map.
     /// @return false when the drawing was stopped or failed, or another command is at work.
     bool DrawMapOn(DrawSurface& surface);
 
-    /// Redraws the map, as after a change of its size. During another command it waits for that
-    /// one's end.
+    /// Redraws the map, as after a change of its size, and rewrites the segment file. During
+    /// another command it waits for that one's end.
     void DrawContourMap();
 
     /// Asks the command that is at work to end soon. What has been drawn stays; nothing is exported
     /// until a drawing has come to its end.
-    void RequestStop() { map_.stopRequested = true; }
+    void RequestStop() { stop_.RequestStop(); }
 
     /// What the closing of the main window saves and exports.
     void Close();
@@ -131,6 +133,12 @@ private:
 
     bool LoadPointFile(const std::string& path);
     void DrawMap();
+    MapReport DrawMapAndSegments();
+    void TellOfDrawing(const MapReport& report);
+    void TriangulateAndShow3D();
+    void ExportTriangles();
+    void ExportLevels();
+    void TellOfExport();
     void LoadAndShow(const std::string& path);
     void RunPipeline();
     void ExportOnExit();
@@ -139,6 +147,9 @@ private:
 
     RunState& state_;
     SessionServices services_;
+    Survey survey_;
+    MapOptions options_;
+    StopToken stop_; // of the command at work
     ContourMap map_;
     RecentFiles recent_;
     MainView* view_ = nullptr;

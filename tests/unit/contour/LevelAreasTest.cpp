@@ -20,17 +20,17 @@ struct AreasTest : ::testing::Test {
     RecordingSurface surface{100, 100};
     FakeMessages messages;
     RunState state;
-    std::atomic<bool> stop{false};
+    StopToken stop;
     bool showTriangles = false;
     bool showPerimeter = false;
 
     AreasTest() { surface.Scale(0, 100, 100, 0); }
 
     std::string Draw(const PointSet& points, LevelSet levels) {
-        KeptTriangulation triangulation;
-        return DrawLevelAreas(surface, levels,
-                              {points, triangulation, showTriangles, showPerimeter, stop, {}},
-                              state, messages);
+        const Survey survey(points);
+        return DrawLevelAreas(surface, levels, {survey, state, showTriangles, showPerimeter, stop},
+                              messages)
+            .error;
     }
     // Colour and corners of every fill.
     std::vector<std::pair<Colour, std::vector<PixelPoint>>> Fills() const {
@@ -104,7 +104,6 @@ TEST_F(AreasTest, TakesTheTopColourOutsideTheLevels) {
 TEST_F(AreasTest, CoversEveryPixelOfTheHullAtAnySize) {
     for (const bool wholeMetres : {false, true}) {
         const PointSet points = test::HillySurvey(test::RandomPoints(300, 6), wholeMetres);
-        KeptTriangulation triangulation;
         LevelSet levels;
         for (int k = 0; k < 7; ++k) {
             levels.Append(
@@ -136,12 +135,11 @@ TEST_F(AreasTest, DrawsTheOverlaysAfterTheFills) {
 }
 
 TEST_F(AreasTest, StopsAfterATriangleAndEndsOnTooFewLevels) {
-    stop = true;
+    stop.RequestStop();
     const PointSet points = test::HillySurvey(test::RandomPoints(30, 6), false);
     EXPECT_EQ(Draw(points, {Level(-1000, 1), Level(1000, 2)}), "");
     EXPECT_EQ(Fills().size(), 1U);
     EXPECT_EQ(Draw(points, {Level(1, 1)}), " NLiv = 1");
-    EXPECT_EQ(state.lastLevelCount, 1);
 }
 
 TEST_F(AreasTest, DrawsNothingWithoutATriangulation) {

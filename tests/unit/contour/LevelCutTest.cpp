@@ -3,7 +3,7 @@
 #include "contour/TriangleCut.h"
 #include "plot2d/ColourScale.h"
 #include "support/Surveys.h"
-#include "survey/KeptTriangulation.h"
+#include "survey/Survey.h"
 
 #include <gtest/gtest.h>
 
@@ -46,9 +46,9 @@ bool SamePieces(const std::vector<LevelPiece>& a, const std::vector<LevelPiece>&
 
 TEST(LevelCutter, GivesEveryPieceInTriangleOrder) {
     for (const bool wholeMetres : {false, true}) {
-        const PointSet points = test::HillySurvey(test::RandomPoints(600, 8), wholeMetres);
-        KeptTriangulation kept;
-        const TriangleList& triangles = kept.For(points).triangles;
+        const Survey survey(test::HillySurvey(test::RandomPoints(600, 8), wholeMetres));
+        const PointSet& points = survey.Points();
+        const TriangleList& triangles = survey.Triangulation().triangles;
         for (const Index count : {2, 3, 10, 61, 400}) {
             for (const bool nudge : {false, true}) {
                 const LevelSet levels = Levels(points, count, nudge);
@@ -64,9 +64,9 @@ TEST(LevelCutter, GivesEveryPieceInTriangleOrder) {
 }
 
 TEST(LevelCutter, CutsLevelsThatAreUnevenOrOutOfOrder) {
-    const PointSet points = test::HillySurvey(test::RandomPoints(200, 4), true);
-    KeptTriangulation kept;
-    const TriangleList& triangles = kept.For(points).triangles;
+    const Survey survey(test::HillySurvey(test::RandomPoints(200, 4), true));
+    const PointSet& points = survey.Points();
+    const TriangleList& triangles = survey.Triangulation().triangles;
     LevelSet levels = Levels(points, 6, false);
     levels[2].value = levels[1].value + 1e-3;
     levels[5].value = levels[6].value;
@@ -80,10 +80,9 @@ TEST(LevelCutter, CutsLevelsThatAreUnevenOrOutOfOrder) {
 }
 
 TEST(LevelCutter, FindsNothingOnLevelGround) {
-    const PointSet points = test::MakeSurvey({{1, 1, 5}, {9, 1, 5}, {9, 9, 5}, {1, 9, 5}});
-    KeptTriangulation kept;
-    const LevelSet levels = Levels(points, 4, true);
-    LevelCutter cutter(points, kept.For(points).triangles, levels);
+    const Survey survey(test::MakeSurvey({{1, 1, 5}, {9, 1, 5}, {9, 9, 5}, {1, 9, 5}}));
+    const LevelSet levels = Levels(survey.Points(), 4, true);
+    LevelCutter cutter(survey.Points(), survey.Triangulation().triangles, levels);
     for (Index k = 1; k <= 4; ++k) {
         EXPECT_TRUE(cutter.Cut(k).empty());
     }

@@ -4,7 +4,6 @@
 #include "plot2d/ColourScale.h"
 #include "support/RecordingSurface.h"
 #include "support/Surveys.h"
-#include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -15,30 +14,31 @@ using Kind = UserCall::Kind;
 
 // A drawing of a survey on a recording surface; y grows upwards as on a map.
 struct Drawing {
-    explicit Drawing(PointSet survey) : points(std::move(survey)) {
+    explicit Drawing(PointSet points) : survey(std::move(points)) {
         surface.Scale(-10, 20, 30, -10);
     }
 
     std::string Draw(LevelSet levelSet) {
         levels = std::move(levelSet);
-        SegmentFile segments(folder.File("livelli.txt"));
-        std::string error = DrawLevelLines(
-            surface, levels, {points, triangulation, showTriangles, showPerimeter, stop, {}},
-            segments, state);
-        segments.Close();
-        return error;
+        handedOn.clear();
+        const ContourReport report =
+            DrawLevelLines(surface, levels, {survey, state, showTriangles, showPerimeter, stop},
+                           [this](double level, const std::vector<LevelPiece>& pieces) {
+                               handedOn.emplace_back(level, pieces.size());
+                           });
+        EXPECT_EQ(report.levelCount, levels.UpperBound());
+        return report.error;
     }
     std::vector<UserCall> Calls(Kind kind) const { return surface.UserCallsOf(kind); }
 
-    test::TemporaryFolder folder;
-    PointSet points;
+    Survey survey;
     RecordingSurface surface{400, 300};
-    KeptTriangulation triangulation;
     RunState state;
     LevelSet levels;
     bool showTriangles = false;
     bool showPerimeter = false;
-    std::atomic<bool> stop{false};
+    StopToken stop;
+    std::vector<std::pair<double, std::size_t>> handedOn; // levels and their pieces
 };
 
 LevelRecord Level(double value, Colour colour = 0x00FF00, std::string label = {}) {
@@ -58,9 +58,8 @@ TEST(DrawLevelLines, DrawsTouchedCornersAsPointsAndCutsAsSegments) {
     EXPECT_EQ((std::array{dots[0].x1, dots[0].y1}), (std::array{1.0, 1.0}));
     EXPECT_EQ((std::array{dots[1].x1, dots[1].y1}), (std::array{1.0, 3.0})) << "the end pixel";
     EXPECT_EQ((std::array{dots[2].x1, dots[2].y1}), (std::array{1.0, 5.0}));
-    EXPECT_EQ(drawing.folder.Read("livelli.txt"), " 5             1             1 \r\n"
-                                                  " 1             3             1 \r\n");
-    EXPECT_EQ(drawing.state.lastLevelCount, 3);
+    EXPECT_EQ(drawing.handedOn,
+              (std::vector<std::pair<double, std::size_t>>{{0, 1}, {1, 1}, {2, 1}}));
 }
 
 TEST(DrawLevelLines, DrawsASharedEdgeOnTheLevelTwiceAndWideLinesWithoutEndPixel) {
@@ -86,7 +85,7 @@ TEST(DrawLevelLines, EndsWithTheNumberThatWasWrong) {
 
 TEST(DrawLevelLines, StopsBetweenLevelsAndLeavesTheOverlayOut) {
     Drawing drawing(test::MakeSurvey({{1, 1, 0}, {5, 1, 1}, {1, 5, 2}}));
-    drawing.stop = true;
+    drawing.stop.RequestStop();
     drawing.showTriangles = true;
     EXPECT_EQ(drawing.Draw({Level(0.5), Level(1), Level(1.5)}), "");
     EXPECT_EQ(drawing.Calls(Kind::Line).size(), 1U);

@@ -1,10 +1,10 @@
 #include "export/QrzWriter.h"
 
 #include "export/MeshFile.h"
-#include "support/FakeServices.h"
 #include "support/Surveys.h"
 #include "support/TemporaryFolder.h"
-#include "survey/KeptTriangulation.h"
+#include "survey/Survey.h"
+#include "util/AppError.h"
 #include "util/NumberText.h"
 
 #include <gtest/gtest.h>
@@ -16,32 +16,16 @@ namespace {
 
 struct QrzTest : ::testing::Test {
     test::TemporaryFolder folder;
-    RunState state;
-    FakeClipboard clipboard;
-    FakeMessages messages;
-    FakeLog log;
-
-    QrzTest() {
-        state.workFolder = folder.Path();
-        state.qrzExportPath = folder.File("out.qrz");
-        state.lastLevelCount = 7;
-        clipboard.text = "before";
-    }
+    QrzWriter::Content content = QrzWriter::Content::Whole;
 
     std::string Levels(const std::string& segments) {
-        static_cast<void>(folder.Write("livelli.txt", segments));
-        QrzWriter::WriteQrzLevels(state, clipboard, log);
+        content = QrzWriter::WriteQrzLevels(folder.Write("livelli.txt", segments), 7,
+                                            folder.File("out.qrz"));
         return folder.Read("out.qrz");
     }
     std::string Triangles(const std::string& mesh) {
-        static_cast<void>(folder.Write("point_qrw.txt", mesh));
-        QrzWriter::WriteQrzTriangles(state, clipboard, messages, log);
+        QrzWriter::WriteQrzTriangles(folder.Write("point_qrw.txt", mesh), folder.File("out.qrz"));
         return folder.Read("out.qrz");
-    }
-    void ExpectNothingWritten() {
-        EXPECT_FALSE(std::filesystem::exists(folder.File("out.qrz")));
-        EXPECT_EQ(clipboard.text, "before");
-        EXPECT_EQ(state.lastQrzExportPath, "");
     }
 };
 
@@ -79,8 +63,6 @@ const std::string kHeaderOf7 = "N.Layer -\r\n 7 \r\nN.Entity -\r\n 7 \r\nN.Block
 TEST_F(QrzTest, WritesALayerForEachRunOfEqualLevel) {
     EXPECT_EQ(Outline(Levels("1 1 5\n2 2 5\n3 3 5\n4 4 5\n1 1 10\n2 2 10\n1 1 5\n9 9 5\n")),
               " 1)LL_0  2)LL_1  3)LL_2 LINE@LL_0 LINE@LL_0 LINE@LL_1 LINE@LL_2 ");
-    EXPECT_EQ(clipboard.text, state.qrzExportPath);
-    EXPECT_EQ(state.lastQrzExportPath, state.qrzExportPath);
     std::string many;
     for (int level = 1; level <= 11; ++level) {
         many += "1 1 " + std::to_string(level) + "\n2 2 0\n";
@@ -90,27 +72,14 @@ TEST_F(QrzTest, WritesALayerForEachRunOfEqualLevel) {
 
 TEST_F(QrzTest, WritesTheHeaderAloneForNoSegments) {
     EXPECT_EQ(Levels(""), kHeaderOf7);
-    EXPECT_EQ(clipboard.text, state.qrzExportPath);
 }
 
-TEST_F(QrzTest, WritesTheHeaderAloneAndStaysSilentWhenTheFirstLevelIsZero) {
+TEST_F(QrzTest, WritesTheHeaderAloneWhenTheFirstLevelIsZero) {
     EXPECT_EQ(Levels("1 1 0\n2 2 0\n1 1 5\n2 2 5\n"), kHeaderOf7);
-    EXPECT_EQ(clipboard.text, "before");
-    EXPECT_EQ(state.lastQrzExportPath, "");
+    EXPECT_EQ(content, QrzWriter::Content::HeaderOnly);
     // Zero further on is a level like any other.
     EXPECT_EQ(Outline(Levels("1 1 -1\n2 2 -1\n1 1 0\n2 2 0\n")),
               " 1)LL_0  2)LL_1 LINE@LL_0 LINE@LL_1 ");
-}
-
-TEST_F(QrzTest, EndsSilentlyOnAMissingOrMalformedSegmentFile) {
-    QrzWriter::WriteQrzLevels(state, clipboard, log);
-    ExpectNothingWritten();
-    Levels("1 1 5\n2 2 5\n3 3\n");
-    ExpectNothingWritten();
-    Levels("1 1 5\n2 two 5\n");
-    ExpectNothingWritten();
-    EXPECT_EQ(log.lines.size(), 3U);
-    EXPECT_TRUE(messages.boxes.empty());
 }
 
 TEST_F(QrzTest, WritesTrianglesFromTheMeshFile) {
@@ -122,8 +91,6 @@ TEST_F(QrzTest, WritesTrianglesFromTheMeshFile) {
                        " 12.5          3.25          100 \r\nTexture:\r\n"),
               std::string::npos)
         << qrz;
-    EXPECT_EQ(clipboard.text, state.qrzExportPath);
-    EXPECT_TRUE(messages.boxes.empty());
 
     const std::string none = Triangles(" 0 \r\n----\r\n 0 \r\n");
     EXPECT_EQ(Outline(none), " 1)Lay_Point ");
@@ -149,11 +116,11 @@ std::string CoordinatesOf(const std::string& qrz, const std::string& kind) {
 }
 
 TEST_F(QrzTest, GivesBackExactlyTheTrianglesAndSegmentsOfTheExchangeFiles) {
-    const PointSet points = test::HillySurvey(test::RandomPoints(200, 12), false);
-    KeptTriangulation kept;
-    const TriangleList& triangles = kept.For(points).triangles;
+    const Survey survey(test::HillySurvey(test::RandomPoints(200, 12), false));
+    const PointSet& points = survey.Points();
+    const TriangleList& triangles = survey.Triangulation().triangles;
     WriteMeshFile(folder.File("point_qrw.txt"), points, triangles);
-    QrzWriter::WriteQrzTriangles(state, clipboard, messages, log);
+    QrzWriter::WriteQrzTriangles(folder.File("point_qrw.txt"), folder.File("out.qrz"));
     std::string corners;
     for (Index t = 1; t <= triangles.count; ++t) {
         for (int j = 1; j <= 3; ++j) {
@@ -171,30 +138,20 @@ TEST_F(QrzTest, GivesBackExactlyTheTrianglesAndSegmentsOfTheExchangeFiles) {
     EXPECT_EQ(CoordinatesOf(Levels(segments), "LINE"), segments);
 }
 
-TEST_F(QrzTest, TellsABadMeshFileInOneMessage) {
-    const std::vector<std::string> meshes{"",
-                                          " 1 \r\n 1 2 3 \r\n",
-                                          " 1 \r\n 1 2 3 \r\n 3 \r\n 1 1 1 \r\n",
-                                          " 1 \r\n 1 2 9 \r\n----\r\n 1 \r\n 1 1 1 \r\n",
-                                          " -4 \r\n",
-                                          " 9999999999 \r\n"};
-    for (const std::string& mesh : meshes) {
-        messages.boxes.clear();
-        Triangles(mesh);
-        ASSERT_EQ(messages.boxes.size(), 1U) << mesh;
-        EXPECT_EQ(messages.boxes[0].text, "Error Point FILE QRZ..");
-        ExpectNothingWritten();
-    }
-}
-
-TEST_F(QrzTest, KeepsAnOldExportWhenTheNewOneCannotBeWritten) {
+TEST_F(QrzTest, KeepsAnOldExportWhenAFileIsMissingOrMalformed) {
+    EXPECT_THROW(QrzWriter::WriteQrzLevels(folder.File("none"), 7, folder.File("out.qrz")),
+                 AppError);
+    EXPECT_TRUE(folder.Names().empty());
     const std::string good = Levels("1 1 5\n2 2 5\n");
-    Levels("1 1 5\n2 2\n");
+    for (const std::string segments : {"1 1 5\n2 2 5\n3 3\n", "1 1 5\n2 two 5\n", "1 1 5\n"}) {
+        EXPECT_THROW(Levels(segments), AppError) << segments;
+    }
+    for (const std::string mesh :
+         {"", " 1 \r\n 1 2 3 \r\n", " 1 \r\n 1 2 3 \r\n 3 \r\n 1 1 1 \r\n",
+          " 1 \r\n 1 2 9 \r\n----\r\n 1 \r\n 1 1 1 \r\n", " -4 \r\n", " 9999999999 \r\n"}) {
+        EXPECT_THROW(Triangles(mesh), AppError) << mesh;
+    }
     EXPECT_EQ(folder.Read("out.qrz"), good);
-    state.qrzExportPath = folder.File("missing/out.qrz");
-    Triangles(" 0 \r\n----\r\n 0 \r\n");
-    EXPECT_EQ(messages.boxes.size(), 1U);
-    EXPECT_EQ(state.lastQrzExportPath, folder.File("out.qrz"));
 }
 
 } // namespace

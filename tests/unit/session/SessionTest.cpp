@@ -140,6 +140,48 @@ TEST_F(SessionTest, HidesTheViewsWhenADrawingFails) {
     EXPECT_EQ(session.Recent().Paths()[0], folder.File("a.dat")) << "moved to the top";
 }
 
+TEST_F(SessionTest, KeepsTheMeshFileOfTheLastTriangulation) {
+    session.LoadNamedFile(folder.Write("t.dat", "1,1,-.5\n5,1,1\n1,5,2e20\n"));
+    const std::string bytes = " 1 \r\n"
+                              " 1             2             3 \r\n"
+                              "----\r\n"
+                              " 3 \r\n"
+                              " 1             1            -.5 \r\n"
+                              " 5             1             1 \r\n"
+                              " 1             5             2E+20 \r\n";
+    EXPECT_EQ(folder.Read("point_qrw.txt"), bytes);
+    session.LoadNamedFile(folder.Write("line.dat", "1,1,0\n2,2,1\n3,3,2\n"));
+    ASSERT_EQ(messages.boxes.size(), 2U);
+    EXPECT_EQ(messages.boxes[1], (FakeMessages::Box{" IERR = 225\r\n", " Prova"}));
+    EXPECT_EQ(folder.Read("point_qrw.txt"), bytes);
+}
+
+TEST_F(SessionTest, DrawsElsewhereWithoutTouchingTheExchangeFiles) {
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    const std::string segments = folder.Read("livelli.txt");
+    ASSERT_FALSE(segments.empty());
+    RecordingSurface paper(300, 200);
+    static_cast<void>(folder.Write("livelli.txt", "of the window"));
+    EXPECT_TRUE(session.DrawMapOn(paper));
+    EXPECT_FALSE(paper.userCalls.empty());
+    EXPECT_EQ(folder.Read("livelli.txt"), "of the window");
+
+    view.AfterProgress(1, [this] { session.RequestStop(); });
+    EXPECT_FALSE(session.DrawMapOn(paper)) << "stopped";
+    EXPECT_FALSE(session.RefusesToExport()) << "the window's map is as complete as before";
+    session.SetMode(MapMode::Areas);
+    session.SetMode(MapMode::Lines);
+    EXPECT_EQ(folder.Read("livelli.txt"), segments);
+}
+
+TEST_F(SessionTest, ReportsASegmentFileThatCannotBeWritten) {
+    state.workFolder = folder.File("missing/");
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    EXPECT_EQ(state.lastDrawError, folder.File("missing/livelli.txt: No such file or directory"));
+    EXPECT_EQ(messages.boxes.at(0), (FakeMessages::Box{state.lastDrawError, "Disegna/Livelli"}));
+    EXPECT_EQ(session.ResultViewsVisible(), false);
+}
+
 TEST_F(SessionTest, IgnoresAMissingFile) {
     session.LoadNamedFile(folder.File("none.dat"));
     EXPECT_EQ(view.pointCount, -1);
@@ -227,6 +269,13 @@ TEST_F(SessionTest, ExportsTrianglesAndLevelsWhereTheUserSays) {
     EXPECT_NE(folder.Read("l.x").find("LL_0"), std::string::npos);
     EXPECT_EQ(session.Options().mode, MapMode::Lines);
     EXPECT_EQ(view.linesSelected, 1);
+
+    static_cast<void>(folder.Write("point_qrw.txt", "no mesh"));
+    session.Export(QrzKind::Triangles);
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0].text, "Error Point FILE QRZ..");
+    EXPECT_NE(folder.Read("l.x").find("LL_0"), std::string::npos) << "the old file stays";
+    messages.boxes.clear();
 
     dialogs.answer.reset();
     session.Export(QrzKind::Levels);

@@ -210,7 +210,7 @@ TEST(TriangulateQuickly, GoesInRoundsWhereEachPointChangesAllTriangles) {
     TriangleList triangles(points.UpperBound());
     Road road{};
     int reports = 0;
-    const auto count = [&reports](std::string_view, double) { return ++reports > 0; };
+    const StopToken count([&reports](std::string_view, double) { ++reports; });
     EXPECT_EQ(TriangulateQuickly(points, triangles, count, &road), 0);
     EXPECT_EQ(road, Road::AlongCurve);
     EXPECT_LT(reports, 20) << "in rounds there is little to do";
@@ -226,7 +226,11 @@ TEST(Triangulate, CanBeStoppedWhileSinglePointsTakeLong) {
     Array1<Index> order(points.UpperBound());
     std::iota(order.begin(), order.end(), 1);
     int reports = 0;
-    const auto stopLater = [&reports](std::string_view, double) { return ++reports < 10; };
+    StopToken stopLater([&](std::string_view, double) {
+        if (++reports == 10) {
+            stopLater.RequestStop();
+        }
+    });
     EXPECT_EQ(modDelaunay2D::Triangulate(points, order, triangles,
                                          modDelaunay2D::StartRule::NearbyTriangle, stopLater),
               modDelaunay2D::Ierr::kStopped);

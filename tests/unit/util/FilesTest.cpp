@@ -107,6 +107,34 @@ TEST(OutputFile, NamesTheFileAndTheCauseWhenItCannot) {
     }
 }
 
+TEST(OutputGroup, NamesItsFilesTogetherAndTellsOfEachByItsOwnName) {
+    const test::TemporaryFolder folder;
+    const std::string old = folder.Write("a.txt", "old");
+    {
+        OutputGroup abandoned;
+        OutputFile file({old, &abandoned});
+        file.Commit();
+    }
+    EXPECT_EQ(folder.Read("a.txt"), "old");
+    EXPECT_EQ(folder.Names().size(), 1U) << "nothing is left beside it";
+    OutputGroup group;
+    for (const char* name : {"a.txt", "b.txt"}) {
+        OutputFile file({folder.File(name), &group});
+        file.Append("new");
+        file.Commit();
+    }
+    EXPECT_EQ(folder.Read("a.txt"), "old") << "until all are there";
+    group.Commit();
+    EXPECT_EQ(folder.Read("a.txt"), "new");
+    EXPECT_EQ(folder.Read("b.txt"), "new");
+    try {
+        const OutputFile file({folder.File("missing/c.txt"), &group});
+        FAIL() << "no error";
+    } catch (const AppError& error) {
+        EXPECT_EQ(error.what(), folder.File("missing/c.txt") + ": No such file or directory");
+    }
+}
+
 TEST(CopyFileWhole, CopiesBytesAndReportsAMissingSource) {
     const test::TemporaryFolder folder;
     const std::string bytes(300000, '\x01');

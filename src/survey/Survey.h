@@ -1,0 +1,63 @@
+// The survey at work: its points and what is made of them.
+//
+// Data: the point set, its triangulation, and a number that grows with every change. Method: the
+// only way to change the points is through here, so what was made of the points before can never be
+// taken for what belongs to those of now. The triangulation is made when it is first asked for.
+#pragma once
+
+#include "survey/PointSet.h"
+#include "triangulation/TriangleList.h"
+#include "util/StopToken.h"
+
+#include <cstdint>
+#include <string>
+
+namespace terravo {
+
+/// What came of triangulating.
+struct TriangulationOutcome {
+    Index ierr = 0; // of modDelaunay2D::Triangulate
+    TriangleList triangles;
+};
+
+class Survey {
+public:
+    Survey() = default;
+    explicit Survey(PointSet points) : points_(std::move(points)) {}
+
+    [[nodiscard]] const PointSet& Points() const { return points_; }
+
+    /// Grows whenever the points change: a consumer that kept it knows whether what it has is
+    /// stale.
+    [[nodiscard]] std::uint64_t Version() const { return version_; }
+
+    /// Makes these the points of the survey.
+    void Replace(PointSet points);
+
+    /// Hands the points out, so that a reader can fill the same arrays again, and leaves the survey
+    /// without points.
+    [[nodiscard]] PointSet Take();
+
+    /// The folder that file dialogs start in; see PointSet.
+    void RememberFolder(std::string folder) { points_.sourceFolder = std::move(folder); }
+
+    /// The triangulation of the points, made now when there is none. One that was stopped is not
+    /// kept. The reference holds until the points change.
+    const TriangulationOutcome& Triangulation(const StopToken& stop = StopToken()) const;
+
+private:
+    void PointsChanged();
+
+    PointSet points_;
+    std::uint64_t version_ = 0;
+    mutable bool made_ = false;
+    mutable TriangulationOutcome outcome_;
+};
+
+/// Number of points that no triangle has as a corner: repeats, and all of them without triangles.
+Index CountUnusedPoints(const PointSet& points, const TriangleList& triangles);
+
+/// Number of hull edges.
+Index CountHullEdges(const TriangleList& triangles);
+
+} // namespace terravo
