@@ -19,7 +19,7 @@ constexpr Colour kOverlayColour = kWhite;
 void RequireLevels(Index count, const RunState& run) {
     if (count < kFewestLevels) {
         throw AppError(ErrorNumber::kDrawing, kSource,
-                       run.Text(TextIndex::kTooFewLevels) + " NLiv = " + std::to_string(count));
+                       run.texts[Text::TooFewLevels] + " NLiv = " + std::to_string(count));
     }
 }
 
@@ -91,8 +91,8 @@ void DrawHull(DrawSurface& surface, const PointSet& points, const TriangleList& 
 
 AppError TriangulationError(Index ierr, const RunState& run) {
     return {ErrorNumber::kDrawing, kSource,
-            run.Text(TextIndex::kNoTriangulation) + " IERR = " + std::to_string(ierr) + "\n" +
-                run.Text(TextIndex::kNoTriangulationAdvice)};
+            run.texts[Text::NoTriangulation] + " IERR = " + std::to_string(ierr) + "\n" +
+                run.texts[Text::NoTriangulationAdvice]};
 }
 
 void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,

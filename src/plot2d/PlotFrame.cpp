@@ -37,12 +37,10 @@ struct Frame {
 
 void CheckExtents(const PlotFrameRequest& request, const RunState& run) {
     if (request.xMin > request.xMax) {
-        throw AppError(ErrorNumber::kDrawing, run.Text(TextIndex::kScaleErrorSource),
-                       "Error Scale X.");
+        throw AppError(ErrorNumber::kDrawing, run.texts[Text::ScaleErrorSource], "Error Scale X.");
     }
     if (request.yMin > request.yMax) {
-        throw AppError(ErrorNumber::kDrawing, run.Text(TextIndex::kScaleErrorSource),
-                       "Error Scale Y.");
+        throw AppError(ErrorNumber::kDrawing, run.texts[Text::ScaleErrorSource], "Error Scale Y.");
     }
     for (const double limit : {request.xMin, request.xMax, request.yMin, request.yMax}) {
         if (!std::isfinite(limit)) {
@@ -315,7 +313,7 @@ PlotFrameResult DrawPlotFrame(DrawSurface& surface, const PlotFrameRequest& requ
     PlotFrameResult result;
     Frame frame{surface, request, run.decimalSeparator, {}, {}, {}};
     const auto report = [&](const std::string& description, const std::string& source) {
-        messages.ShowCritical(description, run.Text(TextIndex::kErrorTitle) + source);
+        messages.ShowCritical(description, run.texts[Text::ErrorTitle] + source);
         if (showResultViews) {
             showResultViews(false);
         }

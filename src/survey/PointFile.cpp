@@ -113,7 +113,7 @@ bool LoadPointFile(const std::string& path, PointSet& points, const RunState& st
         return false;
     }
     services.log.Write(failure->Sentence());
-    services.messages.ShowCritical(state.Text(TextIndex::kBadPointFile), ".....");
+    services.messages.ShowCritical(state.texts[Text::BadPointFile], ".....");
     services.clipboard.Clear();
     services.programEnd.EndAtOnce();
     return false;

@@ -54,7 +54,7 @@ double Wide(float value) {
 
 void CheckRange(float min, float max, const char* description, const RunState& run) {
     if (min > max) {
-        throw AppError(ErrorNumber::kDrawing, run.Text(TextIndex::kScaleErrorSource) + "3D",
+        throw AppError(ErrorNumber::kDrawing, run.texts[Text::ScaleErrorSource] + "3D",
                        description);
     }
 }
@@ -326,7 +326,7 @@ bool DrawFrame3D(DrawSurface& surface, AxonometricView& view, Colour colour, con
                  MessageService& messages) {
     Frame frame{surface, view, run, colour, {}, {}, {}, {}};
     const auto report = [&](const std::string& description, const std::string& source) {
-        messages.ShowCritical(description, run.Text(TextIndex::kViewErrorTitle) + source + "3D");
+        messages.ShowCritical(description, run.texts[Text::ViewErrorTitle] + source + "3D");
     };
     try {
         DrawStages(frame);

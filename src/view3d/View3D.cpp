@@ -12,8 +12,6 @@ constexpr float kOneDegree = 0.017453292F;
 // 359.95 degrees, from where the label would show 360.0. Adding single-precision degrees misses the
 // full turn by a hair, so the full turn itself would be one tick late.
 constexpr float kFullTurn = 6.2823126F;
-constexpr std::size_t kRotateText = 10;
-constexpr std::size_t kPauseText = 11;
 
 } // namespace
 
@@ -147,10 +145,9 @@ void View3D::ShowControls() {
     };
     const double degrees = static_cast<double>(view_.theta) * kDegreesPerRadian;
     View3DControls controls;
-    controls.rotateCaption = view_.rotating ? "&Stop" : run_.Text(kRotateText);
+    controls.rotateCaption = view_.rotating ? "&Stop" : run_.texts[Text::Rotate];
     controls.rotateEnabled = !paused_;
-    const std::string pause = run_.Text(kPauseText);
-    controls.pauseCaption = paused_ ? "Co&nt." : pause.empty() ? "&Pausa" : pause;
+    controls.pauseCaption = paused_ ? "Co&nt." : run_.texts[Text::Pause];
     controls.pauseEnabled = view_.rotating;
     controls.stepUsable = paused_;
     controls.timerOn = view_.rotating && !paused_;

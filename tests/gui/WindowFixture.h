@@ -72,8 +72,8 @@ struct WindowFixture : ::testing::Test {
     void Open(const std::string& rawCommandLine = {}, const std::string& language = "en") {
         state.workFolder = folder.File("work/");
         state.pointsFolder = folder.File("points/");
-        state.textTable =
-            LoadTextTable(FindSupportFolder(folder.Path()) + LanguageFileName(language));
+        state.texts = TextCatalogue(
+            LoadTextTable(FindSupportFolder(folder.Path()) + LanguageFileName(language)));
         session.reset(); // after the windows of an earlier call
         session = std::make_unique<Session>(
             state, SessionServices{messages, clipboard, dialogs, programEnd, log, clock, settings});

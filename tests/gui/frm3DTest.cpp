@@ -1,13 +1,11 @@
 #include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
 
-#include <QAccessible>
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QMouseEvent>
 
 #include <cmath>
-#include <map>
 
 namespace terravo {
 namespace {
@@ -20,8 +18,8 @@ struct frm3DTest : ::testing::Test {
     /// Shows the window with four points far from each other.
     void Open(const std::string& language = "en") {
         const test::TemporaryFolder folder;
-        state.textTable =
-            LoadTextTable(FindSupportFolder(folder.Path()) + LanguageFileName(language));
+        state.texts = TextCatalogue(
+            LoadTextTable(FindSupportFolder(folder.Path()) + LanguageFileName(language)));
         window = std::make_unique<frm3D>(state, messages, ColourScheme{});
         window->resize(820, 610);
         window->show();
@@ -224,30 +222,6 @@ TEST_F(frm3DTest, DrawsThePictureAnewOnceItsSizeHasSettled) {
     const QImage settled = Picture();
     window->Commands().Redraw(true);
     EXPECT_EQ(Picture(), settled);
-}
-
-TEST_F(frm3DTest, NamesEveryControlInEveryLanguageWithAMnemonicOfItsOwn) {
-    for (const std::string language : {"", "en", "it", "de", "fr", "es"}) {
-        Open(language);
-        EXPECT_NE(window->windowTitle().trimmed(), "");
-        for (const char* clicked : {"optCol", "cmdRuota", "cmdPausa"}) {
-            Click(clicked); // the captions of idle, rotating, paused
-            std::map<std::string, std::string> owners;
-            for (const auto* button : window->findChildren<QAbstractButton*>()) {
-                const std::string name = button->objectName().toStdString();
-                const std::string letter =
-                    QKeySequence::mnemonic(button->text()).toString().toStdString();
-                EXPECT_NE(letter, "") << language << " " << name;
-                EXPECT_TRUE(owners.emplace(letter, name).second)
-                    << language << " " << letter << ": " << owners[letter] << ", " << name;
-            }
-        }
-        for (const char* name : {"pic3D", "updTheta", "optCol", "cmdRuota", "cmdCopiaGrafico"}) {
-            const QString spoken =
-                QAccessible::queryAccessibleInterface(Find<QWidget>(name))->text(QAccessible::Name);
-            EXPECT_NE(spoken.trimmed(), "") << language << " " << name;
-        }
-    }
 }
 
 struct View3DWindowTest : WindowFixture {

@@ -1,6 +1,5 @@
 #include "gui/WindowFixture.h"
 
-#include <QAccessible>
 #include <QClipboard>
 #include <QDropEvent>
 #include <QGroupBox>
@@ -62,51 +61,6 @@ TEST_F(frmProveTest, TakesItsCaptionsFromTheLanguage) {
         }
         EXPECT_EQ(Find<QLabel>("zLabel02")->text().remove('&'), italian ? " Livelli:" : " Levels:");
         EXPECT_EQ(Map()->accessibleName(), italian ? "Curve di livello" : "Contour map");
-    }
-}
-
-TEST_F(frmProveTest, GivesEveryControlAMnemonicOfItsOwnInEveryLanguage) {
-    const auto letter = [](const QString& text) {
-        return QKeySequence::mnemonic(text).toString().toStdString();
-    };
-    for (const std::string language : {"", "en", "it", "de", "fr", "es"}) {
-        Open({}, language);
-        std::map<std::string, std::string> owners;
-        const auto check = [&](const QObject* owner, const QString& text) {
-            const std::string name = owner->objectName().toStdString();
-            EXPECT_NE(letter(text), "") << language << " " << name << ": " << text.toStdString();
-            EXPECT_TRUE(owners.emplace(letter(text), name).second)
-                << language << " " << letter(text) << ": " << owners[letter(text)] << ", " << name;
-        };
-        for (const auto* button : window->findChildren<QAbstractButton*>()) {
-            check(button, button->text());
-        }
-        check(Find<QLabel>("zLabel02"), Find<QLabel>("zLabel02")->text());
-        for (const char* menu : {"mnuFile", "mnuQM"}) {
-            check(Find<QMenu>(menu), Find<QMenu>(menu)->title());
-        }
-        owners.clear();
-        for (const char* action : {"mnuLeggiDati", "mnuEsci"}) {
-            check(Find<QAction>(action), Find<QAction>(action)->text());
-        }
-    }
-}
-
-TEST_F(frmProveTest, IsWalkedThroughWithTheTabKeyAndSpokenByName) {
-    OpenHills();
-    Find<QLineEdit>("txtNLiv")->setFocus();
-    for (const char* name : {"txtNLiv", "optLinee", "chkValoriLivelli", "chkTriangoli",
-                             "chkPerimetro", "XPButton1", "txtNLiv"}) {
-        ASSERT_NE(QApplication::focusWidget(), nullptr);
-        EXPECT_EQ(QApplication::focusWidget()->objectName().toStdString(), name);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    }
-    for (const char* name : {"txtNLiv", "optLinee", "optAree", "chkValoriLivelli", "chkTriangoli",
-                             "chkPerimetro", "XPButton1", "picLivelli"}) {
-        const QString spoken =
-            QAccessible::queryAccessibleInterface(Find<QWidget>(name))->text(QAccessible::Name);
-        EXPECT_NE(spoken.trimmed(), "") << name;
-        EXPECT_FALSE(spoken.contains('&')) << name;
     }
 }
 

@@ -87,16 +87,16 @@ private:
     std::string stage_;
 };
 
-std::vector<std::string> LoadTexts(const std::string& prefix) {
+TextCatalogue LoadTexts(const std::string& prefix) {
     const std::string path =
         FindSupportFolder(QCoreApplication::applicationDirPath().toStdString()) +
         LanguageFileName(prefix);
-    std::vector<std::string> texts = LoadTextTable(path);
+    TextTable texts = LoadTextTable(path);
     if (texts.empty()) {
         throw RunFailure(ExitCode::kUsage,
                          "There is no language file \"" + LanguageFileName(prefix) + "\".");
     }
-    return texts;
+    return TextCatalogue(std::move(texts));
 }
 
 // Finds a missing folder before the work, not after it.
@@ -152,7 +152,7 @@ public:
               }
           }),
           map_(survey_, state_, messages_, clock_), surface_(options.width, options.height) {
-        state_.textTable = LoadTexts(options.language);
+        state_.texts = LoadTexts(options.language);
         state_.decimalSeparator = options.decimalComma ? ',' : '.';
     }
 
@@ -266,7 +266,7 @@ void BatchRun::DrawMapPicture(const LevelSink& sink) {
         picture_ = surface_.Image();
     } else {
         WriteVector(options_.mapFile,
-                    state_.Text(TextIndex::kPlotTitle) + " : " + survey_.Points().sourceName,
+                    state_.texts[Text::PlotTitle] + " : " + survey_.Points().sourceName,
                     [&](DrawSurface& surface) { DrawMap(surface, options_.map, sink); });
     }
     if (options_.map.mode == MapMode::Areas && SegmentsAreWanted()) {

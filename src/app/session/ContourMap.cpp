@@ -33,7 +33,7 @@ void ContourMap::DrawFrame(DrawSurface& surface, MapReport& report) const {
     request.xMax = points.extentX.max;
     request.yMin = points.extentY.min;
     request.yMax = points.extentY.max;
-    request.title = run_.Text(TextIndex::kPlotTitle) + " : " + points.sourceName;
+    request.title = run_.texts[Text::PlotTitle] + " : " + points.sourceName;
     request.xTitle = std::string("x");
     request.yTitle = std::string("y");
     Stopwatch watch;

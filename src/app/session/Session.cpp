@@ -93,7 +93,7 @@ void Session::OpenPointFile() {
                                 .pattern = "*.dat;*.txt;*.qrw",
                                 .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = {},
-                                .title = state_.Text(TextIndex::kChooseFile)};
+                                .title = state_.texts[Text::ChooseFile]};
     try {
         LoadNamedFile(FileDialog(services_.dialogs, question, state_));
     } catch (const AppError& error) {
@@ -204,9 +204,9 @@ void Session::TriangulateAndShow3D() {
         return;
     }
     if (made.ierr != modDelaunay2D::Ierr::kDone) {
-        services_.messages.ShowCritical(state_.Text(TextIndex::kNoTriangulation) +
+        services_.messages.ShowCritical(state_.texts[Text::NoTriangulation] +
                                             " IERR = " + std::to_string(made.ierr) + "\r\n" +
-                                            state_.Text(TextIndex::kNoTriangulationAdvice),
+                                            state_.texts[Text::NoTriangulationAdvice],
                                         " Prova");
         return;
     }
@@ -223,10 +223,7 @@ bool Session::RefusesToExport() {
     if (complete_) {
         return false;
     }
-    services_.messages.ShowCritical(
-        state_.TextOr(TextIndex::kSaveRefused,
-                      "The last drawing was stopped. Draw the map to its end, then save."),
-        "");
+    services_.messages.ShowCritical(state_.texts[Text::SaveRefused], "");
     return true;
 }
 
@@ -257,16 +254,14 @@ void Session::ExportPicture(const std::string& proposedName,
                                 .pattern = "*.png;*.svg;*.pdf",
                                 .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = proposedName + ".png",
-                                .title = state_.Text(TextIndex::kChooseFile)};
+                                .title = state_.texts[Text::ChooseFile]};
     try {
         write(WithExtension(FileDialog(services_.dialogs, question, state_), ".png"));
     } catch (const AppError& error) {
         if (error.number() != kDialogCancelled) {
             services_.log.Write(error.what());
             services_.messages.ShowCritical(
-                state_.TextOr(TextIndex::kPictureNotWritten, "The picture cannot be written.") +
-                    "\r\n" + error.what(),
-                "");
+                state_.texts[Text::PictureNotWritten] + "\r\n" + error.what(), "");
         }
     }
 }
@@ -286,7 +281,7 @@ void Session::Export(QrzKind kind) {
                                 .pattern = ".qrz",
                                 .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = "Point",
-                                .title = state_.Text(TextIndex::kChooseFile)};
+                                .title = state_.texts[Text::ChooseFile]};
     try {
         state_.qrzExportPath =
             WithExtension(FileDialog(services_.dialogs, question, state_), ".qrz");
@@ -406,11 +401,9 @@ void Session::ShowResultViews(bool visible) {
 void Session::UpdateStatus() {
     if (!complete_) {
         const bool hasPoints = survey_.Points().count > 0;
-        view_->ShowStatus(std::to_string(survey_.Points().count) + " " +
-                              state_.Text(TextIndex::kPointsWord),
-                          hasPoints ? state_.Text(TextIndex::kDrawingStopped)
-                                    : state_.TextOr(TextIndex::kReadingStopped,
-                                                    "Reading was stopped: no points are loaded."));
+        view_->ShowStatus(
+            std::to_string(survey_.Points().count) + " " + state_.texts[Text::PointsWord],
+            hasPoints ? state_.texts[Text::DrawingStopped] : state_.texts[Text::ReadingStopped]);
         return;
     }
     const TriangulationOutcome& made = survey_.Triangulation();
@@ -419,15 +412,15 @@ void Session::UpdateStatus() {
     if (made.ierr == modDelaunay2D::Ierr::kDone && survey_.Points().count > 0) {
         const Index unused = CountUnusedPoints(survey_.Points(), made.triangles);
         if (triangleCount == 0) {
-            remark = state_.Text(TextIndex::kFirstPointsNotDistinct);
+            remark = state_.texts[Text::FirstPointsNotDistinct];
         } else if (unused > 0) {
-            remark = state_.Text(TextIndex::kUnusedPoints) + " " + std::to_string(unused);
+            remark = state_.texts[Text::UnusedPoints] + " " + std::to_string(unused);
         }
     }
-    view_->ShowStatus(
-        std::to_string(survey_.Points().count) + " " + state_.Text(TextIndex::kPointsWord) + ", " +
-            std::to_string(triangleCount) + " " + state_.Text(TextIndex::kTrianglesWord),
-        remark);
+    view_->ShowStatus(std::to_string(survey_.Points().count) + " " +
+                          state_.texts[Text::PointsWord] + ", " + std::to_string(triangleCount) +
+                          " " + state_.texts[Text::TrianglesWord],
+                      remark);
 }
 
 } // namespace terravo

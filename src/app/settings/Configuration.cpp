@@ -139,10 +139,11 @@ StartUpSettings ReadStartUpSettings(const std::string& path) {
 void StartUpConfiguration(RunState& state, SystemFolders& folders) {
     MakeUserFolders(state, folders);
     state.workFolder = ChooseWorkFolder(state, folders);
-    state.textTable.clear();
+    state.texts = TextCatalogue();
     if (!state.userFolder.empty()) {
         const StartUpSettings settings = ReadStartUpSettings(state.userFolder + "sxconf.cff");
-        state.textTable = LoadTextTable(state.supportFolder + LanguageFileName(settings.language));
+        state.texts =
+            TextCatalogue(LoadTextTable(state.supportFolder + LanguageFileName(settings.language)));
     }
 }
 

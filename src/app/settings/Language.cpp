@@ -11,8 +11,8 @@ std::string LanguageFileName(const std::string& prefix) {
     return prefix + "_p.trl";
 }
 
-std::vector<std::string> LoadTextTable(const std::string& path) {
-    std::vector<std::string> texts = ReadSmallFile(path);
+TextTable LoadTextTable(const std::string& path) {
+    TextTable texts = ReadSmallFile(path);
     if (!texts.empty() && texts.front().starts_with("\xEF\xBB\xBF")) {
         texts.front().erase(0, 3);
     }

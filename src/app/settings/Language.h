@@ -4,6 +4,8 @@
 // entry of the text table.
 #pragma once
 
+#include "util/TextCatalogue.h"
+
 #include <string>
 #include <vector>
 
@@ -13,7 +15,7 @@ namespace terravo {
 std::string LanguageFileName(const std::string& prefix);
 
 /// The lines of a language file, line ends left out; empty when the file cannot be read.
-std::vector<std::string> LoadTextTable(const std::string& path);
+TextTable LoadTextTable(const std::string& path);
 
 /// The lines of a small text file of the user, without their line ends.
 /// @return none for what cannot be such a file: missing, a folder, a pipe, a device, or more than

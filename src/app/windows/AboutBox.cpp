@@ -1,5 +1,7 @@
 #include "app/windows/AboutBox.h"
 
+#include "app/windows/Controls.h"
+
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QProcess>
@@ -7,22 +9,22 @@
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
+using terravo::Text;
+
 namespace {
 
 constexpr int kFadeMilliseconds = 300;
 
 } // namespace
 
-AboutBox::AboutBox(QWidget* parent) : QDialog(parent) {
+AboutBox::AboutBox(const terravo::RunState& state, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("AboutBox"));
     setWindowTitle(QStringLiteral("Terravo"));
-    auto* text = new QLabel(
-        QStringLiteral("<h2>Terravo %1</h2>"
-                       "<p>Routines for drawing contour lines from scattered points.</p>"
-                       "<p>Copyright 2026 The Terravo developers. MIT licence: use, change and "
-                       "share it freely, without warranty.</p>")
-            .arg(QStringLiteral(TERRAVO_VERSION)),
-        this);
+    auto* text = new QLabel(QStringLiteral("<h2>Terravo %1</h2><p>%2</p><p>%3</p>")
+                                .arg(QStringLiteral(TERRAVO_VERSION),
+                                     Caption(state, Text::AboutPurpose).toHtmlEscaped(),
+                                     Caption(state, Text::AboutLicence).toHtmlEscaped()),
+                            this);
     text->setWordWrap(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -30,7 +32,9 @@ AboutBox::AboutBox(QWidget* parent) : QDialog(parent) {
     layout->addWidget(text);
     const QString tool = FindSystemInformationTool();
     if (!tool.isEmpty()) {
-        auto* link = new QLabel(QStringLiteral("<a href=\"tool\">System information...</a>"), this);
+        auto* link = new QLabel(QStringLiteral("<a href=\"tool\">%1</a>")
+                                    .arg(Caption(state, Text::SystemInformation).toHtmlEscaped()),
+                                this);
         link->setObjectName(QStringLiteral("systemInformation"));
         link->setTextInteractionFlags(Qt::TextBrowserInteraction);
         connect(link, &QLabel::linkActivated, this, [tool] { QProcess::startDetached(tool, {}); });

@@ -2,13 +2,15 @@
 // information tool.
 #pragma once
 
+#include "util/RunState.h"
+
 #include <QDialog>
 
 class AboutBox : public QDialog {
     Q_OBJECT
 
 public:
-    explicit AboutBox(QWidget* parent = nullptr);
+    explicit AboutBox(const terravo::RunState& state, QWidget* parent = nullptr);
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -1,6 +1,6 @@
 #include "app/windows/HelpWindow.h"
 
-#include "app/windows/HelpTexts.h"
+#include "app/windows/Controls.h"
 
 #include <QBoxLayout>
 #include <QDesktopServices>
@@ -11,7 +11,7 @@
 #include <QSplitter>
 #include <QTextBlock>
 
-namespace TextIndex = terravo::HelpTextIndex;
+using terravo::Text;
 
 namespace {
 
@@ -58,20 +58,16 @@ HelpWindow::HelpWindow(const terravo::RunState& state, const std::string& langua
       txtGuide(new GuideText(this)), lblFind(new QLabel(this)), txtFind(new QLineEdit(this)),
       lblFound(new QLabel(this)), cmdNext(new QPushButton(this)), cmdBack(new QPushButton(this)) {
     setObjectName(QStringLiteral("HelpWindow"));
-    setWindowTitle(Text(TextIndex::kHelpTitle, "Terravo: user guide"));
+    setWindowTitle(Caption(state_, Text::HelpTitle));
     resize(920, 680);
     MakeControls();
     ShowPage(GuideFile(language));
     txtGuide->setFocus();
 }
 
-QString HelpWindow::Text(std::size_t index, const char* english) const {
-    return QString::fromStdString(state_.TextOr(index, english));
-}
-
 void HelpWindow::MakeControls() {
     lstContents->setObjectName(QStringLiteral("lstContents"));
-    lstContents->setAccessibleName(Text(TextIndex::kContents, "Contents"));
+    lstContents->setAccessibleName(Caption(state_, Text::Contents));
     lstContents->setTextElideMode(Qt::ElideRight);
     lstContents->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     txtGuide->setObjectName(QStringLiteral("txtGuide"));
@@ -80,14 +76,14 @@ void HelpWindow::MakeControls() {
     txtGuide->document()->setDocumentMargin(14);
     txtFind->setObjectName(QStringLiteral("txtFind"));
     txtFind->setClearButtonEnabled(true);
-    lblFind->setText(Text(TextIndex::kFind, "&Find:"));
+    lblFind->setText(Caption(state_, Text::Find));
     lblFind->setBuddy(txtFind);
-    txtFind->setAccessibleName(lblFind->text().remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+    txtFind->setAccessibleName(Spoken(lblFind->text()));
     lblFound->setObjectName(QStringLiteral("lblFound"));
     cmdNext->setObjectName(QStringLiteral("cmdNext"));
-    cmdNext->setText(Text(TextIndex::kNext, "&Next"));
+    cmdNext->setText(Caption(state_, Text::Next));
     cmdBack->setObjectName(QStringLiteral("cmdBack"));
-    cmdBack->setText(Text(TextIndex::kBack, "&Back"));
+    cmdBack->setText(Caption(state_, Text::Back));
     for (QPushButton* button : {cmdNext, cmdBack}) {
         button->setAutoDefault(false); // Enter in the search box searches, and does nothing else
     }
@@ -141,8 +137,8 @@ void HelpWindow::ShowPage(const QString& file, const QString& heading) {
         if (page.open(QIODevice::ReadOnly)) {
             txtGuide->setMarkdown(QString::fromUtf8(page.readAll()));
         } else {
-            txtGuide->setPlainText(Text(TextIndex::kNoGuide, "The guide cannot be found.") +
-                                   QStringLiteral(" (") + file + QLatin1Char(')'));
+            txtGuide->setPlainText(Caption(state_, Text::NoGuide) + QStringLiteral(" (") + file +
+                                   QLatin1Char(')'));
         }
         file_ = file;
         FillContents();
@@ -216,6 +212,5 @@ void HelpWindow::FindNext(bool backward) {
             txtGuide->setTextCursor(before);
         }
     }
-    lblFound->setText(found || wanted.isEmpty() ? QString()
-                                                : Text(TextIndex::kNotFound, "Not found."));
+    lblFound->setText(found || wanted.isEmpty() ? QString() : Caption(state_, Text::NotFound));
 }

@@ -43,7 +43,6 @@ private:
     void FollowLink(const QUrl& link);
     void GoBack();
     void FindNext(bool backward);
-    [[nodiscard]] QString Text(std::size_t index, const char* english) const;
 
     const terravo::RunState& state_;
     QString file_;

@@ -1,7 +1,7 @@
 #include "app/windows/SettingsDialog.h"
 
 #include "app/settings/SettingsFiles.h"
-#include "app/windows/HelpTexts.h"
+#include "app/windows/Controls.h"
 #include "util/AppError.h"
 
 #include <QDialogButtonBox>
@@ -9,7 +9,7 @@
 #include <QPushButton>
 
 using terravo::ColourScheme;
-namespace TextIndex = terravo::HelpTextIndex;
+using terravo::Text;
 
 namespace {
 
@@ -21,27 +21,26 @@ SettingsDialog::SettingsDialog(const terravo::RunState& state, QWidget* parent)
     : QDialog(parent), state_(state), cmbLanguage(new QComboBox(this)),
       cmbColours(new QComboBox(this)), lblNote(new QLabel(this)) {
     setObjectName(QStringLiteral("SettingsDialog"));
-    setWindowTitle(Text(TextIndex::kSettingsTitle, "Settings"));
+    setWindowTitle(Caption(state_, Text::SettingsTitle));
     cmbLanguage->setObjectName(QStringLiteral("cmbLanguage"));
     cmbColours->setObjectName(QStringLiteral("cmbColours"));
     lblNote->setObjectName(QStringLiteral("lblNote"));
-    lblNote->setText(
-        Text(TextIndex::kNextStart, "Language and colours take effect at the next start."));
+    lblNote->setText(Caption(state_, Text::NextStart));
     lblNote->setWordWrap(true);
     FillLanguages();
     FillColours();
 
     auto* form = new QFormLayout;
-    form->addRow(Text(TextIndex::kLanguage, "&Language:"), cmbLanguage);
-    form->addRow(Text(TextIndex::kColours, "&Colours:"), cmbColours);
+    form->addRow(Caption(state_, Text::Language), cmbLanguage);
+    form->addRow(Caption(state_, Text::Colours), cmbColours);
     for (QComboBox* box : {cmbLanguage, cmbColours}) {
         auto* label = qobject_cast<QLabel*>(form->labelForField(box));
-        box->setAccessibleName(label->text().remove(QLatin1Char('&')).remove(QLatin1Char(':')));
+        box->setAccessibleName(Spoken(label->text()));
         box->setAccessibleDescription(lblNote->text());
     }
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Save)->setText(Text(TextIndex::kSave, "&Save"));
-    buttons->button(QDialogButtonBox::Cancel)->setText(Text(TextIndex::kCancel, "Cancel"));
+    buttons->button(QDialogButtonBox::Save)->setText(Caption(state_, Text::Save));
+    buttons->button(QDialogButtonBox::Cancel)->setText(Caption(state_, Text::Cancel));
     buttons->button(QDialogButtonBox::Save)->setObjectName(QStringLiteral("cmdSave"));
     buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
     connect(buttons, &QDialogButtonBox::accepted, this, &SettingsDialog::accept);
@@ -52,10 +51,6 @@ SettingsDialog::SettingsDialog(const terravo::RunState& state, QWidget* parent)
     layout->addStretch(1);
     layout->addWidget(buttons);
     setMinimumWidth(380);
-}
-
-QString SettingsDialog::Text(std::size_t index, const char* english) const {
-    return QString::fromStdString(state_.TextOr(index, english));
 }
 
 void SettingsDialog::FillLanguages() {
@@ -74,16 +69,16 @@ void SettingsDialog::FillLanguages() {
 }
 
 void SettingsDialog::FillColours() {
-    const auto add = [this](std::size_t index, const char* english, ColourChoice choice) {
-        cmbColours->addItem(Text(index, english), static_cast<int>(choice));
+    const auto add = [this](Text text, ColourChoice choice) {
+        cmbColours->addItem(Caption(state_, text), static_cast<int>(choice));
     };
-    add(TextIndex::kDark, "Dark", ColourChoice::Dark);
-    add(TextIndex::kLight, "Light", ColourChoice::Light);
+    add(Text::Dark, ColourChoice::Dark);
+    add(Text::Light, ColourChoice::Light);
     const ColourScheme inForce = terravo::ReadColourScheme(state_.userFolder);
     if (inForce == terravo::LightScheme()) {
         cmbColours->setCurrentIndex(1);
     } else if (inForce != ColourScheme{}) {
-        add(TextIndex::kAsInTheFile, "As in the file", ColourChoice::AsInTheFile);
+        add(Text::AsInTheFile, ColourChoice::AsInTheFile);
         cmbColours->setCurrentIndex(2);
     }
     coloursAtFirst_ = cmbColours->currentIndex();
@@ -105,8 +100,8 @@ void SettingsDialog::accept() {
             }
         }
     } catch (const terravo::AppError& error) {
-        lblNote->setText(Text(TextIndex::kNotSaved, "The settings cannot be saved.") +
-                         QLatin1Char('\n') + QString::fromLocal8Bit(error.what()));
+        lblNote->setText(Caption(state_, Text::NotSaved) + QLatin1Char('\n') +
+                         QString::fromLocal8Bit(error.what()));
         return;
     }
     QDialog::accept();

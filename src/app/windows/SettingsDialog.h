@@ -23,7 +23,6 @@ public:
 private:
     void FillLanguages();
     void FillColours();
-    [[nodiscard]] QString Text(std::size_t index, const char* english) const;
 
     const terravo::RunState& state_;
     QComboBox* cmbLanguage;

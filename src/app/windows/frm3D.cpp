@@ -1,7 +1,7 @@
 #include "app/windows/frm3D.h"
 
+#include "app/windows/Controls.h"
 #include "app/windows/GradientButton.h"
-#include "app/windows/HelpTexts.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SurfaceView.h"
 #include "view3d/Rendering.h"
@@ -19,13 +19,13 @@
 
 #include <cmath>
 
+using terravo::Text;
+
 namespace {
 
 constexpr int kTimerMilliseconds = 100;
 constexpr int kIndicatorSide = 10;
 constexpr double kKeyStep = 8; // pixels of the picture
-constexpr const char* kArrowKeys =
-    "The arrow keys move it too, while the picture has the keyboard focus.";
 
 // The position indicator: a ring on the point that is read out.
 class Indicator : public QWidget {
@@ -59,16 +59,6 @@ protected:
     }
 };
 
-template <class Widget>
-Widget* Named(Widget* widget, const char* name) {
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-
-QString ToQString(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
 QHBoxLayout* Row(std::initializer_list<QWidget*> widgets) {
     auto* row = new QHBoxLayout;
     for (QWidget* widget : widgets) {
@@ -83,8 +73,7 @@ frm3D::frm3D(const terravo::RunState& state, terravo::MessageService& messages,
              const terravo::ColourScheme& scheme)
     : state_(state), messages_(messages), commands_(state, messages, *this) {
     setObjectName(QStringLiteral("frm3D"));
-    const QString caption = ToQString(state.Text(5));
-    setWindowTitle(caption.isEmpty() ? QStringLiteral(" Vista 3D assonometrica") : caption);
+    setWindowTitle(Caption(state, Text::ViewTitle));
     MakeControls();
     MakePictureMenu();
     ConnectControls();
@@ -127,15 +116,15 @@ void frm3D::MakeControls() {
 }
 
 QBoxLayout* frm3D::MakeViews() {
-    const auto text = [this](std::size_t index) { return ToQString(state_.Text(index)); };
-    optCol = Named(new QRadioButton(text(20), this), "optCol");
-    optBN = Named(new QRadioButton(text(21), this), "optBN");
+    const auto text = [this](Text wanted) { return Caption(state_, wanted); };
+    optCol = Named(new QRadioButton(text(Text::InColour), this), "optCol");
+    optBN = Named(new QRadioButton(text(Text::BlackAndWhite), this), "optBN");
     optCol->setChecked(true);
-    zFrame1 = Named(new QGroupBox(text(6), this), "zFrame1");
+    zFrame1 = Named(new QGroupBox(text(Text::Views), this), "zFrame1");
     cmdXY = Named(new GradientButton(zFrame1), "cmdXY");
     cmdZX = Named(new GradientButton(zFrame1), "cmdZX");
     cmdZY = Named(new GradientButton(zFrame1), "cmdZY");
-    cmdXY->setText(text(8));
+    cmdXY->setText(text(Text::ViewXY));
     cmdZX->setText(QStringLiteral("&Z -Y"));
     cmdZY->setText(QStringLiteral("Z - &Y"));
     auto* views = new QVBoxLayout(zFrame1);
@@ -150,15 +139,14 @@ QBoxLayout* frm3D::MakeViews() {
 }
 
 QBoxLayout* frm3D::MakeRotation() {
-    zFrame2 = Named(new QGroupBox(ToQString(state_.Text(9)), this), "zFrame2");
+    zFrame2 = Named(new QGroupBox(Caption(state_, Text::Rotation), this), "zFrame2");
     cmdRuota = Named(new GradientButton(zFrame2), "cmdRuota");
     cmdPausa = Named(new GradientButton(zFrame2), "cmdPausa");
     lblTheta = Named(new QLabel(zFrame2), "lblTheta");
     updTheta = Named(new QSpinBox(zFrame2), "updTheta");
     updTheta->setRange(-1, 360);
-    updTheta->setToolTip(ToQString(state_.Text(22)));
-    const QString angle = ToQString(state_.Text(22));
-    updTheta->setAccessibleName(angle.isEmpty() ? QStringLiteral("[Grd]") : angle);
+    updTheta->setToolTip(Caption(state_, Text::RotationAngle));
+    updTheta->setAccessibleName(updTheta->toolTip());
     updTheta->setKeyboardTracking(false);
     auto* unit = new QLabel(QStringLiteral("[Grd]:"), zFrame2);
     auto* rotation = new QVBoxLayout(zFrame2);
@@ -177,13 +165,12 @@ QBoxLayout* frm3D::MakeReadOut() {
         value->setAutoFillBackground(true);
         return Row({label, value});
     };
-    lblIstruzioni = Named(new QLabel(ToQString(state_.Text(12)), this), "lblIstruzioni");
-    lblIstruzioni->setToolTip(
-        ToQString(state_.TextOr(terravo::HelpTextIndex::kArrowKeys, kArrowKeys)));
+    lblIstruzioni = Named(new QLabel(Caption(state_, Text::HowToDrag), this), "lblIstruzioni");
+    lblIstruzioni->setToolTip(Caption(state_, Text::ArrowKeys));
     lblIstruzioni->setWordWrap(true);
     lblIstruzioni->setMaximumWidth(170);
     cmdCopiaGrafico = Named(new GradientButton(this), "cmdCopiaGrafico");
-    cmdCopiaGrafico->setText(ToQString(state_.Text(19)));
+    cmdCopiaGrafico->setText(Caption(state_, Text::CopyPicture));
     auto* column = new QVBoxLayout;
     column->addLayout(labelled(QStringLiteral("RAyx:"), lblRAyx, "lblRAyx"));
     column->addLayout(labelled(QStringLiteral("[Grd]:"), lblAlfa, "lblAlfa"));
@@ -196,16 +183,15 @@ QBoxLayout* frm3D::MakeReadOut() {
 }
 
 void frm3D::MakePictureMenu() {
-    const auto addAction = [this](const char* name, std::size_t text, const char* english) {
-        auto* action = new QAction(ToQString(state_.TextOr(text, english)), pic3D);
+    const auto addAction = [this](const char* name, Text text) {
+        auto* action = new QAction(Caption(state_, text), pic3D);
         action->setObjectName(QLatin1String(name));
         action->setEnabled(false);
         pic3D->addAction(action);
         return action;
     };
-    mnuEsporta3D =
-        addAction("mnuEsporta3D", terravo::TextIndex::kExportPicture, "Export picture...");
-    mnuStampa3D = addAction("mnuStampa3D", terravo::TextIndex::kPrint, "&Print...");
+    mnuEsporta3D = addAction("mnuEsporta3D", Text::ExportPicture);
+    mnuStampa3D = addAction("mnuStampa3D", Text::Print);
     pic3D->setContextMenuPolicy(Qt::ActionsContextMenu);
     connect(mnuEsporta3D, &QAction::triggered, this, &frm3D::ExportAsked);
     connect(mnuStampa3D, &QAction::triggered, this, &frm3D::PrintAsked);
@@ -293,9 +279,9 @@ void frm3D::ShowControls(const terravo::View3DControls& controls) {
     lblRAyx->setText(ToQString(controls.rayx));
     lblAlfa->setText(ToQString(controls.alfa));
     pic3D->setAccessibleDescription(
-        ToQString(commands_.View().title + ", " + state_.Text(22) + " " + controls.theta +
-                  ", RAyx: " + controls.rayx + ", [Grd]: " + controls.alfa + ". " +
-                  state_.TextOr(terravo::HelpTextIndex::kArrowKeys, kArrowKeys)));
+        ToQString(commands_.View().title + ", " + state_.texts[Text::RotationAngle] + " " +
+                  controls.theta + ", RAyx: " + controls.rayx + ", [Grd]: " + controls.alfa + ". " +
+                  state_.texts[Text::ArrowKeys]));
     if (controls.timerOn != Timer1.isActive()) {
         controls.timerOn ? Timer1.start() : Timer1.stop();
     }

@@ -2,8 +2,8 @@
 
 #include "app/settings/SettingsFiles.h"
 #include "app/windows/AboutBox.h"
+#include "app/windows/Controls.h"
 #include "app/windows/GradientButton.h"
-#include "app/windows/HelpTexts.h"
 #include "app/windows/HelpWindow.h"
 #include "app/windows/LevelBox.h"
 #include "app/windows/SchemeStyle.h"
@@ -26,21 +26,11 @@
 #include <QPainter>
 #include <QTimer>
 
+using terravo::Text;
+
 namespace {
 
 constexpr std::size_t kRecentEntries = 5;
-
-template <class Widget>
-Widget* Named(Widget* widget, const char* name, const QString& text) {
-    widget->setObjectName(QLatin1String(name));
-    widget->setText(text);
-    return widget;
-}
-
-// The caption of a control as a screen reader says it.
-QString Spoken(QString caption) {
-    return caption.remove(QLatin1Char('&')).trimmed();
-}
 
 } // namespace
 
@@ -63,7 +53,6 @@ void frmProve::MakeControls() {
     picLivelli = new SurfaceView(Picture1);
     picLivelli->setObjectName(QStringLiteral("picLivelli"));
     picLivelli->setMinimumSize(260, 200);
-    picLivelli->setAccessibleName(QStringLiteral("Contour map"));
     picLivelli->SetBackground(terravo::kBlack);
     auto* pictureLayout = new QVBoxLayout(Picture1);
     pictureLayout->setContentsMargins(0, 0, 0, 0);
@@ -78,22 +67,21 @@ void frmProve::MakeControls() {
 QBoxLayout* frmProve::MakeOptionsColumn() {
     Frame1 = new QGroupBox(this);
     Frame1->setObjectName(QStringLiteral("Frame1"));
-    zLabel01 = Named(new QLabel(Frame1), "zLabel01", QStringLiteral(" punti:"));
-    lblND = Named(new QLabel(Frame1), "lblND", QStringLiteral("0"));
-    zLabel02 = Named(new QLabel(Frame1), "zLabel02", QStringLiteral(" Livelli:"));
+    zLabel01 = Named(new QLabel(Frame1), "zLabel01");
+    lblND = Named(new QLabel(QStringLiteral("0"), Frame1), "lblND");
+    zLabel02 = Named(new QLabel(Frame1), "zLabel02");
     txtNLiv = new LevelBox(Frame1);
     txtNLiv->setObjectName(QStringLiteral("txtNLiv"));
     txtNLiv->setToolTip(QStringLiteral("Invio, per confermare "));
     txtNLiv->ShowCount(session_.Options().levelCount);
     txtNLiv->setMaximumWidth(70);
     zLabel02->setBuddy(txtNLiv);
-    optLinee = Named(new QRadioButton(Frame1), "optLinee", QStringLiteral("&Linee"));
-    optAree = Named(new QRadioButton(Frame1), "optAree", QStringLiteral("&Aree"));
-    chkValoriLivelli =
-        Named(new QCheckBox(Frame1), "chkValoriLivelli", QStringLiteral("&Valori dei Livelli:"));
-    chkTriangoli = Named(new QCheckBox(Frame1), "chkTriangoli", QStringLiteral("&Triangoli"));
-    chkPerimetro = Named(new QCheckBox(Frame1), "chkPerimetro", QStringLiteral("&Perimetro"));
-    XPButton1 = Named(new GradientButton(this), "XPButton1", QString());
+    optLinee = Named(new QRadioButton(Frame1), "optLinee");
+    optAree = Named(new QRadioButton(Frame1), "optAree");
+    chkValoriLivelli = Named(new QCheckBox(Frame1), "chkValoriLivelli");
+    chkTriangoli = Named(new QCheckBox(Frame1), "chkTriangoli");
+    chkPerimetro = Named(new QCheckBox(Frame1), "chkPerimetro");
+    XPButton1 = Named(new GradientButton(this), "XPButton1");
     XPButton1->setEnabled(false);
     optLinee->setChecked(true);
 
@@ -124,28 +112,21 @@ QBoxLayout* frmProve::MakeOptionsColumn() {
 }
 
 void frmProve::AddMenus(QMenuBar& menuBar) {
-    mnuFile = menuBar.addMenu(QStringLiteral("&File"));
-    mnuFile->setObjectName(QStringLiteral("mnuFile"));
-    const auto addAction = [](QMenu* menu, const char* name, const QString& text) {
-        QAction* action = menu->addAction(text);
-        action->setObjectName(QLatin1String(name));
-        return action;
-    };
-    mnuLeggiDati = addAction(mnuFile, "mnuLeggiDati", QStringLiteral("Apri f&ile"));
+    mnuFile = Named(menuBar.addMenu(QStringLiteral("&File")), "mnuFile");
+    mnuLeggiDati = Named(mnuFile->addAction(QString()), "mnuLeggiDati");
     mnuLeggiDati->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    mnusalva = mnuFile->addMenu(QStringLiteral("Salva QRZ (File import CAD)"));
-    mnusalva->setObjectName(QStringLiteral("mnusalva"));
-    mnut = {addAction(mnusalva, "mnut0", QStringLiteral("Triangle")),
-            addAction(mnusalva, "mnut1", QStringLiteral("Livel"))};
+    mnusalva = Named(mnuFile->addMenu(QString()), "mnusalva");
+    mnut = {Named(mnusalva->addAction(QString()), "mnut0"),
+            Named(mnusalva->addAction(QStringLiteral("Livel")), "mnut1")};
     mnusalva->setEnabled(false);
     AddPictureEntries();
     mnuFile->addSeparator();
-    mnuEsci = addAction(mnuFile, "mnuEsci", QStringLiteral("&Esci"));
+    mnuEsci = Named(mnuFile->addAction(QString()), "mnuEsci");
     mnuEsci->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     mnuFile->addSeparator();
     for (std::size_t k = 0; k <= kRecentEntries; ++k) {
         const std::string name = "mnuRecenti" + std::to_string(k);
-        mnuRecenti.push_back(addAction(mnuFile, name.c_str(), QStringLiteral("Files &Recenti:")));
+        mnuRecenti.push_back(Named(mnuFile->addAction(QString()), name.c_str()));
         mnuRecenti[k]->setVisible(false);
         if (k > 0) {
             connect(mnuRecenti[k], &QAction::triggered, this,
@@ -153,13 +134,12 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
         }
     }
     mnuRecenti[0]->setEnabled(false);
-    mnuQM = menuBar.addMenu(QStringLiteral("&?"));
-    mnuQM->setObjectName(QStringLiteral("mnuQM"));
-    mnuGuida = addAction(mnuQM, "mnuGuida", QString());
+    mnuQM = Named(menuBar.addMenu(QStringLiteral("&?")), "mnuQM");
+    mnuGuida = Named(mnuQM->addAction(QString()), "mnuGuida");
     mnuGuida->setShortcut(QKeySequence(Qt::Key_F1));
-    mnuImpostazioni = addAction(mnuQM, "mnuImpostazioni", QString());
+    mnuImpostazioni = Named(mnuQM->addAction(QString()), "mnuImpostazioni");
     mnuImpostazioni->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
-    mnuInformazioni = addAction(mnuQM, "mnuInformazioni", QStringLiteral("I&nformazioni"));
+    mnuInformazioni = Named(mnuQM->addAction(QString()), "mnuInformazioni");
 
     connect(mnuLeggiDati, &QAction::triggered, this, [this] { session_.OpenPointFile(); });
     connect(mnut[0], &QAction::triggered, this,
@@ -201,34 +181,31 @@ void frmProve::ConnectControls() {
 }
 
 void frmProve::SetCaptions() {
-    const auto text = [this](std::size_t index) {
-        return QString::fromStdString(state_.Text(index));
-    };
-    mnuLeggiDati->setText(text(0));
-    mnusalva->setTitle(text(1) + QStringLiteral(" File Vector QRZ"));
+    const auto text = [this](Text wanted) { return Caption(state_, wanted); };
+    mnuLeggiDati->setText(text(Text::OpenFile));
+    mnusalva->setTitle(text(Text::Save) + QStringLiteral(" File Vector QRZ"));
     SetPictureCaptions();
-    mnuEsci->setText(text(2));
-    mnuRecenti[0]->setText(text(3));
-    namespace HelpText = terravo::HelpTextIndex;
-    mnuGuida->setText(QString::fromStdString(state_.TextOr(HelpText::kHelp, "&Help")));
-    mnuImpostazioni->setText(
-        QString::fromStdString(state_.TextOr(HelpText::kSettings, "&Settings...")));
+    mnuEsci->setText(text(Text::Exit));
+    mnuRecenti[0]->setText(text(Text::RecentFiles));
+    mnuGuida->setText(text(Text::Help));
+    mnuImpostazioni->setText(text(Text::Settings));
     language_ = terravo::LanguageAtNextStart(state_.userFolder); // of this run, at its start
-    mnuInformazioni->setText(text(4));
-    XPButton1->setText(text(19));
-    XPButton1->setToolTip(text(23) + QStringLiteral(" : ") + Spoken(text(19)));
-    zLabel01->setText(text(13));
-    zLabel02->setText(text(14));
-    optLinee->setText(text(15));
-    optAree->setText(text(16));
-    chkTriangoli->setText(text(17));
+    mnuInformazioni->setText(text(Text::About));
+    XPButton1->setText(text(Text::CopyPicture));
+    XPButton1->setToolTip(text(Text::PlotTitle) + QStringLiteral(" : ") +
+                          Spoken(text(Text::CopyPicture)));
+    zLabel01->setText(text(Text::PointsLabel));
+    zLabel02->setText(text(Text::LevelsLabel));
+    optLinee->setText(text(Text::Lines));
+    optAree->setText(text(Text::Areas));
+    chkTriangoli->setText(text(Text::Triangles));
     mnut[0]->setText(chkTriangoli->text());
-    chkPerimetro->setText(text(18));
-    chkValoriLivelli->setText(text(35));
-    txtNLiv->setAccessibleName(Spoken(text(14)));
-    txtNLiv->setAccessibleDescription(txtNLiv->toolTip());
-    picLivelli->setAccessibleName(text(23));
-    XPButton1->setAccessibleName(Spoken(text(19)));
+    chkPerimetro->setText(text(Text::Perimeter));
+    chkValoriLivelli->setText(text(Text::LevelValues));
+    txtNLiv->setAccessibleName(Spoken(text(Text::LevelsLabel)));
+    txtNLiv->setAccessibleDescription(text(Text::EnterConfirms));
+    picLivelli->setAccessibleName(text(Text::PlotTitle));
+    XPButton1->setAccessibleName(Spoken(text(Text::CopyPicture)));
 }
 
 void frmProve::SetColours(const terravo::ColourScheme& scheme) {
@@ -306,7 +283,7 @@ void frmProve::ShowStatus(const std::string& counts, const std::string& remark) 
 
 // What the map shows, for who hears the windows instead of seeing them.
 void frmProve::DescribeMap() {
-    QStringList parts{counts_, Spoken(zLabel02->text()) + QLatin1Char(' ') + txtNLiv->text()};
+    QStringList parts{counts_, Spoken(zLabel02->text()) + QStringLiteral(": ") + txtNLiv->text()};
     for (const QAbstractButton* option : std::initializer_list<QAbstractButton*>{
              optLinee, optAree, chkValoriLivelli, chkTriangoli, chkPerimetro}) {
         if (option->isChecked() && !option->isHidden()) {
@@ -317,8 +294,7 @@ void frmProve::DescribeMap() {
 }
 
 void frmProve::BeginWork() {
-    status_.BeginWork(QString::fromStdString(state_.Text(terravo::TextIndex::kWorking)),
-                      QString::fromStdString(state_.TextOr(terravo::TextIndex::kStop, "&Stop")));
+    status_.BeginWork(Caption(state_, Text::Working), Caption(state_, Text::Stop));
 }
 
 void frmProve::ShowProgress(double done) {
@@ -346,7 +322,7 @@ void frmProve::CopyPicture() {
 }
 
 void frmProve::ShowAbout() {
-    AboutBox box(this);
+    AboutBox box(state_, this);
     box.exec();
 }
 

@@ -1,5 +1,6 @@
 // The main window's commands that hand pictures out: the map and the 3D picture as files and on
 // paper.
+#include "app/windows/Controls.h"
 #include "app/windows/SurfaceView.h"
 #include "app/windows/frm3D.h"
 #include "app/windows/frmProve.h"
@@ -11,23 +12,19 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 
+using terravo::Text;
+
 void frmProve::AddPictureEntries() {
-    const auto addAction = [](QMenu* menu, const char* name, const QString& text) {
-        QAction* action = menu->addAction(text);
-        action->setObjectName(QLatin1String(name));
-        return action;
-    };
-    mnuEsportaMappa = addAction(mnuFile, "mnuEsportaMappa", QString());
+    mnuEsportaMappa = Named(mnuFile->addAction(QString()), "mnuEsportaMappa");
     mnuEsportaMappa->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
     mnuEsportaMappa->setEnabled(false);
-    mnuStampa = addAction(mnuFile, "mnuStampa", QString());
+    mnuStampa = Named(mnuFile->addAction(QString()), "mnuStampa");
     mnuStampa->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
     mnuStampa->setEnabled(false);
-    mnuFormatoCarta = mnuFile->addMenu(QString());
-    mnuFormatoCarta->setObjectName(QStringLiteral("mnuFormatoCarta"));
+    mnuFormatoCarta = Named(mnuFile->addMenu(QString()), "mnuFormatoCarta");
     auto* sizes = new QActionGroup(mnuFormatoCarta);
     for (const char* name : {"A4", "A3", "A2", "A1", "A0", "Letter"}) {
-        QAction* size = addAction(mnuFormatoCarta, name, QLatin1String(name));
+        QAction* size = Named(mnuFormatoCarta->addAction(QLatin1String(name)), name);
         size->setCheckable(true);
         size->setChecked(sizes->actions().isEmpty());
         sizes->addAction(size);
@@ -35,7 +32,7 @@ void frmProve::AddPictureEntries() {
     connect(sizes, &QActionGroup::triggered, this, [this](const QAction* size) {
         pageSize_ = terravo::PaperSizeOf(size->objectName()).value_or(QPageSize::A4);
     });
-    mnuCartaBianca = addAction(mnuFile, "mnuCartaBianca", QString());
+    mnuCartaBianca = Named(mnuFile->addAction(QString()), "mnuCartaBianca");
     mnuCartaBianca->setCheckable(true);
     mnuCartaBianca->setChecked(true);
     connect(mnuEsportaMappa, &QAction::triggered, this,
@@ -44,20 +41,17 @@ void frmProve::AddPictureEntries() {
 }
 
 void frmProve::SetPictureCaptions() {
-    const auto text = [this](std::size_t index, const char* english) {
-        return QString::fromStdString(state_.TextOr(index, english));
-    };
-    mnuEsportaMappa->setText(text(terravo::TextIndex::kExportMap, "Export &map..."));
-    mnuStampa->setText(text(terravo::TextIndex::kPrint, "&Print..."));
-    mnuCartaBianca->setText(text(terravo::TextIndex::kWhitePaper, "White paper"));
-    mnuFormatoCarta->setTitle(text(terravo::TextIndex::kPaperSize, "Paper size"));
+    mnuEsportaMappa->setText(Caption(state_, Text::ExportMap));
+    mnuStampa->setText(Caption(state_, Text::Print));
+    mnuCartaBianca->setText(Caption(state_, Text::WhitePaper));
+    mnuFormatoCarta->setTitle(Caption(state_, Text::PaperSize));
 }
 
 // As large as it is in the window, so that it looks the same.
 terravo::Picture frmProve::MapPicture() {
     const terravo::RasterSurface& shown = picLivelli->Surface();
     return {shown.PixelWidth(), shown.PixelHeight(), picLivelli->devicePixelRatioF(),
-            state_.Text(terravo::TextIndex::kPlotTitle) + " : " + session_.Points().sourceName,
+            state_.texts[Text::PlotTitle] + " : " + session_.Points().sourceName,
             [this](terravo::DrawSurface& surface) { return session_.DrawMapOn(surface); }};
 }
 
@@ -71,7 +65,7 @@ void frmProve::ExportPicture(const std::string& proposedName, const terravo::Pic
         const std::optional<terravo::PictureKind> kind = terravo::PictureKindOf(path);
         if (!kind) {
             throw terravo::AppError(terravo::ErrorNumber::kDeviceIo, path,
-                                    path + ": a picture is a .png, .svg or .pdf file.");
+                                    path + ": " + state_.texts[Text::UnknownPictureKind]);
         }
         const bool onPaper = kind == terravo::PictureKind::Pdf;
         terravo::WritePicture(path, *kind, picture,

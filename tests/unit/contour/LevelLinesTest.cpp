@@ -77,9 +77,10 @@ TEST(DrawLevelLines, DrawsASharedEdgeOnTheLevelTwiceAndWideLinesWithoutEndPixel)
 
 TEST(DrawLevelLines, EndsWithTheNumberThatWasWrong) {
     Drawing drawing(test::MakeSurvey({{1, 1, 0}, {2, 2, 1}, {3, 3, 2}}));
-    drawing.state.textTable.assign(37, "text");
-    EXPECT_EQ(drawing.Draw({Level(1)}), "text NLiv = 1");
-    EXPECT_EQ(drawing.Draw({Level(0), Level(1)}), "text IERR = 225\ntext");
+    EXPECT_EQ(drawing.Draw({Level(1)}), "At least two levels are needed. NLiv = 1");
+    EXPECT_EQ(drawing.Draw({Level(0), Level(1)}),
+              "The points cannot be triangulated. IERR = 225\n"
+              "Check that the points do not all lie on one line.");
     EXPECT_TRUE(drawing.surface.userCalls.empty());
 }
 

@@ -18,9 +18,6 @@ using namespace PlotFrame;
 class PlotFrameTest : public testing::Test {
 protected:
     PlotFrameTest() {
-        run.textTable.resize(40);
-        run.textTable[TextIndex::kScaleErrorSource] = "SCALE";
-        run.textTable[TextIndex::kErrorTitle] = "Error: ";
         request.xMax = 100;
         request.yMax = 100;
         request.title = "Title";
@@ -187,8 +184,9 @@ TEST_F(PlotFrameTest, RefusesReversedExtentsWithAMessage) {
     request.xMin = 0;
     request.xMax = 0;
     EXPECT_FALSE(Draw().ok);
-    EXPECT_EQ(messages.boxes, (std::vector<FakeMessages::Box>{{"Error Scale X.", "Error: SCALE"},
-                                                              {"Error Scale Y.", "Error: SCALE"}}));
+    const std::string title = "Error in: scale of the axes";
+    EXPECT_EQ(messages.boxes, (std::vector<FakeMessages::Box>{{"Error Scale X.", title},
+                                                              {"Error Scale Y.", title}}));
     EXPECT_EQ(shown, (std::vector<bool>{false, false}));
     EXPECT_TRUE(surface.userCalls.empty());
     EXPECT_EQ(surface.ScaleLeft(), 1.0F);

@@ -19,13 +19,6 @@ struct ContourMapTest : ::testing::Test {
     ContourMap map{survey, state, messages, clock};
     MapOptions options;
     RecordingSurface surface{800, 600};
-
-    ContourMapTest() {
-        state.textTable.resize(37);
-        for (std::size_t i = 0; i < 37; ++i) {
-            state.textTable[i] = "text" + std::to_string(i);
-        }
-    }
 };
 
 TEST_F(ContourMapTest, DrawsTheFrameThenTheLinesAndHandsThemOn) {
@@ -46,7 +39,7 @@ TEST_F(ContourMapTest, DrawsTheFrameThenTheLinesAndHandsThemOn) {
     EXPECT_EQ(report.contours.segments, segments);
     const auto texts = surface.UserCallsOf(UserCall::Kind::Text);
     ASSERT_FALSE(texts.empty());
-    EXPECT_EQ(texts.back().text, "text23 : hills.dat") << "no labels unless asked for";
+    EXPECT_EQ(texts.back().text, "Contour map : hills.dat") << "no labels unless asked for";
 
     options.showLevelValues = true;
     map.Draw(surface, options);
@@ -55,7 +48,9 @@ TEST_F(ContourMapTest, DrawsTheFrameThenTheLinesAndHandsThemOn) {
 
 TEST_F(ContourMapTest, ReturnsTheErrorOfADrawing) {
     survey.Replace(test::MakeSurvey({{1, 1, 0}, {2, 2, 1}, {3, 3, 2}}));
-    EXPECT_EQ(map.Draw(surface, options).contours.error, "text25 IERR = 225\ntext26");
+    EXPECT_EQ(map.Draw(surface, options).contours.error,
+              state.texts[Text::NoTriangulation] + " IERR = 225\n" +
+                  state.texts[Text::NoTriangulationAdvice]);
     survey.Replace(test::HillySurvey(test::RandomPoints(9, 2), false));
     const MapReport failed = map.Draw(surface, options, StopToken(), [](double, const auto&) {
         throw AppError(ErrorNumber::kDeviceIo, "here", "the disk is full");
@@ -68,7 +63,8 @@ TEST_F(ContourMapTest, ReturnsTheErrorOfADrawing) {
 TEST_F(ContourMapTest, AnEmptyPointSetHasNoFrame) {
     EXPECT_FALSE(map.Draw(surface, options).frameDrawn);
     ASSERT_FALSE(messages.boxes.empty());
-    EXPECT_EQ(messages.boxes[0], (FakeMessages::Box{"Error Scale X.", "text33text30"}));
+    EXPECT_EQ(messages.boxes[0],
+              (FakeMessages::Box{"Error Scale X.", "Error in: scale of the axes"}));
 }
 
 } // namespace

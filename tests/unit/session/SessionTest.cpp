@@ -73,11 +73,6 @@ struct SessionTest : ::testing::Test {
     SessionTest() {
         state.workFolder = folder.Path();
         state.pointsFolder = "/points/";
-        state.textTable.assign(37, "");
-        state.textTable[36] = "Choose";
-        state.textTable[27] = "repeat";
-        state.textTable[28] = "not distinct";
-        state.textTable[32] = "not complete";
         session.SetView(view);
     }
     ~SessionTest() override { EXPECT_EQ(view.working, 0) << "every command has ended"; }
@@ -89,7 +84,7 @@ TEST_F(SessionTest, OpensAFileAndShowsItsMap) {
     ASSERT_EQ(dialogs.plans.size(), 1U);
     const FileDialogPlan& plan = dialogs.plans[0];
     EXPECT_FALSE(plan.save);
-    EXPECT_EQ(plan.title, "Choose ");
+    EXPECT_EQ(plan.title, "Choose a file ");
     EXPECT_EQ(plan.folder, "/points/");
     EXPECT_EQ(plan.name, "");
     EXPECT_EQ(plan.filters,
@@ -152,7 +147,10 @@ TEST_F(SessionTest, KeepsTheMeshFileOfTheLastTriangulation) {
     EXPECT_EQ(folder.Read("point_qrw.txt"), bytes);
     session.LoadNamedFile(folder.Write("line.dat", "1,1,0\n2,2,1\n3,3,2\n"));
     ASSERT_EQ(messages.boxes.size(), 2U);
-    EXPECT_EQ(messages.boxes[1], (FakeMessages::Box{" IERR = 225\r\n", " Prova"}));
+    EXPECT_EQ(messages.boxes[1],
+              (FakeMessages::Box{state.texts[Text::NoTriangulation] + " IERR = 225\r\n" +
+                                     state.texts[Text::NoTriangulationAdvice],
+                                 " Prova"}));
     EXPECT_EQ(folder.Read("point_qrw.txt"), bytes);
 }
 
@@ -191,12 +189,12 @@ TEST_F(SessionTest, IgnoresAMissingFile) {
 
 TEST_F(SessionTest, TellsWhatWouldBeSilent) {
     session.LoadNamedFile(folder.Write("r.dat", hill + "5,4,9\n1,1,0\n"));
-    EXPECT_EQ(view.remark, "repeat 2");
+    EXPECT_EQ(view.remark, state.texts[Text::UnusedPoints] + " 2");
     session.LoadNamedFile(folder.Write("z.dat", "0,0,1\n5,5,2\n9,1,3\n"));
-    EXPECT_EQ(view.remark, "not distinct");
+    EXPECT_EQ(view.remark, state.texts[Text::FirstPointsNotDistinct]);
     session.LoadNamedFile(folder.Write("a.dat", hill));
     EXPECT_EQ(view.remark, "");
-    EXPECT_EQ(view.counts, "5 , 4 ");
+    EXPECT_EQ(view.counts, "5 points, 4 triangles");
 }
 
 TEST_F(SessionTest, LoadsTheStartUpFileOfTheCommandLineOrTheClipboard) {
@@ -289,7 +287,7 @@ TEST_F(SessionTest, RefusesToExportWhatWasStoppedUntilADrawingIsComplete) {
     view.AfterProgress(3, [this] { session.RequestStop(); });
     session.LoadNamedFile(folder.Write("a.dat", hill));
     EXPECT_EQ(view.visible, std::vector<bool>{true}) << "what is drawn stays";
-    EXPECT_NE(view.remark.find("not complete"), std::string::npos) << view.remark;
+    EXPECT_EQ(view.remark, state.texts[Text::DrawingStopped]);
     EXPECT_EQ(view.title3D, "");
     EXPECT_TRUE(messages.boxes.empty());
     dialogs.answer = folder.File("out.qrz");

@@ -8,7 +8,6 @@ namespace terravo {
 namespace {
 
 namespace fs = std::filesystem;
-using Texts = std::vector<std::string>;
 
 std::string WorkFolderOf(FakeFolders& folders) {
     RunState state;
@@ -23,7 +22,7 @@ TEST(StartUpConfiguration, MakesTheFoldersAndCopiesTheSupportOnTheFirstRun) {
     fs::permissions(folders.root.Write("program/supporto/_p.trl", "Open\r\nSave\n"),
                     fs::perms::owner_read);
     RunState state;
-    state.textTable = {"old", "old", "old"};
+    state.texts = TextCatalogue({"old", "old", "old"});
     StartUpConfiguration(state, folders);
 
     const std::string user = folders.root.File("home/data/VORTAK24/");
@@ -35,13 +34,14 @@ TEST(StartUpConfiguration, MakesTheFoldersAndCopiesTheSupportOnTheFirstRun) {
     EXPECT_TRUE(IsFolder(state.pointsFolder));
     EXPECT_EQ(fs::status(state.workFolder).permissions(), fs::perms::owner_all);
     EXPECT_EQ(folders.root.Read("home/data/VORTAK24/supporto/more/deep.txt"), "deep");
-    EXPECT_EQ(state.textTable, (Texts{"Open", "Save"}));
+    EXPECT_EQ(state.texts[Text::Save], "Save");
+    EXPECT_EQ(state.texts[Text::Exit], "E&xit") << "English follows";
     EXPECT_NE(fs::status(state.supportFolder + "_p.trl").permissions() & fs::perms::owner_write,
               fs::perms::none);
 
     folders.Put("home/data/VORTAK24/supporto/_p.trl", "mine");
     StartUpConfiguration(state, folders);
-    EXPECT_EQ(state.textTable, Texts{"mine"}) << "the user's copy is kept";
+    EXPECT_EQ(state.texts[Text::OpenFile], "mine") << "the user's copy is kept";
     EXPECT_EQ(std::distance(fs::directory_iterator(user), {}), 2) << "nothing unfinished is left";
 }
 
@@ -51,22 +51,22 @@ TEST(StartUpConfiguration, LoadsTheLanguageOfTheSixthLine) {
     folders.Put("program/supporto/_p.trl", "Open\n");
     RunState state;
     StartUpConfiguration(state, folders);
-    EXPECT_EQ(state.textTable, Texts{"Open"});
+    EXPECT_EQ(state.texts[Text::OpenFile], "Open");
     const struct {
         const char* file;
-        Texts texts;
+        const char* text;
         int number;
     } cases[] = {
-        {"1\r\n2\r\n3\r\n4\r\n5\r\nit\r\n7.5\r\n", {"Apri"}, 8},
-        {"\n\n\n\n\nit", {"Apri"}, 0},
-        {"\n\n\n\n\n\n-3x\nit\n", {"Open"}, -3},
-        {"1\n2\n3\n4\nit\n", {"Open"}, 0},
-        {"\n\n\n\n\nxx\n40000\n", {}, 0},
+        {"1\r\n2\r\n3\r\n4\r\n5\r\nit\r\n7.5\r\n", "Apri", 8},
+        {"\n\n\n\n\nit", "Apri", 0},
+        {"\n\n\n\n\n\n-3x\nit\n", "Open", -3},
+        {"1\n2\n3\n4\nit\n", "Open", 0},
+        {"\n\n\n\n\nxx\n40000\n", "&Open file...", 0},
     };
     for (const auto& c : cases) {
         const std::string path = folders.root.Write("home/data/VORTAK24/sxconf.cff", c.file);
         StartUpConfiguration(state, folders);
-        EXPECT_EQ(state.textTable, c.texts) << c.file;
+        EXPECT_EQ(state.texts[Text::OpenFile], c.text) << c.file;
         EXPECT_EQ(ReadStartUpSettings(path).number, c.number) << c.file;
     }
 }
@@ -99,7 +99,7 @@ TEST(StartUpConfiguration, IgnoresWhatCannotBeMade) {
     fs::remove_all(folders.root.File("tmp"));
     RunState state;
     EXPECT_NO_THROW(StartUpConfiguration(state, folders));
-    EXPECT_TRUE(state.textTable.empty());
+    EXPECT_EQ(state.texts[Text::OpenFile], "&Open file...");
     EXPECT_EQ(state.workFolder, folders.root.File("home/data/VORTAK24/exchange/"));
 
     // No temporary folder, or a full one.

@@ -166,9 +166,7 @@ TEST(LoadPointFile, EndsTheProgramAfterABadFile) {
     FakeClipboard clipboard;
     FakeProgramEnd programEnd;
     FakeLog log;
-    RunState state;
-    state.textTable.assign(37, "");
-    state.textTable[31] = "bad file";
+    const RunState state;
     PointSet points;
     const LoadServices services{messages, clipboard, programEnd, log};
     EXPECT_TRUE(LoadPointFile(folder.Write("good", "1,2,3\n"), points, state, services));
@@ -177,7 +175,7 @@ TEST(LoadPointFile, EndsTheProgramAfterABadFile) {
 
     EXPECT_FALSE(LoadPointFile(folder.Write("bad", "1,2,x\n"), points, state, services));
     ASSERT_EQ(messages.boxes.size(), 1U);
-    EXPECT_EQ(messages.boxes[0], (FakeMessages::Box{"bad file", "....."}));
+    EXPECT_EQ(messages.boxes[0], (FakeMessages::Box{state.texts[Text::BadPointFile], "....."}));
     EXPECT_EQ(clipboard.clears, 1);
     EXPECT_EQ(programEnd.ends, 1);
     ASSERT_EQ(log.lines.size(), 1U);

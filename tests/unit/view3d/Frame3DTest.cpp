@@ -19,9 +19,6 @@ struct Frame3DTest : testing::Test {
     AxonometricView view;
 
     Frame3DTest() {
-        run.textTable.resize(40);
-        run.textTable[TextIndex::kScaleErrorSource] = "axes ";
-        run.textTable[TextIndex::kViewErrorTitle] = "In: ";
         view.title = "hills";
         view.extents = {1.2F, 8.7F, 12, 47, 101, 163};
     }
@@ -128,7 +125,7 @@ TEST_F(Frame3DTest, CapsTheYAxisAtAThousandXAxes) {
 }
 
 TEST_F(Frame3DTest, ReportsReversedExtentsAndLeavesThePictureAlone) {
-    const std::string title = "In: axes 3D3D";
+    const std::string title = "Error in: scale of the axes3D3D";
     const auto messageFor = [this](const SpaceExtents& extents) {
         messages.boxes.clear();
         view.extents = extents;

@@ -36,11 +36,7 @@ struct View3DTest : testing::Test {
     FakeDisplay display;
     View3D commands{run, messages, display};
 
-    View3DTest() {
-        run.textTable.resize(40);
-        run.textTable[10] = "&Ruota";
-        commands.ShowControls();
-    }
+    View3DTest() { commands.ShowControls(); }
     void ShowPoints(double top = 900) {
         commands.Triangoli({0, 10, 0, 10}, {0, 0, 20, 20}, {0, 300, 600, top}, {}, "t");
         static_cast<void>(display.Pictures());
@@ -52,7 +48,7 @@ struct View3DTest : testing::Test {
         const View3DControls& shown = display.controls;
         EXPECT_FALSE(View().rotating);
         EXPECT_FALSE(commands.IsPaused());
-        EXPECT_EQ(shown.rotateCaption, "&Ruota");
+        EXPECT_EQ(shown.rotateCaption, "&Rotate");
         EXPECT_TRUE(shown.rotateEnabled);
         EXPECT_FALSE(shown.pauseEnabled);
         EXPECT_FALSE(shown.stepUsable);
@@ -65,7 +61,7 @@ struct View3DTest : testing::Test {
         EXPECT_EQ(commands.IsPaused(), paused);
         EXPECT_EQ(shown.rotateCaption, "&Stop");
         EXPECT_EQ(shown.rotateEnabled, !paused);
-        EXPECT_EQ(shown.pauseCaption, paused ? "Co&nt." : "&Pausa");
+        EXPECT_EQ(shown.pauseCaption, paused ? "Co&nt." : "&Pause");
         EXPECT_TRUE(shown.pauseEnabled);
         EXPECT_EQ(shown.stepUsable, paused);
         EXPECT_EQ(shown.timerOn, !paused);

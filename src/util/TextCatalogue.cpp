@@ -1,0 +1,112 @@
+#include "util/TextCatalogue.h"
+
+#include <iterator>
+#include <utility>
+
+namespace terravo {
+namespace {
+
+struct EnglishText {
+    Text text;
+    const char* english;
+};
+
+constexpr EnglishText kEnglish[] = {
+    {Text::OpenFile, "&Open file..."},
+    {Text::Save, "&Save"},
+    {Text::Exit, "E&xit"},
+    {Text::RecentFiles, "&Recent files:"},
+    {Text::About, "&About Terravo..."},
+    {Text::ViewTitle, "Axonometric 3D view"},
+    {Text::Views, "Views:"},
+    {Text::PointsWord, "points"},
+    {Text::ViewXY, "&X - Y"},
+    {Text::Rotation, "Rotation:"},
+    {Text::Rotate, "&Rotate"},
+    {Text::Pause, "&Pause"},
+    {Text::HowToDrag, "The view can be changed by dragging the end of the Y axis with the left "
+                      "mouse button held down."},
+    {Text::PointsLabel, " points:"},
+    {Text::LevelsLabel, " L&evels:"},
+    {Text::Lines, "&Lines"},
+    {Text::Areas, "&Areas"},
+    {Text::Triangles, "&Triangles"},
+    {Text::Perimeter, "&Perimeter"},
+    {Text::CopyPicture, "&Copy picture"},
+    {Text::InColour, "Co&lour"},
+    {Text::BlackAndWhite, "&Black and white"},
+    {Text::RotationAngle, "Rotation angle, degrees:"},
+    {Text::PlotTitle, "Contour map"},
+    {Text::TooFewLevels, "At least two levels are needed."},
+    {Text::NoTriangulation, "The points cannot be triangulated."},
+    {Text::NoTriangulationAdvice, "Check that the points do not all lie on one line."},
+    {Text::UnusedPoints, "Points that took no part because they repeat an earlier one:"},
+    {Text::FirstPointsNotDistinct, "No triangles: the first two points do not count as distinct "
+                                   "(in x and in y they are equal, or one of them is zero)."},
+    {Text::TrianglesWord, "triangles"},
+    {Text::ScaleErrorSource, "scale of the axes"},
+    {Text::BadPointFile, "The point file cannot be read. The program will close."},
+    {Text::DrawingStopped, "The drawing was stopped and is not complete."},
+    {Text::ErrorTitle, "Error in: "},
+    {Text::ViewErrorTitle, "Error in: "},
+    {Text::LevelValues, "Level &values"},
+    {Text::ChooseFile, "Choose a file"},
+    {Text::Working, "Working..."},
+    {Text::ReadingStopped, "Reading was stopped: no points are loaded."},
+    {Text::SaveRefused, "The last drawing was stopped. Draw the map to its end, then save."},
+    {Text::Stop, "&Stop"},
+    {Text::ExportMap, "Export &map..."},
+    {Text::Print, "&Print..."},
+    {Text::ExportPicture, "Export picture..."},
+    {Text::PictureNotWritten, "The picture cannot be written."},
+    {Text::WhitePaper, "White paper"},
+    {Text::PaperSize, "Paper size"},
+    {Text::Help, "&Help"},
+    {Text::Settings, "&Settings..."},
+    {Text::SettingsTitle, "Settings"},
+    {Text::Language, "&Language:"},
+    {Text::Colours, "&Colours:"},
+    {Text::Dark, "Dark"},
+    {Text::Light, "Light"},
+    {Text::AsInTheFile, "As in the file"},
+    {Text::NextStart, "Language and colours take effect at the next start."},
+    {Text::NotSaved, "The settings cannot be saved."},
+    {Text::Cancel, "Cancel"},
+    {Text::HelpTitle, "Terravo: user guide"},
+    {Text::Find, "&Find:"},
+    {Text::Next, "&Next"},
+    {Text::Back, "&Back"},
+    {Text::Contents, "Contents"},
+    {Text::NotFound, "Not found."},
+    {Text::NoGuide, "The guide cannot be found."},
+    {Text::ArrowKeys, "The arrow keys move it too, while the picture has the keyboard focus."},
+    {Text::AboutPurpose, "Routines for drawing contour lines from scattered points."},
+    {Text::AboutLicence, "Copyright 2026 The Terravo developers. MIT licence: use, change and "
+                         "share it freely, without warranty."},
+    {Text::SystemInformation, "System information..."},
+    {Text::UnknownPictureKind, "The name of a picture ends in .png, .svg or .pdf."},
+    {Text::EnterConfirms, "Enter confirms the number."},
+};
+
+constexpr bool StandInTheirPlaces() {
+    for (std::size_t i = 0; i < std::size(kEnglish); ++i) {
+        if (static_cast<std::size_t>(kEnglish[i].text) != i) {
+            return false;
+        }
+    }
+    return std::size(kEnglish) == kTextCount;
+}
+static_assert(StandInTheirPlaces(), "one English text for each, in the order of the enumeration");
+
+} // namespace
+
+TextCatalogue::TextCatalogue() : TextCatalogue(TextTable{}) {}
+
+TextCatalogue::TextCatalogue(TextTable lines) : lines_(std::move(lines)) {
+    lines_.reserve(kTextCount);
+    for (std::size_t i = lines_.size(); i < kTextCount; ++i) {
+        lines_.emplace_back(kEnglish[i].english);
+    }
+}
+
+} // namespace terravo
