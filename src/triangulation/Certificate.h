@@ -1,8 +1,9 @@
-// Proof that a triangulation is the one that insertion in file order makes.
+// Whether a triangulation is taken for the one that insertion in file order makes.
 //
 // Data: the tables of a triangulation and the rank of every point in the insertion order. Method:
 // every decision on which the triangulation rests is taken again, each by itself, and the value it
-// is taken on compared with a bound on its rounding error. docs/triangulation.md has the argument.
+// is taken on compared with a bound on its rounding error. docs/triangulation.md has the argument,
+// which is an estimate in one of its steps.
 #pragma once
 
 #include "triangulation/TriangleList.h"

@@ -3,7 +3,7 @@
 // Data: plan positions in file order. Method: the points go in along a curve that fills the plane,
 // each beside the one before, with every decision taken as file order takes it. Then the result is
 // certified: where each decision stands clear of rounding errors, or is exact, the triangles are
-// those of file order. If one does not, the points go in again in file order.
+// taken for those of file order. If one does not, the points go in again in file order.
 #pragma once
 
 #include "triangulation/modDelaunay2D.h"
