@@ -94,8 +94,9 @@ TEST_F(frmOrografixTest, WearsTheColoursOfTheScheme) {
     EXPECT_EQ(Map()->Picture().pixelColor(1, 1), QColor(Qt::black)) << "the map stays black";
 }
 
-TEST_F(frmOrografixTest, ShowsTheAboutBox) {
-    Open();
+TEST_F(frmOrografixTest, HasItsIconInAllSizesAndShowsTheAboutBox) {
+    Open({}, "it");
+    EXPECT_EQ(parent->windowIcon().availableSizes().size(), 8);
     QString title;
     QString text;
     QTimer::singleShot(0, [&] {
@@ -109,7 +110,8 @@ TEST_F(frmOrografixTest, ShowsTheAboutBox) {
     });
     Choose("mnuInformazioni");
     EXPECT_NE(title, "");
-    EXPECT_TRUE(text.contains("Terravo") && text.contains("0.")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Terravo") && text.contains("0.") && text.contains("punti"))
+        << text.toStdString();
 }
 
 } // namespace

@@ -1,11 +1,9 @@
 #include "app/windows/ProgramStyle.h"
 
+#include <QDir>
 #include <QPainter>
-#include <QPainterPath>
 #include <QStyleFactory>
 #include <QStyleOption>
-
-#include <span>
 
 namespace {
 
@@ -52,51 +50,6 @@ void DrawFrame(const QStyleOption& option, QPainter& painter) {
     painter.restore();
 }
 
-// The shapes of packaging/icons/terravo.svg, on a square of 64: closed Bezier curves, a start and
-// then two handles and an end for each piece.
-constexpr double kIconSide = 64;
-constexpr QPointF kOuterRing[] = {
-    {29, 8.5}, {40, 5.5},  {58, 13}, {57.5, 29}, {57, 42},  {52, 56.5}, {38, 56.5}, {26, 56.5},
-    {24, 49},  {16, 45.5}, {8, 42},  {5.5, 36},  {7.5, 28}, {10, 18},   {18, 11.5}, {29, 8.5}};
-constexpr QPointF kInnerRing[] = {{35, 17.5},   {43, 17},   {48.5, 23.5}, {48, 31.5},
-                                  {47.5, 40},   {45, 47},   {38, 47},     {29, 47},
-                                  {29, 41.5},   {23, 38.5}, {17, 35.5},   {16, 31},
-                                  {18.5, 26.5}, {21.5, 21}, {28, 18},     {35, 17.5}};
-constexpr QPointF kSummit[] = {{36, 26},     {39.5, 26},   {40.5, 29}, {40, 32},
-                               {39.5, 35.5}, {38, 38},     {35.5, 38}, {32.5, 38},
-                               {31.5, 35},   {29, 34},     {26.5, 33}, {26.5, 30.5},
-                               {28.5, 28.5}, {30.5, 26.5}, {33.5, 26}, {36, 26}};
-
-QPainterPath ClosedCurve(std::span<const QPointF> at) {
-    QPainterPath path(at[0]);
-    for (std::size_t i = 1; i + 2 < at.size(); i += 3) {
-        path.cubicTo(at[i], at[i + 1], at[i + 2]);
-    }
-    path.closeSubpath();
-    return path;
-}
-
-QPixmap DrawIcon(int side) {
-    constexpr double kCorner = 12;
-    constexpr double kRingWidth = 4.5;
-    QPixmap picture(side, side);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(side / kIconSide, side / kIconSide);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(33, 33, 33));
-    painter.drawRoundedRect(QRectF(0, 0, kIconSide, kIconSide), kCorner, kCorner);
-    painter.setBrush(QColor(255, 90, 60));
-    painter.drawPath(ClosedCurve(kSummit));
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(QColor(90, 140, 255), kRingWidth));
-    painter.drawPath(ClosedCurve(kOuterRing));
-    painter.setPen(QPen(QColor(150, 240, 90), kRingWidth));
-    painter.drawPath(ClosedCurve(kInnerRing));
-    return picture;
-}
-
 } // namespace
 
 ProgramStyle::ProgramStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
@@ -135,8 +88,8 @@ QRect ProgramStyle::subControlRect(ComplexControl control, const QStyleOptionCom
 
 QIcon ProgramIcon() {
     QIcon icon;
-    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-        icon.addPixmap(DrawIcon(side));
+    for (const QString& file : QDir(QStringLiteral(":/icons")).entryList()) {
+        icon.addFile(QStringLiteral(":/icons/") + file);
     }
     return icon;
 }
