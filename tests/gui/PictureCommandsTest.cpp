@@ -43,14 +43,14 @@ struct PictureCommandsTest : WindowFixture {
 
 TEST_F(PictureCommandsTest, WriteTheMapThatIsShown) {
     Open();
-    EXPECT_FALSE(Find<QAction>("mnuEsportaMappa")->isEnabled());
-    EXPECT_FALSE(Find<QAction>("mnuStampa")->isEnabled());
+    EXPECT_FALSE(Find<QAction>("mnuExportMap")->isEnabled());
+    EXPECT_FALSE(Find<QAction>("mnuPrint")->isEnabled());
     const std::string path = folder.Write("hills.dat", HillsText(8));
     session->LoadNamedFile(path);
     const std::string segments = folder.Read("work/livelli.txt");
     for (const char* name : {"map", "map.svg", "map.pdf"}) {
         dialogs.answer = folder.File(name);
-        Choose("mnuEsportaMappa");
+        Choose("mnuExportMap");
     }
     EXPECT_EQ(PictureIn(folder.File("map.png")), ExpectedPicture(path, session->Options()));
     EXPECT_NE(folder.Read("map.svg").find(">Contour map : hills.dat</text>"), std::string::npos);
@@ -59,11 +59,11 @@ TEST_F(PictureCommandsTest, WriteTheMapThatIsShown) {
     EXPECT_TRUE(messages.boxes.empty());
 
     dialogs.answer = folder.File("missing/map.svg");
-    Choose("mnuEsportaMappa");
+    Choose("mnuExportMap");
     ASSERT_EQ(messages.boxes.size(), 1U);
     EXPECT_TRUE(messages.boxes[0].text.starts_with("The picture cannot be written.\r\n"));
     dialogs.answer.reset();
-    Choose("mnuEsportaMappa");
+    Choose("mnuExportMap");
     EXPECT_EQ(messages.boxes.size(), 1U) << "a cancelled dialog says nothing";
 }
 
@@ -77,10 +77,10 @@ TEST_F(PictureCommandsTest, WriteAndPrintThe3DPictureAsItIsTurned) {
     view->Commands().TogglePause();
     view->Commands().StepAngle(30);
     dialogs.answer = folder.File("v.png");
-    Choose("mnuEsporta3D");
+    Choose("mnuExport3D");
     EXPECT_EQ(PictureIn(folder.File("v.png")), view->findChild<SurfaceView*>("pic3D")->Picture());
-    EXPECT_EQ(PagesPreviewed("mnuStampa3D"), 1);
-    EXPECT_EQ(PagesPreviewed("mnuStampa"), 1);
+    EXPECT_EQ(PagesPreviewed("mnuPrint3D"), 1);
+    EXPECT_EQ(PagesPreviewed("mnuPrint"), 1);
     EXPECT_TRUE(messages.boxes.empty());
 }
 
@@ -97,7 +97,7 @@ TEST_F(PictureCommandsTest, GoOnAfterADrawingElsewhereWasStopped) {
     } surface(*session);
     EXPECT_FALSE(session->DrawMapOn(surface));
     dialogs.answer = folder.File("map.pdf");
-    Choose("mnuEsportaMappa");
+    Choose("mnuExportMap");
     EXPECT_TRUE(std::filesystem::exists(folder.File("map.pdf")));
 }
 

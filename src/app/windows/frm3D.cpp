@@ -190,11 +190,11 @@ void frm3D::MakePictureMenu() {
         pic3D->addAction(action);
         return action;
     };
-    mnuEsporta3D = addAction("mnuEsporta3D", Text::ExportPicture);
-    mnuStampa3D = addAction("mnuStampa3D", Text::Print);
+    mnuExport3D = addAction("mnuExport3D", Text::ExportPicture);
+    mnuPrint3D = addAction("mnuPrint3D", Text::Print);
     pic3D->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(mnuEsporta3D, &QAction::triggered, this, &frm3D::ExportAsked);
-    connect(mnuStampa3D, &QAction::triggered, this, &frm3D::PrintAsked);
+    connect(mnuExport3D, &QAction::triggered, this, &frm3D::ExportAsked);
+    connect(mnuPrint3D, &QAction::triggered, this, &frm3D::PrintAsked);
 }
 
 void frm3D::ConnectControls() {
@@ -234,8 +234,8 @@ void frm3D::SetColours(const terravo::ColourScheme& scheme) {
 
 void frm3D::SetPictureVisible(bool visible) {
     Picture1->setVisible(visible);
-    mnuEsporta3D->setEnabled(visible);
-    mnuStampa3D->setEnabled(visible);
+    mnuExport3D->setEnabled(visible);
+    mnuPrint3D->setEnabled(visible);
 }
 
 terravo::Picture frm3D::PictureNow() const {

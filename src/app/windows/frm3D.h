@@ -89,7 +89,7 @@ private:
     QLabel* lblIstruzioni = nullptr;
     QWidget* shpInd = nullptr;
     QWidget* focusRing = nullptr;
-    QAction* mnuEsporta3D = nullptr; // of the picture's own menu
-    QAction* mnuStampa3D = nullptr;
+    QAction* mnuExport3D = nullptr; // of the picture's own menu
+    QAction* mnuPrint3D = nullptr;
     QTimer Timer1;
 };

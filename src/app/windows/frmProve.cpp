@@ -135,10 +135,10 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     }
     mnuRecenti[0]->setEnabled(false);
     mnuQM = Named(menuBar.addMenu(QStringLiteral("&?")), "mnuQM");
-    mnuGuida = Named(mnuQM->addAction(QString()), "mnuGuida");
-    mnuGuida->setShortcut(QKeySequence(Qt::Key_F1));
-    mnuImpostazioni = Named(mnuQM->addAction(QString()), "mnuImpostazioni");
-    mnuImpostazioni->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    mnuHelp = Named(mnuQM->addAction(QString()), "mnuHelp");
+    mnuHelp->setShortcut(QKeySequence(Qt::Key_F1));
+    mnuSettings = Named(mnuQM->addAction(QString()), "mnuSettings");
+    mnuSettings->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Comma));
     mnuInformazioni = Named(mnuQM->addAction(QString()), "mnuInformazioni");
 
     connect(mnuLeggiDati, &QAction::triggered, this, [this] { session_.OpenPointFile(); });
@@ -147,8 +147,8 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     connect(mnut[1], &QAction::triggered, this,
             [this] { session_.Export(terravo::QrzKind::Levels); });
     connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
-    connect(mnuGuida, &QAction::triggered, this, &frmProve::ShowHelp);
-    connect(mnuImpostazioni, &QAction::triggered, this, &frmProve::ShowSettings);
+    connect(mnuHelp, &QAction::triggered, this, &frmProve::ShowHelp);
+    connect(mnuSettings, &QAction::triggered, this, &frmProve::ShowSettings);
     connect(mnuInformazioni, &QAction::triggered, this, &frmProve::ShowAbout);
 }
 
@@ -187,8 +187,8 @@ void frmProve::SetCaptions() {
     SetPictureCaptions();
     mnuEsci->setText(text(Text::Exit));
     mnuRecenti[0]->setText(text(Text::RecentFiles));
-    mnuGuida->setText(text(Text::Help));
-    mnuImpostazioni->setText(text(Text::Settings));
+    mnuHelp->setText(text(Text::Help));
+    mnuSettings->setText(text(Text::Settings));
     language_ = terravo::LanguageAtNextStart(state_.userFolder); // of this run, at its start
     mnuInformazioni->setText(text(Text::About));
     XPButton1->setText(text(Text::CopyPicture));
@@ -238,8 +238,8 @@ void frmProve::SetResultViewsVisible(bool visible) {
     Picture1->setVisible(visible);
     XPButton1->setEnabled(visible);
     mnusalva->setEnabled(visible);
-    mnuEsportaMappa->setEnabled(visible);
-    mnuStampa->setEnabled(visible);
+    mnuExportMap->setEnabled(visible);
+    mnuPrint->setEnabled(visible);
     frm3D* view = view3D ? view3D(false) : nullptr;
     if (view != nullptr) {
         view->SetPictureVisible(visible);

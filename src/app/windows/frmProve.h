@@ -125,14 +125,14 @@ private:
     QAction* mnuLeggiDati = nullptr;
     QMenu* mnusalva = nullptr;
     std::vector<QAction*> mnut; // triangles, levels
-    QAction* mnuEsportaMappa = nullptr;
-    QAction* mnuStampa = nullptr;
-    QAction* mnuCartaBianca = nullptr;
-    QMenu* mnuFormatoCarta = nullptr;
+    QAction* mnuExportMap = nullptr;
+    QAction* mnuPrint = nullptr;
+    QAction* mnuWhitePaper = nullptr;
+    QMenu* mnuPaperSize = nullptr;
     QPageSize::PageSizeId pageSize_ = QPageSize::A4;
     QAction* mnuEsci = nullptr;
-    QAction* mnuGuida = nullptr;
-    QAction* mnuImpostazioni = nullptr;
+    QAction* mnuHelp = nullptr;
+    QAction* mnuSettings = nullptr;
     QAction* mnuInformazioni = nullptr;
     QPointer<HelpWindow> help_;
     std::string language_;            // prefix in force

@@ -15,16 +15,16 @@
 using terravo::Text;
 
 void frmProve::AddPictureEntries() {
-    mnuEsportaMappa = Named(mnuFile->addAction(QString()), "mnuEsportaMappa");
-    mnuEsportaMappa->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
-    mnuEsportaMappa->setEnabled(false);
-    mnuStampa = Named(mnuFile->addAction(QString()), "mnuStampa");
-    mnuStampa->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
-    mnuStampa->setEnabled(false);
-    mnuFormatoCarta = Named(mnuFile->addMenu(QString()), "mnuFormatoCarta");
-    auto* sizes = new QActionGroup(mnuFormatoCarta);
+    mnuExportMap = Named(mnuFile->addAction(QString()), "mnuExportMap");
+    mnuExportMap->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
+    mnuExportMap->setEnabled(false);
+    mnuPrint = Named(mnuFile->addAction(QString()), "mnuPrint");
+    mnuPrint->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
+    mnuPrint->setEnabled(false);
+    mnuPaperSize = Named(mnuFile->addMenu(QString()), "mnuPaperSize");
+    auto* sizes = new QActionGroup(mnuPaperSize);
     for (const char* name : {"A4", "A3", "A2", "A1", "A0", "Letter"}) {
-        QAction* size = Named(mnuFormatoCarta->addAction(QLatin1String(name)), name);
+        QAction* size = Named(mnuPaperSize->addAction(QLatin1String(name)), name);
         size->setCheckable(true);
         size->setChecked(sizes->actions().isEmpty());
         sizes->addAction(size);
@@ -32,19 +32,19 @@ void frmProve::AddPictureEntries() {
     connect(sizes, &QActionGroup::triggered, this, [this](const QAction* size) {
         pageSize_ = terravo::PaperSizeOf(size->objectName()).value_or(QPageSize::A4);
     });
-    mnuCartaBianca = Named(mnuFile->addAction(QString()), "mnuCartaBianca");
-    mnuCartaBianca->setCheckable(true);
-    mnuCartaBianca->setChecked(true);
-    connect(mnuEsportaMappa, &QAction::triggered, this,
+    mnuWhitePaper = Named(mnuFile->addAction(QString()), "mnuWhitePaper");
+    mnuWhitePaper->setCheckable(true);
+    mnuWhitePaper->setChecked(true);
+    connect(mnuExportMap, &QAction::triggered, this,
             [this] { ExportPicture("map", MapPicture()); });
-    connect(mnuStampa, &QAction::triggered, this, [this] { PrintPicture(MapPicture()); });
+    connect(mnuPrint, &QAction::triggered, this, [this] { PrintPicture(MapPicture()); });
 }
 
 void frmProve::SetPictureCaptions() {
-    mnuEsportaMappa->setText(Caption(state_, Text::ExportMap));
-    mnuStampa->setText(Caption(state_, Text::Print));
-    mnuCartaBianca->setText(Caption(state_, Text::WhitePaper));
-    mnuFormatoCarta->setTitle(Caption(state_, Text::PaperSize));
+    mnuExportMap->setText(Caption(state_, Text::ExportMap));
+    mnuPrint->setText(Caption(state_, Text::Print));
+    mnuWhitePaper->setText(Caption(state_, Text::WhitePaper));
+    mnuPaperSize->setTitle(Caption(state_, Text::PaperSize));
 }
 
 // As large as it is in the window, so that it looks the same.
@@ -56,7 +56,7 @@ terravo::Picture frmProve::MapPicture() {
 }
 
 terravo::Paper frmProve::ChosenPaper() const {
-    return mnuCartaBianca->isChecked() ? terravo::Paper::White : terravo::Paper::Black;
+    return mnuWhitePaper->isChecked() ? terravo::Paper::White : terravo::Paper::Black;
 }
 
 // An SVG is for the screen, so it is black as the window is; the paper is for PDF files.
