@@ -68,10 +68,8 @@ bool LevelLabels::IsClear(double x, float right, double y, float bottom) const {
         return right <= other.left || x >= static_cast<double>(other.right) ||
                y <= static_cast<double>(other.bottom) || bottom >= other.top;
     };
-    for (const Index j : placed_) {
-        if (!clearOf(boxes_[j])) {
-            return false;
-        }
+    if (!std::all_of(placed_.begin(), placed_.end(), [&](Index j) { return clearOf(boxes_[j]); })) {
+        return false;
     }
     // All boxes still unplaced, but for the candidate's own, are the same zero box.
     const bool anotherUnplaced = boxes_.UpperBound() - placed_.UpperBound() > 1;

@@ -1,8 +1,8 @@
 // Between which levels a point or a triangle lies.
 //
 // Data: for each point, the number of levels below it and up to it. Method: with equal spacing the
-// place is guessed and mended by steps; a triangle spans the levels from its lowest corner to its
-// highest, so only those need to be cut.
+// place is guessed and mended by steps, else searched for; a triangle spans the levels from its
+// lowest corner to its highest, so only those need to be cut.
 #pragma once
 
 #include "contour/LevelSet.h"
@@ -34,7 +34,7 @@ public:
 private:
     [[nodiscard]] Span SpanOf(double z, const LevelSet& levels) const;
 
-    double levelsPerUnit_ = 0;
+    double levelsPerUnit_ = 0; // 0 when the levels are not evenly spaced
     bool ordered_ = true;
     std::vector<Span> spans_; // of point i at i
 };

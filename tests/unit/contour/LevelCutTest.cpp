@@ -67,12 +67,15 @@ TEST(LevelCutter, CutsLevelsThatAreUnevenOrOutOfOrder) {
     const Survey survey(test::HillySurvey(test::RandomPoints(200, 4), true));
     const PointSet& points = survey.Points();
     const TriangleList& triangles = survey.Triangulation().triangles;
-    LevelSet levels = Levels(points, 6, false);
-    levels[2].value = levels[1].value + 1e-3;
-    levels[5].value = levels[6].value;
+    LevelSet levels = Levels(points, 60, false);
+    const double range = levels[60].value - levels[1].value;
+    for (Index k = 2; k < 59; ++k) {
+        levels[k].value = levels[1].value + k * k * range / 3600;
+    }
+    levels[59].value = levels[60].value;
     for (int round = 0; round < 2; ++round) {
         LevelCutter cutter(points, triangles, levels);
-        for (Index k = 1; k <= 6; ++k) {
+        for (Index k = 1; k <= 60; ++k) {
             ASSERT_TRUE(SamePieces(cutter.Cut(k), CutPlainly(points, triangles, levels[k].value)));
         }
         std::swap(levels[2], levels[4]);
