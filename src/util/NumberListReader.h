@@ -7,9 +7,10 @@
 // ends; a UTF-8 byte-order mark is skipped.
 #pragma once
 
+#include "util/FileHandle.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <cstdio>
 #include <memory>
 #include <string>
 
@@ -61,12 +62,7 @@ public:
     [[nodiscard]] std::uint64_t FileSize() const { return size_; }
 
 private:
-    struct CloseFile {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-
     bool Refill();
-    bool EnsureField();
     void Begin();
     void SkipBlanks();
     void TakeLineEnd();
@@ -76,7 +72,7 @@ private:
     bool Fail(std::string cause);
     void SkipByteOrderMark();
 
-    std::unique_ptr<std::FILE, CloseFile> file_;
+    FileHandle file_;
     std::size_t room_;               // of the buffer, without an added line end and the NUL
     std::unique_ptr<char[]> buffer_; // not filled in advance: most files need little of it
     const char* cursor_ = nullptr;

@@ -147,11 +147,8 @@ void OutputFile::Throw(int cause) const {
 }
 
 void CopyFileWhole(const std::string& from, const OutputTarget& to) {
-    struct CloseFile {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
     errno = 0;
-    const std::unique_ptr<std::FILE, CloseFile> source(std::fopen(from.c_str(), "rb"));
+    const FileHandle source(std::fopen(from.c_str(), "rb"));
     if (!source) {
         throw AppError(ErrorNumber::kDeviceIo, from, from + ": " + std::strerror(errno));
     }

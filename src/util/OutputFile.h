@@ -8,9 +8,9 @@
 // own, and the one that ends last wins.
 #pragma once
 
+#include "util/FileHandle.h"
+
 #include <cstddef>
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -85,10 +85,6 @@ public:
 private:
     static constexpr std::size_t kEnough = std::size_t{1} << 18;
 
-    struct CloseFile {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-
     void ChoosePlace();
     void ChooseEmptiedPlace();
     void Flush();
@@ -99,7 +95,7 @@ private:
     std::string finalPath_;   // behind any link
     std::string writtenPath_; // until complete; the final one where that must not be replaced
     std::string buffer_;
-    std::unique_ptr<std::FILE, CloseFile> file_;
+    FileHandle file_;
 };
 
 /// Copies a file under another name, whole or not at all. Throws AppError.
