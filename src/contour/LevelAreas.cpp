@@ -2,7 +2,6 @@
 
 #include "contour/CornerPrefetch.h"
 #include "contour/LevelReach.h"
-#include "util/AppError.h"
 #include "util/QuickSort3V.h"
 #include "util/Stopwatch.h"
 #include "util/modUtilita.h"
@@ -11,7 +10,6 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <exception>
 #include <limits>
 #include <numeric>
 #include <span>

@@ -36,7 +36,6 @@ public:
     }
 
     [[nodiscard]] Index UpperBound() const { return static_cast<Index>(items_.size()); }
-    [[nodiscard]] bool IsEmpty() const { return items_.empty(); }
 
     /// Changes the length and keeps the contents; new elements are value-initialised.
     void Resize(Index count) { items_.resize(static_cast<std::size_t>(count)); }
@@ -66,7 +65,6 @@ public:
     const T& operator()(Index row, Index column) const { return items_[Place(row, column)]; }
 
     [[nodiscard]] Index Rows() const { return columns_ == 0 ? 0 : items_.UpperBound() / columns_; }
-    [[nodiscard]] Index Columns() const { return columns_; }
 
     auto begin() { return items_.begin(); }
     auto end() { return items_.end(); }

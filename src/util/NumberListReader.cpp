@@ -3,7 +3,6 @@
 #include "util/DecimalText.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <charconv>
 #include <cstring>

@@ -5,7 +5,6 @@
 // same to the bit.
 #include "fuzz/FuzzInput.h"
 #include "util/DecimalText.h"
-#include "util/NumberText.h"
 
 #include <charconv>
 #include <string>

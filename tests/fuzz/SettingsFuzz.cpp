@@ -51,8 +51,8 @@ void CheckRecent(const FakeSettings& store, std::size_t limit) {
     for (std::size_t k = 1; k <= paths.size(); ++k) {
         Require(!paths[k - 1].empty() && std::count(paths.begin(), paths.end(), paths[k - 1]) == 1,
                 "every path is there once");
-        Require(RecentFiles::PathFromCaption(files.CaptionOf(k)) == paths[k - 1],
-                "a caption gives its path back");
+        Require(files.CaptionOf(k) == "&" + std::to_string(k) + " " + paths[k - 1],
+                "a caption is a digit and the path");
     }
     FakeSettings kept;
     files.Save(kept);

@@ -2,7 +2,6 @@
 
 #include <QClipboard>
 #include <QDropEvent>
-#include <QGroupBox>
 #include <QLineEdit>
 #include <QMimeData>
 

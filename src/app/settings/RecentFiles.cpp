@@ -42,10 +42,6 @@ std::string RecentFiles::CaptionOf(std::size_t k) const {
     return "&" + std::to_string(k) + " " + paths_.at(k - 1);
 }
 
-std::string RecentFiles::PathFromCaption(const std::string& caption) {
-    return caption.size() > kPrefixLength ? caption.substr(kPrefixLength) : std::string();
-}
-
 void RecentFiles::Load(const SettingsStore& store, const std::string& section, std::size_t limit,
                        bool dropMissing) {
     for (std::size_t i = limit; i >= 1; --i) {

@@ -30,9 +30,6 @@ public:
     /// @param k  1-based, at most the number of paths.
     [[nodiscard]] std::string CaptionOf(std::size_t k) const;
 
-    /// The path within a caption; empty for a text too short to be one.
-    [[nodiscard]] static std::string PathFromCaption(const std::string& caption);
-
     /// Whether the menu shows the heading above the entries.
     [[nodiscard]] bool HeadingVisible() const { return !paths_.empty(); }
 

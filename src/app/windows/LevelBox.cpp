@@ -1,5 +1,7 @@
 #include "app/windows/LevelBox.h"
 
+#include "app/session/LevelCountBox.h"
+
 #include <QKeyEvent>
 #include <QRegularExpressionValidator>
 

@@ -1,7 +1,7 @@
 // The text box of the number of levels: digits only, Enter takes the number, Escape takes it back.
 #pragma once
 
-#include "app/session/LevelCountBox.h"
+#include "util/Array1.h"
 
 #include <QLineEdit>
 

@@ -4,9 +4,7 @@
 #include "util/Services.h"
 #include "util/SettingsStore.h"
 
-#include <QPointer>
 #include <QSettings>
-#include <QWidget>
 
 #include <memory>
 

@@ -1,14 +1,11 @@
 // The settings dialog: language and colours of the next start, thin above SettingsFiles.
 #pragma once
 
-#include "app/settings/ColourScheme.h"
 #include "util/RunState.h"
 
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
-
-#include <optional>
 
 class SettingsDialog : public QDialog {
     Q_OBJECT

@@ -1,7 +1,6 @@
 #include "app/windows/StatusPanel.h"
 
 #include "app/windows/WorkInput.h"
-#include "util/NumberText.h"
 
 #include <QApplication>
 #include <QKeySequence>

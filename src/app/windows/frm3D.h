@@ -8,7 +8,6 @@
 #include <QAction>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTimer>

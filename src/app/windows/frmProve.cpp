@@ -12,14 +12,12 @@
 #include "app/windows/SurfaceView.h"
 #include "app/windows/frm3D.h"
 #include "util/NumberText.h"
-#include "util/RunState.h"
 
 #include <QBoxLayout>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QGuiApplication>
-#include <QLocale>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>

@@ -6,7 +6,6 @@
 #include "app/windows/frmProve.h"
 #include "export/PictureExport.h"
 #include "util/AppError.h"
-#include "util/RunState.h"
 
 #include <QActionGroup>
 #include <QPrintPreviewDialog>

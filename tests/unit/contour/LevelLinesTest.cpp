@@ -1,7 +1,6 @@
 #include "contour/LevelLines.h"
 
 #include "contour/LevelLabels.h"
-#include "plot2d/ColourScale.h"
 #include "support/RecordingSurface.h"
 #include "support/Surveys.h"
 

@@ -2,7 +2,6 @@
 
 #include "support/FakeServices.h"
 #include "support/RecordingSurface.h"
-#include "util/AppError.h"
 
 #include <gtest/gtest.h>
 

@@ -38,8 +38,6 @@ TEST(RecentFiles, AddsAnEntryOfItsOwnList) {
     EXPECT_EQ(recent.Paths(), (Paths{"first", "second"}));
     EXPECT_TRUE(recent.HeadingVisible());
     EXPECT_EQ(recent.CaptionOf(2), "&2 second");
-    EXPECT_EQ(RecentFiles::PathFromCaption(recent.CaptionOf(2)), "second");
-    EXPECT_EQ(RecentFiles::PathFromCaption("&1"), "");
 }
 
 TEST(RecentFiles, ComesBackFromTheSettingsWithoutMissingFiles) {

@@ -1,6 +1,5 @@
 #include "app/settings/SettingsFiles.h"
 
-#include "app/settings/Language.h"
 #include "support/TemporaryFolder.h"
 #include "util/AppError.h"
 

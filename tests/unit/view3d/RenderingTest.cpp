@@ -1,6 +1,5 @@
 #include "view3d/Rendering.h"
 
-#include "plot2d/ColourScale.h"
 #include "support/FakeServices.h"
 #include "support/RecordingSurface.h"
 
