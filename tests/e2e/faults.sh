@@ -125,7 +125,7 @@ if [[ $can_mount == yes ]]; then
     finish "a full disk under the output keeps the old file"
 
     mkdir small/tmp
-    TMPDIR=$base/small/tmp run survey.dat --map map.png
+    TMPDIR=$base/small/tmp run survey.dat --map map.png --segments s.txt
     says 4 'livelli.txt: No space left on device'
     check "nothing left" test -z "$(ls -A small/tmp)" -a ! -e map.png
     finish "a full disk under the temporary folder"

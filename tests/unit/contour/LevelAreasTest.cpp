@@ -139,7 +139,7 @@ TEST_F(AreasTest, StopsAfterATriangleAndEndsOnTooFewLevels) {
     const PointSet points = test::HillySurvey(test::RandomPoints(30, 6), false);
     EXPECT_EQ(Draw(points, {Level(-1000, 1), Level(1000, 2)}), "");
     EXPECT_EQ(Fills().size(), 1U);
-    EXPECT_EQ(Draw(points, {Level(1, 1)}), " NLiv = 1");
+    EXPECT_EQ(Draw(points, {Level(1, 1)}), "At least two levels are needed. NLiv = 1");
 }
 
 TEST_F(AreasTest, DrawsNothingWithoutATriangulation) {
