@@ -27,15 +27,16 @@ ensure_packages() {
 }
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libpng-dev fonts-liberation)
-test_packages=(libgtest-dev clang-format xvfb openbox xclip xdotool x11-utils desktop-file-utils
+test_packages=(libgtest-dev clang-format clang-tidy xvfb openbox xclip xdotool x11-utils desktop-file-utils
     appstream shared-mime-info libglib2.0-bin bash-completion man-db mandoc bsdextrautils
     qt6-svg-dev poppler-utils)
 
-# Configures a preset when its build folder is new, and builds what has changed.
+# Configures a preset when its build folder is new, and builds what has changed. Further arguments go
+# to the build.
 build_preset() {
     local preset=$1
     if [ ! -f "build/$preset/build.ninja" ]; then
         cmake --preset "$preset" >"/dev/null"
     fi
-    cmake --build --preset "$preset"
+    cmake --build --preset "$preset" "${@:2}"
 }
