@@ -1,18 +1,11 @@
 // The pieces of one level: what a plane leaves of all triangles.
 //
 // Data: the points and triangles, the level values, and for each level a list of segments and
-// single points in triangle order. Method: each point learns once between which levels it lies; a
-// triangle is listed under the levels that its corners reach, and only listed triangles are cut.
-// The lists are made for a block of levels at a time, so that memory stays bounded however many
-// levels a triangle spans.
+// single points in triangle order. Method: only the triangles listed under a level are cut.
 #pragma once
 
-#include "contour/LevelReach.h"
-#include "contour/LevelSet.h"
-#include "survey/PointSet.h"
-#include "triangulation/TriangleList.h"
+#include "contour/LevelTriangles.h"
 
-#include <cstdint>
 #include <vector>
 
 namespace terravo {
@@ -36,17 +29,10 @@ public:
     const std::vector<LevelPiece>& Cut(Index k);
 
 private:
-    void CountTriangles();
-    void FillBlock(Index firstLevel);
-
     const PointSet& points_;
     const TriangleList& triangles_;
     const LevelSet& levels_;
-    LevelReach reach_;
-    std::vector<std::uint64_t> levelStart_; // triangles listed under the levels before k, at k
-    Index blockFirst_ = 1;
-    Index blockEnd_ = 1; // first level after the block
-    std::vector<Index> block_;
+    LevelTriangles reached_;
     std::vector<LevelPiece> pieces_;
 };
 
