@@ -1,0 +1,206 @@
+#include "contour/ContourSet.h"
+
+#include "contour/LevelCut.h"
+#include "plot2d/ColourScale.h"
+#include "support/CheckContours.h"
+#include "support/Surveys.h"
+#include "survey/Survey.h"
+
+#include <gtest/gtest.h>
+#include <random>
+
+namespace terravo {
+namespace {
+
+LevelSet LevelsAt(std::initializer_list<double> values) {
+    LevelSet levels;
+    for (const double value : values) {
+        levels.Append({value, 0, 1, {}, 0, 10});
+    }
+    return levels;
+}
+
+LevelSet LevelsOver(const PointSet& points, Index count, bool nudge) {
+    LevelRequest request;
+    request.levelCount = count;
+    request.nudgeEnds = nudge;
+    return MakeLevelSet(points.extentZ, ColourScale::MakePalette(256), request);
+}
+
+// Heights in rows from north to south; every second row lies half a step to the east, so that each
+// inner point has six neighbours. Triangles do not depend on heights.
+struct Honeycomb {
+    PointSet points;
+    TriangleList triangles;
+
+    explicit Honeycomb(const std::vector<std::string>& rows, double x0 = 1, double y0 = 1) {
+        for (std::size_t r = 0; r < rows.size(); ++r) {
+            for (std::size_t c = 0; c < rows[r].size(); ++c) {
+                const double x = static_cast<double>(c) + (r % 2 == 0 ? 0 : 0.5);
+                const double y = 0.875 * static_cast<double>(rows.size() - r);
+                points.Append(x0 + x, y0 + y, rows[r][c] - '0');
+            }
+        }
+        triangles = Survey(points).Triangulation().triangles;
+    }
+};
+
+// "O4 C6 R2 Q5 P": open and closed lines, ridges and closed ridges with their vertices, points.
+std::string Summary(const ContourLevel& level) {
+    std::string text;
+    for (const ContourLine& line : level.lines) {
+        const char kind = line.ridge ? (line.closed ? 'Q' : 'R') : (line.closed ? 'C' : 'O');
+        text += kind + std::to_string(line.count) + ' ';
+    }
+    for (std::size_t i = 0; i < level.isolatedPoints.size(); ++i) {
+        text += "P ";
+    }
+    return text;
+}
+
+double SignedArea(std::span<const ContourVertex> ring) {
+    double twice = 0;
+    for (std::size_t i = 0; i < ring.size(); ++i) {
+        const ContourVertex& a = ring[i];
+        const ContourVertex& b = ring[(i + 1) % ring.size()];
+        twice += a.x * b.y - b.x * a.y;
+    }
+    return twice / 2;
+}
+
+double TotalLength(const ContourLevel& level) {
+    double length = 0;
+    for (const ContourLine& line : level.lines) {
+        const auto vertices = level.VerticesOf(line);
+        for (std::size_t i = line.closed ? 0 : 1; i < line.count; ++i) {
+            const ContourVertex& from = vertices[i == 0 ? line.count - 1 : i - 1];
+            length += std::hypot(vertices[i].x - from.x, vertices[i].y - from.y);
+        }
+    }
+    return length;
+}
+
+TEST(ContourSet, TakesDegenerateTerrainApart) {
+    struct Case {
+        const char* name;
+        std::vector<std::string> rows;
+        const char* lines; // at height 5
+    };
+    const std::vector<Case> cases = {
+        {"peak", {"0000", "0500", "0000"}, "P "},
+        {"peak on the hull", {"000", "000", "500"}, "P "},
+        {"pit at the level", {"99999", "99599", "99999"}, ""},
+        {"valley at the level", {"99999", "95599", "99999"}, ""},
+        {"hill", {"0000", "0900", "0000"}, "C6 "},
+        {"two hills", {"000000", "090900", "000000"}, "C6 C6 "},
+        {"pit", {"9999", "9099", "9999"}, "C6 "},
+        {"slope", {"0000", "9999"}, "O7 "},
+        {"plateau", {"00000", "05500", "05550", "05500", "00000"}, "C6 "},
+        {"edge of the hull", {"5555", "0000"}, "O4 "},
+        {"level ground", {"5555", "5555"}, ""},
+        {"ridge", {"000000", "055500", "000000"}, "R3 "},
+        {"ridge that meets the hull", {"0000", "0000", "5550", "0000", "0000"}, "R3 "},
+        {"fork", {"00000", "05000", "00550", "05000", "00000"}, "R2 R2 R2 "},
+        {"rim", {"00000", "05500", "05050", "05500", "00000"}, "Q6 "},
+        {"rim with a spur", {"000000", "055000", "050550", "055000", "000000"}, "Q6 R2 "},
+        {"rim with a hill", {"00000", "05500", "05090", "05500", "00000"}, "C6 R5 "},
+        {"hill with a spur", {"000000", "095500", "000000"}, "C6 R2 "},
+        {"hills on a ridge", {"0000000", "0955900", "0000000"}, "C6 C6 R2 "},
+        {"hills at a saddle", {"000000", "095900", "000000"}, "C12 "},
+        {"pass at the level", {"00000", "0000", "99599", "0000", "00000"}, "O9 O9 "},
+    };
+    for (const Case& c : cases) {
+        Honeycomb terrain(c.rows);
+        const LevelSet levels = LevelsAt({5});
+        EXPECT_EQ(Summary((*MakeContourSet(terrain.points, terrain.triangles, levels))[1]), c.lines)
+            << c.name;
+        EXPECT_EQ(test::ContourFaultOf(terrain.points, terrain.triangles, levels), "") << c.name;
+    }
+}
+
+TEST(ContourSet, KeepsHigherGroundOnTheLeft) {
+    Honeycomb hill({"00000", "03300", "03930", "03300", "00000"});
+    Honeycomb hollow({"99999", "96699", "96069", "96699", "99999"});
+    const LevelSet levels = LevelsAt({2, 4, 8});
+    const ContourSet up = *MakeContourSet(hill.points, hill.triangles, levels);
+    const ContourSet down = *MakeContourSet(hollow.points, hollow.triangles, levels);
+    for (Index k = 1; k <= 3; ++k) {
+        ASSERT_EQ(up[k].lines.size(), 1U);
+        ASSERT_EQ(down[k].lines.size(), 1U);
+        EXPECT_GT(SignedArea(up[k].vertices), 0);
+        EXPECT_LT(SignedArea(down[k].vertices), 0);
+        EXPECT_EQ(up[k].value, levels[k].value);
+    }
+}
+
+TEST(ContourSet, JoinsEveryPieceOfEveryKindOfSurvey) {
+    for (const test::PointCloud& cloud : test::CloudsOfEveryKind(150, 3)) {
+        for (const bool wholeMetres : {false, true}) {
+            const Survey survey(test::HillySurvey(cloud.points, wholeMetres));
+            const PointSet& points = survey.Points();
+            const TriangleList& triangles = survey.Triangulation().triangles;
+            const LevelSet levels = LevelsOver(points, wholeMetres ? 7 : 12, !wholeMetres);
+            EXPECT_EQ(test::ContourFaultOf(points, triangles, levels), "")
+                << cloud.name << (wholeMetres ? ", whole metres" : "");
+            const ContourSet contours = *MakeContourSet(points, triangles, levels);
+            LevelCutter cutter(points, triangles, levels);
+            for (Index k = 1; !wholeMetres && k <= levels.UpperBound(); ++k) {
+                double length = 0;
+                for (const LevelPiece& piece : cutter.Cut(k)) {
+                    length += std::hypot(piece.x2 - piece.x1, piece.y2 - piece.y1);
+                }
+                EXPECT_NEAR(TotalLength(contours[k]), length, 1e-7 + 1e-12 * length) << cloud.name;
+            }
+        }
+    }
+}
+
+// Few heights on few points: peaks, plateaus, ridges and hull edges at the level side by side.
+TEST(ContourSet, JoinsEveryPieceOfSmallHardMeshes) {
+    const double below5 = std::nextafter(5.0, 0.0);
+    const double above5 = std::nextafter(5.0, 9.0);
+    const std::array<double, 12> heights{0, 0, 0, 5, 5, 5, 5, 9, 3, 4.75, below5, above5};
+    const LevelSet levels = LevelsAt({0, below5, 5, 5, above5, 8});
+    std::mt19937 engine(11);
+    for (const double origin : {1.0, 4.52e6}) {
+        for (const std::size_t kinds : {7U, 10U, 12U}) {
+            Honeycomb terrain(std::vector<std::string>(5, "000000"), origin / 9, origin);
+            for (int round = 0; round < 300; ++round) {
+                for (Index i = 1; i <= terrain.points.count; ++i) {
+                    terrain.points.z[i] = heights[engine() % kinds];
+                }
+                ASSERT_EQ(test::ContourFaultOf(terrain.points, terrain.triangles, levels), "")
+                    << origin << ", " << kinds << ", round " << round;
+            }
+        }
+    }
+    for (int round = 0; round < 500; ++round) {
+        PointSet points;
+        const auto below = [&](unsigned n) { return static_cast<int>(engine() % n); };
+        for (int left = 4 + below(16); left > 0; --left) {
+            const int x = 1 + below(5);
+            points.Append(x, 1 + below(7), heights[engine() % 8]);
+        }
+        const Survey survey(std::move(points));
+        ASSERT_EQ(test::ContourFaultOf(survey.Points(), survey.Triangulation().triangles, levels),
+                  "")
+            << round;
+    }
+}
+
+TEST(ContourSet, EndsWhenAsked) {
+    Honeycomb hill({"0000", "0900", "0000"});
+    const LevelSet levels = LevelsAt({1, 2, 3});
+    int asked = 0;
+    StopToken stop([&](std::string_view, double) {
+        if (++asked == 2) {
+            stop.RequestStop();
+        }
+    });
+    EXPECT_FALSE(MakeContourSet(hill.points, hill.triangles, levels, stop).has_value());
+    EXPECT_EQ(asked, 2);
+    EXPECT_TRUE(MakeContourSet(hill.points, hill.triangles, {})->IsEmpty());
+}
+
+} // namespace
+} // namespace terravo
