@@ -1,9 +1,11 @@
 // Cutting a triangulated terrain by levels, beside the triangulation that comes before it.
 //
 // Data: random points on a smooth terrain and their triangulation, made before the clock starts.
-// Method: a cutter is made and asked for every level, lowest first, as a drawing does.
+// Method: a cutter is made and asked for every level, lowest first, as a drawing does; then the
+// same levels are made into joined lines.
 #include "BenchData.h"
 #include "BenchRun.h"
+#include "contour/ContourSet.h"
 #include "contour/LevelCut.h"
 #include "plot2d/ColourScale.h"
 #include "survey/Survey.h"
@@ -18,13 +20,17 @@ const Survey& SurveyOf(Index count) {
     return kept.try_emplace(count, KeptSurvey(Layout::Random, count)).first->second;
 }
 
+LevelSet LevelsOf(const PointSet& points, Index levelCount) {
+    LevelRequest request;
+    request.levelCount = levelCount;
+    return MakeLevelSet(points.extentZ, ColourScale::MakePalette(ColourScale::kPlanColours),
+                        request);
+}
+
 void Cut(benchmark::State& state, Index count, Index levelCount) {
     const PointSet& points = SurveyOf(count).Points();
     const TriangleList& triangles = SurveyOf(count).Triangulation().triangles;
-    LevelRequest request;
-    request.levelCount = levelCount;
-    const LevelSet levels =
-        MakeLevelSet(points.extentZ, ColourScale::MakePalette(ColourScale::kPlanColours), request);
+    const LevelSet levels = LevelsOf(points, levelCount);
     std::size_t pieces = 0;
     for (auto _ : state) {
         pieces = 0;
@@ -38,6 +44,27 @@ void Cut(benchmark::State& state, Index count, Index levelCount) {
         state.SkipWithError("no level cut a triangle");
     }
     state.counters["pieces"] = static_cast<double>(pieces);
+}
+
+void Join(benchmark::State& state, Index count, Index levelCount) {
+    const PointSet& points = SurveyOf(count).Points();
+    const TriangleList& triangles = SurveyOf(count).Triangulation().triangles;
+    const LevelSet levels = LevelsOf(points, levelCount);
+    std::size_t vertices = 0;
+    std::size_t lines = 0;
+    for (auto _ : state) {
+        vertices = lines = 0;
+        const std::optional<ContourSet> contours = MakeContourSet(points, triangles, levels);
+        for (const ContourLevel& level : *contours) {
+            vertices += level.vertices.size();
+            lines += level.lines.size();
+        }
+    }
+    if (lines == 0) {
+        state.SkipWithError("no level has a line");
+    }
+    state.counters["lines"] = static_cast<double>(lines);
+    state.counters["vertices"] = static_cast<double>(vertices);
 }
 
 void TriangulatePoints(benchmark::State& state, Index count) {
@@ -55,6 +82,10 @@ void Register(Index count) {
     for (const Index levelCount : {10, 50}) {
         benchmark::RegisterBenchmark(BenchName("cut", std::to_string(levelCount), size).c_str(),
                                      Cut, count, levelCount)
+            ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(
+            BenchName("cut", std::to_string(levelCount) + " joined", size).c_str(), Join, count,
+            levelCount)
             ->Unit(benchmark::kMillisecond);
     }
     benchmark::RegisterBenchmark(BenchName("cut", "triangulate", size).c_str(), TriangulatePoints,

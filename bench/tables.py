@@ -127,6 +127,9 @@ def print_cut(results):
         rows.append([f"{levels} levels", *cells(cut)])
         rows.append([f"{levels} levels: pieces", *cells(results.over_sizes(f"cut/{levels}", "pieces"))])
         rows.append([f"{levels} levels / triangulation", *cells(ratios(cut, base))])
+        joined = results.over_sizes(f"cut/{levels} joined")
+        rows.append([f"{levels} levels, joined", *cells(joined)])
+        rows.append([f"{levels} levels, joined / cut", *cells(ratios(joined, cut))])
     print_table(size_head("random points"), rows)
 
 
