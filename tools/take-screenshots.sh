@@ -3,28 +3,14 @@
 set -euo pipefail
 cd -- "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/.."
 source tools/setup.sh
-ensure_packages "${build_packages[@]}" xvfb openbox xdotool imagemagick
+ensure_packages "${build_packages[@]}" xvfb openbox xdotool x11-utils imagemagick
 build_preset release
 
-base=$(mktemp -d)
-helpers=()
-clean_up() {
-    kill "${helpers[@]}" 2>/dev/null || true
-    wait 2>/dev/null || true
-    rm -rf "$base"
-}
-trap clean_up EXIT
+source tests/e2e/common.sh
 export HOME=$base XDG_DATA_HOME=$base/data XDG_CONFIG_HOME=$base/config TMPDIR=$base/tmp
-export XDG_RUNTIME_DIR=$base/runtime LC_ALL=C.UTF-8
-mkdir -p "$TMPDIR" "$base/config"
-mkdir -m 700 "$XDG_RUNTIME_DIR"
-mkfifo "$base/display"
-Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$base/display" 2>/dev/null &
-helpers+=($!)
-read -rt 20 number <"$base/display"
-export DISPLAY=:$number
-openbox 2>/dev/null &
-helpers+=($!)
+mkdir "$TMPDIR" "$base/config"
+start_display
+start_window_manager
 
 # shoot NAME FILE COMMAND...: the program with a file, after xdotool's commands
 shoot() {
@@ -37,7 +23,6 @@ shoot() {
     kill "$program"
     wait "$program" 2>/dev/null || true
 }
-mkdir -p "$base/config"
 # Twips, 15 to the pixel: the map top left, the 3D window over its lower right corner.
 printf '[PosizioniForms]\nfrmProve_Left=150\nfrmProve_Top=75\nfrm3D_Left=6600\nfrm3D_Top=1700\n' \
     >"$base/config/Terravo Vortak.ini"

@@ -9,25 +9,8 @@ set -uo pipefail
 
 program=$(realpath "${1:?usage: faults.sh TERRAVO TERRAVO-BATCH}")
 batch=$(realpath "${2:?usage: faults.sh TERRAVO TERRAVO-BATCH}")
-base=$(mktemp -d)
-mounts=()
-helpers=()
-clean_up() {
-    for pid in "${helpers[@]}"; do
-        kill -CONT "$pid"
-        kill "$pid"
-        wait "$pid"
-    done 2>/dev/null
-    for place in "${mounts[@]}"; do umount "$place"; done
-    rm -rf "$base"
-}
-trap clean_up EXIT
-trap 'exit 1' INT TERM HUP
-
-unset WAYLAND_DISPLAY DISPLAY QT_SCALE_FACTOR DBUS_SESSION_BUS_ADDRESS
-export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen
-mkdir -m 700 "$base/runtime"
-export XDG_RUNTIME_DIR=$base/runtime
+source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/common.sh"
+export QT_QPA_PLATFORM=offscreen
 
 can_mount=no
 mkdir "$base/try"
@@ -36,33 +19,6 @@ if [[ $EUID == 0 ]] && mount -t tmpfs -o size=4k tmpfs "$base/try" 2>/dev/null; 
     can_mount=yes
 fi
 
-passed=0
-failed=0
-problems=
-check() { # DESCRIPTION CONDITION...
-    local description=$1
-    shift
-    "$@" >/dev/null 2>&1 || problems+="; not so: $description"
-}
-finish() { # CASE
-    if [[ -z $problems ]]; then
-        passed=$((passed + 1))
-        echo "ok      $1"
-    else
-        failed=$((failed + 1))
-        echo "FAILED  $1$problems"
-    fi
-    problems=
-}
-skip() { echo "skipped $1: $2"; }
-not() { ! "$@"; }
-until_true() { # CONDITION...: waits until it holds
-    local ends=$((SECONDS + ${WAIT:-15}))
-    until "$@" >/dev/null 2>&1; do
-        ((SECONDS < ends)) || return 1
-        sleep 0.05
-    done
-}
 small_disk() { # FOLDER SIZE
     mkdir -p "$1"
     mount -t tmpfs -o "size=$2,mode=700" tmpfs "$1"
@@ -173,7 +129,7 @@ waiting=$!
 sleep 0.5
 check "it waits for a writer" kill -0 "$waiting"
 ended_when_told() { ! kill -TERM "$waiting" || ! kill -0 "$waiting"; }
-check "a signal ends it" until_true ended_when_told
+comes_true "a signal ends it" ended_when_told
 wait "$waiting" 2>/dev/null
 check "no picture" test ! -e map.png
 finish "a pipe: read from its writer, left at a signal"
@@ -378,11 +334,8 @@ for tool in Xvfb xclip xdotool; do
     }
 done
 if [[ ${can_show:-yes} == yes ]]; then
-    mkfifo "$base/display"
-    Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>"$base/display" 2>/dev/null &
-    helpers+=($!)
-    read -rt 20 display <"$base/display" || exit 1
-    export DISPLAY=:$display QT_QPA_PLATFORM=xcb
+    start_display
+    export QT_QPA_PLATFORM=xcb
     window() { xdotool search --onlyvisible --name "$1"; }
     start() { # ARGUMENTS...
         in_folders "$program" "$@" &
@@ -394,15 +347,15 @@ if [[ ${can_show:-yes} == yes ]]; then
         sleep 0.2
         ! window "$1"
     }
-    ended() { ! kill -0 "$starter"; }
+    ended() { not kill -0 "$starter"; }
 
     for kind in pipe zero; do
         fresh
         broken $kind "$home/points.qrw"
         start "$home/points.qrw"
-        check "a message box titled ....." until_true window '^\.\.\.\.\.$'
-        check "the box closes" until_true answered '^\.\.\.\.\.$'
-        check "the program ends" until_true ended
+        comes_true "a message box titled ....." window '^\.\.\.\.\.$'
+        comes_true "the box closes" answered '^\.\.\.\.\.$'
+        comes_true "the program ends" ended
         check "the reason" grep -q '^terravo: .*points.qrw.*\.$' "$home/err"
         finish "a $kind as the file to start with"
     done
@@ -411,9 +364,9 @@ if [[ ${can_show:-yes} == yes ]]; then
         fresh
         small_disk "$home/tmp/VORTAK24" 16k
         start "$base/one.qrw"
-        check "a message box" until_true window '^Disegna/Livelli$'
+        comes_true "a message box" window '^Disegna/Livelli$'
         check "nothing unfinished" test -z "$(ls "$home/tmp/VORTAK24")"
-        check "the box closes" until_true answered '^Disegna/Livelli$'
+        comes_true "the box closes" answered '^Disegna/Livelli$'
         check "it goes on" kill -0 "$starter"
         finish "a full disk under the work folder"
     fi
@@ -426,13 +379,12 @@ if [[ ${can_show:-yes} == yes ]]; then
     until_true xclip -o -selection clipboard
     kill -STOP $owner
     start "$base/one.qrw"
-    check "the window shows" until_true window '^Terravo$'
-    check "the file is drawn" until_true test -s "$home/tmp/VORTAK24/point_qrw.txt"
+    comes_true "the window shows" window '^Terravo$'
+    comes_true "the file is drawn" test -s "$home/tmp/VORTAK24/point_qrw.txt"
     kill -TERM "$starter"
-    check "the program ends" until_true ended
+    comes_true "the program ends" ended
     kill -CONT $owner
     finish "an owner of the clipboard that never answers"
 fi
 
-echo "$passed passed, $failed failed"
-((failed == 0))
+end
