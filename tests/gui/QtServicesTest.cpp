@@ -75,14 +75,6 @@ TEST(QtServicesTest, CarriesOutThePlanOfAFileDialog) {
     EXPECT_EQ(choose(false), std::nullopt);
 }
 
-TEST(QtServicesTest, ClipboardTellsNoTextFromText) {
-    QtClipboard clipboard;
-    clipboard.SetText("/tmp/è.qrw");
-    EXPECT_EQ(clipboard.Text(), "/tmp/è.qrw");
-    clipboard.Clear();
-    EXPECT_EQ(clipboard.Text(), std::nullopt);
-}
-
 TEST(QtServicesTest, KeepsSettingsInOneFileOfTheProgramsName) {
     {
         QtSettingsStore store;

@@ -63,14 +63,6 @@ TEST_F(frmOrografixTest, EveryClosingOfTheMainWindowEndsTheProgram) {
     EXPECT_EQ(Saved("PuntiDati", "1"), path);
 }
 
-TEST_F(frmOrografixTest, EndsAfterTheCompanionsOwnFile) {
-    const std::string own = folder.Write("work/my_point.qrw", HillsText(5));
-    Open("\"" + own + "\"");
-    EXPECT_TRUE(Soon([this] { return !parent->isVisible(); }));
-    EXPECT_NE(folder.Read("work/px.qrz"), "");
-    EXPECT_EQ(clipboard.text, folder.File("work/px.qrz"));
-}
-
 TEST_F(frmOrografixTest, WearsTheColoursOfTheScheme) {
     scheme.backColour = RGB(10, 60, 20);
     scheme.foreColour = RGB(250, 240, 80);

@@ -115,16 +115,6 @@ TEST_F(RasterSurfaceTest, DrawModes) {
     EXPECT_TRUE(EqualsBaseline(surface.Image(), "draw-modes"));
 }
 
-TEST_F(RasterSurfaceTest, ViewPalette) {
-    const auto palette = ColourScale::MakePalette(ColourScale::kViewColours);
-    surface.Scale(0, 1, 1280, 0);
-    for (int i = 0; i < ColourScale::kViewColours; ++i) {
-        surface.Line(i, 0.05 + 0.2 * std::sin(i / 100.0) * std::sin(i / 100.0), i, 0.95,
-                     palette[static_cast<std::size_t>(i)]);
-    }
-    EXPECT_TRUE(EqualsBaseline(surface.Image(), "palette-view"));
-}
-
 // The one picture with text: it needs the Liberation fonts.
 TEST_F(RasterSurfaceTest, FrameOfAPlan) {
     PlotFrame::PlotFrameRequest request;

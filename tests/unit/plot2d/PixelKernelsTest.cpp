@@ -174,14 +174,6 @@ TEST(PixelKernels, ClipsSegmentsOfAnyLengthAlongTheirLine) {
     }
 }
 
-TEST(PixelKernels, DashesAreSixOnFourOff) {
-    Picture picture(40, 1);
-    DrawLine(picture.Buffer(), {0, 0}, {40, 0}, kCopyInk, DashPatternForStyle(1));
-    for (int x = 0; x < 40; ++x) {
-        EXPECT_EQ(picture.IsSet(x, 0), x % 10 < 6) << x;
-    }
-}
-
 TEST(PixelKernels, WideLinesAreTheUnionOfDiscsPaintedOnce) {
     std::mt19937 random(5);
     std::uniform_int_distribution<int> place(-15, 55);
@@ -278,24 +270,6 @@ TEST(PixelKernels, TakesSeveralPolygonsTogetherAndIgnoresBadCounts) {
     EXPECT_TRUE(bad.IsSet(10, 10));
 }
 
-TEST(PixelKernels, NeighbouringPolygonsNeitherOverlapNorLeaveAGap) {
-    // A fan of triangles around a centre that covers the whole picture.
-    std::mt19937 random(13);
-    std::uniform_int_distribution<int> place(5, 35);
-    for (int i = 0; i < 200; ++i) {
-        const PixelPoint centre{place(random), place(random)};
-        const std::vector<PixelPoint> border = {{0, 0},   {17, 0},  {40, 0}, {40, 23},
-                                                {40, 40}, {11, 40}, {0, 40}, {0, 9}};
-        Picture picture(40, 40);
-        const std::int32_t three = 3;
-        for (std::size_t k = 0; k < border.size(); ++k) {
-            const PixelPoint triangle[] = {centre, border[k], border[(k + 1) % border.size()]};
-            FillPolygons(picture.Buffer(), triangle, std::span(&three, 1), kFlip);
-        }
-        ASSERT_EQ(picture.Set().size(), 1600U) << i;
-    }
-}
-
 TEST(PixelKernels, OutlinedPolygonsHaveThePixelsOfTheirFillAndTheirLines) {
     std::mt19937 random(17);
     std::uniform_int_distribution<std::size_t> corners(0, 9);
@@ -354,20 +328,6 @@ TEST(PixelKernels, FloodFillStopsAtTheBorderAndNotAtOtherColours) {
         }
     }
     EXPECT_TRUE(picture.MarginIsClean());
-}
-
-TEST(PixelKernels, RasterOperationsKeepThePixelOpaque) {
-    const std::uint32_t old = 0xFF123456U;
-    const std::uint32_t word = 0xFF0F0F0FU;
-    const struct {
-        int drawMode;
-        std::uint32_t expected;
-    } cases[] = {{13, word}, {7, 0xFF1D3B59U}, {10, 0xFFE2C4A6U}, {6, 0xFFEDCBA9U}, {1, word}};
-    for (const auto& c : cases) {
-        std::uint32_t pixel = old;
-        SetPoint({&pixel, 1, 1, 1}, {0, 0}, 1, {word, RasterOpFromDrawMode(c.drawMode)});
-        EXPECT_EQ(pixel, c.expected) << "mode " << c.drawMode;
-    }
 }
 
 } // namespace

@@ -220,16 +220,6 @@ TEST_F(PlotFrameTest, ReportsFaultsAndKeepsTheScale) {
     }
 }
 
-TEST_F(PlotFrameTest, WidensExtentsWithoutWidth) {
-    request.xMin = request.xMax = 7;
-    request.yMin = request.yMax = 3;
-    const PlotFrameResult result = Draw();
-    ASSERT_TRUE(result.ok);
-    EXPECT_NEAR(static_cast<double>(result.xMinUsed), 6.99995, 1e-6);
-    EXPECT_NEAR(static_cast<double>(result.yMinUsed), 2.992, 1e-6);
-    EXPECT_NEAR(static_cast<double>(result.yMaxUsed), 3.008, 1e-6);
-}
-
 TEST_F(PlotFrameTest, EndsAndStaysUsableOnASmallMapFarFromTheOrigin) {
     request.xMin = 500000;
     request.xMax = 500002;

@@ -104,17 +104,6 @@ TEST_F(SessionTest, OpensAFileAndShowsItsMap) {
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(SessionTest, ReportsADialogThatFails) {
-    dialogs.answer = folder.Write("a.dat", hill);
-    session.OpenPointFile();
-    dialogs.error = AppError(70, "Dialog", "Permission denied");
-    session.OpenPointFile();
-    ASSERT_EQ(messages.boxes.size(), 1U);
-    EXPECT_EQ(messages.boxes[0],
-              (FakeMessages::Box{"Error 70\r\nPermission denied", " Files/Dialog"}));
-    EXPECT_EQ(view.visible, (std::vector<bool>{true, false}));
-}
-
 TEST_F(SessionTest, ABadFileEndsTheProgramAndSavesNothing) {
     clipboard.text = "something";
     dialogs.answer = folder.Write("bad.dat", "1,2\n");
@@ -208,14 +197,6 @@ TEST_F(SessionTest, LoadsTheStartUpFileOfTheCommandLineOrTheClipboard) {
     EXPECT_EQ(view.closes, 0);
 }
 
-TEST_F(SessionTest, IgnoresWhatNamesNoStartUpFile) {
-    for (const std::string line : {"", "x", "\"a.dat\"", "a.qrw"}) {
-        session.LoadStartUpFile(line);
-        EXPECT_EQ(view.pointCount, -1) << line;
-    }
-    EXPECT_EQ(programEnd.ends, 0);
-}
-
 TEST_F(SessionTest, ClosesAfterTheCompanionsFile) {
     const std::string request = folder.Write("my_point.qrw", hill);
     session.LoadStartUpFile("\"" + request + "\"");
@@ -237,15 +218,6 @@ TEST_F(SessionTest, RedrawsForEveryOptionOnceThereAreData) {
     EXPECT_TRUE(redraws([this] { session.SetShowLevelValues(true); }));
     EXPECT_TRUE(redraws([this] { session.SetLevelCount(7); }));
     EXPECT_EQ(state.lastLevelCount, 7);
-}
-
-TEST_F(SessionTest, SavesRecentFilesAndPositionWhenItCloses) {
-    const std::string path = folder.Write("a.dat", hill);
-    session.LoadNamedFile(path);
-    session.Close();
-    EXPECT_EQ(settings.Get("PuntiDati", "1"), path);
-    EXPECT_EQ(settings.Get("PosizioniForms", "frmProve_Left"), "150");
-    EXPECT_EQ(settings.Get("PosizioniForms", "frmProve_Width"), std::nullopt);
 }
 
 TEST_F(SessionTest, ExportsTrianglesAndLevelsWhereTheUserSays) {

@@ -82,14 +82,6 @@ TEST(StartUpConfiguration, NeverUsesAWorkFolderThatSomebodyElseTook) {
     folders.othersFolders.insert(folders.root.File("tmp/VORTAK24-1000"));
     EXPECT_EQ(WorkFolderOf(folders), "home/data/VORTAK24/exchange/");
     EXPECT_TRUE(IsFolder(folders.root.File("home/data/VORTAK24/exchange")));
-
-    FakeFolders linked;
-    fs::create_directory(linked.root.File("target"));
-    fs::create_directory_symlink(linked.root.File("target"), linked.root.File("tmp/VORTAK24"));
-    EXPECT_EQ(WorkFolderOf(linked), "tmp/VORTAK24-1000/") << "a link to an own folder";
-    FakeFolders taken;
-    taken.Put("tmp/VORTAK24", "a file");
-    EXPECT_EQ(WorkFolderOf(taken), "tmp/VORTAK24-1000/");
 }
 
 TEST(StartUpConfiguration, IgnoresWhatCannotBeMade) {

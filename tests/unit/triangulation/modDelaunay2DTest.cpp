@@ -128,14 +128,6 @@ TEST(Triangulate, GivesTheSameTrianglesFromANearbyStart) {
     }
 }
 
-TEST(Triangulate, ManagesASetWhoseBulkIsFarFromAStrayPoint) {
-    Array1<PlanPoint> points = test::Moved(test::RandomPoints(3000, 5), 500000, 4520000, 0.1);
-    points[100] = {1, 1};
-    const Outcome nearby = Made(points, StartRule::NearbyTriangle);
-    EXPECT_EQ(nearby.ierr, Ierr::kDone);
-    EXPECT_EQ(TriangleSet(points, nearby.triangles), TriangleSet(points, Made(points).triangles));
-}
-
 // Nearly collinear points at large coordinates, points on circles and steps of one rounding error:
 // the outcome may be a fault, but every call ends and no table entry is out of range.
 TEST(Triangulate, EndsOnDataAtTheLimitOfRounding) {
@@ -234,39 +226,6 @@ TEST(SwapEdges, ReportsAFullStackAndALinkThatDoesNotLeadBack) {
         ASSERT_TRUE(work.stack.Push(1));
         EXPECT_EQ(SwapEdges(1, work), Ierr::kBrokenLink);
     }
-}
-
-TEST(VisibleBoundaryEdges, FindsTheWholeRunFromAnyEdgeOfIt) {
-    // A hexagon; a point far to the right sees the three edges on that side.
-    const Array1<PlanPoint> points{{4, 1}, {6, 2}, {6, 4}, {4, 5}, {2, 4}, {2, 2}, {100, 3}};
-    Array1<PlanPoint> hexagon = points;
-    hexagon.Resize(6);
-    Outcome outcome = Made(hexagon);
-    Workspace work(points, outcome.triangles, 7);
-    std::vector<TriangleEdge> hull;
-    for (Index t = 1; t <= outcome.triangles.count; ++t) {
-        for (int j = 1; j <= 3; ++j) {
-            if (outcome.triangles.Neighbour(j, t) < 0) {
-                hull.push_back({t, j});
-                work.hullEdgeInto[outcome.triangles.Vertex(NextEdge(j), t)] =
-                    LinkToHullEdge({t, j});
-            }
-        }
-    }
-    ASSERT_EQ(hull.size(), 6U);
-    int seenFrom = 0;
-    for (const TriangleEdge& edge : hull) {
-        const Index start = outcome.triangles.Vertex(edge.edge, edge.triangle);
-        if (start > 3) {
-            continue; // edges 1-2, 2-3 and 3-4 face the point
-        }
-        ++seenFrom;
-        const VisibleRun run = VisibleBoundaryEdges({100, 3}, work, edge);
-        EXPECT_EQ(run.ierr, Ierr::kDone);
-        EXPECT_EQ(outcome.triangles.Vertex(run.first.edge, run.first.triangle), 1);
-        EXPECT_EQ(outcome.triangles.Vertex(run.last.edge, run.last.triangle), 3);
-    }
-    EXPECT_EQ(seenFrom, 3);
 }
 
 } // namespace

@@ -2,10 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <bit>
 #include <charconv>
-#include <cmath>
 #include <optional>
 #include <random>
 #include <string>
@@ -38,14 +36,6 @@ std::string RandomDigits(std::size_t count, std::mt19937_64& engine) {
     return text;
 }
 
-std::string Written(double value, int decimals) {
-    std::array<char, 400> text{};
-    char* const end = text.data() + text.size();
-    const auto written = decimals < 0 ? std::to_chars(text.data(), end, value, kDecimal)
-                                      : std::to_chars(text.data(), end, value, kDecimal, decimals);
-    return {text.data(), written.ptr};
-}
-
 TEST(DecimalText, TakesUpTo19DigitsAndLeavesWhatIsNoPlainNumber) {
     for (const char* text : {"0", "7", "5.", ".5", "000.250", "1.5,2", "1.2.3", "12e5", "1 2", "9x",
                              "9007199254740992", "0.000000000000000001", "9999999999999999999"}) {
@@ -69,14 +59,6 @@ TEST(DecimalText, RoundsRandomNumbersLikeTheStandardLibrary) {
         refused += isRead ? 0 : 1;
     }
     EXPECT_LT(refused, 200) << "only a quotient beside the middle of two doubles may be refused";
-}
-
-TEST(DecimalText, ReadsBackTheShortestTextOfADouble) {
-    std::mt19937_64 engine(8);
-    for (int i = 0; i < 50000; ++i) {
-        const double value = std::ldexp(static_cast<double>(engine() >> 11), -40);
-        EXPECT_EQ(ReadSame(Written(value, -1)), value);
-    }
 }
 
 // The hardest texts: the exact middle of two doubles, which is rounded to the even one, and the

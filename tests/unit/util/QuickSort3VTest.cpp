@@ -51,7 +51,7 @@ TEST(QuickSort3V, MovesWholeRowsInEitherOrder) {
 TEST(QuickSort3V, SortsEveryKindOfColumn) {
     std::mt19937 engine(3);
     for (const unsigned distinct : {1U, 2U, 7U, 1000000U}) {
-        for (const Index count : {4, 5, 100, 5000}) {
+        for (const Index count : {4, 5, 100, 30000}) {
             Array1<double> keys(count);
             for (double& key : keys) {
                 key = static_cast<double>(engine() % distinct);
@@ -63,11 +63,6 @@ TEST(QuickSort3V, SortsEveryKindOfColumn) {
             EXPECT_EQ(Sorted(MakeRows(keys), 1, count, -1), MakeRows(expected));
         }
     }
-}
-
-TEST(QuickSort3V, ManagesManyEqualKeys) {
-    const Rows rows = MakeRows(Array1<double>(30000, 5.0));
-    EXPECT_EQ(Sorted(rows, 1, 30000, 1), rows);
 }
 
 TEST(QuickSort3V, ReportsAnIndexOutsideAnArray) {

@@ -115,15 +115,6 @@ TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
     }
 }
 
-TEST_F(Frame3DTest, CapsTheYAxisAtAThousandXAxes) {
-    view.rayx = 5000;
-    ASSERT_TRUE(Draw());
-    EXPECT_EQ(view.rayx, 1000);
-    view.rayx = 1000;
-    ASSERT_TRUE(Draw());
-    EXPECT_EQ(view.rayx, 1000);
-}
-
 TEST_F(Frame3DTest, ReportsReversedExtentsAndLeavesThePictureAlone) {
     const std::string title = "Error in: scale of the axes3D3D";
     const auto messageFor = [this](const SpaceExtents& extents) {

@@ -1,0 +1,88 @@
+#!/usr/bin/env bash
+# What terravo-batch writes, byte by byte. Usage: outputs.sh TERRAVO-BATCH FOLDER-OF-DATA
+set -uo pipefail
+
+batch=$(realpath "${1:?usage: outputs.sh TERRAVO-BATCH FOLDER-OF-DATA}")
+data=$(realpath "${2:?usage: outputs.sh TERRAVO-BATCH FOLDER-OF-DATA}")
+source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/../e2e/common.sh"
+cd "$base" || exit 1
+cp "$data/small.dat" .
+
+draws() { # ARGUMENTS...: without a word
+    "$batch" --quiet "$@" >said 2>&1
+    check "exit code 0: $*" test $? = 0
+    check "not a word: $*" test ! -s said
+}
+# FILE: as it is kept
+as_kept() { check "the bytes of $1" cmp "$1" "$data/small.$(basename "$1")"; }
+size_of() { # PNG-FILE: width and height, of its header
+    od -An -tu4 --endian=big -j16 -N8 "$1" | xargs
+}
+
+mkdir all
+draws small.dat --levels 4 --out all
+for file in livelli.txt point_qrw.txt triangles.qrz levels.qrz; do as_kept all/$file; done
+check "two pictures beside them" test "$(ls all | wc -l)" = 6
+check "the size of the map" test "$(size_of all/map.png)" = "1200 900"
+check "the size of the view" test "$(size_of all/view3d.png)" = "1200 900"
+finish "every output"
+
+mkdir areas
+draws small.dat --levels 4 --mode areas --out areas
+as_kept areas/livelli.txt
+as_kept areas/levels.qrz
+check "another map" not cmp -s areas/map.png all/map.png
+finish "the same segments beside a map of areas"
+
+sed '1,/^ 6 /d' all/point_qrw.txt >back.dat
+check "six points" test "$(wc -l <back.dat)" = 6
+draws back.dat --mesh mesh
+check "the same triangles" cmp mesh all/point_qrw.txt
+finish "its own points come back"
+
+map() { # NAME OPTIONS...
+    draws small.dat --map "$1.png" "${@:2}"
+}
+map english
+map again --language en
+map italian --language it
+map comma --decimal-comma
+check "the same map every time" cmp again.png english.png
+check "another language" not cmp -s italian.png english.png
+check "another separator" not cmp -s comma.png english.png
+finish "maps"
+
+printf '%s\n' 2,1,5 1,2,3 1,1,4 3,2,9 2,2,6 3,1,7 >grid.dat # in no particular order
+while read -ra options; do
+    draws grid.dat --view3d view.png "${options[@]}"
+    check "a picture of its own: ${options[*]}" not grep -q "$(md5sum <view.png)" seen
+    md5sum <view.png >>seen
+done <<'END'
+
+--view3d-kind points
+--surface
+--theta 40
+--bw
+--alfa 100
+--rayx 0.3
+END
+check "seven pictures" test "$(wc -l <seen)" = 7
+finish "every kind of axonometric picture"
+
+# Millimetres of the page are pixels.
+colour_at() { # X Y: red, green, blue
+    pdftoppm -r 25.4 -x "$1" -y "$2" -W 1 -H 1 m.pdf | tail -c 3 | od -An -tu1 | xargs
+}
+draws small.dat --mode areas --paper a3 --map m.pdf --view3d v.PDF --background black
+check "a PDF by an ending in capitals" test "$(head -c 5 v.PDF)" = %PDF-
+check "the title as text" grep -q 'Contour map : small.dat' <(pdftotext m.pdf -)
+check "the title of the document" grep -q 'Contour map : small.dat' <(pdfinfo m.pdf)
+check "an A3 page across" grep -q '1191 x 842' <(pdfinfo m.pdf)
+check "white margins" test "$(colour_at 210 5)" = "255 255 255"
+check "black to the edge of the picture" test "$(colour_at 210 285)" = "0 0 0"
+finish "pages"
+
+check "help" grep -q -- --perimeter <("$batch" --help)
+check "version" grep -q '^terravo-batch [0-9]' <("$batch" --version)
+finish "help and version"
+end

@@ -1,0 +1,104 @@
+#!/usr/bin/env bash
+# What terravo-batch refuses: the exit code, one sentence on standard error, and nothing written.
+# Usage: refusals.sh TERRAVO-BATCH
+set -uo pipefail
+
+batch=$(realpath "${1:?usage: refusals.sh TERRAVO-BATCH}")
+source "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/../e2e/common.sh"
+cd "$base" || exit 1
+mkdir out
+printf '%s\n' 1,1,0 9,1,5 5,7,9 >points
+
+refused() { # EXIT-CODE PART-OF-THE-SENTENCE ARGUMENTS...
+    local code call="${*:3}"
+    "$batch" "${@:3}" >said 2>sentence
+    code=$?
+    check "exit code $1, not $code: $call" test "$code" = "$1"
+    check "a sentence with '$2', not '$(cat sentence)': $call" grep -q "^terravo-batch: .*$2" sentence
+    check "one line: $call" test "$(wc -l <sentence)" = 1
+    check "nothing written: $call" test -z "$(ls out)"
+}
+
+printf '1,2,3\n4,five,6\n' >bad
+printf '1 2 3\n4 5 6\n7\n' >seven
+refused 1 'bad, line 2, field 2: "five" is not a number\.$' bad --out out
+refused 1 'seven, line 3: the file ends where a number is expected\.$' seven --out out
+refused 1 'none: No such file or directory\.$' none --out out
+refused 1 'out: Is a directory\.$' out --out out
+if [[ $EUID != 0 ]]; then
+    install -m 000 points locked
+    refused 1 'locked: Permission denied\.$' locked --out out
+fi
+finish "bad point files"
+
+while IFS='|' read -r cause numbers; do
+    tr ' ' '\n' <<<"$numbers" >few
+    refused 3 "$cause" few --out out
+done <<'END'
+1 point; three are needed|1,2,3
+2 points: all of them lie on one line|1,2,3 4,5,6
+4 points: all of them lie on one line|1,1,3 2,2,6 5,5,9 7,7,1
+the first two points do not count as distinct|0,0,1 5,5,2 9,1,3
+the first two points do not count as distinct|5,5,1 5,5,2 9,1,3
+END
+: >few
+refused 3 "holds no points" few --out out
+finish "points without triangles"
+
+refused 2 ''
+refused 2 '' points points
+while read -ra options; do
+    refused 2 '' points "${options[@]}"
+done <<'END'
+--nonsense
+--levels 1
+--levels 0
+--levels -3
+--levels 1000000000
+--levels 1e9
+--levels ten
+--size 0x0
+--size 100000x100000
+--size 300
+--mode dots
+--summary xml
+--language xx
+--map out/map.gif
+--view3d out/v.gif
+--map out/m.pdf --paper B7
+--map out/m.svg --background grey
+--view3d out/v.png --surface
+--view3d-kind cubes
+--theta 360
+--alfa steep
+--rayx 1001
+--segments points
+--segments out/a --mesh out/a
+END
+refused 2 '' points --map ''
+check "the points are as they were" test "$(cat points)" = $'1,1,0\n9,1,5\n5,7,9'
+finish "wrong calls"
+
+for output in missing/map.png /proc/map.png /proc/map.svg /dev/full; do
+    refused 4 "$output" points --map $output
+done
+refused 4 missing points --out missing
+finish "outputs that cannot be written"
+
+printf '%s\n' 1e200,1e200,0 -1e200,2e200,1 3e200,-1e200,2 1e199,5e199,3 >huge
+refused 5 '' huge --out out
+refused 5 narrow points --size 20x20 --map out/m.png
+finish "numeric failures"
+
+awk 'BEGIN { for (i = 0; i < 300000; ++i)
+    print 1 + i * 7919 % 100003 "," 1 + i * 104729 % 99991 "," int(i * 7919 % 100003 / 1000) }' >many
+# A shell has the commands that it runs in the background ignore this signal.
+env --default-signal=INT "$batch" many --progress --levels 300 --out out >said 2>progress &
+comes_true "the work begins" test -s progress
+kill -INT $!
+wait $!
+check "exit code 130" test $? = 130
+check "the sentence" grep -q 'stopped; no file has been written' progress
+check "nothing written" test -z "$(ls out)"
+finish "an interrupted run"
+end
