@@ -1,5 +1,7 @@
 #include "util/DecimalText.h"
 
+#include "util/WideProduct.h"
+
 #include <bit>
 #include <limits>
 
@@ -39,14 +41,6 @@ constexpr auto kReciprocals = [] {
     return all;
 }();
 
-// The upper 64 of the 128 bits of a product.
-constexpr std::uint64_t UpperProduct(std::uint64_t a, std::uint64_t b) {
-    constexpr std::uint64_t kLower = 0xFFFFFFFF;
-    const std::uint64_t first = (a >> 32) * (b & kLower) + ((a & kLower) * (b & kLower) >> 32);
-    const std::uint64_t second = (a & kLower) * (b >> 32) + (first & kLower);
-    return (a >> 32) * (b >> 32) + (first >> 32) + (second >> 32);
-}
-
 double PowerOfTwo(int exponent) {
     constexpr int kBias = 1023;
     return std::bit_cast<double>(static_cast<std::uint64_t>(kBias + exponent) << 52);
@@ -66,7 +60,7 @@ bool DivideLong(std::uint64_t whole, std::size_t decimals, double& value) {
     }
     const Reciprocal reciprocal = kReciprocals[decimals];
     const int shift = std::countl_zero(whole);
-    const std::uint64_t upper = UpperProduct(whole << shift, reciprocal.factor);
+    const std::uint64_t upper = MultiplyWide(whole << shift, reciprocal.factor).upper;
     const int dropped = 64 - std::countl_zero(upper) - DBL_MANT_DIG;
     const std::uint64_t half = std::uint64_t{1} << (dropped - 1);
     const std::uint64_t rest = upper & (2 * half - 1);

@@ -1,5 +1,7 @@
 #include "util/NumberText.h"
 
+#include "util/WideProduct.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -56,14 +58,7 @@ void StripTrailingZeros(Decimal& decimal) {
 // The product of two 64-bit numbers, moved right by `shift` bits (1 to 63) and rounded half to
 // even. The result must fit 64 bits.
 std::uint64_t MultiplyAndShift(std::uint64_t a, std::uint64_t b, int shift) {
-    constexpr std::uint64_t kHalfMask = 0xFFFFFFFF;
-    const std::uint64_t lowLow = (a & kHalfMask) * (b & kHalfMask);
-    const std::uint64_t highLow = (a >> 32) * (b & kHalfMask);
-    const std::uint64_t lowHigh = (a & kHalfMask) * (b >> 32);
-    const std::uint64_t middle = (lowLow >> 32) + (highLow & kHalfMask) + (lowHigh & kHalfMask);
-    const std::uint64_t low = (middle << 32) | (lowLow & kHalfMask);
-    const std::uint64_t high =
-        (a >> 32) * (b >> 32) + (highLow >> 32) + (lowHigh >> 32) + (middle >> 32);
+    const auto [high, low] = MultiplyWide(a, b);
     const std::uint64_t result = (high << (64 - shift)) | (low >> shift);
     const std::uint64_t rest = low & ((std::uint64_t{1} << shift) - 1);
     const std::uint64_t half = std::uint64_t{1} << (shift - 1);
