@@ -28,7 +28,7 @@ std::optional<PictureKind> PictureKindOf(const std::string& path);
 struct Picture {
     int width = 1; ///< pixels; the same for the height
     int height = 1;
-    double pixelRatio = 1; ///< 96 dots per inch times this
+    double pixelRatio = 1; ///< kDotsPerInch times this
     std::string title;
     /// Draws it. False: it was stopped or failed, and the user knows.
     std::function<bool(DrawSurface&)> draw;

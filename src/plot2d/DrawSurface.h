@@ -11,6 +11,7 @@
 #pragma once
 
 #include "plot2d/Colour.h"
+#include "plot2d/DrawCodes.h"
 #include "plot2d/PixelPoint.h"
 
 #include <cstdint>
@@ -21,29 +22,15 @@
 
 namespace terravo {
 
+/// Of a screen whose pixel ratio is 1; layouts in pixels are made for it.
+inline constexpr double kDotsPerInch = 96;
+
 enum class ScaleUnit { User = 0, Points = 2, Pixels = 3 };
 
 /// What Line draws between its two corners.
 enum class Box { None, Outline, Filled };
 
 enum class NewLine { No, Yes };
-
-/// Values of DrawStyle; any other is dotted.
-namespace DrawStyles {
-inline constexpr int kSolid = 0;
-inline constexpr int kDash = 1;
-inline constexpr int kDot = 2;
-inline constexpr int kDashDot = 3;
-inline constexpr int kDashDotDot = 4;
-} // namespace DrawStyles
-
-/// Values of DrawMode that differ from a plain copy, and the plain copy.
-namespace DrawModes {
-inline constexpr int kInvert = 6;
-inline constexpr int kXor = 7;
-inline constexpr int kNotXor = 10;
-inline constexpr int kCopy = 13;
-} // namespace DrawModes
 
 /// How a stroke paints. Dashes apply to a pen one pixel wide only.
 struct Pen {

@@ -38,7 +38,7 @@ void PainterSurface::UsePen(const Pen& pen, bool asInside) {
     }
     pen_ = pen;
     penAsInside_ = asInside;
-    const std::vector<int> dashes = DashLengths(pen);
+    const std::span<const int> dashes = Dashes(pen);
     QPen used(asInside ? Shown(pen.colour) : ShownStroke(pen.colour), pen.width, Qt::SolidLine,
               dashes.empty() ? Qt::RoundCap : Qt::FlatCap, Qt::RoundJoin);
     if (!dashes.empty()) {

@@ -17,7 +17,7 @@ namespace terravo {
 
 class PainterSurface : public VectorSurface {
 public:
-    /// An area of width x height pixels at 96 * pixelRatio dots per inch.
+    /// An area of width x height pixels at kDotsPerInch * pixelRatio.
     /// @param painter  active, with the area's pixels as its coordinates; outlives the surface, and
     ///                 its pen, brush and font are changed.
     PainterSurface(QPainter& painter, int width, int height, double pixelRatio, Paper paper);

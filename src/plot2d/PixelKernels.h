@@ -37,7 +37,7 @@ struct Paint {
     RasterOp op = RasterOp::Copy;
 };
 
-/// The raster operation of a draw mode: 6 invert, 7 xor, 10 not xor, any other copy.
+/// The raster operation of a draw mode; see DrawModes.
 RasterOp RasterOpFromDrawMode(int drawMode);
 
 /// The pixel word of a colour.
@@ -54,8 +54,7 @@ struct DashPattern {
     int length = 0;
 };
 
-/// The pattern of a draw style: 0 solid, 1 dashes of 6 with gaps of 4, 3 dash-dot, 4 dash-dot-dot,
-/// any other dots.
+/// The pattern of a draw style; see DrawStyles.
 DashPattern DashPatternForStyle(int drawStyle);
 
 /// Cuts the segment a-b to the square -limit..limit, before its ends become integers.

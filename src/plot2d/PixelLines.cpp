@@ -1,8 +1,10 @@
 // Lines, points and circles of PixelKernels.
+#include "plot2d/DrawCodes.h"
 #include "plot2d/PixelKernelsDetail.h"
 #include "util/modUtilita.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <utility>
@@ -153,6 +155,18 @@ int LimitedWidth(int width) {
     return std::clamp(width, 1, kWidest);
 }
 
+constexpr DashPattern PatternOf(int drawStyle) {
+    DashPattern pattern;
+    bool isDash = true;
+    for (const int length : DashLengths(drawStyle)) {
+        for (int i = 0; i < length; ++i, ++pattern.length) {
+            pattern.bits |= isDash ? 1U << static_cast<unsigned>(pattern.length) : 0U;
+        }
+        isDash = !isDash;
+    }
+    return pattern;
+}
+
 // First and last pixel painted in one row; none while first > last.
 struct RowExtent {
     int first = kFarPixel * 2;
@@ -163,11 +177,11 @@ struct RowExtent {
 
 RasterOp RasterOpFromDrawMode(int drawMode) {
     switch (drawMode) {
-    case 6:
+    case DrawModes::kInvert:
         return RasterOp::Invert;
-    case 7:
+    case DrawModes::kXor:
         return RasterOp::Xor;
-    case 10:
+    case DrawModes::kNotXor:
         return RasterOp::NotXor;
     default:
         return RasterOp::Copy;
@@ -175,18 +189,11 @@ RasterOp RasterOpFromDrawMode(int drawMode) {
 }
 
 DashPattern DashPatternForStyle(int drawStyle) {
-    switch (drawStyle) {
-    case 0:
-        return {};
-    case 1:
-        return {0b0000111111, 10};
-    case 3:
-        return {0b000011000111111, 15};
-    case 4:
-        return {0b00011000011000111111, 20};
-    default:
-        return {0b0011, 4};
-    }
+    using namespace DrawStyles;
+    static constexpr std::array kPatterns{PatternOf(kSolid), PatternOf(kDash), PatternOf(kDot),
+                                          PatternOf(kDashDot), PatternOf(kDashDotDot)};
+    const bool isNamed = drawStyle >= kSolid && drawStyle <= kDashDotDot;
+    return kPatterns[static_cast<std::size_t>(isNamed ? drawStyle : kDot)];
 }
 
 bool ClipSegment(PixelPosition& a, PixelPosition& b, double limit) {

@@ -17,7 +17,6 @@ namespace {
 using PixelKernels::Paint;
 using PixelKernels::RasterOp;
 
-constexpr double kDotsPerInch = 96;
 constexpr double kMetresPerInch = 0.0254;
 
 Paint PaintFor(Colour colour, int drawMode) {

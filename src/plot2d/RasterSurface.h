@@ -20,7 +20,7 @@ namespace terravo {
 
 class RasterSurface : public DrawSurface {
 public:
-    /// An area of width x height device pixels in BackColor, at 96 * pixelRatio dots per inch.
+    /// An area of width x height device pixels in BackColor, at kDotsPerInch * pixelRatio.
     RasterSurface(int width, int height, double pixelRatio = 1.0);
 
     /// The persistent image. The reference stays valid; a copy is not changed by later drawing.

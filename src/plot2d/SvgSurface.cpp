@@ -53,7 +53,7 @@ void SvgSurface::WriteStroke(const Pen& pen, bool asInside) {
     if (pen.width != 1) {
         WriteNumber("stroke-width", pen.width);
     }
-    const std::vector<int> dashes = DashLengths(pen);
+    const std::span<const int> dashes = Dashes(pen);
     if (!dashes.empty()) {
         QStringList lengths;
         for (const int length : dashes) {

@@ -14,7 +14,7 @@ namespace terravo {
 
 class SvgSurface : public VectorSurface {
 public:
-    /// Begins the document, an area of width x height pixels at 96 * pixelRatio dots per inch.
+    /// Begins the document, an area of width x height pixels at kDotsPerInch * pixelRatio.
     /// @param xml  with its device; outlives the surface. The caller ends the document.
     SvgSurface(QXmlStreamWriter& xml, int width, int height, double pixelRatio, Paper paper,
                const QString& title);

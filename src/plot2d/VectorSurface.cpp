@@ -5,30 +5,6 @@
 #include <algorithm>
 
 namespace terravo {
-namespace {
-
-constexpr double kDotsPerInch = 96;
-
-} // namespace
-
-std::vector<int> DashLengths(const Pen& pen) {
-    if (pen.width != 1) {
-        return {};
-    }
-    switch (pen.style) {
-    case DrawStyles::kSolid:
-        return {};
-    case DrawStyles::kDash:
-        return {6, 4};
-    case DrawStyles::kDashDot:
-        return {6, 3, 2, 4};
-    case DrawStyles::kDashDotDot:
-        return {6, 3, 2, 3, 2, 4};
-    default:
-        return {2, 2};
-    }
-}
-
 VectorSurface::VectorSurface(int width, int height, double pixelRatio, Paper paper)
     : DrawSurface(width, height, kDotsPerInch * pixelRatio), paper_(paper),
       measuring_(1, 1, QImage::Format_RGB32) {

@@ -20,12 +20,9 @@ namespace terravo {
 /// read. The insides of areas and marks keep their colours.
 enum class Paper { Black, White };
 
-/// Lengths of dashes and gaps, as pictures have them in pixels; empty for an unbroken line.
-std::vector<int> DashLengths(const Pen& pen);
-
 class VectorSurface : public DrawSurface {
 protected:
-    /// An area of width x height pixels at 96 * pixelRatio dots per inch.
+    /// An area of width x height pixels at kDotsPerInch * pixelRatio.
     VectorSurface(int width, int height, double pixelRatio, Paper paper);
 
     /// Colours of insides, and of strokes and texts, on this paper.
@@ -34,6 +31,10 @@ protected:
     /// True for the background on white paper, which is left out.
     [[nodiscard]] bool IsLeftOut(Colour colour) const {
         return paper_ == Paper::White && colour == BackColor();
+    }
+    /// Of a pen one pixel wide; wider ones draw unbroken lines.
+    [[nodiscard]] static std::span<const int> Dashes(const Pen& pen) {
+        return pen.width == 1 ? DashLengths(pen.style) : std::span<const int>();
     }
     [[nodiscard]] const QFontMetrics& Metrics(const Font& font) const;
 

@@ -14,7 +14,7 @@ namespace terravo::fuzz {
 class PixelSurface : public DrawSurface {
 public:
     PixelSurface(int width, int height)
-        : DrawSurface(width, height, 96),
+        : DrawSurface(width, height, kDotsPerInch),
           words_(static_cast<std::size_t>(PixelWidth()) * static_cast<std::size_t>(PixelHeight())) {
     }
 

@@ -61,7 +61,7 @@ struct PixelCall {
 
 class RecordingSurface : public DrawSurface {
 public:
-    explicit RecordingSurface(int width = 640, int height = 480, double dotsPerInch = 96)
+    explicit RecordingSurface(int width = 640, int height = 480, double dotsPerInch = kDotsPerInch)
         : DrawSurface(width, height, dotsPerInch) {}
 
     std::vector<UserCall> userCalls;

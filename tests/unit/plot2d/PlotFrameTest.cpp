@@ -104,8 +104,8 @@ TEST_F(PlotFrameTest, PlacesLabelsAndTitles) {
     Draw();
     const double pixelX = static_cast<double>(surface.ScaleWidth()) / 640;
     const double pixelY = static_cast<double>(surface.ScaleHeight()) / 480;
-    const double tickX = 4 * 96 / 72.0 * pixelX;
-    const double tickY = 4 * 96 / 72.0 * pixelY;
+    const double tickX = 4 * kDotsPerInch / 72 * pixelX;
+    const double tickY = 4 * kDotsPerInch / 72 * pixelY;
     const UserCall label = *surface.FindText("50.0");
     EXPECT_NEAR(label.x1, 50 - 14 * pixelX, 1e-4);
     EXPECT_NEAR(label.y1, tickY / 2, 1e-4);
