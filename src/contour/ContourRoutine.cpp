@@ -1,6 +1,7 @@
 #include "contour/ContourRoutine.h"
 
 #include "contour/CornerPrefetch.h"
+#include "plot2d/PixelSurface.h"
 #include "triangulation/modDelaunay2D.h"
 #include "util/Stopwatch.h"
 
@@ -30,50 +31,75 @@ void DrawEdge(DrawSurface& surface, const PointSet& points, const Triangle& tria
 }
 
 // Where the points lie in the picture. Each is the corner of six triangles on average.
-std::vector<PixelPoint> PixelsOf(const DrawSurface& surface, const PointSet& points) {
-    std::vector<PixelPoint> pixels(static_cast<std::size_t>(points.count) + 1);
+template <class Surface>
+std::vector<typename Surface::Place> PlacesOf(const Surface& surface, const PointSet& points) {
+    std::vector<typename Surface::Place> places(static_cast<std::size_t>(points.count) + 1);
     for (Index i = 1; i <= points.count; ++i) {
-        pixels[static_cast<std::size_t>(i)] = surface.ToPixelPoint(points.x[i], points.y[i]);
+        places[static_cast<std::size_t>(i)] =
+            Surface::PlaceAt(surface.ToPixels(points.x[i], points.y[i]));
     }
-    return pixels;
+    return places;
 }
 
-void DrawTriangles(DrawSurface& surface, const PointSet& points, const TriangleList& triangles) {
-    constexpr std::size_t kTogether = 1024;
-    const std::vector<PixelPoint> pixels = PixelsOf(surface, points);
-    const auto isInPicture = [&surface](PixelPoint p) {
+// Hands over many triangles at a time, as outlines.
+template <class Surface>
+class TriangleOutlines {
+public:
+    using Corners = std::array<typename Surface::Place, 3>;
+
+    explicit TriangleOutlines(Surface& surface) : surface_(surface) {
+        tools_.penColour = kOverlayColour;
+        tools_.penStyle = surface.DrawStyle();
+    }
+
+    void Add(const Corners& triangle) {
+        corners_.insert(corners_.end(), triangle.begin(), triangle.end());
+        if (corners_.size() == 3 * kTogether) {
+            Draw();
+        }
+    }
+
+    void Draw() {
+        if (!corners_.empty()) {
+            surface_.FillPolyPolygon(corners_, std::span(threes_).first(corners_.size() / 3),
+                                     tools_);
+            corners_.clear();
+        }
+    }
+
+private:
+    static constexpr std::size_t kTogether = 1024;
+
+    Surface& surface_;
+    PaintTools tools_;
+    const std::vector<std::int32_t> threes_ = std::vector<std::int32_t>(kTogether, 3);
+    std::vector<typename Surface::Place> corners_;
+};
+
+template <class Surface>
+void DrawTriangles(Surface& surface, const PointSet& points, const TriangleList& triangles) {
+    const auto places = PlacesOf(surface, points);
+    const auto placeOf = [&](const Triangle& triangle, int vertex) {
+        return places[static_cast<std::size_t>(triangle.Vertex(vertex))];
+    };
+    const auto isInPicture = [&surface](typename Surface::Place p) {
         return p.x >= 0 && p.x < surface.PixelWidth() && p.y >= 0 && p.y < surface.PixelHeight();
     };
-    PaintTools tools;
-    tools.penColour = kOverlayColour;
-    tools.penStyle = surface.DrawStyle();
-    const std::vector<std::int32_t> threes(kTogether, 3);
-    std::vector<PixelPoint> corners;
-    const auto drawCollected = [&] {
-        surface.FillPolyPolygon(corners, std::span(threes).first(corners.size() / 3), tools);
-        corners.clear();
-    };
+    TriangleOutlines<Surface> outlines(surface);
     for (Index t = 1; t <= triangles.count; ++t) {
-        PrefetchCorners(triangles, t, pixels);
+        PrefetchCorners(triangles, t, places);
         const Triangle& triangle = triangles.table[t];
-        const std::array<PixelPoint, 3> places{
-            pixels[static_cast<std::size_t>(triangle.Vertex(1))],
-            pixels[static_cast<std::size_t>(triangle.Vertex(2))],
-            pixels[static_cast<std::size_t>(triangle.Vertex(3))]};
-        if (std::all_of(places.begin(), places.end(), isInPicture)) {
-            corners.insert(corners.end(), places.begin(), places.end());
-            if (corners.size() == 3 * kTogether) {
-                drawCollected();
-            }
+        const typename TriangleOutlines<Surface>::Corners corners{
+            placeOf(triangle, 1), placeOf(triangle, 2), placeOf(triangle, 3)};
+        if (std::all_of(corners.begin(), corners.end(), isInPicture)) {
+            outlines.Add(corners);
         } else {
             for (int j = 1; j <= 3; ++j) {
                 DrawEdge(surface, points, triangle, j);
             }
         }
     }
-    if (!corners.empty()) {
-        drawCollected();
-    }
+    outlines.Draw();
 }
 
 void DrawHull(DrawSurface& surface, const PointSet& points, const TriangleList& triangles) {
@@ -99,7 +125,9 @@ void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
                          const TriangleList& triangles) {
     surface.SetDrawWidth(1);
     if (input.showTriangles) {
-        DrawTriangles(surface, input.survey.Points(), triangles);
+        WithPlaces(surface, [&](auto& places) {
+            DrawTriangles(places, input.survey.Points(), triangles);
+        });
     }
     if (input.showPerimeter) {
         DrawHull(surface, input.survey.Points(), triangles);

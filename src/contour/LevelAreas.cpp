@@ -2,6 +2,8 @@
 
 #include "contour/CornerPrefetch.h"
 #include "contour/LevelReach.h"
+#include "contour/TriangleCut.h"
+#include "plot2d/PixelSurface.h"
 #include "util/QuickSort3V.h"
 #include "util/Stopwatch.h"
 #include "util/modUtilita.h"
@@ -13,6 +15,7 @@
 #include <limits>
 #include <numeric>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 namespace terravo {
@@ -20,11 +23,15 @@ namespace {
 
 constexpr Index kProgressStride = 8192;
 
-// What painting needs of a point when no level cuts its triangle. Small, because the corners of
-// triangles lie anywhere in the list: a million of them stay within reach of the processor.
+// What painting needs of a point when no level cuts its triangle. Small for pixels, because the
+// corners of triangles lie anywhere in the list: a million of them stay within reach of the
+// processor.
+template <class Place>
 struct MapPoint {
-    std::int16_t x = 0; // pixels
-    std::int16_t y = 0;
+    using Coordinate = std::conditional_t<std::is_same_v<Place, PixelPoint>, std::int16_t, double>;
+
+    Coordinate x = 0; // pixels
+    Coordinate y = 0;
     Index band = 0; // the level just below a point that is surely between two; otherwise 0
 };
 
@@ -42,21 +49,44 @@ Index BandOf(double z, const LevelReach::Span& reached, const LevelSet& levels) 
     return low + margin < z && z < high - margin ? k : 0;
 }
 
-std::vector<MapPoint> MapPointsOf(const DrawSurface& surface, const LevelSet& levels,
-                                  const PointSet& points, const LevelReach& reach) {
-    constexpr int kFarthest = std::numeric_limits<std::int16_t>::max();
-    std::vector<MapPoint> mapPoints(static_cast<std::size_t>(points.count) + 1);
+template <class Surface>
+std::vector<MapPoint<typename Surface::Place>>
+MapPointsOf(const Surface& surface, const LevelSet& levels, const PointSet& points,
+            const LevelReach& reach) {
+    using Point = MapPoint<typename Surface::Place>;
+    using Coordinate = typename Point::Coordinate;
+    constexpr Coordinate kFarthest = std::numeric_limits<Coordinate>::max();
+    const auto isNear = [](auto place) { return -kFarthest <= place && place <= kFarthest; };
+    std::vector<Point> mapPoints(static_cast<std::size_t>(points.count) + 1);
     for (Index i = 1; i <= points.count; ++i) {
-        const PixelPoint pixel = surface.ToPixelPoint(points.x[i], points.y[i]);
-        const auto isNear = [](int place) { return -kFarthest <= place && place <= kFarthest; };
-        if (isNear(pixel.x) && isNear(pixel.y)) {
+        const auto place = Surface::PlaceAt(surface.ToPixels(points.x[i], points.y[i]));
+        if (isNear(place.x) && isNear(place.y)) {
             mapPoints[static_cast<std::size_t>(i)] = {
-                static_cast<std::int16_t>(pixel.x), static_cast<std::int16_t>(pixel.y),
+                static_cast<Coordinate>(place.x), static_cast<Coordinate>(place.y),
                 BandOf(points.z[i], reach.OfPoint(i), levels)};
         }
     }
     return mapPoints;
 }
+
+// A piece of a band: corners in any order, with their heights. Its buffers serve piece after piece.
+struct BandPolygon {
+    Array1<double> x;
+    Array1<double> y;
+    Array1<double> z;
+
+    void Clear() {
+        x.Clear();
+        y.Clear();
+        z.Clear();
+    }
+    void Append(const SpacePoint& corner) {
+        x.Append(corner.x);
+        y.Append(corner.y);
+        z.Append(corner.z);
+    }
+    [[nodiscard]] Index CornerCount() const { return x.UpperBound(); }
+};
 
 struct CutSegment {
     SpacePoint first;
@@ -70,14 +100,20 @@ double Mean(const Array1<double>& values) {
     return std::accumulate(values.begin(), values.end(), 0.0) / values.UpperBound();
 }
 
-void FillInColour(DrawSurface& surface, std::span<const PixelPoint> corners, Colour colour) {
+template <class Surface>
+void FillInColour(Surface& surface, std::span<const typename Surface::Place> corners,
+                  Colour colour) {
     PaintTools tools;
     tools.penColour = colour;
     tools.brush = colour;
     surface.FillPolygon(corners, tools);
 }
 
-// True when the corners make the same picture in any order.
+// True when the corners make the same picture in any order. Fractions show every order.
+bool IsOrderFree(std::span<const PixelPosition> corners) {
+    return corners.size() <= 3;
+}
+
 bool IsOrderFree(std::span<const PixelPoint> corners) {
     if (corners.size() <= 3) {
         return true;
@@ -102,22 +138,47 @@ void SortCorners(BandPolygon& polygon, MessageService& messages) {
     QuickSort3V(angles, polygon.x, polygon.y, 1, n, 1, messages);
 }
 
-void ToPixels(const DrawSurface& surface, const BandPolygon& polygon,
-              std::vector<PixelPoint>& pixels) {
-    pixels.clear();
-    for (Index i = 1; i <= polygon.CornerCount(); ++i) {
-        pixels.push_back(surface.ToPixelPoint(polygon.x[i], polygon.y[i]));
+// Chooses the colour of a piece and fills it; the buffers serve piece after piece.
+template <class Surface>
+class PieceFiller {
+public:
+    PieceFiller(Surface& surface, const LevelSet& levels, MessageService& messages)
+        : surface_(surface), levels_(levels), messages_(messages) {}
+
+    void FillBandPolygon(BandPolygon& polygon) {
+        FindCorners(polygon);
+        if (!IsOrderFree(std::span<const Place>(corners_))) {
+            SortCorners(polygon, messages_);
+            FindCorners(polygon);
+        }
+        FillInColour(surface_, corners_, BandColour(levels_, Mean(polygon.z)));
     }
-}
+
+private:
+    using Place = typename Surface::Place;
+
+    void FindCorners(const BandPolygon& polygon) {
+        corners_.clear();
+        for (Index i = 1; i <= polygon.CornerCount(); ++i) {
+            corners_.push_back(Surface::PlaceAt(surface_.ToPixels(polygon.x[i], polygon.y[i])));
+        }
+    }
+
+    Surface& surface_;
+    const LevelSet& levels_;
+    MessageService& messages_;
+    std::vector<Place> corners_;
+};
 
 // Divides and paints one triangle after the other; keeps the buffers between them.
+template <class Surface>
 class BandPainter {
 public:
-    BandPainter(DrawSurface& surface, const LevelSet& levels, const PointSet& points,
+    BandPainter(Surface& surface, const LevelSet& levels, const PointSet& points,
                 const TriangleList& triangles, MessageService& messages)
         : surface_(surface), levels_(levels), points_(points), triangles_(triangles),
-          messages_(messages), reach_(points, levels),
-          mapPoints_(MapPointsOf(surface, levels, points, reach_)) {}
+          reach_(points, levels), mapPoints_(MapPointsOf(surface, levels, points, reach_)),
+          filler_(surface, levels, messages) {}
 
     void Paint(Index t) {
         PrefetchCorners(triangles_, t, mapPoints_);
@@ -126,7 +187,7 @@ public:
         if (band != 0) {
             FillInColour(
                 surface_,
-                std::array{PixelOf(triangle, 1), PixelOf(triangle, 2), PixelOf(triangle, 3)},
+                std::array{PlaceOf(triangle, 1), PlaceOf(triangle, 2), PlaceOf(triangle, 3)},
                 levels_[band].colour);
         } else {
             PaintPieces(triangle);
@@ -134,12 +195,14 @@ public:
     }
 
 private:
-    [[nodiscard]] const MapPoint& MapPointOf(const Triangle& triangle, int vertex) const {
+    using Place = typename Surface::Place;
+
+    [[nodiscard]] const MapPoint<Place>& MapPointOf(const Triangle& triangle, int vertex) const {
         return mapPoints_[static_cast<std::size_t>(triangle.Vertex(vertex))];
     }
 
-    [[nodiscard]] PixelPoint PixelOf(const Triangle& triangle, int vertex) const {
-        const MapPoint& point = MapPointOf(triangle, vertex);
+    [[nodiscard]] Place PlaceOf(const Triangle& triangle, int vertex) const {
+        const MapPoint<Place>& point = MapPointOf(triangle, vertex);
         return {point.x, point.y};
     }
 
@@ -235,18 +298,36 @@ private:
         }
     }
 
-    void Fill() { FillBandPolygon(surface_, polygon_, levels_, messages_); }
+    void Fill() { filler_.FillBandPolygon(polygon_); }
 
-    DrawSurface& surface_;
+    Surface& surface_;
     const LevelSet& levels_;
     const PointSet& points_;
     const TriangleList& triangles_;
-    MessageService& messages_;
     LevelReach reach_;
-    std::vector<MapPoint> mapPoints_; // of point i at i
+    std::vector<MapPoint<Place>> mapPoints_; // of point i at i
+    PieceFiller<Surface> filler_;
     std::vector<CutSegment> segments_;
     BandPolygon polygon_;
 };
+
+// Paints all triangles; false when the stop request ended it.
+template <class Surface>
+bool PaintBands(Surface& surface, const LevelSet& levels, const ContourInput& input,
+                const TriangleList& triangles, MessageService& messages) {
+    BandPainter<Surface> painter(surface, levels, input.survey.Points(), triangles, messages);
+    for (Index t = 1; t <= triangles.count; ++t) {
+        painter.Paint(t);
+        const bool goesOn =
+            t % kProgressStride == 0
+                ? input.stop.GoesOn("areas", static_cast<double>(t) / triangles.count)
+                : !input.stop.IsStopRequested();
+        if (!goesOn) {
+            return false;
+        }
+    }
+    return true;
+}
 
 } // namespace
 
@@ -258,17 +339,6 @@ Colour BandColour(const LevelSet& levels, double meanHeight) {
                                                             : std::prev(above)->colour;
 }
 
-void FillBandPolygon(DrawSurface& surface, BandPolygon& polygon, const LevelSet& levels,
-                     MessageService& messages) {
-    thread_local std::vector<PixelPoint> corners;
-    ToPixels(surface, polygon, corners);
-    if (!IsOrderFree(corners)) {
-        SortCorners(polygon, messages);
-        ToPixels(surface, polygon, corners);
-    }
-    FillInColour(surface, corners, BandColour(levels, Mean(polygon.z)));
-}
-
 ContourReport DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
                              MessageService& messages) {
     const auto body = [&](const TriangulationOutcome& made, ContourReport& report) {
@@ -276,16 +346,10 @@ ContourReport DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const Conto
         if (made.ierr < 0) {
             throw TriangulationError(made.ierr, input.run);
         }
-        const TriangleList& triangles = made.triangles;
-        BandPainter painter(surface, levels, input.survey.Points(), triangles, messages);
-        for (Index t = 1; t <= triangles.count && !report.stopped; ++t) {
-            painter.Paint(t);
-            report.stopped =
-                t % kProgressStride == 0
-                    ? !input.stop.GoesOn("areas", static_cast<double>(t) / triangles.count)
-                    : input.stop.IsStopRequested();
-        }
-        DrawTriangleOverlay(surface, input, triangles);
+        WithPlaces(surface, [&](auto& places) {
+            report.stopped = !PaintBands(places, levels, input, made.triangles, messages);
+        });
+        DrawTriangleOverlay(surface, input, made.triangles);
         report.draw = watch.Lap();
     };
     return RunContourRoutine(levels, input, body);

@@ -7,30 +7,9 @@
 #pragma once
 
 #include "contour/LevelLines.h"
-#include "contour/TriangleCut.h"
 #include "util/Services.h"
 
 namespace terravo {
-
-/// A piece of a band: corners in any order, with their heights. Its buffers serve piece after
-/// piece.
-struct BandPolygon {
-    Array1<double> x;
-    Array1<double> y;
-    Array1<double> z;
-
-    void Clear() {
-        x.Clear();
-        y.Clear();
-        z.Clear();
-    }
-    void Append(const SpacePoint& corner) {
-        x.Append(corner.x);
-        y.Append(corner.y);
-        z.Append(corner.z);
-    }
-    [[nodiscard]] Index CornerCount() const { return x.UpperBound(); }
-};
 
 /// Fills the bands on a surface whose scale is set.
 /// @param messages  of the sort.
@@ -42,11 +21,5 @@ ContourReport DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const Conto
 /// Colour of a piece by its mean height: that of the level at or just below it; of the top level
 /// when it is below the lowest.
 Colour BandColour(const LevelSet& levels, double meanHeight);
-
-/// Fills a convex polygon in the colour of its band, outline and inside alike.
-/// @param polygon  its corners are put in order about their mean where the order shows in the
-///                 picture; its heights are kept.
-void FillBandPolygon(DrawSurface& surface, BandPolygon& polygon, const LevelSet& levels,
-                     MessageService& messages);
 
 } // namespace terravo

@@ -11,14 +11,14 @@ namespace {
 
 void DrawPieces(DrawSurface& surface, const LevelRecord& level,
                 const std::vector<LevelPiece>& pieces) {
+    const bool endIsMissing = level.width == 1 && surface.LeavesOutLastPixel();
     for (const LevelPiece& piece : pieces) {
         if (!piece.isSegment) {
             surface.PSet(piece.x1, piece.y1, level.colour);
             continue;
         }
         surface.Line(piece.x1, piece.y1, piece.x2, piece.y2, level.colour);
-        if (level.width == 1) {
-            // A line leaves out its last pixel.
+        if (endIsMissing) {
             surface.PSet(piece.x2, piece.y2, level.colour);
         }
     }

@@ -25,10 +25,6 @@ bool IsFinite(PixelPosition p) {
     return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
-PixelPoint Rounded(PixelPosition p) {
-    return {modUtilita::RoundHalfEven(p.x), modUtilita::RoundHalfEven(p.y)};
-}
-
 PixelPosition BroughtNear(PixelPosition p) {
     return {std::clamp(p.x, -kFarPixel, kFarPixel), std::clamp(p.y, -kFarPixel, kFarPixel)};
 }
@@ -132,10 +128,6 @@ double DrawSurface::ScaleY(double value, ScaleUnit from, ScaleUnit to) const {
     return value * PixelsPer(from, yUser_) / PixelsPer(to, yUser_);
 }
 
-PixelPoint DrawSurface::ToPixelPoint(double x, double y) const {
-    return Rounded(ToPixels(x, y));
-}
-
 void DrawSurface::SetFontSize(float points) {
     font_.size = points;
     UpdateFontPixels();
@@ -158,7 +150,7 @@ void DrawSurface::StrokeBetween(PixelPosition a, PixelPosition b, const Pen& pen
     if ((!IsNear(a) || !IsNear(b)) && !PixelKernels::ClipSegment(a, b, kFarPixel)) {
         return;
     }
-    StrokePixels(Rounded(a), Rounded(b), pen);
+    StrokePixels(a, b, pen);
 }
 
 void DrawSurface::Line(double x1, double y1, double x2, double y2, Colour colour, Box box) {
@@ -174,18 +166,14 @@ void DrawSurface::Line(double x1, double y1, double x2, double y2, Colour colour
     if (!IsFinite(a) || !IsFinite(b)) {
         return;
     }
-    const PixelPoint p = Rounded(BroughtNear(a));
-    const PixelPoint q = Rounded(BroughtNear(b));
+    const PixelPosition p = BroughtNear(a);
+    const PixelPosition q = BroughtNear(b);
     if (box == Box::Filled) {
         FillPixelRect(p, q, colour, pen.mode);
     } else {
-        StrokeOutline(std::array{p, PixelPoint{q.x, p.y}, q, PixelPoint{p.x, q.y}}, pen);
-    }
-}
-
-void DrawSurface::StrokeOutline(std::span<const PixelPoint> corners, const Pen& pen) {
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        StrokePixels(corners[i], corners[i + 1 == corners.size() ? 0 : i + 1], pen);
+        constexpr std::int32_t kCorners = 4;
+        PaintPixelPolygons(std::array{p, PixelPosition{q.x, p.y}, q, PixelPosition{p.x, q.y}},
+                           std::span(&kCorners, 1), std::nullopt, pen);
     }
 }
 
@@ -195,7 +183,7 @@ void DrawSurface::PSet(double x, double y, Colour colour) {
     if (IsNear(place)) {
         Pen pen = pen_;
         pen.colour = colour;
-        SetPixels(Rounded(place), pen);
+        SetPixels(place, pen);
     }
 }
 
@@ -203,7 +191,7 @@ void DrawSurface::Print(std::string_view utf8, NewLine newLine) {
     const PixelPosition place = ToPixels(cursor_.x, cursor_.y);
     if (IsNear(place) && !utf8.empty()) {
         const auto background = fontTransparent_ ? std::nullopt : std::optional(backColor_);
-        DrawTextPixels(Rounded(place), utf8, font_, foreColor_, background);
+        DrawTextPixels(place, utf8, font_, foreColor_, background);
     }
     if (newLine == NewLine::Yes) {
         cursor_ = {xAxis_.origin, cursor_.y + TextHeight(utf8)};
@@ -220,40 +208,33 @@ double DrawSurface::TextHeight(std::string_view utf8) const {
     return MeasurePixels(utf8, font_).height / yAxis_.PixelsPerUnit();
 }
 
-void DrawSurface::FillPolygon(std::span<const PixelPoint> corners, const PaintTools& tools) {
-    const auto count = static_cast<std::int32_t>(corners.size());
-    FillPolyPolygon(corners, std::span(&count, 1), tools);
-}
-
-void DrawSurface::FillPolyPolygon(std::span<const PixelPoint> corners,
-                                  std::span<const std::int32_t> counts, const PaintTools& tools) {
+void DrawSurface::CheckCounts(std::size_t corners, std::span<const std::int32_t> counts) {
     std::size_t total = 0;
     for (const std::int32_t count : counts) {
         total += static_cast<std::size_t>(std::max(count, 0));
-        if (count < 0 || total > corners.size()) {
+        if (count < 0 || total > corners) {
             throw AppError(ErrorNumber::kInvalidCall, "FillPolyPolygon",
                            "The polygons to fill have more corners than were given.");
         }
     }
-    const Pen pen{tools.penColour, std::max(tools.penWidth, 1), tools.penStyle, pen_.mode};
-    PaintPixelPolygons(corners, counts, tools.brush, pen);
 }
 
-void DrawSurface::PaintPixelPolygons(std::span<const PixelPoint> corners,
-                                     std::span<const std::int32_t> counts,
-                                     std::optional<Colour> inside, const Pen& pen) {
-    if (inside) {
-        FillPixelPolygons(corners, counts, *inside, pen.mode);
-    }
-    std::size_t start = 0;
-    for (const std::int32_t count : counts) {
-        const auto size = static_cast<std::size_t>(count);
-        StrokeOutline(corners.subspan(start, size), pen);
-        start += size;
-    }
+Pen DrawSurface::OutlinePen(const PaintTools& tools) const {
+    return {tools.penColour, std::max(tools.penWidth, 1), tools.penStyle, pen_.mode};
 }
 
-void DrawSurface::FillDisc(PixelPoint centre, int radius, const PaintTools& tools) {
+void DrawSurface::FillPolygon(std::span<const PixelPosition> corners, const PaintTools& tools) {
+    const auto count = static_cast<std::int32_t>(corners.size());
+    FillPolyPolygon(corners, std::span(&count, 1), tools);
+}
+
+void DrawSurface::FillPolyPolygon(std::span<const PixelPosition> corners,
+                                  std::span<const std::int32_t> counts, const PaintTools& tools) {
+    CheckCounts(corners.size(), counts);
+    PaintPixelPolygons(corners, counts, tools.brush, OutlinePen(tools));
+}
+
+void DrawSurface::FillDisc(PixelPosition centre, int radius, const PaintTools& tools) {
     FillPixelDisc(centre, radius, tools.brush, tools.penColour, pen_.mode);
 }
 

@@ -4,7 +4,8 @@
 // Data: the properties below. Scale and cursor read in single precision; the mapping behind them
 // and every coordinate stay double until they become pixels, so that a straight line at a northing
 // of millions stays straight. Method: all arithmetic is done here, once. A backend adds strokes,
-// fills and text in whole pixels, and nothing else.
+// fills and text at places in fractions of a pixel, and nothing else; only those that paint pixels
+// round them.
 //
 // Coordinates are in the unit of ScaleMode: user units, points (1/72 inch) or pixels. Pixel
 // coordinates start at the top-left corner, y downwards.
@@ -14,6 +15,7 @@
 #include "plot2d/DrawCodes.h"
 #include "plot2d/PixelPoint.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -114,9 +116,10 @@ public:
     [[nodiscard]] UserPosition ToUser(double pixelX, double pixelY) const {
         return {xAxis_.FromPixel(pixelX), yAxis_.FromPixel(pixelY)};
     }
-    /// The pixel of a position in current coordinates, halves to even; far outside the area the
-    /// nearest pixel that integers can count.
-    [[nodiscard]] PixelPoint ToPixelPoint(double x, double y) const;
+    /// The pixel of a position in current coordinates; see NearestPixel.
+    [[nodiscard]] PixelPoint ToPixelPoint(double x, double y) const {
+        return NearestPixel(ToPixels(x, y));
+    }
 
     /// Size of the area in pixels, whatever ScaleMode is.
     [[nodiscard]] int PixelWidth() const { return pixelWidth_; }
@@ -168,9 +171,12 @@ public:
 
     // --- Drawing in current coordinates ---
 
+    /// True when a line one pixel wide ends before the pixel of its end, so that the runs of a path
+    /// share none: whoever wants that pixel sets it. False when lines have round ends.
+    [[nodiscard]] virtual bool LeavesOutLastPixel() const { return false; }
+
     /// Draws from (x1, y1) to (x2, y2) with DrawWidth, DrawStyle and DrawMode: a line, or the
-    /// rectangle with these corners, as outline or filled. A line one pixel wide leaves out its
-    /// last pixel, so that the runs of a path share none. Coordinates that are not finite draw
+    /// rectangle with these corners, as outline or filled. Coordinates that are not finite draw
     /// nothing. Leaves the cursor at (x2, y2).
     virtual void Line(double x1, double y1, double x2, double y2, Colour colour,
                       Box box = Box::None);
@@ -197,21 +203,26 @@ public:
 
     // --- Fills in device pixels, painted with DrawMode ---
 
+    /// How this surface takes the corners of a fill without a detour, and a place made such a
+    /// corner. Surfaces of pixels have their own; see PixelSurface.
+    using Place = PixelPosition;
+    [[nodiscard]] static Place PlaceAt(PixelPosition place) { return place; }
+
     /// Fills the closed polygon by the even-odd rule with the brush, then strokes its outline with
     /// the pen. Neighbours that share corners leave no gap.
-    void FillPolygon(std::span<const PixelPoint> corners, const PaintTools& tools);
+    void FillPolygon(std::span<const PixelPosition> corners, const PaintTools& tools);
 
     /// The same for several polygons in one call; the even-odd rule takes them together.
     /// @param counts  corners of each polygon, which follow each other in `corners`.
     /// @throws AppError when the counts are negative or exceed the corners.
-    virtual void FillPolyPolygon(std::span<const PixelPoint> corners,
+    virtual void FillPolyPolygon(std::span<const PixelPosition> corners,
                                  std::span<const std::int32_t> counts, const PaintTools& tools);
 
     /// Disc of 2 * radius + 1 pixels across: brush inside, pen on the rim, always one pixel wide.
-    virtual void FillDisc(PixelPoint centre, int radius, const PaintTools& tools);
+    virtual void FillDisc(PixelPosition centre, int radius, const PaintTools& tools);
 
-    /// Fills with the brush from (x, y) up to pixels of the border colour. A hollow brush, or a
-    /// start outside the area or on the border, paints nothing.
+    /// Fills with the brush from pixel (x, y) up to pixels of the border colour. A hollow brush, or
+    /// a start outside the area or on the border, paints nothing.
     virtual void FloodFill(int x, int y, Colour borderColour, const PaintTools& tools);
 
 protected:
@@ -221,27 +232,30 @@ protected:
     /// Tells the new size of the area; the user system is stretched to it unless it was never set.
     void SetPixelSize(int pixelWidth, int pixelHeight);
 
-    /// Line from a to b; without pixel b when the pen is one pixel wide.
-    virtual void StrokePixels(PixelPoint a, PixelPoint b, const Pen& pen) = 0;
+    /// @throws AppError when the counts are negative or exceed the corners.
+    static void CheckCounts(std::size_t corners, std::span<const std::int32_t> counts);
+    /// What the outlines of a fill are drawn with.
+    [[nodiscard]] Pen OutlinePen(const PaintTools& tools) const;
+
+    // What a backend adds. The middle of a pixel has whole coordinates.
+
+    /// Line from a to b; see LeavesOutLastPixel.
+    virtual void StrokePixels(PixelPosition a, PixelPosition b, const Pen& pen) = 0;
     /// Dot as wide as the pen.
-    virtual void SetPixels(PixelPoint centre, const Pen& pen) = 0;
-    /// Rectangle with both corners included, in any order.
-    virtual void FillPixelRect(PixelPoint a, PixelPoint b, Colour colour, int drawMode) = 0;
-    /// Inside of the polygons; the outline follows by StrokePixels.
-    virtual void FillPixelPolygons(std::span<const PixelPoint> corners,
-                                   std::span<const std::int32_t> counts, Colour colour,
-                                   int drawMode) = 0;
+    virtual void SetPixels(PixelPosition centre, const Pen& pen) = 0;
+    /// Rectangle with the pixels of both corners included, in any order.
+    virtual void FillPixelRect(PixelPosition a, PixelPosition b, Colour colour, int drawMode) = 0;
     /// The inside of the polygons together, unless hollow, then their outlines one after the
-    /// other. A backend that overrides it paints the same pixels sooner.
-    virtual void PaintPixelPolygons(std::span<const PixelPoint> corners,
+    /// other.
+    virtual void PaintPixelPolygons(std::span<const PixelPosition> corners,
                                     std::span<const std::int32_t> counts,
-                                    std::optional<Colour> inside, const Pen& pen);
+                                    std::optional<Colour> inside, const Pen& pen) = 0;
     /// Disc with its inside (unless hollow) and its rim.
-    virtual void FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside,
+    virtual void FillPixelDisc(PixelPosition centre, int radius, std::optional<Colour> inside,
                                Colour rim, int drawMode) = 0;
     virtual void FloodPixels(PixelPoint seed, Colour border, Colour colour, int drawMode) = 0;
-    /// Text with its top-left corner at a pixel, its cell painted first when there is a background.
-    virtual void DrawTextPixels(PixelPoint topLeft, std::string_view utf8, const Font& font,
+    /// Text with its top-left corner at a place, its cell painted first when there is a background.
+    virtual void DrawTextPixels(PixelPosition topLeft, std::string_view utf8, const Font& font,
                                 Colour colour, std::optional<Colour> background) = 0;
     [[nodiscard]] virtual TextSize MeasurePixels(std::string_view utf8, const Font& font) const = 0;
     /// Makes the persistent image the visible one.
@@ -266,7 +280,6 @@ private:
     void SetUserSystem(const AxisMap& x, const AxisMap& y);
     void UpdateMaps();
     void StrokeBetween(PixelPosition a, PixelPosition b, const Pen& pen);
-    void StrokeOutline(std::span<const PixelPoint> corners, const Pen& pen);
     void UpdateFontPixels();
 
     int pixelWidth_;

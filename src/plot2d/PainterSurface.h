@@ -3,15 +3,12 @@
 //
 // Data: a painter whose coordinates are the pixels of the picture, wherever its device puts them.
 // Method: the layout is that of a picture of as many pixels, since texts are measured with the same
-// fonts; strokes run through the middles of the pixels that a picture would paint, and a text is
-// stretched to the width that it was measured at.
+// fonts; a text is stretched to the width that it was measured at.
 #pragma once
 
 #include "plot2d/VectorSurface.h"
 
 #include <QPainter>
-
-#include <optional>
 
 namespace terravo {
 
@@ -23,29 +20,20 @@ public:
     PainterSurface(QPainter& painter, int width, int height, double pixelRatio, Paper paper);
 
 protected:
-    // Every drawing mode copies: a vector file has no pixels to combine with.
-    void StrokePixels(PixelPoint a, PixelPoint b, const Pen& pen) override;
-    void SetPixels(PixelPoint centre, const Pen& pen) override;
-    void FillPixelRect(PixelPoint a, PixelPoint b, Colour colour, int drawMode) override;
-    void FillPixelPolygons(std::span<const PixelPoint> corners,
-                           std::span<const std::int32_t> counts, Colour colour,
-                           int drawMode) override;
-    void PaintPixelPolygons(std::span<const PixelPoint> corners,
-                            std::span<const std::int32_t> counts, std::optional<Colour> inside,
-                            const Pen& pen) override;
-    void FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside, Colour rim,
-                       int drawMode) override;
-    void DrawTextPixels(PixelPoint topLeft, std::string_view utf8, const Font& font, Colour colour,
-                        std::optional<Colour> background) override;
+    void AddLine(PixelPosition a, PixelPosition b, const Outline& outline) override;
+    void AddRect(const QRectF& area, const QColor& inside) override;
+    void AddCircle(PixelPosition centre, double radius, const Look& look) override;
+    void AddPolygons(std::span<const PixelPosition> corners, std::span<const std::int32_t> counts,
+                     const Look& look) override;
+    void AddText(const Text& text) override;
 
 private:
-    void UsePen(const Pen& pen, bool asInside = false);
-    void UseBrush(std::optional<Colour> colour);
-    void DrawPolygons(std::span<const PixelPoint> corners, std::span<const std::int32_t> counts);
+    void UseOutline(const std::optional<Outline>& outline);
+    void UseLook(const Look& look);
 
     QPainter& painter_;
-    std::optional<Pen> pen_; // of the painter, drawn as an inside or as a stroke
-    bool penAsInside_ = false;
+    std::optional<Outline>
+        outline_; // of the painter's pen; none before the first and without a pen
 };
 
 } // namespace terravo

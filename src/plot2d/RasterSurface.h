@@ -1,13 +1,12 @@
 // A drawing surface that paints a QImage, for windows and for picture files.
 //
 // Data: the persistent image (Format_RGB32) and, while AutoRedraw is off, a second image that only
-// the screen shows. Method: lines and fills go through PixelKernels straight into the image; text
-// is drawn by QPainter without antialiasing, with a pixel size, a hinting and a family that are all
-// chosen here, so that a picture has the same bytes under every platform plugin.
+// the screen shows. Method: lines and fills go straight into the image; text is drawn by QPainter
+// without antialiasing, with a pixel size, a hinting and a family that are all chosen here, so that
+// a picture has the same bytes under every platform plugin.
 #pragma once
 
-#include "plot2d/DrawSurface.h"
-#include "plot2d/PixelKernels.h"
+#include "plot2d/PixelSurface.h"
 
 #include <QFont>
 #include <QFontMetrics>
@@ -18,7 +17,7 @@
 
 namespace terravo {
 
-class RasterSurface : public DrawSurface {
+class RasterSurface : public PixelSurface {
 public:
     /// An area of width x height device pixels in BackColor, at kDotsPerInch * pixelRatio.
     RasterSurface(int width, int height, double pixelRatio = 1.0);
@@ -40,20 +39,9 @@ public:
     void MarkShown() { repaintAsked_ = false; }
 
 protected:
-    void StrokePixels(PixelPoint a, PixelPoint b, const Pen& pen) override;
-    void SetPixels(PixelPoint centre, const Pen& pen) override;
-    void FillPixelRect(PixelPoint a, PixelPoint b, Colour colour, int drawMode) override;
-    void FillPixelPolygons(std::span<const PixelPoint> corners,
-                           std::span<const std::int32_t> counts, Colour colour,
-                           int drawMode) override;
-    void PaintPixelPolygons(std::span<const PixelPoint> corners,
-                            std::span<const std::int32_t> counts, std::optional<Colour> inside,
-                            const Pen& pen) override;
-    void FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside, Colour rim,
-                       int drawMode) override;
-    void FloodPixels(PixelPoint seed, Colour border, Colour colour, int drawMode) override;
-    void DrawTextPixels(PixelPoint topLeft, std::string_view utf8, const Font& font, Colour colour,
-                        std::optional<Colour> background) override;
+    PixelKernels::PixelBuffer Buffer() override;
+    void DrawTextPixels(PixelPosition topLeft, std::string_view utf8, const Font& font,
+                        Colour colour, std::optional<Colour> background) override;
     [[nodiscard]] TextSize MeasurePixels(std::string_view utf8, const Font& font) const override;
     void RefreshPixels() override;
     void AutoRedrawChanged() override;
@@ -67,7 +55,6 @@ private:
 
     [[nodiscard]] const LoadedFont& Load(const Font& font) const;
     [[nodiscard]] QImage& Target() { return AutoRedraw() ? image_ : screen_; }
-    PixelKernels::PixelBuffer Buffer();
     void AskRepaint();
     [[nodiscard]] QImage BlankImage() const;
 

@@ -2,16 +2,46 @@
 
 #include "plot2d/SurfaceFont.h"
 
-#include <algorithm>
+#include <array>
+#include <charconv>
 
 namespace terravo {
 namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
-constexpr double kHalf = 0.5; // the origin of the drawing is the middle of a pixel
 
-QString PlaceText(PixelPoint p) {
-    return QString::number(p.x) + QLatin1Char(',') + QString::number(p.y);
+// At most three decimals, without zeros at the end.
+void AppendNumber(QString& text, double value) {
+    constexpr int kDecimals = 3;
+    std::array<char, 32> digits{}; // coordinates are far below 10^20
+    char* end = std::to_chars(digits.data(), digits.data() + digits.size(), value,
+                              std::chars_format::fixed, kDecimals)
+                    .ptr;
+    while (*(end - 1) == '0') {
+        --end;
+    }
+    end -= *(end - 1) == '.' ? 1 : 0;
+    const QLatin1String shortest(digits.data(), static_cast<int>(end - digits.data()));
+    text += shortest == QLatin1String("-0") ? QLatin1String("0") : shortest;
+}
+
+void AppendPlace(QString& text, PixelPosition place) {
+    AppendNumber(text, place.x);
+    text += QLatin1Char(',');
+    AppendNumber(text, place.y);
+}
+
+QString PathOf(std::span<const PixelPosition> corners, std::span<const std::int32_t> counts) {
+    QString path;
+    std::size_t next = 0;
+    for (const std::int32_t count : counts) {
+        for (std::int32_t i = 0; i < count; ++i) {
+            path += QLatin1Char(i == 0 ? 'M' : 'L');
+            AppendPlace(path, corners[next++]);
+        }
+        path += QLatin1String(count == 0 ? "" : "Z");
+    }
+    return path;
 }
 
 } // namespace
@@ -39,24 +69,23 @@ SvgSurface::SvgSurface(QXmlStreamWriter& xml, int width, int height, double pixe
 }
 
 void SvgSurface::WriteNumber(const char* name, double value) {
-    xml_.writeAttribute(QLatin1String(name), QString::number(value));
+    QString text;
+    AppendNumber(text, value);
+    xml_.writeAttribute(QLatin1String(name), text);
 }
 
 void SvgSurface::WriteColour(const char* name, const QColor& colour) {
     xml_.writeAttribute(QLatin1String(name), colour.name());
 }
 
-// The outline of an area in its own colour closes the seam to its neighbour, so it is shown as its
-// inside is.
-void SvgSurface::WriteStroke(const Pen& pen, bool asInside) {
-    WriteColour("stroke", asInside ? Shown(pen.colour) : ShownStroke(pen.colour));
-    if (pen.width != 1) {
-        WriteNumber("stroke-width", pen.width);
+void SvgSurface::WriteOutline(const Outline& outline) {
+    WriteColour("stroke", outline.colour);
+    if (outline.width != 1) {
+        WriteNumber("stroke-width", outline.width);
     }
-    const std::span<const int> dashes = Dashes(pen);
-    if (!dashes.empty()) {
+    if (!outline.dashes.empty()) {
         QStringList lengths;
-        for (const int length : dashes) {
+        for (const int length : outline.dashes) {
             lengths.append(QString::number(length));
         }
         xml_.writeAttribute(QStringLiteral("stroke-dasharray"), lengths.join(QLatin1Char(',')));
@@ -64,108 +93,66 @@ void SvgSurface::WriteStroke(const Pen& pen, bool asInside) {
     }
 }
 
-void SvgSurface::WriteRect(double x, double y, double width, double height, const QColor& colour) {
-    xml_.writeEmptyElement(QStringLiteral("rect"));
-    WriteNumber("x", x - kHalf);
-    WriteNumber("y", y - kHalf);
-    WriteNumber("width", width);
-    WriteNumber("height", height);
-    WriteColour("fill", colour);
+void SvgSurface::WriteLook(const Look& look) {
+    if (look.inside) {
+        WriteColour("fill", *look.inside);
+    }
+    if (look.outline) {
+        WriteOutline(*look.outline);
+    }
 }
 
-void SvgSurface::WriteCircle(PixelPoint centre, double radius) {
+void SvgSurface::AddLine(PixelPosition a, PixelPosition b, const Outline& outline) {
+    QString points;
+    AppendPlace(points, a);
+    points += QLatin1Char(' ');
+    AppendPlace(points, b);
+    xml_.writeEmptyElement(QStringLiteral("polyline"));
+    xml_.writeAttribute(QStringLiteral("points"), points);
+    WriteOutline(outline);
+}
+
+void SvgSurface::AddRect(const QRectF& area, const QColor& inside) {
+    xml_.writeEmptyElement(QStringLiteral("rect"));
+    WriteNumber("x", area.x());
+    WriteNumber("y", area.y());
+    WriteNumber("width", area.width());
+    WriteNumber("height", area.height());
+    WriteColour("fill", inside);
+}
+
+void SvgSurface::AddCircle(PixelPosition centre, double radius, const Look& look) {
     xml_.writeEmptyElement(QStringLiteral("circle"));
     WriteNumber("cx", centre.x);
     WriteNumber("cy", centre.y);
     WriteNumber("r", radius);
+    WriteLook(look);
 }
 
-void SvgSurface::WritePath(std::span<const PixelPoint> corners,
-                           std::span<const std::int32_t> counts) {
-    QString path;
-    std::size_t start = 0;
-    for (const std::int32_t count : counts) {
-        const auto polygon = corners.subspan(start, static_cast<std::size_t>(count));
-        for (std::size_t i = 0; i < polygon.size(); ++i) {
-            path += QLatin1Char(i == 0 ? 'M' : 'L') + PlaceText(polygon[i]);
-        }
-        path += polygon.empty() ? QString() : QStringLiteral("Z");
-        start += polygon.size();
-    }
-    xml_.writeEmptyElement(QStringLiteral("path"));
-    xml_.writeAttribute(QStringLiteral("d"), path);
-}
-
-void SvgSurface::StrokePixels(PixelPoint a, PixelPoint b, const Pen& pen) {
-    if (a == b && pen.width == 1) {
-        return; // its only pixel is the one that is left out
-    }
-    xml_.writeEmptyElement(QStringLiteral("polyline"));
-    xml_.writeAttribute(QStringLiteral("points"), PlaceText(a) + QLatin1Char(' ') + PlaceText(b));
-    WriteStroke(pen, false);
-}
-
-void SvgSurface::SetPixels(PixelPoint centre, const Pen& pen) {
-    if (pen.width == 1) {
-        WriteRect(centre.x, centre.y, 1, 1, ShownStroke(pen.colour));
-        return;
-    }
-    WriteCircle(centre, pen.width / 2.0);
-    WriteColour("fill", ShownStroke(pen.colour));
-}
-
-void SvgSurface::FillPixelRect(PixelPoint a, PixelPoint b, Colour colour, int /*drawMode*/) {
-    if (!IsLeftOut(colour)) {
-        WriteRect(std::min(a.x, b.x), std::min(a.y, b.y), std::abs(b.x - a.x) + 1.0,
-                  std::abs(b.y - a.y) + 1.0, Shown(colour));
+void SvgSurface::AddPolygons(std::span<const PixelPosition> corners,
+                             std::span<const std::int32_t> counts, const Look& look) {
+    const QString path = PathOf(corners, counts);
+    if (!path.isEmpty()) {
+        xml_.writeEmptyElement(QStringLiteral("path"));
+        xml_.writeAttribute(QStringLiteral("d"), path);
+        WriteLook(look);
     }
 }
 
-void SvgSurface::FillPixelPolygons(std::span<const PixelPoint> corners,
-                                   std::span<const std::int32_t> counts, Colour colour,
-                                   int /*drawMode*/) {
-    WritePath(corners, counts);
-    WriteColour("fill", Shown(colour));
-}
-
-void SvgSurface::PaintPixelPolygons(std::span<const PixelPoint> corners,
-                                    std::span<const std::int32_t> counts,
-                                    std::optional<Colour> inside, const Pen& pen) {
-    WritePath(corners, counts);
-    if (inside) {
-        WriteColour("fill", Shown(*inside));
-    }
-    WriteStroke(pen, inside == pen.colour);
-}
-
-void SvgSurface::FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside,
-                               Colour rim, int /*drawMode*/) {
-    WriteCircle(centre, radius);
-    if (inside) {
-        WriteColour("fill", Shown(*inside));
-    }
-    WriteColour("stroke", ShownStroke(rim));
-}
-
-void SvgSurface::DrawTextPixels(PixelPoint topLeft, std::string_view utf8, const Font& font,
-                                Colour colour, std::optional<Colour> background) {
-    const TextSize size = MeasurePixels(utf8, font);
-    if (background) {
-        WriteRect(topLeft.x, topLeft.y, size.width, size.height, Shown(*background));
-    }
+void SvgSurface::AddText(const Text& text) {
     xml_.writeStartElement(QStringLiteral("text"));
-    WriteNumber("x", topLeft.x - kHalf);
-    WriteNumber("y", topLeft.y + Metrics(font).ascent() - kHalf);
-    xml_.writeAttribute(QStringLiteral("font-family"), MakeSurfaceFont(font).family());
-    WriteNumber("font-size", font.pixelSize);
-    if (font.bold) {
+    WriteNumber("x", text.start.x);
+    WriteNumber("y", text.start.y);
+    xml_.writeAttribute(QStringLiteral("font-family"), MakeSurfaceFont(text.font).family());
+    WriteNumber("font-size", text.font.pixelSize);
+    if (text.font.bold) {
         xml_.writeAttribute(QStringLiteral("font-weight"), QStringLiteral("bold"));
     }
-    WriteColour("fill", ShownStroke(colour));
-    WriteNumber("textLength", size.width);
+    WriteColour("fill", text.colour);
+    WriteNumber("textLength", text.width);
     xml_.writeAttribute(QStringLiteral("lengthAdjust"), QStringLiteral("spacingAndGlyphs"));
     xml_.writeAttribute(QStringLiteral("xml:space"), QStringLiteral("preserve"));
-    xml_.writeCharacters(PrintableText(utf8));
+    xml_.writeCharacters(text.characters);
     xml_.writeEndElement();
 }
 

@@ -8,8 +8,6 @@
 
 #include <QXmlStreamWriter>
 
-#include <optional>
-
 namespace terravo {
 
 class SvgSurface : public VectorSurface {
@@ -20,28 +18,18 @@ public:
                const QString& title);
 
 protected:
-    // Every drawing mode copies: a vector file has no pixels to combine with.
-    void StrokePixels(PixelPoint a, PixelPoint b, const Pen& pen) override;
-    void SetPixels(PixelPoint centre, const Pen& pen) override;
-    void FillPixelRect(PixelPoint a, PixelPoint b, Colour colour, int drawMode) override;
-    void FillPixelPolygons(std::span<const PixelPoint> corners,
-                           std::span<const std::int32_t> counts, Colour colour,
-                           int drawMode) override;
-    void PaintPixelPolygons(std::span<const PixelPoint> corners,
-                            std::span<const std::int32_t> counts, std::optional<Colour> inside,
-                            const Pen& pen) override;
-    void FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside, Colour rim,
-                       int drawMode) override;
-    void DrawTextPixels(PixelPoint topLeft, std::string_view utf8, const Font& font, Colour colour,
-                        std::optional<Colour> background) override;
+    void AddLine(PixelPosition a, PixelPosition b, const Outline& outline) override;
+    void AddRect(const QRectF& area, const QColor& inside) override;
+    void AddCircle(PixelPosition centre, double radius, const Look& look) override;
+    void AddPolygons(std::span<const PixelPosition> corners, std::span<const std::int32_t> counts,
+                     const Look& look) override;
+    void AddText(const Text& text) override;
 
 private:
     void WriteNumber(const char* name, double value);
     void WriteColour(const char* name, const QColor& colour);
-    void WriteStroke(const Pen& pen, bool asInside);
-    void WriteRect(double x, double y, double width, double height, const QColor& colour);
-    void WriteCircle(PixelPoint centre, double radius);
-    void WritePath(std::span<const PixelPoint> corners, std::span<const std::int32_t> counts);
+    void WriteOutline(const Outline& outline);
+    void WriteLook(const Look& look);
 
     QXmlStreamWriter& xml_;
 };

@@ -103,9 +103,6 @@ void AxonometricView::Triangoli(Array1<double> x, Array1<double> y, Array1<doubl
     TakePoints(std::move(x), std::move(y), std::move(z), std::move(newTitle));
     triangles = WithoutStrayCorners(std::move(corners), pointCount);
     mode = ViewMode::Triangles;
-    const auto count = static_cast<std::size_t>(std::min(triangles.Rows(), kTrianglesAtATime));
-    polyPoints.assign(3 * count, {});
-    polyCounts.assign(count, 3);
     PreparePoints(given);
 }
 
@@ -221,7 +218,7 @@ void AxonometricView::TakeFrame() {
     slantZ = ratio * rayx * sinAlfa * (-coefficients.Ax / coefficients.Az);
 }
 
-PixelPoint AxonometricView::Project(double x, double y, double z) const {
+PixelPosition AxonometricView::Project(double x, double y, double z) const {
     if (rotating) {
         const PlanPlace turned = RotatePoint(x, y, static_cast<double>(theta), centreX, centreY);
         x = turned.x;
@@ -230,8 +227,8 @@ PixelPoint AxonometricView::Project(double x, double y, double z) const {
     const auto wide = [](float value) { return static_cast<double>(value); };
     const PixelCoefficients& c = coefficients;
     const double along = wide(c.Ay) * y + wide(c.By);
-    return {RoundHalfEven(along * wide(cosAlfa) + (wide(c.Ax) * x + wide(c.Bx))),
-            RoundHalfEven(wide(c.Az) * z + wide(c.Bz) - along * wide(sinAlfa))};
+    return {along * wide(cosAlfa) + (wide(c.Ax) * x + wide(c.Bx)),
+            wide(c.Az) * z + wide(c.Bz) - along * wide(sinAlfa)};
 }
 
 void AxonometricView::SetStandardView(StandardView view, int outerHeight) {

@@ -25,10 +25,6 @@ enum class StandardView { XY, ZX, ZY };
 inline constexpr float kHalfPi = 1.5707964F;
 inline constexpr double kDegreesPerRadian = 57.29577951308238;
 
-/// Triangles in one call of the surface: corners of all of them at once would take more memory than
-/// the points and the triangles together.
-inline constexpr Index kTrianglesAtATime = 16384;
-
 /// Limits of the three coordinates.
 struct SpaceExtents {
     float xmin = 0;
@@ -92,8 +88,8 @@ public:
     /// centre, half ranges and slant factors.
     void TakeFrame();
 
-    /// Pixel of a place, turned first while the view rotates.
-    [[nodiscard]] PixelPoint Project(double x, double y, double z) const;
+    /// Where a place falls, turned first while the view rotates.
+    [[nodiscard]] PixelPosition Project(double x, double y, double z) const;
 
     /// Length and slant of the y axis for a standard view.
     /// @param outerHeight  of the drawing area, pixels.
@@ -136,9 +132,7 @@ public:
     PixelCoefficients coefficients;
     Array1<Colour> pointColour;
     Table<Colour> cellColour;
-    Array1<PixelPoint> screenPoint;     // of the last drawing; the nodes of a grid row by row in i
-    std::vector<PixelPoint> polyPoints; // of kTrianglesAtATime triangles at most
-    std::vector<std::int32_t> polyCounts;
+    Array1<PixelPoint> screenPoint; // of the last drawing; the nodes of a grid row by row in i
 
 private:
     void TakePoints(Array1<double> x, Array1<double> y, Array1<double> z, std::string newTitle);

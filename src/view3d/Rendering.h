@@ -1,7 +1,7 @@
 // The picture of an axonometric view: frame, data marks, rotation marker.
 //
-// Data: the view; the drawing surface. Method: every place is projected to whole pixels first;
-// marks are painted in an order that lets nearer ones cover farther ones.
+// Data: the view; the drawing surface. Method: every place is projected first; marks are painted in
+// an order that lets nearer ones cover farther ones.
 #pragma once
 
 #include "plot2d/DrawSurface.h"
@@ -19,15 +19,6 @@ namespace terravo::Rendering {
 /// @return false when the frame failed; it has shown a message, and no marks are drawn.
 bool Redraw(DrawSurface& surface, AxonometricView& view, bool full, bool colour,
             const RunState& run, MessageService& messages);
-
-/// Marks of all points, in storage order.
-void DrawPoints(DrawSurface& surface, AxonometricView& view, bool colour);
-
-/// Marks of all points, then the edges of all triangles in one call.
-void DrawTriangles(DrawSurface& surface, AxonometricView& view, bool colour);
-
-/// The cells of a grid, those farthest from the viewer first.
-void DrawGridSurface(DrawSurface& surface, AxonometricView& view, bool colour);
 
 /// The axis of rotation and the turned direction of x.
 void DrawRotationMarker(DrawSurface& surface, const AxonometricView& view);

@@ -9,8 +9,8 @@
 #include "export/QrzWriter.h"
 #include "export/SegmentFile.h"
 #include "fuzz/FuzzPoints.h"
-#include "fuzz/PixelSurface.h"
 #include "support/FakeServices.h"
+#include "support/MemorySurface.h"
 #include "support/TemporaryFolder.h"
 #include "triangulation/modDelaunay2D.h"
 #include "util/AppError.h"
@@ -98,7 +98,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static Bench bench;
     bench.messages.boxes.clear();
     fuzz::InputBytes bytes(data, size);
-    fuzz::PixelSurface surface(1 + bytes.Byte(), 1 + bytes.Byte());
+    MemorySurface surface(1 + bytes.Byte(), 1 + bytes.Byte());
     const int switches = bytes.Byte();
     MapOptions options;
     options.levelCount = bytes.Byte() % 24;

@@ -60,7 +60,7 @@ struct frm3DTest : ::testing::Test {
         return Soon([&] { return std::stod(LabelText("lblTheta")) >= degrees; });
     }
     /// The place in the drawing area's layout of one of its pixels.
-    [[nodiscard]] QPoint Place(PixelPoint pixel) const {
+    [[nodiscard]] QPoint Place(PixelPosition pixel) const {
         return (QPointF(pixel.x, pixel.y) / Area()->devicePixelRatioF()).toPoint();
     }
     [[nodiscard]] QPoint PlaceOf(float x, float y, float z) const {
@@ -176,7 +176,8 @@ TEST_F(frm3DTest, TheEndOfTheYAxisFollowsTheDrag) {
 
 TEST_F(frm3DTest, ReadsOutThePointUnderThePointer) {
     Open();
-    const QPoint place = Place(View().screenPoint[4]);
+    const PixelPoint pixel = View().screenPoint[4];
+    const QPoint place = Place({static_cast<double>(pixel.x), static_cast<double>(pixel.y)});
     // The screen may be smaller than the window; the pointer stays on the screen.
     window->move(window->pos() + QPoint(200, 200) - Area()->mapToGlobal(place));
     Move(place + QPoint(2, 1));

@@ -22,19 +22,19 @@ bool DrawSample(DrawSurface& surface) {
     surface.SetScaleMode(ScaleUnit::Pixels);
     surface.Line(0, 0, surface.PixelWidth(), surface.PixelHeight(), surface.BackColor(),
                  Box::Filled);
-    const std::array<PixelPoint, 3> area{{{20, 200}, {120, 60}, {150, 210}}};
+    const std::array<PixelPosition, 3> area{{{20, 200}, {120, 60}, {150, 210}}};
     PaintTools tools;
     tools.penColour = kYellow;
     tools.brush = kYellow;
     surface.FillPolygon(area, tools);
-    const std::array<PixelPoint, 8> holed{{{170, 60},
-                                           {300, 60},
-                                           {300, 160},
-                                           {170, 160},
-                                           {200, 80},
-                                           {270, 80},
-                                           {270, 140},
-                                           {200, 140}}};
+    const std::array<PixelPosition, 8> holed{{{170, 60},
+                                              {300, 60},
+                                              {300, 160},
+                                              {170, 160},
+                                              {200, 80},
+                                              {270, 80},
+                                              {270, 140},
+                                              {200, 140}}};
     const std::array<std::int32_t, 2> counts{4, 4};
     tools.brush = RGB(0, 0, 255);
     surface.FillPolyPolygon(holed, counts, tools);
@@ -103,6 +103,50 @@ TEST(PictureExport, DrawsTheSameAsSvgAsInPixels) {
     EXPECT_LE(LargestDifference(pixels, svg), 24);
     EXPECT_NE(folder.Read("p.svg").find("12.5 &lt; é &amp; x</text>"), std::string::npos);
     EXPECT_NE(folder.Read("p.svg").find("<title>Sample &lt;1&gt; </title>"), std::string::npos);
+}
+
+// Lines, an area and a dot between the pixels, and a line without length.
+bool DrawFractions(DrawSurface& surface) {
+    surface.SetScaleMode(ScaleUnit::Pixels);
+    surface.Line(0.25, 0, 0.25, 3, kRed);
+    surface.Line(1.23449, 2.9996, 1.5, -0.0001, kRed);
+    surface.Line(3, 0.5, 3, 0.5, kRed);
+    PaintTools tools;
+    tools.penColour = kGreen;
+    tools.brush = kGreen;
+    surface.FillPolygon(std::array<PixelPosition, 3>{{{1.75, 1}, {2.25, 1}, {2.25, 1.125}}}, tools);
+    surface.PSet(3, 2.75, kWhite);
+    return true;
+}
+
+TEST(PictureExport, WritesPlacesToAThousandthOfAPixelAndNoMoreDigitsThanThat) {
+    const test::TemporaryFolder folder;
+    ASSERT_TRUE(WritePicture(folder.File("p.svg"), PictureKind::Svg, {4, 4, 1, "", DrawFractions},
+                             {Paper::Black, {}}));
+    const std::string svg = folder.Read("p.svg");
+    for (const char* element :
+         {"points=\"0.25,0 0.25,3\"", "points=\"1.234,3 1.5,0\"", "points=\"3,0.5 3,0.5\"",
+          "d=\"M1.75,1L2.25,1L2.25,1.125Z\"", "cx=\"3\" cy=\"2.75\" r=\"0.5\""}) {
+        EXPECT_NE(svg.find(element), std::string::npos) << element << svg;
+    }
+}
+
+TEST(PictureExport, PaintsPlacesBetweenThePixelsOnAPage) {
+    constexpr int kEnlarged = 100;
+    QImage image(4 * kEnlarged, 4 * kEnlarged, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    QPainter painter(&image);
+    ASSERT_TRUE(
+        DrawFitted(painter, QRectF(image.rect()), {4, 4, 1, "", DrawFractions}, Paper::Black));
+    painter.end();
+    // A pixel reaches half its width to both sides of a place, which is in the middle of it.
+    EXPECT_EQ(image.pixelColor(24, 200), QColor(Qt::blue));
+    EXPECT_EQ(image.pixelColor(26, 200), QColor(Qt::red));
+    EXPECT_EQ(image.pixelColor(123, 200), QColor(Qt::red));
+    EXPECT_EQ(image.pixelColor(350, 100), QColor(Qt::red)) << "a line without length is a dot";
+    EXPECT_EQ(image.pixelColor(305, 55), QColor(Qt::blue)) << "which is round";
+    EXPECT_EQ(image.pixelColor(250, 155), QColor(Qt::green));
+    EXPECT_EQ(image.pixelColor(350, 325), QColor(Qt::white));
 }
 
 TEST(PictureExport, KeepsWhitePaperWhiteAndStrokesReadable) {

@@ -94,7 +94,7 @@ TEST_F(RasterSurfaceTest, DiscsHolesAndFlood) {
     surface.FillPolyPolygon(corners, std::vector<std::int32_t>{4, 4, 3}, tools);
     for (int radius = 0; radius <= 10; ++radius) {
         tools.brush = radius % 3 == 2 ? std::nullopt : std::optional(kRed);
-        surface.FillDisc({40 + 23 * radius, 60}, radius, tools);
+        surface.FillDisc(PixelPoint{40 + 23 * radius, 60}, radius, tools);
     }
     tools.brush = RGB(0, 120, 0);
     surface.FloodFill(130, 100, kWhite, tools);

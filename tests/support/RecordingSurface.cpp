@@ -21,7 +21,7 @@ UserCall& RecordingSurface::Record(UserCall::Kind kind, double x, double y, Colo
     return userCalls.emplace_back(std::move(call));
 }
 
-PixelCall& RecordingSurface::Record(PixelCall::Kind kind, PixelPoint a, Colour colour,
+PixelCall& RecordingSurface::Record(PixelCall::Kind kind, PixelPosition a, Colour colour,
                                     int drawMode) {
     PixelCall call;
     call.kind = kind;
@@ -89,7 +89,7 @@ void RecordingSurface::Print(std::string_view utf8, NewLine newLine) {
     DrawSurface::Print(utf8, newLine);
 }
 
-void RecordingSurface::FillPolyPolygon(std::span<const PixelPoint> corners,
+void RecordingSurface::FillPolyPolygon(std::span<const PixelPosition> corners,
                                        std::span<const std::int32_t> counts,
                                        const PaintTools& tools) {
     UserCall& call = Record(UserCall::Kind::Polygons, 0, 0, tools.penColour);
@@ -99,7 +99,7 @@ void RecordingSurface::FillPolyPolygon(std::span<const PixelPoint> corners,
     DrawSurface::FillPolyPolygon(corners, counts, tools);
 }
 
-void RecordingSurface::FillDisc(PixelPoint centre, int radius, const PaintTools& tools) {
+void RecordingSurface::FillDisc(PixelPosition centre, int radius, const PaintTools& tools) {
     UserCall& call = Record(UserCall::Kind::Disc, centre.x, centre.y, tools.penColour);
     call.radius = radius;
     call.tools = tools;
@@ -111,41 +111,45 @@ void RecordingSurface::FloodFill(int x, int y, Colour borderColour, const PaintT
     DrawSurface::FloodFill(x, y, borderColour, tools);
 }
 
-void RecordingSurface::StrokePixels(PixelPoint a, PixelPoint b, const Pen& pen) {
+void RecordingSurface::StrokePixels(PixelPosition a, PixelPosition b, const Pen& pen) {
     PixelCall& call = Record(PixelCall::Kind::Stroke, a, pen.colour, pen.mode);
     call.b = b;
     call.pen = pen;
 }
 
-void RecordingSurface::SetPixels(PixelPoint centre, const Pen& pen) {
+void RecordingSurface::SetPixels(PixelPosition centre, const Pen& pen) {
     Record(PixelCall::Kind::Point, centre, pen.colour, pen.mode).pen = pen;
 }
 
-void RecordingSurface::FillPixelRect(PixelPoint a, PixelPoint b, Colour colour, int drawMode) {
+void RecordingSurface::FillPixelRect(PixelPosition a, PixelPosition b, Colour colour,
+                                     int drawMode) {
     Record(PixelCall::Kind::Rect, a, colour, drawMode).b = b;
 }
 
-void RecordingSurface::FillPixelPolygons(std::span<const PixelPoint> corners,
-                                         std::span<const std::int32_t> counts, Colour colour,
-                                         int drawMode) {
-    PixelCall& call = Record(PixelCall::Kind::Polygons, {}, colour, drawMode);
+void RecordingSurface::PaintPixelPolygons(std::span<const PixelPosition> corners,
+                                          std::span<const std::int32_t> counts,
+                                          std::optional<Colour> inside, const Pen& pen) {
+    PixelCall& call = Record(PixelCall::Kind::Polygons, {}, pen.colour, pen.mode);
+    call.pen = pen;
+    call.background = inside;
     call.corners.assign(corners.begin(), corners.end());
     call.counts.assign(counts.begin(), counts.end());
 }
 
-void RecordingSurface::FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside,
+void RecordingSurface::FillPixelDisc(PixelPosition centre, int radius, std::optional<Colour> inside,
                                      Colour rim, int drawMode) {
     PixelCall& call = Record(PixelCall::Kind::Disc, centre, rim, drawMode);
-    call.b = {radius, radius};
+    call.b = {static_cast<double>(radius), static_cast<double>(radius)};
     call.background = inside;
 }
 
 void RecordingSurface::FloodPixels(PixelPoint seed, Colour /*border*/, Colour colour,
                                    int drawMode) {
-    Record(PixelCall::Kind::Flood, seed, colour, drawMode);
+    const PixelPosition place{static_cast<double>(seed.x), static_cast<double>(seed.y)};
+    Record(PixelCall::Kind::Flood, place, colour, drawMode);
 }
 
-void RecordingSurface::DrawTextPixels(PixelPoint topLeft, std::string_view utf8,
+void RecordingSurface::DrawTextPixels(PixelPosition topLeft, std::string_view utf8,
                                       const Font& /*font*/, Colour colour,
                                       std::optional<Colour> background) {
     PixelCall& call = Record(PixelCall::Kind::Text, topLeft, colour, DrawModes::kCopy);

@@ -1,8 +1,8 @@
 // A drawing surface for tests: it paints nothing and lists what it was asked.
 //
-// Data: one list of the calls in user coordinates, one of the calls in pixels, both in the order
-// they came. Method: text measures 7 x 13 pixels a character whatever the font, so that tests of
-// labels and margins need no installed font.
+// Data: one list of the calls in user coordinates, one of the calls in fractions of a pixel, both
+// in the order they came. Method: text measures 7 x 13 pixels a character whatever the font, so
+// that tests of labels and margins need no installed font.
 #pragma once
 
 #include "plot2d/DrawSurface.h"
@@ -40,7 +40,7 @@ struct UserCall {
     bool fontBold = false;
     bool fontTransparent = true;
     int radius = 0;
-    std::vector<PixelPoint> corners;
+    std::vector<PixelPosition> corners;
     std::vector<std::int32_t> counts;
     PaintTools tools;
 };
@@ -50,12 +50,12 @@ struct PixelCall {
     enum class Kind { Stroke, Point, Rect, Polygons, Disc, Flood, Text, Refresh };
 
     Kind kind = Kind::Stroke;
-    PixelPoint a;
-    PixelPoint b;
-    Pen pen; ///< of a stroke or point; colour and mode of the others
+    PixelPosition a;
+    PixelPosition b;
+    Pen pen; ///< of a stroke, a point or polygons; colour and mode of the others
     std::string text;
-    std::optional<Colour> background; ///< of a text; inside of a disc
-    std::vector<PixelPoint> corners;
+    std::optional<Colour> background; ///< of a text; inside of a disc or of polygons
+    std::vector<PixelPosition> corners;
     std::vector<std::int32_t> counts;
 };
 
@@ -64,6 +64,7 @@ public:
     explicit RecordingSurface(int width = 640, int height = 480, double dotsPerInch = kDotsPerInch)
         : DrawSurface(width, height, dotsPerInch) {}
 
+    bool leavesOutLastPixel = true; ///< as pictures of pixels do
     std::vector<UserCall> userCalls;
     std::vector<PixelCall> pixelCalls;
 
@@ -75,35 +76,36 @@ public:
     [[nodiscard]] std::optional<UserCall> FindText(std::string_view text) const;
     void Forget();
 
+    [[nodiscard]] bool LeavesOutLastPixel() const override { return leavesOutLastPixel; }
     using DrawSurface::Line;
     using DrawSurface::PSet;
     void Line(double x1, double y1, double x2, double y2, Colour colour,
               Box box = Box::None) override;
     void PSet(double x, double y, Colour colour) override;
     void Print(std::string_view utf8, NewLine newLine = NewLine::Yes) override;
-    void FillPolyPolygon(std::span<const PixelPoint> corners, std::span<const std::int32_t> counts,
-                         const PaintTools& tools) override;
-    void FillDisc(PixelPoint centre, int radius, const PaintTools& tools) override;
+    void FillPolyPolygon(std::span<const PixelPosition> corners,
+                         std::span<const std::int32_t> counts, const PaintTools& tools) override;
+    void FillDisc(PixelPosition centre, int radius, const PaintTools& tools) override;
     void FloodFill(int x, int y, Colour borderColour, const PaintTools& tools) override;
 
 protected:
-    void StrokePixels(PixelPoint a, PixelPoint b, const Pen& pen) override;
-    void SetPixels(PixelPoint centre, const Pen& pen) override;
-    void FillPixelRect(PixelPoint a, PixelPoint b, Colour colour, int drawMode) override;
-    void FillPixelPolygons(std::span<const PixelPoint> corners,
-                           std::span<const std::int32_t> counts, Colour colour,
-                           int drawMode) override;
-    void FillPixelDisc(PixelPoint centre, int radius, std::optional<Colour> inside, Colour rim,
+    void StrokePixels(PixelPosition a, PixelPosition b, const Pen& pen) override;
+    void SetPixels(PixelPosition centre, const Pen& pen) override;
+    void FillPixelRect(PixelPosition a, PixelPosition b, Colour colour, int drawMode) override;
+    void PaintPixelPolygons(std::span<const PixelPosition> corners,
+                            std::span<const std::int32_t> counts, std::optional<Colour> inside,
+                            const Pen& pen) override;
+    void FillPixelDisc(PixelPosition centre, int radius, std::optional<Colour> inside, Colour rim,
                        int drawMode) override;
     void FloodPixels(PixelPoint seed, Colour border, Colour colour, int drawMode) override;
-    void DrawTextPixels(PixelPoint topLeft, std::string_view utf8, const Font& font, Colour colour,
-                        std::optional<Colour> background) override;
+    void DrawTextPixels(PixelPosition topLeft, std::string_view utf8, const Font& font,
+                        Colour colour, std::optional<Colour> background) override;
     [[nodiscard]] TextSize MeasurePixels(std::string_view utf8, const Font& font) const override;
     void RefreshPixels() override;
 
 private:
     UserCall& Record(UserCall::Kind kind, double x, double y, Colour colour);
-    PixelCall& Record(PixelCall::Kind kind, PixelPoint a, Colour colour, int drawMode);
+    PixelCall& Record(PixelCall::Kind kind, PixelPosition a, Colour colour, int drawMode);
 };
 
 } // namespace terravo

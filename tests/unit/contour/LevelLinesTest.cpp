@@ -61,6 +61,14 @@ TEST(DrawLevelLines, DrawsTouchedCornersAsPointsAndCutsAsSegments) {
               (std::vector<std::pair<double, std::size_t>>{{0, 1}, {1, 1}, {2, 1}}));
 }
 
+TEST(DrawLevelLines, SetsTheEndPixelOnlyWhereLinesLeaveItOut) {
+    Drawing drawing(test::MakeSurvey({{1, 1, 0}, {5, 1, 1}, {1, 5, 2}}));
+    drawing.surface.leavesOutLastPixel = false;
+    EXPECT_EQ(drawing.Draw({Level(0), Level(1), Level(2)}), "");
+    EXPECT_EQ(drawing.Calls(Kind::Line).size(), 1U);
+    EXPECT_EQ(drawing.Calls(Kind::Point).size(), 2U) << "the corners that a level touches";
+}
+
 TEST(DrawLevelLines, DrawsASharedEdgeOnTheLevelTwiceAndWideLinesWithoutEndPixel) {
     Drawing drawing(test::MakeSurvey({{1, 1, 5}, {5, 1, 0}, {5, 5, 5}, {1, 5, 9}}));
     LevelSet levels{Level(5), Level(100)};

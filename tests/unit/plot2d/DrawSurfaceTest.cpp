@@ -1,10 +1,12 @@
 #include "plot2d/DrawSurface.h"
 
+#include "support/MemorySurface.h"
 #include "support/RecordingSurface.h"
 #include "util/AppError.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -87,7 +89,7 @@ TEST(DrawSurface, BringsFarEndsNearAlongTheLine) {
     surface.Line(10, 20, 3e9, 20, kRed);
     const auto strokes = surface.PixelCallsOf(PixelCall::Kind::Stroke);
     ASSERT_EQ(strokes.size(), 2U);
-    EXPECT_EQ(strokes[0].a, (PixelPoint{0, 0}));
+    EXPECT_EQ(strokes[0].a, (PixelPosition{0, 0}));
     EXPECT_EQ(strokes[0].b.x, strokes[0].b.y);
     EXPECT_GT(strokes[0].b.x, 100);
     EXPECT_EQ(strokes[1].b.y, 20);
@@ -117,14 +119,35 @@ TEST(DrawSurface, LinesAndBoxesReachTheBackendWithThePen) {
     drawing.Line(30, 40, 1, 2, kRed, Box::Filled);
     EXPECT_EQ(surface.CurrentX(), 1.0F);
     EXPECT_EQ(surface.CurrentY(), 2.0F);
-    ASSERT_EQ(surface.pixelCalls.size(), 6U);
-    EXPECT_EQ(surface.pixelCalls[0].pen, (Pen{kGreen, 3, DrawStyles::kDash, DrawModes::kXor}));
-    for (std::size_t side = 1; side <= 4; ++side) {
-        const PixelPoint next = surface.pixelCalls[side == 4 ? 1 : side + 1].a;
-        EXPECT_EQ(surface.pixelCalls[side].b, next) << "the outline closes";
+    ASSERT_EQ(surface.pixelCalls.size(), 3U);
+    const Pen pen{kGreen, 3, DrawStyles::kDash, DrawModes::kXor};
+    EXPECT_EQ(surface.pixelCalls[0].pen, pen);
+    const PixelCall& outline = surface.pixelCalls[1];
+    EXPECT_EQ(outline.corners, (std::vector<PixelPosition>{{1, 2}, {30, 2}, {30, 40}, {1, 40}}));
+    EXPECT_EQ(outline.background, std::nullopt);
+    EXPECT_EQ(outline.pen.width, 3);
+    EXPECT_EQ(surface.pixelCalls[2].kind, PixelCall::Kind::Rect);
+    EXPECT_EQ(surface.pixelCalls[2].pen.mode, DrawModes::kXor);
+}
+
+TEST(DrawSurface, PlacesReachTheBackendAsFractionsOfAPixel) {
+    RecordingSurface surface(100, 100);
+    surface.Scale(0, 50, 50, 0);
+    surface.Line(1.1, 49.9, 1.2, 49.8, kRed);
+    surface.Line(1.1, 49.9, 1.2, 49.8, kRed, Box::Filled);
+    surface.PSet(1.1, 49.9, kRed);
+    surface.SetCurrentX(1.1);
+    surface.SetCurrentY(49.9);
+    surface.Print("text");
+    const PixelPosition centre = surface.ToPixels(1.1, 49.9);
+    surface.FillDisc(centre, 3, {});
+    ASSERT_EQ(surface.pixelCalls.size(), 5U);
+    for (const PixelCall& call : surface.pixelCalls) {
+        EXPECT_NEAR(call.a.x, 2.2, 1e-9);
+        EXPECT_NEAR(call.a.y, 0.2, 1e-9);
     }
-    EXPECT_EQ(surface.pixelCalls[5].kind, PixelCall::Kind::Rect);
-    EXPECT_EQ(surface.pixelCalls[5].pen.mode, DrawModes::kXor);
+    EXPECT_NEAR(surface.pixelCalls[0].b.x, 2.4, 1e-9) << "shorter than a pixel";
+    EXPECT_NEAR(surface.pixelCalls[1].b.y, 0.4, 1e-9);
 }
 
 TEST(DrawSurface, PrintMovesTheCursorByTheTextOrToTheNextLine) {
@@ -141,7 +164,7 @@ TEST(DrawSurface, PrintMovesTheCursorByTheTextOrToTheNextLine) {
     EXPECT_FLOAT_EQ(surface.CurrentY(), 200 - 26) << "down is smaller y here";
     const auto texts = surface.PixelCallsOf(PixelCall::Kind::Text);
     ASSERT_EQ(texts.size(), 2U);
-    EXPECT_EQ(texts[0].a, (PixelPoint{20, 30}));
+    EXPECT_EQ(texts[0].a, (PixelPosition{20, 30}));
     EXPECT_EQ(texts[0].background, std::nullopt);
     drawing.SetFontTransparent(false);
     drawing.SetBackColor(kGrey);
@@ -149,24 +172,68 @@ TEST(DrawSurface, PrintMovesTheCursorByTheTextOrToTheNextLine) {
     EXPECT_EQ(surface.pixelCalls.back().background, kGrey);
 }
 
-TEST(DrawSurface, PolygonFillsPaintInsideThenOutline) {
+TEST(DrawSurface, PolygonFillsReachTheBackendWithPenAndBrush) {
     RecordingSurface surface;
-    const std::vector<PixelPoint> corners = {{0, 0}, {9, 0}, {0, 9}, {20, 0}, {29, 0}, {20, 9}};
+    const std::vector<PixelPosition> corners = {{0, 0.25}, {9, 0},  {0, 9},
+                                                {20, 0},   {29, 0}, {20, 9}};
     const std::vector<std::int32_t> counts = {3, 3};
     PaintTools tools;
     tools.penColour = kWhite;
     surface.FillPolyPolygon(corners, counts, tools);
-    EXPECT_EQ(surface.pixelCalls.size(), 6U) << "hollow: outlines only";
-    surface.Forget();
     tools.brush = kRed;
     surface.FillPolygon(std::span(corners).first(3), tools);
-    ASSERT_EQ(surface.pixelCalls.size(), 4U);
-    EXPECT_EQ(surface.pixelCalls[0].kind, PixelCall::Kind::Polygons);
-    EXPECT_EQ(surface.pixelCalls[0].pen.colour, kRed);
-    EXPECT_EQ(surface.pixelCalls[3].b, (PixelPoint{0, 0}));
+    ASSERT_EQ(surface.pixelCalls.size(), 2U);
+    EXPECT_EQ(surface.pixelCalls[0].corners, corners);
+    EXPECT_EQ(surface.pixelCalls[0].counts, counts);
+    EXPECT_EQ(surface.pixelCalls[0].background, std::nullopt);
+    EXPECT_EQ(surface.pixelCalls[0].pen, Pen{kWhite});
+    EXPECT_EQ(surface.pixelCalls[1].counts, std::vector<std::int32_t>{3});
+    EXPECT_EQ(surface.pixelCalls[1].background, kRed);
     EXPECT_THROW(surface.FillPolyPolygon(corners, std::vector<std::int32_t>{3, 4}, tools),
                  AppError);
     EXPECT_THROW(surface.FillPolyPolygon(corners, std::vector<std::int32_t>{-3}, tools), AppError);
+}
+
+// Pixels painted in a colour, in reading order.
+std::vector<PixelPoint> Painted(const MemorySurface& surface, Colour colour) {
+    std::vector<PixelPoint> painted;
+    for (std::size_t i = 0; i < surface.Words().size(); ++i) {
+        if (surface.Words()[i] == PixelKernels::ToPixelWord(colour)) {
+            const auto place = static_cast<std::int32_t>(i);
+            painted.push_back({place % surface.PixelWidth(), place / surface.PixelWidth()});
+        }
+    }
+    return painted;
+}
+
+TEST(PixelSurface, RoundsHalvesToEvenPixels) {
+    MemorySurface surface(8, 8);
+    surface.PSet(0.5, 1.5, kWhite);
+    PaintTools tools;
+    tools.penColour = kWhite;
+    surface.FillDisc(PixelPosition{2.5, 3.5}, 0, tools);
+    surface.Line(4.5, 5.5, 5.5, 5.5, kWhite);
+    surface.Line(0.4, 6.6, 0.6, 7.4, kWhite, Box::Filled);
+    EXPECT_EQ(Painted(surface, kWhite),
+              (std::vector<PixelPoint>{{0, 2}, {2, 4}, {4, 6}, {5, 6}, {0, 7}, {1, 7}}));
+}
+
+TEST(PixelSurface, PaintsTheInsideThenTheOutlineOfRoundedCorners) {
+    const std::array<PixelPosition, 4> places{{{0.5, 0.4}, {4.4, 0.4}, {4.4, 3.6}, {0.2, 3.6}}};
+    const std::array<PixelPoint, 4> pixels{{{0, 0}, {4, 0}, {4, 4}, {0, 4}}};
+    PaintTools tools;
+    tools.penColour = kWhite;
+    for (const auto& brush :
+         {std::optional<Colour>(), std::optional(kRed), std::optional(kWhite)}) {
+        tools.brush = brush;
+        MemorySurface rounding(6, 6);
+        rounding.FillPolygon(places, tools);
+        MemorySurface direct(6, 6);
+        direct.FillPolygon(pixels, tools);
+        EXPECT_EQ(rounding.Words(), direct.Words());
+        EXPECT_EQ(Painted(direct, kRed).size(), brush == kRed ? 9U : 0U);
+        EXPECT_EQ(Painted(direct, kWhite).size(), brush == kWhite ? 25U : 16U);
+    }
 }
 
 } // namespace

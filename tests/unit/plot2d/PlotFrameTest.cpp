@@ -95,8 +95,10 @@ TEST_F(PlotFrameTest, PutsTheDataRectangleInsideTheMargins) {
 
     const auto cleared = surface.PixelCallsOf(PixelCall::Kind::Rect);
     ASSERT_EQ(cleared.size(), 1U);
-    EXPECT_EQ(cleared[0].a, (PixelPoint{0, 480}));
-    EXPECT_EQ(cleared[0].b, (PixelPoint{640, 0}));
+    EXPECT_NEAR(cleared[0].a.x, 0, 1e-9);
+    EXPECT_NEAR(cleared[0].a.y, 480, 1e-9);
+    EXPECT_NEAR(cleared[0].b.x, 640, 1e-9);
+    EXPECT_NEAR(cleared[0].b.y, 0, 1e-9);
     EXPECT_EQ(cleared[0].pen.colour, kBlack);
 }
 

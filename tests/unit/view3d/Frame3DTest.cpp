@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace terravo {
 namespace {
@@ -30,9 +29,9 @@ struct Frame3DTest : testing::Test {
     }
 
     // Whether a line of the frame joins two pixels, give or take.
-    [[nodiscard]] bool IsDrawn(PixelPoint from, PixelPoint to, int tolerance) const {
-        const auto near = [tolerance](PixelPoint a, PixelPoint b) {
-            return std::abs(a.x - b.x) <= tolerance && std::abs(a.y - b.y) <= tolerance;
+    [[nodiscard]] bool IsDrawn(PixelPosition from, PixelPosition to, double tolerance) const {
+        const auto near = [tolerance](PixelPosition a, PixelPosition b) {
+            return std::fabs(a.x - b.x) <= tolerance && std::fabs(a.y - b.y) <= tolerance;
         };
         const auto strokes = surface.PixelCallsOf(PixelCall::Kind::Stroke);
         return std::any_of(strokes.begin(), strokes.end(), [&](const PixelCall& stroke) {
@@ -70,7 +69,7 @@ TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
         float alfa;
         float rayx;
         SpaceExtents extents;
-        int tolerance; // pixels: single-precision offsets of national grids are coarser
+        double tolerance; // pixels: single-precision offsets of national grids are coarse
     };
     const SpaceExtents small{1.2F, 8.7F, 12, 47, 101, 163};
     const SpaceExtents grid{520000, 520070, 4520000, 4520070, 91, 109};
@@ -91,11 +90,11 @@ TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
             return view.Project(static_cast<double>(x), static_cast<double>(y),
                                 static_cast<double>(z));
         };
-        const PixelPoint origin = at(e.xmin, e.ymin, e.zmin);
-        const PixelPoint xEnd = at(e.xmax, e.ymin, e.zmin);
-        const PixelPoint yEnd = at(e.xmin, e.ymax, e.zmin);
-        const PixelPoint zEnd = at(e.xmin, e.ymin, e.zmax);
-        for (const PixelPoint end : {xEnd, yEnd, zEnd}) {
+        const PixelPosition origin = at(e.xmin, e.ymin, e.zmin);
+        const PixelPosition xEnd = at(e.xmax, e.ymin, e.zmin);
+        const PixelPosition yEnd = at(e.xmin, e.ymax, e.zmin);
+        const PixelPosition zEnd = at(e.xmin, e.ymin, e.zmax);
+        for (const PixelPosition end : {xEnd, yEnd, zEnd}) {
             EXPECT_TRUE(IsDrawn(origin, end, c.tolerance)) << end.x << ", " << end.y;
             EXPECT_TRUE(end.x >= 0 && end.x < 640 && end.y >= 0 && end.y < 480)
                 << end.x << ", " << end.y;

@@ -64,10 +64,10 @@ TEST_F(RenderingTest, MarksPointsFromTheFarthestEachInItsColourOrAllGrey) {
         ASSERT_EQ(marks.size(), 3U);
         for (Index i = 1; i <= 3; ++i) {
             const UserCall& mark = marks[static_cast<std::size_t>(i) - 1];
-            const PixelPoint place = view.Project(view.X[i], view.Y[i], view.Z[i]);
+            const PixelPosition place = view.Project(view.X[i], view.Y[i], view.Z[i]);
             EXPECT_EQ(mark.x1, place.x);
             EXPECT_EQ(mark.y1, place.y);
-            EXPECT_EQ(view.screenPoint[i], place);
+            EXPECT_EQ(view.screenPoint[i], NearestPixel(place));
             EXPECT_EQ(mark.radius, 3);
             EXPECT_EQ(mark.tools.penColour, kWhite);
             EXPECT_EQ(mark.tools.penWidth, 1);
@@ -87,9 +87,9 @@ TEST_F(RenderingTest, HandsAllTrianglesOverAtOnceHollowAndAfterTheMarks) {
     ASSERT_EQ(polygons.size(), 1U);
     EXPECT_EQ(surface.userCalls.back().kind, UserCall::Kind::Polygons);
     EXPECT_EQ(polygons[0].counts, (std::vector<std::int32_t>{3, 3}));
-    const auto& at = view.screenPoint;
+    const auto at = [this](Index i) { return view.Project(view.X[i], view.Y[i], view.Z[i]); };
     EXPECT_EQ(polygons[0].corners,
-              (std::vector<PixelPoint>{at[1], at[2], at[3], at[2], at[4], at[3]}));
+              (std::vector<PixelPosition>{at(1), at(2), at(3), at(2), at(4), at(3)}));
     EXPECT_EQ(polygons[0].tools.penColour, kWhite);
     EXPECT_FALSE(polygons[0].tools.brush.has_value());
 
@@ -119,8 +119,8 @@ TEST_F(RenderingTest, DrawsGridCellsInTheOrderOfTheQuadrant) {
                     return view.Project(view.X[column], view.Y[row], view.gridZ(column, row));
                 };
                 EXPECT_EQ(drawn[k].corners,
-                          (std::vector<PixelPoint>{node(i, j), node(i, j + 1), node(i + 1, j + 1),
-                                                   node(i + 1, j)}))
+                          (std::vector<PixelPosition>{node(i, j), node(i, j + 1),
+                                                      node(i + 1, j + 1), node(i + 1, j)}))
                     << "theta " << theta << " cell " << k;
                 EXPECT_EQ(drawn[k].tools.brush, view.cellColour(i, j));
                 EXPECT_EQ(drawn[k].tools.penColour, kWhite);
@@ -165,7 +165,7 @@ TEST_F(RenderingTest, TheMarkerStandsInTheMiddleAndPointsAlongTheTurnedX) {
         still.rotating = false;
         const auto isAt = [&](double u, double v, double x, double y, float z) {
             const PixelPosition drawn = surface.ToPixels(u, v);
-            const PixelPoint expected = still.Project(x, y, static_cast<double>(z));
+            const PixelPosition expected = still.Project(x, y, static_cast<double>(z));
             EXPECT_NEAR(drawn.x, expected.x, 1);
             EXPECT_NEAR(drawn.y, expected.y, 1);
         };
