@@ -306,25 +306,19 @@ std::string ShortenedTitle(std::string_view title, double textWidth, double mark
 }
 
 PlotFrameResult DrawPlotFrame(DrawSurface& surface, const PlotFrameRequest& request,
-                              const RunState& run, MessageService& messages,
-                              const ClockService& clock,
-                              const std::function<void(bool)>& showResultViews) {
+                              const RunState& run, const ClockService& clock) {
     const double start = clock.SecondsOfDay();
     PlotFrameResult result;
     Frame frame{surface, request, run.decimalSeparator, {}, {}, {}};
-    const auto report = [&](const std::string& description, const std::string& source) {
-        messages.ShowCritical(description, run.texts[Text::ErrorTitle] + source);
-        if (showResultViews) {
-            showResultViews(false);
-        }
+    const auto failureOf = [&run](const std::string& description, const std::string& source) {
+        return Message{description, run.texts[Text::ErrorTitle] + source};
     };
     try {
         DrawStages(frame, run, result);
-        result.ok = true;
     } catch (const AppError& error) {
-        report(error.what(), error.source());
+        result.failure = failureOf(error.what(), error.source());
     } catch (const std::exception& error) {
-        report(error.what(), kSource);
+        result.failure = failureOf(error.what(), kSource);
     }
     result.elapsed = static_cast<float>(SecondsSince(start, clock.SecondsOfDay()));
     return result;

@@ -13,7 +13,7 @@
 #include "util/RunState.h"
 #include "util/Services.h"
 
-#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -37,8 +37,8 @@ struct PlotFrameRequest {
 
 /// Fields are filled as far as the drawing came.
 struct PlotFrameResult {
-    bool ok = false;
-    float xPixelSize = 0; ///< user units of pixelCount pixels, not negative
+    std::optional<Message> failure; ///< none: the frame is complete
+    float xPixelSize = 0;           ///< user units of pixelCount pixels, not negative
     float yPixelSize = 0;
     float xMinUsed = 0; ///< rounded limits of the axes
     float xMaxUsed = 0;
@@ -80,15 +80,11 @@ FrameScale ChooseFrameScale(const AxisRule::Axis& xAxis, const AxisRule::Axis& y
 /// @param textWidth, markWidth, room  widths of the title, of " . . . ." and of the area.
 std::string ShortenedTitle(std::string_view title, double textWidth, double markWidth, double room);
 
-/// Draws the frame and leaves the surface in user coordinates with y upwards.
-/// A fault (reversed extents, coordinates out of range, an area too narrow) is shown by one message
-/// box, hides the result views and gives ok = false; found before anything is drawn, the surface
-/// keeps its scale.
+/// Draws the frame and leaves the surface in user coordinates with y upwards. After a fault
+/// (reversed extents, coordinates out of range, an area too narrow) found before anything is drawn,
+/// the surface keeps its scale.
 /// @param run  texts kScaleErrorSource and kErrorTitle, and the decimal separator.
-/// @param showResultViews  called with false after a fault; may be empty.
 PlotFrameResult DrawPlotFrame(DrawSurface& surface, const PlotFrameRequest& request,
-                              const RunState& run, MessageService& messages,
-                              const ClockService& clock,
-                              const std::function<void(bool)>& showResultViews);
+                              const RunState& run, const ClockService& clock);
 
 } // namespace terravo::PlotFrame

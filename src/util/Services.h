@@ -11,6 +11,14 @@
 
 namespace terravo {
 
+/// What a message box shows. A routine that cannot go on returns one; whoever called it shows it.
+struct Message {
+    std::string text;
+    std::string title;
+
+    bool operator==(const Message&) const = default;
+};
+
 /// Message boxes with the critical icon.
 class MessageService {
 public:

@@ -125,9 +125,8 @@ TEST_F(RasterSurfaceTest, FrameOfAPlan) {
     request.xTitle = std::string("x");
     request.yTitle = std::string("y");
     const RunState run;
-    FakeMessages messages;
     const FakeClock clock;
-    ASSERT_TRUE(PlotFrame::DrawPlotFrame(surface, request, run, messages, clock, {}).ok);
+    ASSERT_FALSE(PlotFrame::DrawPlotFrame(surface, request, run, clock).failure);
     surface.SetFontName("Courier New");
     surface.SetFontTransparent(false);
     surface.SetBackColor(RGB(0, 0, 128));

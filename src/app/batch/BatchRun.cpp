@@ -352,6 +352,9 @@ void BatchRun::WriteVector(const std::string& file, const std::string& title, Dr
 void BatchRun::DrawMap(DrawSurface& surface, const MapOptions& map, const LevelSink& sink) {
     const MapReport report = map_.Draw(surface, map, stop_, sink);
     EndWhenStopped();
+    if (report.frameFailure) {
+        messages_.ShowCritical(report.frameFailure->text, report.frameFailure->title);
+    }
     ThrowMessages();
     const ContourReport& contours = report.contours;
     if (!contours.error.empty()) {

@@ -37,7 +37,7 @@ void ContourMap::DrawFrame(DrawSurface& surface, MapReport& report) const {
     request.xTitle = std::string("x");
     request.yTitle = std::string("y");
     Stopwatch watch;
-    report.frameDrawn = PlotFrame::DrawPlotFrame(surface, request, run_, messages_, clock_, {}).ok;
+    report.frameFailure = PlotFrame::DrawPlotFrame(surface, request, run_, clock_).failure;
     report.frameSeconds = watch.Lap();
 }
 

@@ -10,6 +10,7 @@
 #include "plot2d/Colour.h"
 #include "util/Services.h"
 
+#include <optional>
 #include <vector>
 
 namespace terravo {
@@ -30,7 +31,7 @@ struct MapOptions {
 
 /// What one drawing did. An error of the levels is in `contours` as well.
 struct MapReport {
-    bool frameDrawn = false;
+    std::optional<Message> frameFailure;
     double frameSeconds = 0;
     ContourReport contours;
 };
@@ -38,7 +39,7 @@ struct MapReport {
 class ContourMap {
 public:
     /// @param survey, run  looked at in each drawing; outlive the map.
-    /// @param messages     of the frame and of the sort.
+    /// @param messages     of the sort.
     ContourMap(const Survey& survey, const RunState& run, MessageService& messages,
                const ClockService& clock);
 

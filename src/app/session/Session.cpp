@@ -181,14 +181,14 @@ MapReport Session::DrawMapAndSegments() {
         return report;
     } catch (const AppError& failure) {
         MapReport report;
-        report.frameDrawn = true; // as far as anybody knows
         report.contours.error = failure.what();
         return report;
     }
 }
 
 void Session::TellOfDrawing(const MapReport& report) {
-    if (!report.frameDrawn) {
+    if (report.frameFailure) {
+        services_.messages.ShowCritical(report.frameFailure->text, report.frameFailure->title);
         ShowResultViews(false);
     }
     if (!report.contours.error.empty()) {
@@ -236,7 +236,7 @@ bool Session::DrawMapOn(DrawSurface& surface) {
         const WorkGuard work(*this);
         const MapReport report = map_.Draw(surface, options_, stop_);
         TellOfDrawing(report);
-        drawn = report.frameDrawn && !report.contours.stopped && report.contours.error.empty();
+        drawn = !report.frameFailure && !report.contours.stopped && report.contours.error.empty();
     }
     if (redrawWanted_) {
         DrawContourMap();

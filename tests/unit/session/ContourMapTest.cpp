@@ -32,7 +32,7 @@ TEST_F(ContourMapTest, DrawsTheFrameThenTheLinesAndHandsThemOn) {
                      segments += std::count_if(pieces.begin(), pieces.end(),
                                                [](const LevelPiece& p) { return p.isSegment; });
                  });
-    EXPECT_TRUE(report.frameDrawn);
+    EXPECT_FALSE(report.frameFailure);
     EXPECT_EQ(report.contours.error, "");
     EXPECT_EQ(levels, 10);
     EXPECT_GT(segments, 50);
@@ -61,10 +61,8 @@ TEST_F(ContourMapTest, ReturnsTheErrorOfADrawing) {
 }
 
 TEST_F(ContourMapTest, AnEmptyPointSetHasNoFrame) {
-    EXPECT_FALSE(map.Draw(surface, options).frameDrawn);
-    ASSERT_FALSE(messages.boxes.empty());
-    EXPECT_EQ(messages.boxes[0],
-              (FakeMessages::Box{"Error Scale X.", "Error in: scale of the axes"}));
+    EXPECT_EQ(map.Draw(surface, options).frameFailure,
+              (Message{"Error Scale X.", "Error in: scale of the axes"}));
 }
 
 } // namespace

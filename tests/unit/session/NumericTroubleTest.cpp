@@ -85,7 +85,7 @@ TEST(NumericTrouble, EndsInASentenceOrAMap) {
             RecordingSurface surface(trouble.width, 600);
             const MapReport report = map.Draw(surface, {trouble.levels, mode, true, true, true});
             const std::string sentence =
-                messages.boxes.empty() ? report.contours.error : messages.boxes.front().text;
+                report.frameFailure ? report.frameFailure->text : report.contours.error;
             EXPECT_TRUE(AllPlacesAreNumbers(surface));
             EXPECT_EQ(sentence.empty(), trouble.sentence.empty()) << sentence;
             EXPECT_NE(sentence.find(trouble.sentence), std::string::npos) << sentence;
