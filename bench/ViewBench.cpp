@@ -7,7 +7,7 @@
 #include "plot2d/RasterSurface.h"
 #include "support/FakeServices.h"
 #include "survey/Survey.h"
-#include "view3d/Rendering.h"
+#include "view3d/AxonometricView.h"
 
 #include <QGuiApplication>
 
@@ -21,20 +21,22 @@ void Turn(benchmark::State& state, Index count, bool withTriangles) {
     AxonometricView view;
     if (withTriangles) {
         const Survey survey(points);
-        view.Triangoli(points.x, points.y, points.z,
-                       TriangleTable(survey.Triangulation().triangles), "survey");
+        view.Show(ViewData::Triangoli(points.x, points.y, points.z,
+                                      TriangleTable(survey.Triangulation().triangles), "survey"));
     } else {
-        view.Punti(points.x, points.y, points.z, "survey", messages);
+        view.Show(ViewData::Punti(points.x, points.y, points.z, "survey", messages));
     }
     RasterSurface surface(1000, 700);
     surface.SetBackColor(kBlack);
-    Rendering::Redraw(surface, view, true, true, run, messages);
-    view.rotating = true;
+    bool isDrawn = !view.Redraw(surface, true, run);
+    ViewParameters parameters = view.Parameters();
+    parameters.rotating = true;
     for (auto _ : state) {
-        view.theta += 0.017453292F;
-        Rendering::Redraw(surface, view, false, true, run, messages);
+        parameters.theta += 0.017453292F;
+        view.SetParameters(parameters);
+        isDrawn = !view.Redraw(surface, false, run) && isDrawn;
     }
-    if (!messages.boxes.empty()) {
+    if (!isDrawn) {
         state.SkipWithError("the picture was not drawn");
     }
 }

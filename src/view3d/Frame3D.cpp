@@ -37,11 +37,14 @@ struct Layout {
     double slantY = 0; // upwards
 };
 
+// What the stages of one drawing share.
 struct Frame {
     DrawSurface& surface;
-    AxonometricView& view;
+    const ViewData& data;
+    const ViewParameters& parameters;
     const RunState& run;
     Colour colour;
+    Frame3D settled;
     Axis x;
     Axis y;
     Axis z;
@@ -60,7 +63,7 @@ void CheckRange(float min, float max, const char* description, const RunState& r
 }
 
 void ChooseAxes(Frame& frame) {
-    SpaceExtents& e = frame.view.extents;
+    SpaceExtents& e = frame.settled.extents;
     CheckRange(e.xmin, e.xmax, " Error Scale X.", frame.run);
     CheckRange(e.ymin, e.ymax, " Error Scale Y.", frame.run);
     CheckRange(e.zmin, e.zmax, " Error Scale Z.", frame.run);
@@ -116,10 +119,11 @@ void ChooseLayout(Frame& frame) {
         throw AppError(ErrorNumber::kDivisionByZero, kSource,
                        "The drawing area is too small for the axis labels.");
     }
-    AxonometricView& view = frame.view;
-    view.rayx = std::min(view.rayx, kLongestYAxis);
-    const double alongX = Wide(view.rayx) * std::cos(Wide(view.alfa));
-    const double alongZ = Wide(view.rayx) * std::sin(Wide(view.alfa));
+    float& rayx = frame.settled.rayx;
+    rayx = std::min(rayx, kLongestYAxis);
+    const double alfa = Wide(frame.parameters.alfa);
+    const double alongX = Wide(rayx) * std::cos(alfa);
+    const double alongZ = Wide(rayx) * std::sin(alfa);
     Layout& layout = frame.layout;
     layout.lengthX = width / (1 + std::fabs(alongX));
     const double mostRise = height * (1 - kLowestZPart);
@@ -136,8 +140,8 @@ void ChooseLayout(Frame& frame) {
 
 void SetScale(Frame& frame) {
     const Layout& layout = frame.layout;
-    const SpaceExtents& e = frame.view.extents;
-    PixelCoefficients& c = frame.view.coefficients;
+    const SpaceExtents& e = frame.settled.extents;
+    PixelCoefficients& c = frame.settled.coefficients;
     const double xSpan = Wide(e.xmax) - Wide(e.xmin);
     const double ySpan = Wide(e.ymax) - Wide(e.ymin);
     const double zSpan = Wide(e.zmax) - Wide(e.zmin);
@@ -145,7 +149,7 @@ void SetScale(Frame& frame) {
     // axis falls on its pixel.
     c.Ax = static_cast<float>(layout.lengthX / xSpan);
     c.Bx = static_cast<float>(layout.originX - Wide(c.Ax) * Wide(e.xmin));
-    c.Ay = static_cast<float>(Wide(frame.view.rayx) * layout.lengthX / ySpan);
+    c.Ay = static_cast<float>(Wide(frame.settled.rayx) * layout.lengthX / ySpan);
     c.By = static_cast<float>(-Wide(c.Ay) * Wide(e.ymin));
     c.Az = static_cast<float>(-layout.heightZ / zSpan);
     c.Bz = static_cast<float>(layout.originY - Wide(c.Az) * Wide(e.zmin));
@@ -282,11 +286,11 @@ void DrawZTicks(const Frame& frame, LabelPrinter& printer) {
     }
     const double top = origin.y - frame.layout.heightZ;
     const double half = frame.surface.TextHeight("z") / 2;
-    printer.Print(frame.view.zLabel, origin.x - kTick, top - half - kLabelGap, 0.5, 1);
+    printer.Print(frame.data.zLabel, origin.x - kTick, top - half - kLabelGap, 0.5, 1);
 }
 
 void PrintTitle(const Frame& frame) {
-    const std::string& title = frame.view.title;
+    const std::string& title = frame.data.title;
     if (title.empty()) {
         return;
     }
@@ -322,22 +326,23 @@ void DrawStages(Frame& frame) {
 
 } // namespace
 
-bool DrawFrame3D(DrawSurface& surface, AxonometricView& view, Colour colour, const RunState& run,
-                 MessageService& messages) {
-    Frame frame{surface, view, run, colour, {}, {}, {}, {}};
-    const auto report = [&](const std::string& description, const std::string& source) {
-        messages.ShowCritical(description, run.texts[Text::ViewErrorTitle] + source + "3D");
+std::variant<Frame3D, Message> DrawFrame3D(DrawSurface& surface, const ViewData& data,
+                                           const ViewParameters& parameters, Colour colour,
+                                           const RunState& run) {
+    Frame frame{surface, data, parameters, run, colour, {data.extents, parameters.rayx, {}},
+                {},      {},   {},         {}};
+    const auto failureOf = [&](const std::string& description, const std::string& source) {
+        surface.SetScaleMode(ScaleUnit::User);
+        return Message{description, run.texts[Text::ViewErrorTitle] + source + "3D"};
     };
     try {
         DrawStages(frame);
-        return true;
+        return frame.settled;
     } catch (const AppError& error) {
-        report(error.what(), error.source());
+        return failureOf(error.what(), error.source());
     } catch (const std::exception& error) {
-        report(error.what(), kSource);
+        return failureOf(error.what(), kSource);
     }
-    surface.SetScaleMode(ScaleUnit::User);
-    return false;
 }
 
 } // namespace terravo

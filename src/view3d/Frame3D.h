@@ -1,28 +1,48 @@
 // The frame of the axonometric picture: rounded ranges, scale, axes with ticks and labels, title.
 //
-// Data: the working extents and the y axis of an AxonometricView, which the frame widens, caps and
-// gives its pixel coefficients. Method: ranges are rounded as those of the plan frame; the x axis
-// gets the length that leaves room for the slanted y axis, the z axis the height above it; then
-// ticks are drawn along each axis. A label that would touch the one before it is left out, since an
-// axis may be as short as a pixel.
+// Data: the extents and texts of the data, the length and slant of the y axis; the widened extents
+// and the pixel coefficients come out. Method: ranges are rounded as those of the plan frame; the x
+// axis gets the length that leaves room for the slanted y axis, the z axis the height above it;
+// then ticks are drawn along each axis. A label that would touch the one before it is left out,
+// since an axis may be as short as a pixel. x runs to the right, z upwards, y along a slanted axis.
 #pragma once
 
 #include "plot2d/DrawSurface.h"
 #include "util/RunState.h"
 #include "util/Services.h"
-#include "view3d/AxonometricView.h"
+#include "view3d/ViewData.h"
+#include "view3d/ViewParameters.h"
+
+#include <variant>
 
 namespace terravo {
 
 /// Longest y axis, in lengths of the x axis.
 inline constexpr float kLongestYAxis = 1000;
 
+/// Pixel x of x on the x axis is Ax x + Bx; Ay y + By is the distance along the slanted axis from
+/// ymin, pixels; pixel y of z is Az z + Bz, with Az negative.
+struct PixelCoefficients {
+    float Ax = 0;
+    float Bx = 0;
+    float Ay = 0;
+    float By = 0;
+    float Az = 0;
+    float Bz = 0;
+};
+
+/// What a frame has settled.
+struct Frame3D {
+    SpaceExtents extents; ///< of the data, widened to whole tick steps
+    float rayx = 1;       ///< of the parameters, at most kLongestYAxis
+    PixelCoefficients coefficients;
+};
+
 /// Clears the surface, sets its user scale (x to the right, z upwards) and draws the frame.
-/// @param view  extents are widened to whole tick steps, rayx is capped, coefficients are filled.
-/// @return false after one message (reversed extents, a surface too small for the labels,
-/// coordinates
-///         out of range); the picture stays as far as it was drawn.
-bool DrawFrame3D(DrawSurface& surface, AxonometricView& view, Colour colour, const RunState& run,
-                 MessageService& messages);
+/// @return the frame; or what to tell the user (reversed extents, a surface too small for the
+///         labels, coordinates out of range), the picture then stays as far as it was drawn.
+std::variant<Frame3D, Message> DrawFrame3D(DrawSurface& surface, const ViewData& data,
+                                           const ViewParameters& parameters, Colour colour,
+                                           const RunState& run);
 
 } // namespace terravo

@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace terravo::Rendering {
@@ -44,22 +45,18 @@ void ForEach(Index count, bool upwards, Visit visit) {
     }
 }
 
-Index NodeIndex(const AxonometricView& view, Index i, Index j) {
-    return (i - 1) * view.ny + j;
-}
-
 template <class Surface>
 using Places = Array1<typename Surface::Place>;
 
 // Marks of all points, in storage order; where they are.
 template <class Surface>
-Places<Surface> DrawPoints(Surface& surface, const AxonometricView& view, bool colour) {
+Places<Surface> DrawPoints(Surface& surface, const ViewData& data, const Projection& projection) {
     PaintTools tools = MarkTools();
-    Places<Surface> places(view.pointCount);
-    for (Index i = 1; i <= view.pointCount; ++i) {
-        places[i] = Surface::PlaceAt(view.Project(view.X[i], view.Y[i], view.Z[i]));
-        if (colour) {
-            tools.brush = view.pointColour[i];
+    Places<Surface> places(data.PointCount());
+    for (Index i = 1; i <= data.PointCount(); ++i) {
+        places[i] = Surface::PlaceAt(projection.Project(data.X[i], data.Y[i], data.Z[i]));
+        if (projection.Parameters().colour) {
+            tools.brush = data.pointColour[i];
         }
         surface.FillDisc(places[i], kMarkRadius, tools);
     }
@@ -69,12 +66,13 @@ Places<Surface> DrawPoints(Surface& surface, const AxonometricView& view, bool c
 // Marks of all points, then the edges of all triangles, many in one call: all corners at once would
 // take more memory than the points and the triangles together.
 template <class Surface>
-Places<Surface> DrawTriangles(Surface& surface, const AxonometricView& view, bool colour) {
+Places<Surface> DrawTriangles(Surface& surface, const ViewData& data,
+                              const Projection& projection) {
     constexpr Index kAtATime = 16384;
-    Places<Surface> places = DrawPoints(surface, view, colour);
+    Places<Surface> places = DrawPoints(surface, data, projection);
     PaintTools tools = MarkTools();
     tools.brush.reset();
-    const Index count = view.triangles.Rows();
+    const Index count = data.triangles.Rows();
     const std::vector<std::int32_t> threes(static_cast<std::size_t>(std::min(count, kAtATime)), 3);
     std::vector<typename Surface::Place> corners;
     corners.reserve(3 * threes.size());
@@ -83,7 +81,7 @@ Places<Surface> DrawTriangles(Surface& surface, const AxonometricView& view, boo
         corners.clear();
         for (Index t = before + 1; t <= last; ++t) {
             for (Index j = 1; j <= 3; ++j) {
-                corners.push_back(places[view.triangles(t, j)]);
+                corners.push_back(places[data.triangles(t, j)]);
             }
         }
         surface.FillPolyPolygon(corners, std::span(threes).first(corners.size() / 3), tools);
@@ -91,28 +89,44 @@ Places<Surface> DrawTriangles(Surface& surface, const AxonometricView& view, boo
     return places;
 }
 
+// Where the nodes of a grid are; i over x, j over y.
 template <class Surface>
-Places<Surface> NodePlaces(const AxonometricView& view) {
-    Places<Surface> places(view.nx * view.ny);
-    for (Index i = 1; i <= view.nx; ++i) {
-        for (Index j = 1; j <= view.ny; ++j) {
-            places[NodeIndex(view, i, j)] =
-                Surface::PlaceAt(view.Project(view.X[i], view.Y[j], view.gridZ(i, j)));
+class Nodes {
+public:
+    Nodes(const ViewData& data, const Projection& projection)
+        : ny_(data.Ny()), places_(data.Nx() * data.Ny()) {
+        for (Index i = 1; i <= data.Nx(); ++i) {
+            for (Index j = 1; j <= data.Ny(); ++j) {
+                places_[Number(i, j)] =
+                    Surface::PlaceAt(projection.Project(data.X[i], data.Y[j], data.gridZ(i, j)));
+            }
         }
     }
-    return places;
-}
+
+    /// The corners of the cell between i, i + 1 and j, j + 1.
+    [[nodiscard]] std::array<typename Surface::Place, 4> Cell(Index i, Index j) const {
+        return {places_[Number(i, j)], places_[Number(i, j + 1)], places_[Number(i + 1, j + 1)],
+                places_[Number(i + 1, j)]};
+    }
+    [[nodiscard]] const Places<Surface>& All() const { return places_; }
+
+private:
+    [[nodiscard]] Index Number(Index i, Index j) const { return (i - 1) * ny_ + j; }
+
+    Index ny_;
+    Places<Surface> places_;
+};
 
 // Visits the cells of a grid, those farthest from the viewer first.
 template <class Visit>
-void ForEachCell(const AxonometricView& view, Visit visit) {
-    const double quarter = std::floor(static_cast<double>(view.theta) / kQuarterTurn);
+void ForEachCell(const ViewData& data, float theta, Visit visit) {
+    const double quarter = std::floor(static_cast<double>(theta) / kQuarterTurn);
     if (!(quarter >= 0 && quarter < 4)) {
         return;
     }
     const CellOrder order = kCellOrders[static_cast<std::size_t>(quarter)];
-    const Index columns = view.nx - 1;
-    const Index rows = view.ny - 1;
+    const Index columns = data.Nx() - 1;
+    const Index rows = data.Ny() - 1;
     if (order.rowsOutside) {
         ForEach(rows, order.jUpwards,
                 [&](Index j) { ForEach(columns, order.iUpwards, [&](Index i) { visit(i, j); }); });
@@ -123,31 +137,30 @@ void ForEachCell(const AxonometricView& view, Visit visit) {
 }
 
 template <class Surface>
-Places<Surface> DrawGridSurface(Surface& surface, const AxonometricView& view, bool colour) {
-    Places<Surface> places = NodePlaces<Surface>(view);
-    const auto node = [&](Index i, Index j) { return places[NodeIndex(view, i, j)]; };
+Places<Surface> DrawGridSurface(Surface& surface, const ViewData& data,
+                                const Projection& projection) {
+    const Nodes<Surface> nodes(data, projection);
     PaintTools tools = MarkTools();
-    ForEachCell(view, [&](Index i, Index j) {
-        const std::array quad{node(i, j), node(i, j + 1), node(i + 1, j + 1), node(i + 1, j)};
-        if (colour) {
-            tools.brush = view.cellColour(i, j);
+    ForEachCell(data, projection.Parameters().theta, [&](Index i, Index j) {
+        if (projection.Parameters().colour) {
+            tools.brush = data.cellColour(i, j);
         }
-        surface.FillPolygon(quad, tools);
+        surface.FillPolygon(nodes.Cell(i, j), tools);
     });
-    return places;
+    return nodes.All();
 }
 
 template <class Surface>
-Places<Surface> DrawMarks(Surface& surface, const AxonometricView& view, bool colour) {
-    switch (view.mode) {
+Places<Surface> DrawMarks(Surface& surface, const ViewData& data, const Projection& projection) {
+    switch (data.mode) {
     case ViewMode::Points:
-        return DrawPoints(surface, view, colour);
+        return DrawPoints(surface, data, projection);
     case ViewMode::Surface:
-        return DrawGridSurface(surface, view, colour);
+        return DrawGridSurface(surface, data, projection);
     case ViewMode::Triangles:
         break;
     }
-    return DrawTriangles(surface, view, colour);
+    return DrawTriangles(surface, data, projection);
 }
 
 Array1<PixelPoint> Pixels(Array1<PixelPoint> places) {
@@ -160,42 +173,44 @@ Array1<PixelPoint> Pixels(const Array1<PixelPosition>& places) {
     return pixels;
 }
 
-} // namespace
-
-void DrawRotationMarker(DrawSurface& surface, const AxonometricView& view) {
+// The axis of rotation and the turned direction of x.
+void DrawRotationMarker(DrawSurface& surface, const Projection& projection) {
     const auto wide = [](float value) { return static_cast<double>(value); };
-    const auto onBase = [&](double x, double y) {
-        const double back = y - wide(view.extents.ymin);
-        return UserPosition{x + back * wide(view.slantX),
-                            wide(view.extents.zmin) + back * wide(view.slantZ)};
-    };
+    const FrameMeasures& m = projection.Measures();
+    const double theta = wide(projection.Parameters().theta);
     surface.SetForeColor(kGreen);
-    const UserPosition foot = onBase(view.centreX, view.centreY);
+    const UserPosition foot = projection.ToUser(m.centreX, m.centreY);
     surface.SetDrawStyle(DrawStyles::kDashDot);
-    surface.Line(foot.x, foot.y, foot.x, foot.y + wide(view.zRange), kGreen);
-    const UserPosition end = onBase(wide(view.halfX) * std::cos(wide(view.theta)) + view.centreX,
-                                    wide(view.halfY) * std::sin(wide(view.theta)) + view.centreY);
+    surface.Line(foot.x, foot.y, foot.x, foot.y + wide(m.zRange), kGreen);
+    const UserPosition end = projection.ToUser(wide(m.halfX) * std::cos(theta) + m.centreX,
+                                               wide(m.halfY) * std::sin(theta) + m.centreY);
     surface.SetDrawStyle(DrawStyles::kSolid);
     surface.Line(foot.x, foot.y, end.x, end.y, kGreen);
     surface.Print("x", NewLine::No);
 }
 
-bool Redraw(DrawSurface& surface, AxonometricView& view, bool full, bool colour,
-            const RunState& run, MessageService& messages) {
-    view.extents = view.dataExtents;
-    if (!DrawFrame3D(surface, view, view.rotating ? kTurningFrame : kGreen, run, messages)) {
-        return false;
+} // namespace
+
+std::variant<Drawing3D, Message> Redraw(DrawSurface& surface, const ViewData& data,
+                                        const ViewParameters& parameters, const FrameMeasures* kept,
+                                        const RunState& run) {
+    auto framed =
+        DrawFrame3D(surface, data, parameters, parameters.rotating ? kTurningFrame : kGreen, run);
+    if (auto* const failure = std::get_if<Message>(&framed)) {
+        return std::move(*failure);
     }
-    if (full) {
-        view.TakeFrame();
-    }
-    WithPlaces(surface,
-               [&](auto& places) { view.screenPoint = Pixels(DrawMarks(places, view, colour)); });
-    if (view.rotating) {
-        DrawRotationMarker(surface, view);
+    const Frame3D& frame = std::get<Frame3D>(framed);
+    Drawing3D drawing;
+    drawing.projection = {parameters, frame,
+                          kept != nullptr ? *kept : MeasureFrame(frame, parameters.alfa)};
+    WithPlaces(surface, [&](auto& places) {
+        drawing.screenPoint = Pixels(DrawMarks(places, data, drawing.projection));
+    });
+    if (parameters.rotating) {
+        DrawRotationMarker(surface, drawing.projection);
     }
     surface.Refresh();
-    return true;
+    return drawing;
 }
 
 } // namespace terravo::Rendering

@@ -20,20 +20,18 @@ View3D::View3D(const RunState& run, MessageService& messages, View3DDisplay& dis
 
 void View3D::Triangoli(Array1<double> x, Array1<double> y, Array1<double> z, Table<Index> corners,
                        const std::string& title, const SpaceExtents* extents) {
-    view_.Triangoli(std::move(x), std::move(y), std::move(z), std::move(corners), title, extents);
-    ShowNewData();
+    Show(ViewData::Triangoli(std::move(x), std::move(y), std::move(z), std::move(corners), title,
+                             extents));
 }
 
 void View3D::Punti(Array1<double> x, Array1<double> y, Array1<double> z, const std::string& title,
                    const SpaceExtents* extents) {
-    view_.Punti(std::move(x), std::move(y), std::move(z), title, messages_, extents);
-    ShowNewData();
+    Show(ViewData::Punti(std::move(x), std::move(y), std::move(z), title, messages_, extents));
 }
 
 void View3D::Superficie(Array1<double> x, Array1<double> y, Table<double> z,
                         const std::string& title) {
-    view_.Superficie(std::move(x), std::move(y), std::move(z), title);
-    ShowNewData();
+    Show(ViewData::Superficie(std::move(x), std::move(y), std::move(z), title));
 }
 
 void View3D::ShowTriangles(const PointSet& points, const TriangleList& triangles,
@@ -46,35 +44,43 @@ void View3D::ShowTriangles(const PointSet& points, const TriangleList& triangles
     Triangoli(used(points.x), used(points.y), used(points.z), TriangleTable(triangles), title);
 }
 
-void View3D::ShowNewData() {
-    hasData_ = true;
+void View3D::Show(ViewData data) {
+    view_.Show(std::move(data));
     Redraw(true);
     ShowControls();
     PlaceAxisLabels();
 }
 
 void View3D::Redraw(bool full) {
-    if (hasData_) {
-        isDrawn_ = Rendering::Redraw(display_.Surface3D(), view_, full, colour_, run_, messages_);
+    if (!view_.HasData()) {
+        return;
+    }
+    if (const auto failure = view_.Redraw(display_.Surface3D(), full, run_)) {
+        messages_.ShowCritical(failure->text, failure->title);
     }
 }
 
+void View3D::TurnTo(float theta, bool rotating) {
+    ViewParameters parameters = view_.Parameters();
+    parameters.theta = theta;
+    parameters.rotating = rotating;
+    view_.SetParameters(parameters);
+}
+
 void View3D::ToggleRotation() {
-    view_.rotating = !view_.rotating;
-    view_.theta = 0;
+    const bool rotating = !view_.Parameters().rotating;
+    TurnTo(0, rotating);
     display_.ShowReadOut(std::nullopt);
     ShowControls();
     // The first turned picture comes with the first tick.
-    if (!view_.rotating) {
+    if (!rotating) {
         Redraw(false);
     }
 }
 
 void View3D::Tick() {
-    view_.theta += kOneDegree;
-    if (view_.theta >= kFullTurn) {
-        view_.theta = 0;
-    }
+    const float next = view_.Parameters().theta + kOneDegree;
+    TurnTo(next >= kFullTurn ? 0 : next, view_.Parameters().rotating);
     ShowControls();
     Redraw(false);
 }
@@ -89,13 +95,15 @@ void View3D::StepAngle(int degrees) {
     if (degrees < 0) {
         wrapped = 359;
     }
-    view_.theta = static_cast<float>(wrapped / kDegreesPerRadian);
+    TurnTo(static_cast<float>(wrapped / kDegreesPerRadian), view_.Parameters().rotating);
     ShowControls();
     Redraw(false);
 }
 
 void View3D::SetColour(bool colour) {
-    colour_ = colour;
+    ViewParameters parameters = view_.Parameters();
+    parameters.colour = colour;
+    view_.SetParameters(parameters);
     Redraw(false);
 }
 
@@ -110,7 +118,7 @@ void View3D::BeginDrag() {
 }
 
 void View3D::Drag(double userX, double userZ) {
-    if (!hasData_) {
+    if (!view_.HasData()) {
         return;
     }
     view_.DragAxisEnd(userX, userZ);
@@ -119,20 +127,24 @@ void View3D::Drag(double userX, double userZ) {
     ShowControls();
 }
 
+void View3D::MoveAxisEnd(double right, double up) {
+    const UserPosition place = view_.NearAxisEnd(right, up);
+    BeginDrag();
+    Drag(place.x, place.y);
+}
+
 void View3D::PlaceAxisLabels() {
     const std::optional<PixelPoint> pointer = display_.PointerPixel();
-    if (!pointer || !isDrawn_) {
-        return;
-    }
-    const NearestPoint nearest = view_.FindNearest(*pointer);
-    if (!nearest.found) {
+    const std::optional<NearestPoint> nearest =
+        pointer ? view_.FindNearest(*pointer) : std::nullopt;
+    if (!nearest) {
         return;
     }
     const auto text = [this](double value) {
         return NumberText::FormatScreen(value, "#0.000", run_.decimalSeparator) + " ";
     };
     display_.ShowReadOut(
-        View3DReadOut{text(nearest.x), text(nearest.y), text(nearest.z), nearest.pixel});
+        View3DReadOut{text(nearest->x), text(nearest->y), text(nearest->z), nearest->pixel});
 }
 
 void View3D::LeaveArea() {
@@ -143,18 +155,19 @@ void View3D::ShowControls() {
     const auto format = [this](double value, const char* pattern) {
         return NumberText::FormatScreen(value, pattern, run_.decimalSeparator);
     };
-    const double degrees = static_cast<double>(view_.theta) * kDegreesPerRadian;
+    const ViewParameters& view = view_.Parameters();
+    const double degrees = static_cast<double>(view.theta) * kDegreesPerRadian;
     View3DControls controls;
-    controls.rotateCaption = view_.rotating ? "&Stop" : run_.texts[Text::Rotate];
+    controls.rotateCaption = view.rotating ? "&Stop" : run_.texts[Text::Rotate];
     controls.rotateEnabled = !paused_;
     controls.pauseCaption = paused_ ? "Co&nt." : run_.texts[Text::Pause];
-    controls.pauseEnabled = view_.rotating;
+    controls.pauseEnabled = view.rotating;
     controls.stepUsable = paused_;
-    controls.timerOn = view_.rotating && !paused_;
+    controls.timerOn = view.rotating && !paused_;
     controls.thetaDegrees = modUtilita::RoundHalfEven(degrees);
     controls.theta = format(degrees, "#0.0");
-    controls.rayx = format(static_cast<double>(view_.rayx), "#0.000");
-    controls.alfa = format(static_cast<double>(view_.alfa) * kDegreesPerRadian, "#0.000");
+    controls.rayx = format(static_cast<double>(view.rayx), "#0.000");
+    controls.alfa = format(static_cast<double>(view.alfa) * kDegreesPerRadian, "#0.000");
     display_.ShowControls(controls);
 }
 

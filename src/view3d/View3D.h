@@ -1,8 +1,8 @@
 // The commands of the 3D window, without the window.
 //
 // Data: the axonometric view and the state of its rotation. Method: each control's event is one
-// operation, which changes the view, draws, and tells the display what its controls show; the
-// timer, the pointer and the labels are the display's.
+// operation, which changes the view, draws, shows the message of a drawing that failed, and tells
+// the display what its controls show; the timer, the pointer and the labels are the display's.
 //
 //   idle      --Rotate-->  rotating  --Pause-->     paused
 //   rotating  --Rotate-->  idle      paused --Pause--> rotating
@@ -12,7 +12,6 @@
 #include "util/RunState.h"
 #include "util/Services.h"
 #include "view3d/AxonometricView.h"
-#include "view3d/Rendering.h"
 
 #include <optional>
 #include <string>
@@ -62,7 +61,7 @@ public:
     [[nodiscard]] const AxonometricView& View() const { return view_; }
     [[nodiscard]] bool IsPaused() const { return paused_; }
 
-    // Entries; see AxonometricView.
+    // Entries; see ViewData.
     void Triangoli(Array1<double> x, Array1<double> y, Array1<double> z, Table<Index> corners,
                    const std::string& title, const SpaceExtents* extents = nullptr);
     void Punti(Array1<double> x, Array1<double> y, Array1<double> z, const std::string& title,
@@ -86,6 +85,8 @@ public:
     /// The left button goes down, the pointer moves with it, it goes up.
     void BeginDrag();
     void Drag(double userX, double userZ);
+    /// The end of the y axis, taken some pixels on from where it is, as the pointer would drag it.
+    void MoveAxisEnd(double right, double up);
     /// The pointer moved without a button, or the data are new: reads out the nearest point.
     void PlaceAxisLabels();
     /// The pointer has left the drawing area.
@@ -98,16 +99,14 @@ public:
     void ShowControls();
 
 private:
-    void ShowNewData();
+    void Show(ViewData data);
+    void TurnTo(float theta, bool rotating);
 
     const RunState& run_;
     MessageService& messages_;
     View3DDisplay& display_;
     AxonometricView view_;
     bool paused_ = false;
-    bool colour_ = true;
-    bool hasData_ = false;
-    bool isDrawn_ = false; // the last drawing reached the marks
 };
 
 } // namespace terravo

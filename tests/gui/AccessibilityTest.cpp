@@ -110,7 +110,7 @@ TEST_F(AccessibilityTest, TheArrowKeysMoveTheEndOfTheYAxisAsTheMouseDoes) {
     view.show();
     view.Commands().Triangoli({0, 10, 0}, {0, 0, 20}, {0, 300, 600}, Table<Index>(0, 3), "three");
     auto* picture = view.findChild<SurfaceView*>();
-    const AxonometricView& shown = view.Commands().View();
+    const ViewParameters& shown = view.Commands().View().Parameters();
     const float alfa = shown.alfa;
     const float rayx = shown.rayx;
     QTest::keyClick(picture, Qt::Key_Up);

@@ -64,8 +64,8 @@ struct frm3DTest : ::testing::Test {
         return (QPointF(pixel.x, pixel.y) / Area()->devicePixelRatioF()).toPoint();
     }
     [[nodiscard]] QPoint PlaceOf(float x, float y, float z) const {
-        return Place(
-            View().Project(static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)));
+        return Place(View().Drawing().projection.Project(
+            static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)));
     }
     void Move(QPoint place, Qt::MouseButtons buttons = {}) const {
         if (!buttons) {
@@ -160,7 +160,7 @@ TEST_F(frm3DTest, ClicksChangeTheViewAndTheColours) {
 
 TEST_F(frm3DTest, TheEndOfTheYAxisFollowsTheDrag) {
     Open();
-    const SpaceExtents e = View().extents;
+    const SpaceExtents e = View().Drawing().projection.Frame().extents;
     const QPoint origin = PlaceOf(e.xmin, e.ymin, e.zmin);
     const auto cursor = Area()->cursor().shape();
     QTest::mousePress(Area(), Qt::LeftButton, {}, origin + QPoint(60, -60));
@@ -176,7 +176,7 @@ TEST_F(frm3DTest, TheEndOfTheYAxisFollowsTheDrag) {
 
 TEST_F(frm3DTest, ReadsOutThePointUnderThePointer) {
     Open();
-    const PixelPoint pixel = View().screenPoint[4];
+    const PixelPoint pixel = View().Drawing().screenPoint[4];
     const QPoint place = Place({static_cast<double>(pixel.x), static_cast<double>(pixel.y)});
     // The screen may be smaller than the window; the pointer stays on the screen.
     window->move(window->pos() + QPoint(200, 200) - Area()->mapToGlobal(place));
@@ -219,11 +219,11 @@ TEST_F(View3DWindowTest, OpensWithAFileKeepsItsPlaceAndHidesAfterAFailedDrawing)
     const QPointer<frm3D> first = Window3D();
     ASSERT_NE(first, nullptr);
     EXPECT_TRUE(first->isVisible());
-    EXPECT_EQ(first->Commands().View().pointCount, 25);
-    EXPECT_EQ(first->Commands().View().triangles.Rows(), 32);
+    EXPECT_EQ(first->Commands().View().Data().PointCount(), 25);
+    EXPECT_EQ(first->Commands().View().Data().triangles.Rows(), 32);
     Load(HillsText(4));
     EXPECT_EQ(Window3D(), first) << "one window for all files";
-    EXPECT_EQ(first->Commands().View().pointCount, 16);
+    EXPECT_EQ(first->Commands().View().Data().PointCount(), 16);
 
     auto* picture = first->findChild<QWidget*>("Picture1");
     Load("1,1,1\n2,2,2\n3,3,3\n");
@@ -241,7 +241,7 @@ TEST_F(View3DWindowTest, OpensWithAFileKeepsItsPlaceAndHidesAfterAFailedDrawing)
     Load(HillsText(6));
     ASSERT_NE(Window3D(), nullptr);
     EXPECT_TRUE(Window3D()->isVisible());
-    EXPECT_EQ(Window3D()->Commands().View().pointCount, 36);
+    EXPECT_EQ(Window3D()->Commands().View().Data().PointCount(), 36);
     EXPECT_EQ(Find<QMdiSubWindow>("frm3DFrame")->pos(), QPoint(50, 20));
 }
 

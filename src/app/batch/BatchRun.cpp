@@ -18,8 +18,8 @@
 #include "util/StopToken.h"
 #include "util/Stopwatch.h"
 #include "util/SystemServices.h"
+#include "view3d/AxonometricView.h"
 #include "view3d/RegularGrid.h"
-#include "view3d/Rendering.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -139,6 +139,20 @@ void RequireTriangles(const std::string& file, const PointSet& points,
     }
 }
 
+ViewParameters ParametersOf(const View3DOptions& chosen) {
+    ViewParameters parameters;
+    if (chosen.alfa) {
+        parameters.alfa = static_cast<float>(*chosen.alfa / kDegreesPerRadian);
+    }
+    if (chosen.rayx) {
+        parameters.rayx = static_cast<float>(*chosen.rayx);
+    }
+    parameters.theta = static_cast<float>(chosen.theta.value_or(0) / kDegreesPerRadian);
+    parameters.rotating = chosen.theta.has_value();
+    parameters.colour = chosen.colour;
+    return parameters;
+}
+
 // The run itself: everything that lives for its length, and its stages.
 class BatchRun {
 public:
@@ -185,6 +199,7 @@ private:
     void Draw();
     void DrawMap(DrawSurface& surface, const MapOptions& map, const LevelSink& sink);
     void DrawMapPicture(const LevelSink& sink);
+    ViewData DataFor3D();
     void DrawView3D();
     void DrawView3DOn(DrawSurface& surface, AxonometricView& view);
     template <class Drawing>
@@ -290,19 +305,13 @@ void BatchRun::CountWhatWasMade() {
     figures_.levels = options_.map.levelCount;
 }
 
-void BatchRun::DrawView3D() {
-    const View3DOptions& chosen = options_.view3D;
+ViewData BatchRun::DataFor3D() {
     const PointSet& points = survey_.Points();
-    AxonometricView view;
-    switch (chosen.kind) {
+    switch (options_.view3D.kind) {
     case View3DKind::Triangles:
-        view.Triangoli(points.x, points.y, points.z,
-                       TriangleTable(survey_.Triangulation().triangles),
-                       "Delaunay 2D : " + points.sourceName);
         break;
     case View3DKind::Points:
-        view.Punti(points.x, points.y, points.z, points.sourceName, messages_);
-        break;
+        return ViewData::Punti(points.x, points.y, points.z, points.sourceName, messages_);
     case View3DKind::Surface: {
         const std::optional<RegularGrid> grid = FindRegularGrid(points);
         if (!grid) {
@@ -310,29 +319,35 @@ void BatchRun::DrawView3D() {
                                                    ": the points do not form a regular grid, so "
                                                    "they cannot be drawn as a surface.");
         }
-        view.Superficie(grid->x, grid->y, grid->z, points.sourceName);
-        break;
+        return ViewData::Superficie(grid->x, grid->y, grid->z, points.sourceName);
     }
     }
-    view.alfa = static_cast<float>(chosen.alfa ? *chosen.alfa / kDegreesPerRadian
-                                               : static_cast<double>(view.alfa));
-    view.rayx = static_cast<float>(chosen.rayx.value_or(static_cast<double>(view.rayx)));
-    view.theta = static_cast<float>(chosen.theta.value_or(0) / kDegreesPerRadian);
-    view.rotating = chosen.theta.has_value();
+    return ViewData::Triangoli(points.x, points.y, points.z,
+                               TriangleTable(survey_.Triangulation().triangles),
+                               "Delaunay 2D : " + points.sourceName);
+}
+
+void BatchRun::DrawView3D() {
+    AxonometricView view;
+    view.Show(DataFor3D());
+    view.SetParameters(ParametersOf(options_.view3D));
     if (PictureKindOf(options_.view3DFile) == PictureKind::Png) {
         RasterSurface surface(options_.width, options_.height);
         surface.SetBackColor(kBlack);
         DrawView3DOn(surface, view);
         viewPicture_ = surface.Image();
     } else {
-        WriteVector(options_.view3DFile, view.title,
+        WriteVector(options_.view3DFile, view.Data().title,
                     [&](DrawSurface& surface) { DrawView3DOn(surface, view); });
     }
 }
 
 void BatchRun::DrawView3DOn(DrawSurface& surface, AxonometricView& view) {
-    Rendering::Redraw(surface, view, true, options_.view3D.colour, state_, messages_);
+    const std::optional<Message> failure = view.Redraw(surface, true, state_);
     EndWhenStopped();
+    if (failure) {
+        messages_.ShowCritical(failure->text, failure->title);
+    }
     ThrowMessages();
 }
 

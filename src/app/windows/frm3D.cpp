@@ -4,7 +4,6 @@
 #include "app/windows/GradientButton.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SurfaceView.h"
-#include "view3d/Rendering.h"
 
 #include <QBoxLayout>
 #include <QClipboard>
@@ -16,8 +15,6 @@
 #include <QSignalBlocker>
 
 #include <memory>
-
-#include <cmath>
 
 using terravo::Text;
 
@@ -241,10 +238,13 @@ void frm3D::SetPictureVisible(bool visible) {
 terravo::Picture frm3D::PictureNow() const {
     const terravo::RasterSurface& shown = pic3D->Surface();
     const auto view = std::make_shared<terravo::AxonometricView>(commands_.View());
-    return {shown.PixelWidth(), shown.PixelHeight(), pic3D->devicePixelRatioF(), view->title,
-            [view, colour = optCol->isChecked(), &run = state_,
-             &messages = messages_](terravo::DrawSurface& surface) {
-                return terravo::Rendering::Redraw(surface, *view, false, colour, run, messages);
+    return {shown.PixelWidth(), shown.PixelHeight(), pic3D->devicePixelRatioF(), view->Data().title,
+            [view, &run = state_, &messages = messages_](terravo::DrawSurface& surface) {
+                const auto failure = view->Redraw(surface, false, run);
+                if (failure) {
+                    messages.ShowCritical(failure->text, failure->title);
+                }
+                return !failure;
             }};
 }
 
@@ -279,7 +279,7 @@ void frm3D::ShowControls(const terravo::View3DControls& controls) {
     lblRAyx->setText(ToQString(controls.rayx));
     lblAlfa->setText(ToQString(controls.alfa));
     pic3D->setAccessibleDescription(
-        ToQString(commands_.View().title + ", " + state_.texts[Text::RotationAngle] + " " +
+        ToQString(commands_.View().Data().title + ", " + state_.texts[Text::RotationAngle] + " " +
                   controls.theta + ", RAyx: " + controls.rayx + ", [Grd]: " + controls.alfa + ". " +
                   state_.texts[Text::ArrowKeys]));
     if (controls.timerOn != Timer1.isActive()) {
@@ -332,24 +332,13 @@ bool frm3D::eventFilter(QObject* watched, QEvent* event) {
     return QWidget::eventFilter(watched, event);
 }
 
-// The end of the y axis, taken a step on from where it is, as the mouse would drag it.
 bool frm3D::MoveAxisEnd(int key) {
     const double right = key == Qt::Key_Right ? kKeyStep : key == Qt::Key_Left ? -kKeyStep : 0;
     const double up = key == Qt::Key_Up ? kKeyStep : key == Qt::Key_Down ? -kKeyStep : 0;
     if (right == 0 && up == 0) {
         return false;
     }
-    const terravo::AxonometricView& view = commands_.View();
-    const auto scaleX = static_cast<double>(view.coefficients.Ax);
-    const auto scaleZ = static_cast<double>(view.coefficients.Az);
-    const double length =
-        static_cast<double>(view.rayx) * static_cast<double>(view.xRange) * scaleX;
-    const auto slant = static_cast<double>(view.alfa);
-    const double endX = length * std::cos(slant) + right;
-    const double endZ = length * std::sin(slant) + up;
-    commands_.BeginDrag();
-    commands_.Drag(static_cast<double>(view.extents.xmin) + endX / scaleX,
-                   static_cast<double>(view.extents.zmin) - endZ / scaleZ);
+    commands_.MoveAxisEnd(right, up);
     return true;
 }
 

@@ -1,7 +1,7 @@
 #include "view3d/Frame3D.h"
 
-#include "support/FakeServices.h"
 #include "support/RecordingSurface.h"
+#include "view3d/Projection.h"
 
 #include <gtest/gtest.h>
 
@@ -14,18 +14,22 @@ namespace {
 struct Frame3DTest : testing::Test {
     RecordingSurface surface{640, 480};
     RunState run;
-    FakeMessages messages;
-    AxonometricView view;
+    ViewData data;
+    ViewParameters parameters;
 
     Frame3DTest() {
-        view.title = "hills";
-        view.extents = {1.2F, 8.7F, 12, 47, 101, 163};
+        data.title = "hills";
+        data.extents = {1.2F, 8.7F, 12, 47, 101, 163};
     }
 
-    bool Draw() {
-        const bool drawn = DrawFrame3D(surface, view, kGreen, run, messages);
-        view.TakeFrame();
-        return drawn;
+    std::variant<Frame3D, Message> Draw() {
+        return DrawFrame3D(surface, data, parameters, kGreen, run);
+    }
+    /// A frame that must come out well.
+    Frame3D Drawn() {
+        auto drawn = Draw();
+        EXPECT_TRUE(std::holds_alternative<Frame3D>(drawn));
+        return std::holds_alternative<Frame3D>(drawn) ? std::get<Frame3D>(drawn) : Frame3D{};
     }
 
     // Whether a line of the frame joins two pixels, give or take.
@@ -43,8 +47,7 @@ struct Frame3DTest : testing::Test {
 };
 
 TEST_F(Frame3DTest, WidensTheExtentsToWholeStepsAndLabelsThem) {
-    ASSERT_TRUE(Draw());
-    EXPECT_EQ(view.extents, (SpaceExtents{1, 9, 10, 50, 100, 170}));
+    EXPECT_EQ(Drawn().extents, (SpaceExtents{1, 9, 10, 50, 100, 170}));
     for (const char* text : {"1.0", "9.0", "10.0", "50.0", "100.000", "170.000", "x", "y", "z"}) {
         EXPECT_TRUE(surface.FindText(text)) << text;
     }
@@ -55,13 +58,12 @@ TEST_F(Frame3DTest, WidensTheExtentsToWholeStepsAndLabelsThem) {
     ASSERT_FALSE(surface.pixelCalls.empty());
     EXPECT_EQ(surface.pixelCalls[0].kind, PixelCall::Kind::Rect) << "clears first";
     EXPECT_EQ(surface.pixelCalls[0].pen.colour, surface.BackColor());
-    view.zLabel = "z [10^3]";
+    data.zLabel = "z [10^3]";
     run.decimalSeparator = ',';
     surface.Forget();
-    ASSERT_TRUE(Draw());
+    Drawn();
     EXPECT_TRUE(surface.FindText("z [10^3]"));
     EXPECT_TRUE(surface.FindText("170,000"));
-    EXPECT_TRUE(messages.boxes.empty());
 }
 
 TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
@@ -79,16 +81,17 @@ TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
           Case{0.5235988F, 1, below, 1}, Case{2.2F, 0.8F, small, 1}, Case{3.1F, 1.5F, below, 1},
           Case{-0.7F, 0.6F, small, 1}, Case{-2.4F, 2, small, 1}, Case{kHalfPi, 0.9F, small, 1},
           Case{kHalfPi, 0, small, 1}, Case{0, 1000, small, 1}, Case{1.2F, 40, small, 1}}) {
-        view.alfa = c.alfa;
-        view.rayx = c.rayx;
-        view.extents = c.extents;
+        parameters.alfa = c.alfa;
+        parameters.rayx = c.rayx;
+        data.extents = c.extents;
         surface.Forget();
-        ASSERT_TRUE(Draw());
+        const Frame3D frame = Drawn();
+        const Projection projection(parameters, frame, MeasureFrame(frame, c.alfa));
         SCOPED_TRACE(testing::Message() << "alfa " << c.alfa << " rayx " << c.rayx);
-        const SpaceExtents& e = view.extents;
-        const auto at = [this](float x, float y, float z) {
-            return view.Project(static_cast<double>(x), static_cast<double>(y),
-                                static_cast<double>(z));
+        const SpaceExtents& e = frame.extents;
+        const auto at = [&projection](float x, float y, float z) {
+            return projection.Project(static_cast<double>(x), static_cast<double>(y),
+                                      static_cast<double>(z));
         };
         const PixelPosition origin = at(e.xmin, e.ymin, e.zmin);
         const PixelPosition xEnd = at(e.xmax, e.ymin, e.zmin);
@@ -102,7 +105,8 @@ TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
         EXPECT_GE(xEnd.x, origin.x);
         EXPECT_LT(zEnd.y, origin.y);
         const double length = std::hypot(yEnd.x - origin.x, yEnd.y - origin.y);
-        EXPECT_NEAR(length, static_cast<double>(view.rayx * view.xRange * view.coefficients.Ax), 2);
+        EXPECT_NEAR(length, static_cast<double>(c.rayx * (e.xmax - e.xmin) * frame.coefficients.Ax),
+                    2);
         EXPECT_NEAR(yEnd.x - origin.x, length * std::cos(static_cast<double>(c.alfa)), 2);
         EXPECT_NEAR(origin.y - yEnd.y, length * std::sin(static_cast<double>(c.alfa)), 2);
         // The scale it leaves behind is the same map.
@@ -114,41 +118,35 @@ TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
     }
 }
 
-TEST_F(Frame3DTest, ReportsReversedExtentsAndLeavesThePictureAlone) {
-    const std::string title = "Error in: scale of the axes3D3D";
+TEST_F(Frame3DTest, ReturnsReversedExtentsAsAMessageAndLeavesThePictureAlone) {
     const auto messageFor = [this](const SpaceExtents& extents) {
-        messages.boxes.clear();
-        view.extents = extents;
-        EXPECT_FALSE(DrawFrame3D(surface, view, kGreen, run, messages));
-        return messages.boxes;
+        data.extents = extents;
+        const auto drawn = Draw();
+        const auto* message = std::get_if<Message>(&drawn);
+        return message != nullptr ? *message : Message{};
     };
-    using Boxes = std::vector<FakeMessages::Box>;
-    EXPECT_EQ(messageFor({2, 1, 2, 1, 2, 1}), (Boxes{{" Error Scale X.", title}}));
-    EXPECT_EQ(messageFor({1, 2, 2, 1, 2, 1}), (Boxes{{" Error Scale Y.", title}}));
-    EXPECT_EQ(messageFor({1, 2, 1, 2, 2, 1}), (Boxes{{" Error Scale Z.", title}}));
+    const std::string title = "Error in: scale of the axes3D3D";
+    EXPECT_EQ(messageFor({2, 1, 2, 1, 2, 1}), (Message{" Error Scale X.", title}));
+    EXPECT_EQ(messageFor({1, 2, 2, 1, 2, 1}), (Message{" Error Scale Y.", title}));
+    EXPECT_EQ(messageFor({1, 2, 1, 2, 2, 1}), (Message{" Error Scale Z.", title}));
     EXPECT_TRUE(surface.userCalls.empty());
-    messages.boxes.clear();
-    view.extents = {5, 5, -3, -3, 250, 250};
-    EXPECT_TRUE(Draw()) << "equal limits are no error";
-    EXPECT_LT(view.extents.zmin, 250);
-    EXPECT_GT(view.extents.zmax, 250);
-    EXPECT_TRUE(messages.boxes.empty());
+    data.extents = {5, 5, -3, -3, 250, 250};
+    const Frame3D equalLimits = Drawn();
+    EXPECT_LT(equalLimits.extents.zmin, 250);
+    EXPECT_GT(equalLimits.extents.zmax, 250);
 }
 
-TEST_F(Frame3DTest, ReportsOnceWhatItCannotDraw) {
+TEST_F(Frame3DTest, ReturnsWhatItCannotDrawAsAMessage) {
     for (const auto& [width, height] : {std::pair{40, 480}, std::pair{640, 30}, std::pair{1, 1}}) {
         RecordingSurface tiny(width, height);
-        messages.boxes.clear();
-        EXPECT_FALSE(DrawFrame3D(tiny, view, kGreen, run, messages)) << width << " x " << height;
-        EXPECT_EQ(messages.boxes.size(), 1U);
+        const auto drawn = DrawFrame3D(tiny, data, parameters, kGreen, run);
+        EXPECT_TRUE(std::holds_alternative<Message>(drawn)) << width << " x " << height;
         EXPECT_EQ(tiny.ScaleMode(), ScaleUnit::User);
     }
-    messages.boxes.clear();
-    view.extents = {0, 1, 0, 1, 0, INFINITY};
-    EXPECT_FALSE(Draw());
-    view.extents = {3e8F, 3e8F, 0, 1, 0, 1};
-    EXPECT_FALSE(Draw()) << "no room between neighbouring numbers";
-    EXPECT_EQ(messages.boxes.size(), 2U);
+    data.extents = {0, 1, 0, 1, 0, INFINITY};
+    EXPECT_TRUE(std::holds_alternative<Message>(Draw()));
+    data.extents = {3e8F, 3e8F, 0, 1, 0, 1};
+    EXPECT_TRUE(std::holds_alternative<Message>(Draw())) << "no room between neighbouring numbers";
 }
 
 } // namespace

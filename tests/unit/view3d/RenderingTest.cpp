@@ -18,11 +18,18 @@ struct RenderingTest : testing::Test {
     RecordingSurface surface{640, 480};
     RunState run;
     FakeMessages messages;
-    AxonometricView view;
+    ViewData data;
+    ViewParameters parameters;
+    Drawing3D drawing;
 
-    void Redraw(bool full = true, bool colour = true) {
+    void Redraw() {
         surface.Forget();
-        ASSERT_TRUE(Rendering::Redraw(surface, view, full, colour, run, messages));
+        auto redrawn = Rendering::Redraw(surface, data, parameters, nullptr, run);
+        ASSERT_TRUE(std::holds_alternative<Drawing3D>(redrawn));
+        drawing = std::get<Drawing3D>(std::move(redrawn));
+    }
+    [[nodiscard]] PixelPosition PlaceOf(Index i) const {
+        return drawing.projection.Project(data.X[i], data.Y[i], data.Z[i]);
     }
     void ShowTriangles() {
         Table<Index> triangles(2, 3);
@@ -32,7 +39,7 @@ struct RenderingTest : testing::Test {
                 triangles(t + 1, j + 1) = corners[t][j];
             }
         }
-        view.Triangoli({0, 10, 0, 10}, {0, 0, 10, 10}, {1, 2, 3, 4}, triangles, "t");
+        data = ViewData::Triangoli({0, 10, 0, 10}, {0, 0, 10, 10}, {1, 2, 3, 4}, triangles, "t");
     }
     void ShowGrid() {
         Table<double> z(3, 3);
@@ -41,7 +48,7 @@ struct RenderingTest : testing::Test {
                 z(i, j) = i * i + j;
             }
         }
-        view.Superficie({0, 5, 10}, {0, 5, 10}, z, "g");
+        data = ViewData::Superficie({0, 5, 10}, {0, 5, 10}, z, "g");
     }
     [[nodiscard]] std::vector<UserCall> Marks() const {
         return surface.UserCallsOf(UserCall::Kind::Disc);
@@ -57,21 +64,21 @@ struct RenderingTest : testing::Test {
 };
 
 TEST_F(RenderingTest, MarksPointsFromTheFarthestEachInItsColourOrAllGrey) {
-    view.Punti({1, 2, 3}, {0, 10, 5}, {0, 8, 4}, "p", messages);
+    data = ViewData::Punti({1, 2, 3}, {0, 10, 5}, {0, 8, 4}, "p", messages);
     for (const bool colour : {true, false}) {
-        Redraw(true, colour);
+        parameters.colour = colour;
+        Redraw();
         const auto marks = Marks();
         ASSERT_EQ(marks.size(), 3U);
         for (Index i = 1; i <= 3; ++i) {
             const UserCall& mark = marks[static_cast<std::size_t>(i) - 1];
-            const PixelPosition place = view.Project(view.X[i], view.Y[i], view.Z[i]);
-            EXPECT_EQ(mark.x1, place.x);
-            EXPECT_EQ(mark.y1, place.y);
-            EXPECT_EQ(view.screenPoint[i], NearestPixel(place));
+            EXPECT_EQ(mark.x1, PlaceOf(i).x);
+            EXPECT_EQ(mark.y1, PlaceOf(i).y);
+            EXPECT_EQ(drawing.screenPoint[i], NearestPixel(PlaceOf(i)));
             EXPECT_EQ(mark.radius, 3);
             EXPECT_EQ(mark.tools.penColour, kWhite);
             EXPECT_EQ(mark.tools.penWidth, 1);
-            EXPECT_EQ(mark.tools.brush, colour ? view.pointColour[i] : kGrey);
+            EXPECT_EQ(mark.tools.brush, colour ? data.pointColour[i] : kGrey);
         }
         EXPECT_LT(marks[0].y1, marks[2].y1) << "farther points are higher up";
     }
@@ -87,13 +94,13 @@ TEST_F(RenderingTest, HandsAllTrianglesOverAtOnceHollowAndAfterTheMarks) {
     ASSERT_EQ(polygons.size(), 1U);
     EXPECT_EQ(surface.userCalls.back().kind, UserCall::Kind::Polygons);
     EXPECT_EQ(polygons[0].counts, (std::vector<std::int32_t>{3, 3}));
-    const auto at = [this](Index i) { return view.Project(view.X[i], view.Y[i], view.Z[i]); };
     EXPECT_EQ(polygons[0].corners,
-              (std::vector<PixelPosition>{at(1), at(2), at(3), at(2), at(4), at(3)}));
+              (std::vector<PixelPosition>{PlaceOf(1), PlaceOf(2), PlaceOf(3), PlaceOf(2),
+                                          PlaceOf(4), PlaceOf(3)}));
     EXPECT_EQ(polygons[0].tools.penColour, kWhite);
     EXPECT_FALSE(polygons[0].tools.brush.has_value());
 
-    view.Triangoli({0, 1}, {0, 1}, {0, 1}, {}, "no triangle");
+    data = ViewData::Triangoli({0, 1}, {0, 1}, {0, 1}, {}, "no triangle");
     Redraw();
     EXPECT_EQ(Marks().size(), 2U);
 }
@@ -107,27 +114,29 @@ TEST_F(RenderingTest, DrawsGridCellsInTheOrderOfTheQuadrant) {
         {6.28F, {{1, 1}, {1, 2}, {2, 1}, {2, 2}}},
     };
     for (const bool rotating : {false, true}) {
-        view.rotating = rotating;
+        parameters.rotating = rotating;
         for (const auto& [theta, cells] : quadrants) {
-            view.theta = theta;
+            parameters.theta = theta;
             Redraw();
             const auto drawn = surface.UserCallsOf(UserCall::Kind::Polygons);
             ASSERT_EQ(drawn.size(), cells.size());
             for (std::size_t k = 0; k < cells.size(); ++k) {
                 const auto [i, j] = cells[k];
                 const auto node = [&](Index column, Index row) {
-                    return view.Project(view.X[column], view.Y[row], view.gridZ(column, row));
+                    return drawing.projection.Project(data.X[column], data.Y[row],
+                                                      data.gridZ(column, row));
                 };
                 EXPECT_EQ(drawn[k].corners,
                           (std::vector<PixelPosition>{node(i, j), node(i, j + 1),
                                                       node(i + 1, j + 1), node(i + 1, j)}))
                     << "theta " << theta << " cell " << k;
-                EXPECT_EQ(drawn[k].tools.brush, view.cellColour(i, j));
+                EXPECT_EQ(drawn[k].tools.brush, data.cellColour(i, j));
                 EXPECT_EQ(drawn[k].tools.penColour, kWhite);
             }
         }
     }
-    Redraw(false, false);
+    parameters.colour = false;
+    Redraw();
     for (const UserCall& cell : surface.UserCallsOf(UserCall::Kind::Polygons)) {
         EXPECT_EQ(cell.tools.brush, kGrey);
     }
@@ -136,40 +145,39 @@ TEST_F(RenderingTest, DrawsGridCellsInTheOrderOfTheQuadrant) {
 TEST_F(RenderingTest, ThetaShowsOnlyWhileRotatingAndWithAFrameOfAnotherColour) {
     ShowTriangles();
     Redraw();
-    const auto plain = view.screenPoint;
+    const auto plain = drawing.screenPoint;
     EXPECT_FALSE(Lines(kGreen, DrawStyles::kSolid).empty());
     EXPECT_TRUE(Lines(kTurningFrame, DrawStyles::kSolid).empty());
-    view.theta = 1;
+    parameters.theta = 1;
     Redraw();
-    EXPECT_EQ(view.screenPoint, plain);
+    EXPECT_EQ(drawing.screenPoint, plain);
     EXPECT_TRUE(Lines(kGreen, DrawStyles::kDashDot).empty()) << "no marker";
-    view.rotating = true;
-    Redraw(false);
-    EXPECT_NE(view.screenPoint, plain);
+    parameters.rotating = true;
+    Redraw();
+    EXPECT_NE(drawing.screenPoint, plain);
     EXPECT_FALSE(Lines(kTurningFrame, DrawStyles::kSolid).empty());
     EXPECT_EQ(Lines(kGreen, DrawStyles::kSolid).size(), 1U) << "the marker alone is green";
 }
 
 TEST_F(RenderingTest, TheMarkerStandsInTheMiddleAndPointsAlongTheTurnedX) {
     ShowTriangles();
-    view.rotating = true;
+    parameters.rotating = true;
     for (const float theta : {0.0F, kHalfPi, 2.5F}) {
-        view.theta = theta;
+        parameters.theta = theta;
         Redraw();
         const auto axis = Lines(kGreen, DrawStyles::kDashDot);
         const auto pointer = Lines(kGreen, DrawStyles::kSolid);
         ASSERT_EQ(axis.size(), 1U);
         ASSERT_EQ(pointer.size(), 1U);
         // The same places by the projection to pixels, unturned.
-        AxonometricView still = view;
-        still.rotating = false;
+        const Projection still({}, drawing.projection.Frame(), drawing.projection.Measures());
         const auto isAt = [&](double u, double v, double x, double y, float z) {
             const PixelPosition drawn = surface.ToPixels(u, v);
             const PixelPosition expected = still.Project(x, y, static_cast<double>(z));
             EXPECT_NEAR(drawn.x, expected.x, 1);
             EXPECT_NEAR(drawn.y, expected.y, 1);
         };
-        const SpaceExtents& e = view.extents;
+        const SpaceExtents& e = drawing.projection.Frame().extents;
         const double angle = static_cast<double>(theta);
         isAt(axis[0].x1, axis[0].y1, 5, 5, e.zmin);
         isAt(axis[0].x2, axis[0].y2, 5, 5, e.zmax);
@@ -184,18 +192,13 @@ TEST_F(RenderingTest, TheMarkerStandsInTheMiddleAndPointsAlongTheTurnedX) {
     }
 }
 
-TEST_F(RenderingTest, WidensTheDataExtentsAnewEveryTimeAndDrawsNoMarkAfterAFailedFrame) {
+TEST_F(RenderingTest, DrawsNoMarkAfterAFailedFrame) {
     ShowTriangles();
-    Redraw();
-    const SpaceExtents widened = view.extents;
-    Redraw();
-    EXPECT_EQ(view.extents, widened);
-    EXPECT_EQ(view.dataExtents, (SpaceExtents{0, 10, 0, 10, 1, 4}));
-    view.dataExtents.xmin = 11;
-    surface.Forget();
-    EXPECT_FALSE(Rendering::Redraw(surface, view, true, true, run, messages));
+    data.extents.xmin = 11;
+    const auto redrawn = Rendering::Redraw(surface, data, parameters, nullptr, run);
+    ASSERT_TRUE(std::holds_alternative<Message>(redrawn));
+    EXPECT_EQ(std::get<Message>(redrawn).text, " Error Scale X.");
     EXPECT_TRUE(surface.userCalls.empty());
-    EXPECT_EQ(messages.boxes.size(), 1U);
 }
 
 } // namespace

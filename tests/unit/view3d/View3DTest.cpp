@@ -42,11 +42,12 @@ struct View3DTest : testing::Test {
         static_cast<void>(display.Pictures());
     }
     [[nodiscard]] const AxonometricView& View() const { return commands.View(); }
+    [[nodiscard]] const Projection& Drawn() const { return View().Drawing().projection; }
     [[nodiscard]] std::string Theta() const { return display.controls.theta; }
 
     void ExpectIdle() const {
         const View3DControls& shown = display.controls;
-        EXPECT_FALSE(View().rotating);
+        EXPECT_FALSE(View().Parameters().rotating);
         EXPECT_FALSE(commands.IsPaused());
         EXPECT_EQ(shown.rotateCaption, "&Rotate");
         EXPECT_TRUE(shown.rotateEnabled);
@@ -57,7 +58,7 @@ struct View3DTest : testing::Test {
     }
     void ExpectTurning(bool paused) const {
         const View3DControls& shown = display.controls;
-        EXPECT_TRUE(View().rotating);
+        EXPECT_TRUE(View().Parameters().rotating);
         EXPECT_EQ(commands.IsPaused(), paused);
         EXPECT_EQ(shown.rotateCaption, "&Stop");
         EXPECT_EQ(shown.rotateEnabled, !paused);
@@ -72,7 +73,7 @@ TEST_F(View3DTest, WalksThroughTheStatesOfTheRotation) {
     ExpectIdle();
     ShowPoints();
     ExpectIdle();
-    const auto unturned = View().screenPoint;
+    const auto unturned = View().Drawing().screenPoint;
     commands.ToggleRotation();
     ExpectTurning(false);
     EXPECT_EQ(display.Pictures(), 0) << "the first one comes with the first tick";
@@ -86,7 +87,7 @@ TEST_F(View3DTest, WalksThroughTheStatesOfTheRotation) {
     ExpectTurning(true);
     EXPECT_EQ(Theta(), "5.0");
     commands.Redraw(true);
-    EXPECT_NE(View().screenPoint, unturned) << "stays turned";
+    EXPECT_NE(View().Drawing().screenPoint, unturned) << "stays turned";
     EXPECT_EQ(display.surface.userCalls.back().text, "x") << "and keeps the marker";
     commands.TogglePause();
     ExpectTurning(false);
@@ -96,7 +97,7 @@ TEST_F(View3DTest, WalksThroughTheStatesOfTheRotation) {
     commands.ToggleRotation();
     ExpectIdle();
     EXPECT_EQ(display.Pictures(), 1);
-    EXPECT_EQ(View().screenPoint, unturned);
+    EXPECT_EQ(View().Drawing().screenPoint, unturned);
     commands.ToggleRotation();
     EXPECT_EQ(Theta(), "0.0");
 }
@@ -109,8 +110,8 @@ TEST_F(View3DTest, ATurnEndsAtZeroAndNeverShows360) {
         commands.Tick();
         ++ticks;
         ASSERT_NE(Theta(), "360.0");
-        ASSERT_LT(View().theta, 6.2831855F);
-    } while (View().theta > 0 && ticks < 400);
+        ASSERT_LT(View().Parameters().theta, 6.2831855F);
+    } while (View().Parameters().theta > 0 && ticks < 400);
     EXPECT_NEAR(ticks, 360, 1);
     EXPECT_EQ(Theta(), "0.0");
     commands.Tick();
@@ -131,7 +132,8 @@ TEST_F(View3DTest, SingleDegreesWrapAtBothEnds) {
         commands.StepAngle(c.asked);
         EXPECT_EQ(Theta(), c.shown);
         EXPECT_EQ(display.controls.thetaDegrees, c.upDown);
-        EXPECT_NEAR(static_cast<double>(View().theta), c.upDown * std::acos(-1.0) / 180, 1e-6);
+        EXPECT_NEAR(static_cast<double>(View().Parameters().theta),
+                    c.upDown * std::acos(-1.0) / 180, 1e-6);
         EXPECT_EQ(display.Pictures(), 1);
     }
 }
@@ -146,10 +148,11 @@ TEST_F(View3DTest, DraggingTheYAxisPutsItsEndUnderThePointer) {
     for (const Case& c : {Case{0, 120, "90.000"}, Case{-80, 80, "135.000"}, Case{90, 0, "0.000"},
                           Case{-70, 0, "180.000"}, Case{50, -50, "-45.000"},
                           Case{-50, -50, "-135.000"}, Case{0, -40, "-90.000"}}) {
-        const SpaceExtents e = View().extents;
-        const double ax = static_cast<double>(View().coefficients.Ax);
-        const double az = static_cast<double>(View().coefficients.Az);
-        const double length = ax * static_cast<double>(View().xRange);
+        const Frame3D frame = Drawn().Frame();
+        const SpaceExtents& e = frame.extents;
+        const auto ax = static_cast<double>(frame.coefficients.Ax);
+        const auto az = static_cast<double>(frame.coefficients.Az);
+        const double length = ax * static_cast<double>(Drawn().Measures().xRange);
         const double ratio = std::hypot(c.right, c.up) / length;
         commands.BeginDrag();
         commands.Drag(static_cast<double>(e.xmin) + c.right / ax,
@@ -157,11 +160,11 @@ TEST_F(View3DTest, DraggingTheYAxisPutsItsEndUnderThePointer) {
         EXPECT_EQ(display.controls.alfa, c.alfa);
         EXPECT_NEAR(std::stod(display.controls.rayx), ratio, 0.0006) << c.alfa;
         EXPECT_EQ(display.Pictures(), 1);
-        const auto end = View().Project(static_cast<double>(e.xmin), static_cast<double>(e.ymax),
-                                        static_cast<double>(e.zmin));
-        const auto origin = View().Project(static_cast<double>(e.xmin), static_cast<double>(e.ymin),
-                                           static_cast<double>(e.zmin));
-        const double scale = static_cast<double>(View().coefficients.Ax) / ax;
+        const auto end = Drawn().Project(static_cast<double>(e.xmin), static_cast<double>(e.ymax),
+                                         static_cast<double>(e.zmin));
+        const auto origin = Drawn().Project(
+            static_cast<double>(e.xmin), static_cast<double>(e.ymin), static_cast<double>(e.zmin));
+        const double scale = static_cast<double>(Drawn().Frame().coefficients.Ax) / ax;
         EXPECT_NEAR(end.x - origin.x, c.right * scale, 2) << c.alfa;
         EXPECT_NEAR(origin.y - end.y, c.up * scale, 2) << c.alfa;
     }
@@ -170,19 +173,27 @@ TEST_F(View3DTest, DraggingTheYAxisPutsItsEndUnderThePointer) {
     EXPECT_EQ(display.controls.rayx, "1000.000") << "capped";
 }
 
+TEST_F(View3DTest, ShowsTheMessageOfADrawingThatFailed) {
+    const SpaceExtents reversed{5, 0, 0, 1, 0, 1};
+    commands.Triangoli({0, 10}, {0, 1}, {0, 1}, {}, "t", &reversed);
+    EXPECT_EQ(messages.boxes, (std::vector<FakeMessages::Box>{{" Error Scale X.", "3D3D"}}));
+    ShowPoints();
+    EXPECT_EQ(messages.boxes.size(), 1U);
+}
+
 TEST_F(View3DTest, ReadsOutTheNearestPointInTheUnitOfTheData) {
     ShowPoints(1500);
     EXPECT_FALSE(display.readOut.has_value()) << "the pointer is elsewhere";
     commands.PlaceAxisLabels();
     EXPECT_FALSE(display.readOut.has_value());
-    display.pointer = View().screenPoint[4];
+    display.pointer = View().Drawing().screenPoint[4];
     commands.PlaceAxisLabels();
     ASSERT_TRUE(display.readOut.has_value());
-    EXPECT_EQ(View().zExponent, 3);
+    EXPECT_EQ(View().Data().zExponent, 3);
     EXPECT_EQ(display.readOut->x, "10.000 ");
     EXPECT_EQ(display.readOut->y, "20.000 ");
     EXPECT_EQ(display.readOut->z, "1500.000 ");
-    EXPECT_EQ(display.readOut->pixel, View().screenPoint[4]);
+    EXPECT_EQ(display.readOut->pixel, View().Drawing().screenPoint[4]);
 
     // Each of these hides it: the place that it marks is no longer the point's.
     const std::vector<void (*)(View3D&)> hiders{
@@ -219,8 +230,8 @@ TEST_F(View3DTest, ShowsOnlyThePointsThatCount) {
     }
     points.count = 2; // the arrays of a file before may be longer
     commands.ShowTriangles(points, TriangleList{}, "t");
-    EXPECT_EQ(View().pointCount, 2);
-    EXPECT_EQ(View().dataExtents.xmax, 1);
+    EXPECT_EQ(View().Data().PointCount(), 2);
+    EXPECT_EQ(View().Data().extents.xmax, 1);
 }
 
 } // namespace
