@@ -95,8 +95,16 @@ double LabelWidth(const Frame& frame, const Axis& axis, const char* format) {
                     frame.surface.TextWidth(Label(frame, axis.max, format)));
 }
 
-// Finds the room between the margins and shares it out between the three axes.
-void ChooseLayout(Frame& frame) {
+// What the margins leave of the surface, pixels.
+struct Room {
+    double left;
+    double bottom; // edges; the origin is at the top left
+    double width;
+    double height;
+};
+
+// Leaves the surface's font at the size of the labels.
+Room FindRoom(const Frame& frame) {
     DrawSurface& surface = frame.surface;
     surface.SetScaleMode(ScaleUnit::Pixels);
     surface.SetFontName("MS Sans Serif");
@@ -119,43 +127,52 @@ void ChooseLayout(Frame& frame) {
         throw AppError(ErrorNumber::kDivisionByZero, kSource,
                        "The drawing area is too small for the axis labels.");
     }
+    return {left, surface.PixelHeight() - bottom, width, height};
+}
+
+// Shares the room out between the three axes.
+void ChooseLayout(Frame& frame) {
+    const Room room = FindRoom(frame);
     float& rayx = frame.settled.rayx;
     rayx = std::min(rayx, kLongestYAxis);
     const double alfa = Wide(frame.parameters.alfa);
     const double alongX = Wide(rayx) * std::cos(alfa);
     const double alongZ = Wide(rayx) * std::sin(alfa);
     Layout& layout = frame.layout;
-    layout.lengthX = width / (1 + std::fabs(alongX));
-    const double mostRise = height * (1 - kLowestZPart);
+    layout.lengthX = room.width / (1 + std::fabs(alongX));
+    const double mostRise = room.height * (1 - kLowestZPart);
     if (std::fabs(alongZ) * layout.lengthX > mostRise) {
         layout.lengthX = mostRise / std::fabs(alongZ);
     }
     layout.slantX = alongX * layout.lengthX;
     layout.slantY = alongZ * layout.lengthX;
-    layout.heightZ = height - std::fabs(layout.slantY);
+    layout.heightZ = room.height - std::fabs(layout.slantY);
     const double used = layout.lengthX + std::fabs(layout.slantX);
-    layout.originX = left + (width - used) / 2 + std::max(0.0, -layout.slantX);
-    layout.originY = surface.PixelHeight() - bottom - std::max(0.0, -layout.slantY);
+    layout.originX = room.left + (room.width - used) / 2 + std::max(0.0, -layout.slantX);
+    layout.originY = room.bottom - std::max(0.0, -layout.slantY);
+}
+
+// The second coefficient of each axis follows from the first as it was rounded, so that the start
+// of the axis falls on its pixel.
+PixelCoefficients CoefficientsOf(const Layout& layout, const Frame3D& settled) {
+    const SpaceExtents& e = settled.extents;
+    PixelCoefficients c;
+    c.Ax = static_cast<float>(layout.lengthX / (Wide(e.xmax) - Wide(e.xmin)));
+    c.Bx = static_cast<float>(layout.originX - Wide(c.Ax) * Wide(e.xmin));
+    c.Ay = static_cast<float>(Wide(settled.rayx) * layout.lengthX / (Wide(e.ymax) - Wide(e.ymin)));
+    c.By = static_cast<float>(-Wide(c.Ay) * Wide(e.ymin));
+    c.Az = static_cast<float>(-layout.heightZ / (Wide(e.zmax) - Wide(e.zmin)));
+    c.Bz = static_cast<float>(layout.originY - Wide(c.Az) * Wide(e.zmin));
+    return c;
 }
 
 void SetScale(Frame& frame) {
     const Layout& layout = frame.layout;
     const SpaceExtents& e = frame.settled.extents;
-    PixelCoefficients& c = frame.settled.coefficients;
-    const double xSpan = Wide(e.xmax) - Wide(e.xmin);
-    const double ySpan = Wide(e.ymax) - Wide(e.ymin);
-    const double zSpan = Wide(e.zmax) - Wide(e.zmin);
-    // The second coefficient follows from the first as it was rounded, so that the start of each
-    // axis falls on its pixel.
-    c.Ax = static_cast<float>(layout.lengthX / xSpan);
-    c.Bx = static_cast<float>(layout.originX - Wide(c.Ax) * Wide(e.xmin));
-    c.Ay = static_cast<float>(Wide(frame.settled.rayx) * layout.lengthX / ySpan);
-    c.By = static_cast<float>(-Wide(c.Ay) * Wide(e.ymin));
-    c.Az = static_cast<float>(-layout.heightZ / zSpan);
-    c.Bz = static_cast<float>(layout.originY - Wide(c.Az) * Wide(e.zmin));
+    frame.settled.coefficients = CoefficientsOf(layout, frame.settled);
     DrawSurface& surface = frame.surface;
-    const double xUnit = xSpan / layout.lengthX; // user units a pixel
-    const double zUnit = zSpan / layout.heightZ;
+    const double xUnit = (Wide(e.xmax) - Wide(e.xmin)) / layout.lengthX; // user units a pixel
+    const double zUnit = (Wide(e.zmax) - Wide(e.zmin)) / layout.heightZ;
     const double leftEdge = Wide(e.xmin) - layout.originX * xUnit;
     const double topEdge = Wide(e.zmin) + layout.originY * zUnit;
     surface.SetAutoRedraw(true);
