@@ -74,17 +74,17 @@ Places<Surface> DrawTriangles(Surface& surface, const ViewData& data,
     tools.brush.reset();
     const Index count = data.triangles.Rows();
     const std::vector<std::int32_t> threes(static_cast<std::size_t>(std::min(count, kAtATime)), 3);
-    std::vector<typename Surface::Place> corners;
-    corners.reserve(3 * threes.size());
+    std::vector<typename Surface::Place> corners(3 * threes.size());
     for (Index before = 0; before < count; before += kAtATime) {
         const Index last = before + std::min(count - before, kAtATime);
-        corners.clear();
+        std::size_t used = 0;
         for (Index t = before + 1; t <= last; ++t) {
             for (Index j = 1; j <= 3; ++j) {
-                corners.push_back(places[data.triangles(t, j)]);
+                corners[used++] = places[data.triangles(t, j)];
             }
         }
-        surface.FillPolyPolygon(corners, std::span(threes).first(corners.size() / 3), tools);
+        surface.FillPolyPolygon(std::span<const typename Surface::Place>(corners).first(used),
+                                std::span(threes).first(used / 3), tools);
     }
     return places;
 }
