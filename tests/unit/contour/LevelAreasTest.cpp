@@ -89,6 +89,14 @@ TEST_F(AreasTest, CutsATriangleIntoLowestMiddleAndHighestPieces) {
     EXPECT_EQ(fills[2].second.size(), 3U);
 }
 
+TEST_F(AreasTest, PutsCornersInOrderThoughAPieceIsSmallerThanAPixel) {
+    EXPECT_EQ(Draw(test::MakeSurvey({{10, 10, 0}, {10.5, 10, 0}, {10, 10.5, 40}}),
+                   {Level(0, 1), Level(10, 2), Level(30, 3), Level(40, 4)}),
+              "");
+    EXPECT_EQ(Fills().size(), 3U);
+    EXPECT_NEAR(DoubledAreaOfFills(), 0.25, 1e-9) << "of a bow tie it would be less";
+}
+
 TEST_F(AreasTest, TakesTheTopColourOutsideTheLevels) {
     const LevelSet levels{Level(0, 1), Level(5, 2), Level(9, 3)};
     const struct {
@@ -111,8 +119,7 @@ TEST_F(AreasTest, CoversEveryPixelOfTheHullAtAnySize) {
                       static_cast<Colour>(k + 1)));
         }
         EXPECT_EQ(Draw(points, levels), "");
-        // The areas of all pieces sum to that of the triangles, however small they are: each has
-        // its corners in order.
+        // The areas of all pieces sum to that of the triangles.
         const double pieces = DoubledAreaOfFills();
         surface.Forget();
         EXPECT_EQ(Draw(points, {Level(-1e9, 1), Level(1e9, 2)}), "");
