@@ -125,9 +125,8 @@ void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
                          const TriangleList& triangles) {
     surface.SetDrawWidth(1);
     if (input.showTriangles) {
-        WithPlaces(surface, [&](auto& places) {
-            DrawTriangles(places, input.survey.Points(), triangles);
-        });
+        WithPlaces(surface,
+                   [&](auto& places) { DrawTriangles(places, input.survey.Points(), triangles); });
     }
     if (input.showPerimeter) {
         DrawHull(surface, input.survey.Points(), triangles);
