@@ -206,7 +206,7 @@ TEST_F(PlotFrameTest, ReportsFaultsAndKeepsTheScale) {
         request.xMax = c.xMax;
         request.yMax = c.yMax;
         const PlotFrameResult result = DrawPlotFrame(area, request, run, clock);
-        EXPECT_EQ(result.failure, (Message{c.text, "Error: DrawPlotFrame"}));
+        EXPECT_EQ(result.failure, (Message{c.text, "Error in: DrawPlotFrame"}));
         EXPECT_EQ(area.ScaleMode(), ScaleUnit::User);
         EXPECT_EQ(area.ScaleWidth(), 9.0F);
         EXPECT_TRUE(area.pixelCalls.empty());
