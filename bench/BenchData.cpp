@@ -37,6 +37,12 @@ PlanPoint GridPlace(Index number, Index columns) {
     return {kSpacing * (number % columns), kSpacing * (number / columns)};
 }
 
+PlanPoint Turned(PlanPoint place) {
+    constexpr double kAngle = 0.3; // radians
+    return {place.x * std::cos(kAngle) - place.y * std::sin(kAngle),
+            place.x * std::sin(kAngle) + place.y * std::cos(kAngle)};
+}
+
 PlanPoint LinePlace(Index number, Index pointsOnLine, double spacing, std::mt19937_64& engine) {
     const Index line = number / pointsOnLine;
     const Index onLine = number % pointsOnLine;
@@ -76,6 +82,8 @@ std::string_view Name(Layout layout) {
         return "grid";
     case Layout::Lines:
         return "lines";
+    case Layout::TurnedGrid:
+        return "turned-grid";
     }
     return {};
 }
@@ -106,6 +114,9 @@ PointSet MakeSurvey(Layout layout, Index count) {
             break;
         case Layout::Lines:
             Append(points, LinePlace(i, pointsOnLine, lineSpacing, engine), side);
+            break;
+        case Layout::TurnedGrid:
+            Append(points, Turned(GridPlace(i, columns)), side);
             break;
         }
     }

@@ -1,6 +1,6 @@
 // Surveys to measure with: the same points on every machine and in every program.
 //
-// Data: point sets in one of three orders on a square whose side grows with the root of the count,
+// Data: point sets in one of four layouts on a square whose side grows with the root of the count,
 // so that the density stays the same, at coordinates of the size of a national grid. Method: seeded
 // positions; heights from a smooth terrain that is the same relative to the square at every count.
 #pragma once
@@ -19,13 +19,15 @@ namespace terravo::bench {
 enum class Layout {
     Random, // even scatter, no order
     Grid,   // exact square grid, every row walked in the same direction
-    Lines   // parallel lines five spacings apart, walked to and fro, points a little off the line
+    Lines,  // parallel lines five spacings apart, walked to and fro, points a little off the line
+    TurnedGrid // the grid turned by 0.3 radians, every digit kept: no four points quite on a circle
 };
 
-inline constexpr std::array kLayouts{Layout::Random, Layout::Grid, Layout::Lines};
+inline constexpr std::array kLayouts{Layout::Random, Layout::Grid, Layout::Lines,
+                                     Layout::TurnedGrid};
 inline constexpr std::array<Index, 4> kSizes{1000, 10000, 100000, 1000000};
 
-/// "random", "grid" or "lines".
+/// "random", "grid", "lines" or "turned-grid".
 std::string_view Name(Layout layout);
 std::optional<Layout> LayoutFromName(std::string_view name);
 

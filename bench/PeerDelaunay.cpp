@@ -1,6 +1,6 @@
 #include "PeerDelaunay.h"
 
-#include "util/Stopwatch.h"
+#include "CpuStopwatch.h"
 
 #include <CGAL/Delaunay_triangulation_2.h>
 #include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
@@ -17,7 +17,7 @@ PeerRun TriangulateWithPeer(const Array1<PlanPoint>& points) {
         input.emplace_back(p.x, p.y);
     }
     PeerRun run;
-    Stopwatch watch;
+    CpuStopwatch watch;
     CGAL::Delaunay_triangulation_2<Kernel> mesh;
     mesh.insert(input.begin(), input.end());
     run.seconds = watch.Lap();

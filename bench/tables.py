@@ -16,6 +16,7 @@ import sys
 
 SIZES = ["1000", "10000", "100000", "1000000"]
 SURVEYS = ["random", "grid", "lines"]
+LAYOUTS = SURVEYS + ["turned-grid"]
 TO_MS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
 
 
@@ -97,23 +98,22 @@ def print_triangulate(results):
     print("### Triangulating, ms\n")
     sizes = SIZES + ["10000000"]
     rows = []
-    for survey in SURVEYS:
+    for survey in LAYOUTS:
         def over(who, field="ms"):
             return results.over_sizes(f"triangulate/{survey}/{who}", field, sizes)
-        quick = over("quick")
-        rows.append([f"{survey}: TriangulateQuickly", *cells(quick)])
-        rows.append([f"{survey}: its processor time", *cells(over("quick", "processor_ms"))])
+        exact = over("exact")
+        rows.append([f"{survey}: exact signs", *cells(exact)])
         peer = over("cgal")
         if any(peer):
             rows.append([f"{survey}: CGAL", *cells(peer)])
-            rows.append([f"{survey}: TriangulateQuickly / CGAL", *cells(ratios(quick, peer))])
-        rows.append([f"{survey}: file order, start nearby", *cells(over("nearby"))])
-        rows.append([f"{survey}: file order, start at the last triangle", *cells(over("last"))])
+            rows.append([f"{survey}: exact signs / CGAL", *cells(ratios(exact, peer))])
+        if any(over("last")):
+            rows.append([f"{survey}: file order, start at the last triangle", *cells(over("last"))])
     print_table(size_head("points", sizes), rows)
-    for survey in SURVEYS:
+    for survey in LAYOUTS:
         for size in SIZES:
             counts = {results.get(f"triangulate/{survey}/{who}/{size}", "triangles")
-                      for who in ("quick", "nearby", "last", "cgal")} - {None}
+                      for who in ("exact", "last", "cgal")} - {None}
             if len(counts) > 1:
                 print(f"Triangle counts differ: {survey}, {size} points: {sorted(counts)}\n")
 

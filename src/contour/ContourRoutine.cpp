@@ -115,10 +115,15 @@ void DrawHull(DrawSurface& surface, const PointSet& points, const TriangleList& 
 
 } // namespace
 
+const std::string& TriangulationAdvice(Index ierr, const RunState& run) {
+    return run.texts[ierr == modDelaunay2D::Ierr::kOutOfReach ? Text::CoordinateOutOfReach
+                                                              : Text::NoTriangulationAdvice];
+}
+
 AppError TriangulationError(Index ierr, const RunState& run) {
     return {ErrorNumber::kDrawing, kSource,
             run.texts[Text::NoTriangulation] + " IERR = " + std::to_string(ierr) + "\n" +
-                run.texts[Text::NoTriangulationAdvice]};
+                TriangulationAdvice(ierr, run)};
 }
 
 void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,

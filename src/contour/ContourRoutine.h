@@ -35,6 +35,9 @@ struct ContourReport {
     double write = 0;
 };
 
+/// What the user is told of a triangulation that failed, behind its code.
+const std::string& TriangulationAdvice(Index ierr, const RunState& run);
+
 /// The error that stands for a triangulation that failed.
 AppError TriangulationError(Index ierr, const RunState& run);
 

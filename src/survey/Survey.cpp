@@ -1,25 +1,33 @@
 #include "survey/Survey.h"
 
-#include "triangulation/QuickRoad.h"
+#include "triangulation/modDelaunay2D.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace terravo {
 
-void Survey::Replace(PointSet points) {
+void Survey::Replace(PointSet points, const TriangulationWish& wish) {
     points_ = std::move(points);
-    PointsChanged();
+    wish_ = wish;
+    Changed();
 }
 
 PointSet Survey::Take() {
     PointSet points = std::exchange(points_, {});
     points_.sourceFolder = points.sourceFolder;
-    PointsChanged();
+    Changed();
     return points;
 }
 
-void Survey::PointsChanged() {
+void Survey::SetWish(const TriangulationWish& wish) {
+    if (!(wish == wish_)) {
+        wish_ = wish;
+        Changed();
+    }
+}
+
+void Survey::Changed() {
     ++version_;
     made_ = false;
     outcome_ = {};
@@ -33,8 +41,7 @@ const TriangulationOutcome& Survey::Triangulation(const StopToken& stop) const {
     for (Index i = 1; i <= points_.count; ++i) {
         coord[i] = {points_.x[i], points_.y[i]};
     }
-    outcome_.triangles = TriangleList(points_.count);
-    outcome_.ierr = TriangulateQuickly(coord, outcome_.triangles, stop);
+    outcome_ = TriangulatePoints(coord, wish_, stop);
     made_ = outcome_.ierr != modDelaunay2D::Ierr::kStopped;
     return outcome_;
 }

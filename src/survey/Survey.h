@@ -6,19 +6,13 @@
 #pragma once
 
 #include "survey/PointSet.h"
-#include "triangulation/TriangleList.h"
+#include "triangulation/TriangulatePoints.h"
 #include "util/StopToken.h"
 
 #include <cstdint>
 #include <string>
 
 namespace terravo {
-
-/// What came of triangulating.
-struct TriangulationOutcome {
-    Index ierr = 0; // of modDelaunay2D::Triangulate
-    TriangleList triangles;
-};
 
 class Survey {
 public:
@@ -27,12 +21,13 @@ public:
 
     [[nodiscard]] const PointSet& Points() const { return points_; }
 
-    /// Grows whenever the points change: a consumer that kept it knows whether what it has is
+    /// Grows with every change: a consumer that kept it knows whether what it has is
     /// stale.
     [[nodiscard]] std::uint64_t Version() const { return version_; }
 
     /// Makes these the points of the survey.
-    void Replace(PointSet points);
+    /// @param wish  how they are to be triangulated.
+    void Replace(PointSet points, const TriangulationWish& wish = {});
 
     /// Hands the points out, so that a reader can fill the same arrays again, and leaves the survey
     /// without points.
@@ -41,14 +36,19 @@ public:
     /// The folder that file dialogs start in; see PointSet.
     void RememberFolder(std::string folder) { points_.sourceFolder = std::move(folder); }
 
+    /// How the points are to be triangulated from now on.
+    void SetWish(const TriangulationWish& wish);
+    [[nodiscard]] const TriangulationWish& Wish() const { return wish_; }
+
     /// The triangulation of the points, made now when there is none. One that was stopped is not
     /// kept. The reference holds until the points change.
     const TriangulationOutcome& Triangulation(const StopToken& stop = StopToken()) const;
 
 private:
-    void PointsChanged();
+    void Changed();
 
     PointSet points_;
+    TriangulationWish wish_;
     std::uint64_t version_ = 0;
     mutable bool made_ = false;
     mutable TriangulationOutcome outcome_;

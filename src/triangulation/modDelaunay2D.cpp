@@ -2,53 +2,21 @@
 
 #include "triangulation/FirstTriangle.h"
 #include "triangulation/Inserter.h"
-#include "triangulation/WalkAhead.h"
 
 #include <limits>
-#include <optional>
 #include <utility>
 
 namespace terravo::modDelaunay2D {
 namespace {
 
-// Where the walks start under StartRule::NearbyTriangle.
-struct NearbyWalks {
-    NearbyWalks(const Workspace& work, const Array1<Index>& order)
-        : nearby(work.coord, work.triangles), ahead(work.coord, order, work.triangles, nearby) {}
-
-    NearbyStart nearby;
-    WalkAhead ahead;
-};
-
-// A walk from nearby that fails is repeated from the triangle made last, so that a set which the
-// plain rule can handle never fails here.
-WalkResult Locate(std::optional<NearbyWalks>& walks, Workspace& work, PlanPoint point, Index i) {
-    const auto walkFrom = [&](Index start) {
-        const WalkResult place = WalkToPoint(point, work.coord, work.triangles, start);
-        work.effort += 1 + std::int64_t{place.steps};
-        return place;
-    };
-    if (walks) {
-        const WalkResult place = walkFrom(walks->ahead.StartFor(i));
-        if (place.ierr == Ierr::kDone) {
-            return place;
-        }
-    }
-    return walkFrom(work.triangles.count);
-}
-
-Index InsertRemaining(Workspace& work, const Array1<Index>& order, StartRule start,
-                      const StopToken& stop) {
-    const Array1<PlanPoint>& coord = work.coord;
+// Each walk begins in the triangle made last.
+Index InsertRemaining(Workspace& work, const Array1<Index>& order, const StopToken& stop) {
     Inserter inserter(work);
-    std::optional<NearbyWalks> walks;
-    if (start == StartRule::NearbyTriangle) {
-        walks.emplace(work, order);
-    }
     const Index count = order.UpperBound();
     for (Index i = 4; i <= count; ++i) {
-        const PlanPoint& point = coord[order[i]];
-        const WalkResult place = Locate(walks, work, point, i);
+        const WalkResult place =
+            WalkToPoint(work.coord[order[i]], work.coord, work.triangles, work.triangles.count);
+        work.effort += 1 + std::int64_t{place.steps};
         // A walk that ran out leaves location 0: the point goes into the triangle it stopped in.
         if (place.ierr != Ierr::kDone && place.ierr != Ierr::kWalkRanOut) {
             return place.ierr;
@@ -59,9 +27,6 @@ Index InsertRemaining(Workspace& work, const Array1<Index>& order, StartRule sta
         }
         if (ierr != Ierr::kDone) {
             return ierr;
-        }
-        if (walks) {
-            walks->nearby.Remember(point, place.triangle);
         }
         if (work.ReportIsDue() &&
             !stop.GoesOn("triangulate", static_cast<double>(i) / static_cast<double>(count))) {
@@ -93,13 +58,16 @@ std::string DescribeIerr(Index ierr) {
         return "the coordinates are too large to compute with";
     case Ierr::kStopped:
         return "the work was stopped";
+    case Ierr::kOutOfReach:
+        return "a coordinate is too large or too close to zero (its magnitude must be zero or from "
+               "6.3E-61 to 1.8E+75)";
     default:
         return "unknown error";
     }
 }
 
 Index Triangulate(const Array1<PlanPoint>& coord, Array1<Index>& order, TriangleList& triangles,
-                  StartRule start, const StopToken& stop) {
+                  const StopToken& stop) {
     const Index n = order.UpperBound();
     constexpr Index kMostPoints = std::numeric_limits<Index>::max() / 6 - 1;
     if (n < 2) {
@@ -115,7 +83,7 @@ Index Triangulate(const Array1<PlanPoint>& coord, Array1<Index>& order, Triangle
     std::swap(order[first.thirdPosition], order[3]);
     Workspace work(coord, triangles, n);
     MakeFirstTriangle(work, order[1], order[2], order[3], first.side);
-    const Index ierr = InsertRemaining(work, order, start, stop);
+    const Index ierr = InsertRemaining(work, order, stop);
     std::swap(order[first.thirdPosition], order[3]);
     return ierr;
 }

@@ -25,17 +25,12 @@ inline constexpr Index kZeroDeterminant = -1;
 inline constexpr Index kIndexOutOfRange = -2;
 inline constexpr Index kBrokenLink = -3;
 inline constexpr Index kOverflow = -4;
-inline constexpr Index kStopped = -5; // no fault: the work was asked to end
+inline constexpr Index kStopped = -5;    // no fault: the work was asked to end
+inline constexpr Index kOutOfReach = -6; // a coordinate that exact signs cannot take
 } // namespace Ierr
 
 /// One sentence for a code, without a full stop; empty for kDone.
 std::string DescribeIerr(Index ierr);
-
-/// Where the walk to a new point begins.
-enum class StartRule {
-    LastTriangle,  // the triangle made last: cheap when the file follows the ground
-    NearbyTriangle // a triangle made last in the point's part of the plan: flat cost in any order
-};
 
 /// Stack of triangles whose edge opposite the new point is still to be tested.
 struct SwapStack {
@@ -119,12 +114,11 @@ Index SwapEdges(Index m, Workspace& work);
 /// @param triangles  sized for 2 * N by the caller; overwritten from triangle 1 upward. Vertices
 ///                   are counter-clockwise, neighbour entries as TriangleList says. Left untouched
 ///                   when the first two points do not count as distinct.
-/// @param start      both rules give the same set of triangles on sound data.
 /// @return kDone, also without a triangle when the first two points do not count as distinct (a
 ///         coordinate counts only when both its values are off zero) or when there is no point;
 ///         kAllCollinear for points on one line or a single point; kStackFull; kStopped; or a
 ///         fault. After an error the tables hold the part made so far.
 Index Triangulate(const Array1<PlanPoint>& coord, Array1<Index>& order, TriangleList& triangles,
-                  StartRule start = StartRule::LastTriangle, const StopToken& stop = StopToken());
+                  const StopToken& stop = StopToken());
 
 } // namespace terravo::modDelaunay2D

@@ -24,6 +24,8 @@ public:
     explicit Array1(Index count, const T& value = T{})
         : items_(static_cast<std::size_t>(count), value) {}
     Array1(std::initializer_list<T> items) : items_(items) {}
+    /// The first of the items gets number 1.
+    explicit Array1(std::vector<T> items) : items_(std::move(items)) {}
 
     /// Element i, 1 <= i <= UpperBound().
     T& operator[](Index i) {

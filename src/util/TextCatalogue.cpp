@@ -86,6 +86,10 @@ constexpr EnglishText kEnglish[] = {
     {Text::SystemInformation, "System information..."},
     {Text::UnknownPictureKind, "The name of a picture ends in .png, .svg or .pdf."},
     {Text::EnterConfirms, "Enter confirms the number."},
+    {Text::SurveyMenu, "&Survey"},
+    {Text::ExactTriangulation, "&Exact triangulation"},
+    {Text::ExactSigns, "exact signs"},
+    {Text::CoordinateOutOfReach, "A coordinate is too large or too close to zero to compute with."},
 };
 
 constexpr bool StandInTheirPlaces() {

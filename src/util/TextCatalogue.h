@@ -89,6 +89,10 @@ enum class Text : std::size_t {
     SystemInformation,
     UnknownPictureKind,
     EnterConfirms,
+    SurveyMenu,
+    ExactTriangulation,
+    ExactSigns,
+    CoordinateOutOfReach,
     End // one behind the last
 };
 

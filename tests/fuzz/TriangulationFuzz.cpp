@@ -1,20 +1,22 @@
 // Triangulations of hard points.
 //
-// Data: see FuzzPoints.h. Method: whatever the outcome, every number in the tables is in its range.
-// Where the road along the curve calls its result certain, the triangles are sound and those that
-// insertion in file order makes.
+// Data: see FuzzPoints.h. Method: whatever insertion in file order comes to, every number in its
+// tables is in its range. The program's own triangulation is one by exact signs, and exact signs
+// give the same triangles along the curve and in file order.
 #include "fuzz/FuzzPoints.h"
-#include "support/CheckTriangulation.h"
-#include "triangulation/QuickRoad.h"
+#include "support/ExactCheck.h"
+#include "triangulation/TriangulatePoints.h"
+#include "triangulation/TriangulationCheck.h"
+#include "triangulation/exact/ExactMesh.h"
+#include "triangulation/exact/ExactTriangulation.h"
+#include "triangulation/modDelaunay2D.h"
 
-#include <algorithm>
 #include <numeric>
 
 namespace terravo {
 namespace {
 
 using fuzz::Require;
-using modDelaunay2D::StartRule;
 
 Array1<Index> FileOrder(Index count) {
     Array1<Index> order(count);
@@ -41,32 +43,33 @@ void CheckTables(const TriangleList& triangles, Index pointCount) {
     }
 }
 
-Index Triangulate(const Array1<PlanPoint>& plan, StartRule rule, TriangleList& triangles) {
+void InsertInFileOrder(const Array1<PlanPoint>& plan) {
     Array1<Index> order = FileOrder(plan.UpperBound());
-    const Index ierr = modDelaunay2D::Triangulate(plan, order, triangles, rule);
+    TriangleList triangles(plan.UpperBound());
+    const Index ierr = modDelaunay2D::Triangulate(plan, order, triangles);
     Require(order == FileOrder(plan.UpperBound()), "the insertion order is restored");
     Require(ierr == 0 || !modDelaunay2D::DescribeIerr(ierr).empty(), "every error has a sentence");
     CheckTables(triangles, plan.UpperBound());
-    return ierr;
 }
 
-std::vector<std::array<Index, 3>> NumbersOf(const TriangleList& triangles) {
-    std::vector<std::array<Index, 3>> set;
-    for (Index t = 1; t <= triangles.count; ++t) {
-        std::array<Index, 3> corners = triangles.table[t].vertices;
-        std::rotate(corners.begin(), std::min_element(corners.begin(), corners.end()),
-                    corners.end());
-        set.push_back(corners);
+// The same triangles by another road.
+TriangleList ExactlyInFileOrder(const Array1<PlanPoint>& plan) {
+    ExactMesh mesh(plan, FileOrder(plan.UpperBound()));
+    Index second = 2;
+    while (plan[second] == plan[1]) {
+        ++second;
     }
-    std::sort(set.begin(), set.end());
-    return set;
-}
-
-// Where four points lie on one circle, or a triangle is a sliver among large coordinates, the
-// checker's own rounding errors show.
-bool MayBeRounding(const std::string& fault) {
-    return fault.ends_with("breaks the empty-circle rule") ||
-           fault.ends_with("do not sum to the convex hull");
+    Index third = second + 1;
+    while (mesh.Turn(1, second, third) == 0) {
+        ++third;
+    }
+    mesh.Begin(1, second, third);
+    for (Index i = 2; i <= plan.UpperBound(); ++i) {
+        if (i != second && i != third) {
+            mesh.Insert(i);
+        }
+    }
+    return mesh.TakeTriangles();
 }
 
 } // namespace
@@ -76,21 +79,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace terravo;
     fuzz::InputBytes bytes(data, size);
     const Array1<PlanPoint> plan = fuzz::PlanOf(fuzz::TakePoints(bytes));
-    const Index count = plan.UpperBound();
+    InsertInFileOrder(plan);
 
-    TriangleList fromLast(count);
-    Triangulate(plan, StartRule::LastTriangle, fromLast);
-    TriangleList fromNearby(count);
-    const Index ierr = Triangulate(plan, StartRule::NearbyTriangle, fromNearby);
-
-    TriangleList along(count);
-    if (TriangulateAlongCurve(plan, along)) {
-        CheckTables(along, count);
-        Require(ierr == 0, "what is certain has no error in file order");
-        Require(NumbersOf(along) == NumbersOf(fromNearby), "both roads give the same triangles");
-        Require(NumbersOf(along) == NumbersOf(fromLast), "both start rules give them");
-        const std::string fault = test::FaultOf(plan, along);
-        Require(fault.empty() || MayBeRounding(fault), "what is certain is sound: " + fault);
+    const TriangulationOutcome made = TriangulatePoints(plan);
+    Require(made.triangles.count == 0 || IsTriangulation(plan, made.triangles),
+            "what is triangulated is a triangulation");
+    TriangleList triangles;
+    const Index ierr = TriangulateExactly(plan, triangles);
+    Require((ierr == 0) == (made.triangles.count > 0), "exact signs manage what can be managed");
+    if (ierr == 0) {
+        CheckTables(triangles, plan.UpperBound());
+        Require(test::NumbersOf(triangles) == test::NumbersOf(ExactlyInFileOrder(plan)),
+                "both roads give the same triangles");
     }
     return 0;
 }

@@ -36,10 +36,9 @@ while IFS='|' read -r cause numbers; do
     refused 3 "$cause" few --out out
 done <<'END'
 1 point; three are needed|1,2,3
-2 points: all of them lie on one line|1,2,3 4,5,6
+2 points; three are needed|1,2,3 4,5,6
 4 points: all of them lie on one line|1,1,3 2,2,6 5,5,9 7,7,1
-the first two points do not count as distinct|0,0,1 5,5,2 9,1,3
-the first two points do not count as distinct|5,5,1 5,5,2 9,1,3
+3 points: all of them lie on one line|0,0,1 0,0,2 9,1,3
 END
 : >few
 refused 3 "holds no points" few --out out

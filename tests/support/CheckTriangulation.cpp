@@ -160,21 +160,4 @@ std::string FaultOf(const Array1<PlanPoint>& coord, const TriangleList& triangle
     return FaultOfHullRing(triangles);
 }
 
-std::vector<std::array<PlanPoint, 3>> TriangleSet(const Array1<PlanPoint>& coord,
-                                                  const TriangleList& triangles) {
-    std::vector<std::array<PlanPoint, 3>> set;
-    for (Index t = 1; t <= triangles.count; ++t) {
-        std::array<PlanPoint, 3> corners{coord[triangles.Vertex(1, t)],
-                                         coord[triangles.Vertex(2, t)],
-                                         coord[triangles.Vertex(3, t)]};
-        std::rotate(corners.begin(), std::min_element(corners.begin(), corners.end(), Before),
-                    corners.end());
-        set.push_back(corners);
-    }
-    std::sort(set.begin(), set.end(), [](const auto& a, const auto& b) {
-        return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), Before);
-    });
-    return set;
-}
-
 } // namespace terravo::test

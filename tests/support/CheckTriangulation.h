@@ -3,9 +3,7 @@
 
 #include "triangulation/TriangleList.h"
 
-#include <array>
 #include <string>
-#include <vector>
 
 namespace terravo::test {
 
@@ -14,10 +12,5 @@ namespace terravo::test {
 /// circle through a triangle holds the point across an edge.
 /// @return the first thing that does not hold, or an empty text.
 std::string FaultOf(const Array1<PlanPoint>& coord, const TriangleList& triangles);
-
-/// The triangles as a sorted list of corner positions, each starting at its smallest, so that two
-/// triangulations compare whatever the order of their tables and whichever repeat came first.
-std::vector<std::array<PlanPoint, 3>> TriangleSet(const Array1<PlanPoint>& coord,
-                                                  const TriangleList& triangles);
 
 } // namespace terravo::test

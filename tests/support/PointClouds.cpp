@@ -81,6 +81,39 @@ Array1<PlanPoint> CirclePoints(Index count) {
     return points;
 }
 
+Array1<PlanPoint> Turned(Array1<PlanPoint> points, double angle) {
+    for (PlanPoint& p : points) {
+        p = {3000 + p.x * std::cos(angle) - p.y * std::sin(angle),
+             2000 + p.x * std::sin(angle) + p.y * std::cos(angle)};
+    }
+    return points;
+}
+
+Array1<PlanPoint> RoundedTo(double step, Array1<PlanPoint> points) {
+    for (PlanPoint& p : points) {
+        p = {std::round(p.x / step) * step, std::round(p.y / step) * step};
+    }
+    return points;
+}
+
+Array1<PlanPoint> Followed(Array1<PlanPoint> points, const Array1<PlanPoint>& more) {
+    for (const PlanPoint& p : more) {
+        points.Append(p);
+    }
+    return points;
+}
+
+Array1<PlanPoint> RowThenApproach(Index count) {
+    Array1<PlanPoint> points{{1000, 1000}, {5000, 1000}, {1000, 5000}};
+    for (Index i = 0; i < count; ++i) {
+        points.Append({2500 + 1000.0 * i / count, 1500});
+    }
+    for (Index i = 0; i < count; ++i) {
+        points.Append({3000.1, 2900 - 1300.0 * i / count});
+    }
+    return points;
+}
+
 std::vector<PointCloud> CloudsOfEveryKind(Index count, unsigned seed) {
     const auto side = static_cast<Index>(std::sqrt(static_cast<double>(count)));
     return {
@@ -94,6 +127,60 @@ std::vector<PointCloud> CloudsOfEveryKind(Index count, unsigned seed) {
         {"regular survey on a national grid",
          Moved(Shuffled(GridPoints(side), seed + 4), 2667400, 6478700, 1)},
         {"millimetres", Moved(RandomPoints(count, seed + 5), 1, 1, 1e-3)},
+    };
+}
+
+std::vector<PointCloud> HardClouds(Index count, unsigned seed) {
+    const auto side = static_cast<Index>(std::sqrt(static_cast<double>(count)));
+    const double angle = 0.001 * seed;
+    const auto random = [&](unsigned more) { return RandomPoints(count, seed + more); };
+    const auto squashed = [&] {
+        Array1<PlanPoint> points = random(9);
+        for (PlanPoint& p : points) {
+            p.y = 700 + 1e-7 * p.y + 0.3 * p.x;
+        }
+        return points;
+    };
+    const auto parabola = [&] {
+        Array1<PlanPoint> points(count);
+        for (Index i = 1; i <= count; ++i) {
+            const double x = (i % 2 == 0 ? i : count - i) / 7.0;
+            points[i] = {x, x * x};
+        }
+        return points;
+    };
+    const auto sides = [&] {
+        Array1<PlanPoint> points(count);
+        for (Index i = 1; i <= count; ++i) {
+            const double along = 0.1 * (i / 4);
+            const double end = 0.1 * (count / 4 + 1);
+            points[i] = i % 4 == 0   ? PlanPoint{along, 0}
+                        : i % 4 == 1 ? PlanPoint{end, along}
+                        : i % 4 == 2 ? PlanPoint{end - along, end}
+                                     : PlanPoint{0, end - along};
+        }
+        return points;
+    };
+    return {
+        {"decimal grid", Moved(GridPoints(side), 0.7, 0.3, 0.01)},
+        {"decimal grid, shuffled", Moved(Shuffled(GridPoints(side), seed), 0.7, 0.3, 0.01)},
+        {"turned grid", Turned(GridPoints(side), angle)},
+        {"turned grid in millimetres", RoundedTo(1e-3, Turned(GridPoints(side), angle))},
+        {"turned grid, then random", Followed(Turned(GridPoints(side), angle), random(3))},
+        {"random, then turned grid",
+         Followed(Moved(random(4), 0, 0, 9), Turned(GridPoints(side), angle))},
+        {"few whole numbers", RoundedTo(100, random(5))},
+        {"many whole numbers", RoundedTo(1, random(6))},
+        {"decimetres", RoundedTo(0.1, random(7))},
+        {"circle", CirclePoints(count)},
+        {"circle, shuffled", Shuffled(CirclePoints(count), seed)},
+        {"parabola", parabola()},
+        {"sides of a square", sides()},
+        {"circle among random", Followed(random(8), Moved(CirclePoints(20), 300, 200, 0.01))},
+        {"almost a line", squashed()},
+        {"two clusters", Followed(random(10), Moved(random(11), 90000, 1, 1e-3))},
+        {"far stray point", Followed(Moved(random(12), 500000, 4520000, 1), {{1, 1}})},
+        {"too small to tell", Moved(random(13), 1e-9, 1e-9, 1e-9)},
     };
 }
 

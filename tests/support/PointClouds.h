@@ -27,7 +27,19 @@ Array1<PlanPoint> Moved(Array1<PlanPoint> points, double dx, double dy, double s
 /// Equally spaced on a circle, rounded to doubles.
 Array1<PlanPoint> CirclePoints(Index count);
 
+/// Turned about (3000, 2000) by an angle in radians.
+Array1<PlanPoint> Turned(Array1<PlanPoint> points, double angle);
+Array1<PlanPoint> RoundedTo(double step, Array1<PlanPoint> points);
+Array1<PlanPoint> Followed(Array1<PlanPoint> points, const Array1<PlanPoint>& more);
+/// A row within three corners, then points over its middle that come nearer and nearer: each of
+/// them changes all triangles of the row. 2 * count + 3 points.
+Array1<PlanPoint> RowThenApproach(Index count);
+
 /// Sets of every kind above with about `count` points each.
 std::vector<PointCloud> CloudsOfEveryKind(Index count, unsigned seed);
+
+/// Sets on which single decisions are hard: lattices that are no lattice in doubles, circles,
+/// parabolas, collinear runs, clusters, flat hulls.
+std::vector<PointCloud> HardClouds(Index count, unsigned seed);
 
 } // namespace terravo::test

@@ -86,6 +86,8 @@ struct Options {
     QCommandLineOption mode{QStringLiteral("mode"),
                             QStringLiteral("lines or areas. Default: lines."),
                             QStringLiteral("mode"), QStringLiteral("lines")};
+    QCommandLineOption exact{QStringLiteral("exact"),
+                             QStringLiteral("Triangulate with exact signs at any size.")};
     QCommandLineOption labels{QStringLiteral("labels"), QStringLiteral("Write level values.")};
     QCommandLineOption triangles{QStringLiteral("triangles"),
                                  QStringLiteral("Draw the edges of the triangles.")};
@@ -119,7 +121,7 @@ struct Options {
                            view3D,        view3DKind, surface,  theta,   alfa,         rayx,
                            blackAndWhite, levels,     mode,     labels,  triangles,    perimeter,
                            size,          language,   comma,    summary, progress,     quiet,
-                           paper,         background, help,     version});
+                           paper,         background, exact,    help,    version});
     }
 };
 
@@ -270,6 +272,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
                 : QStringLiteral("One point file at a time, not %1.").arg(files.size()));
     }
     options.pointFile = files.first().toStdString();
+    options.triangulation.exact = parser.isSet(known.exact);
     options.map.levelCount = ParseLevels(parser.value(known.levels));
     options.map.mode =
         ParseChoice(QStringLiteral("mode"), parser.value(known.mode), QStringLiteral("lines"),

@@ -39,6 +39,7 @@ struct BatchOptions {
     View3DOptions view3D;
     QPageSize::PageSizeId pageSize = QPageSize::A4; // of PDF files
     std::optional<Paper> paper;                     // of SVG and PDF files
+    TriangulationWish triangulation;
     MapOptions map;
     int width = 1200; // pixels
     int height = 900;

@@ -120,8 +120,9 @@ void RequireTriangles(const std::string& file, const PointSet& points,
     if (made.ierr == modDelaunay2D::Ierr::kAllCollinear) {
         throw RunFailure(ExitCode::kNoTriangulation,
                          file + ": no triangulation of " + std::to_string(points.count) +
-                             (points.count == 1 ? " point; three are needed."
-                                                : " points: all of them lie on one line."));
+                             (points.count == 1   ? " point; three are needed."
+                              : points.count == 2 ? " points; three are needed."
+                                                  : " points: all of them lie on one line."));
     }
     if (made.ierr != modDelaunay2D::Ierr::kDone) {
         throw RunFailure(ExitCode::kNumeric, file + ": the triangulation failed: " +
@@ -129,13 +130,6 @@ void RequireTriangles(const std::string& file, const PointSet& points,
     }
     if (points.count == 0) {
         throw RunFailure(ExitCode::kNoTriangulation, file + ": the file holds no points.");
-    }
-    if (made.triangles.count == 0) {
-        throw RunFailure(
-            ExitCode::kNoTriangulation,
-            file + ": no triangles, because the first two points do not count as "
-                   "distinct (in each coordinate they differ by too little, or one is zero "
-                   "or nearly so).");
     }
 }
 
@@ -246,7 +240,7 @@ void BatchRun::Read() {
     if (failure) {
         throw RunFailure(ExitCode::kPointFile, failure->Sentence());
     }
-    survey_.Replace(std::move(points));
+    survey_.Replace(std::move(points), options_.triangulation);
 }
 
 // Throws for the first message that a drawing has shown.
@@ -295,6 +289,7 @@ void BatchRun::DrawMapPicture(const LevelSink& sink) {
 void BatchRun::CountWhatWasMade() {
     const PointSet& points = survey_.Points();
     const TriangleList& triangles = survey_.Triangulation().triangles;
+    figures_.arithmetic = survey_.Triangulation().arithmetic;
     figures_.points = points.count;
     figures_.unusedPoints = CountUnusedPoints(points, triangles);
     figures_.triangles = triangles.count;

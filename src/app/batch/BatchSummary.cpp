@@ -30,6 +30,7 @@ std::string JsonSummary(const BatchFigures& figures) {
         {"unused_points", figures.unusedPoints},
         {"triangles", figures.triangles},
         {"hull_edges", figures.hullEdges},
+        {"arithmetic", figures.arithmetic == Arithmetic::Exact ? "exact" : "plain"},
         {"extents",
          QJsonObject{{"x", ToJson(figures.x)}, {"y", ToJson(figures.y)}, {"z", ToJson(figures.z)}}},
         {"levels", figures.levels},
@@ -56,7 +57,8 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
         text += " (" + std::to_string(figures.unusedPoints) + " took no part: repeats)";
     }
     text += ", " + std::to_string(figures.triangles) + " triangles, " +
-            std::to_string(figures.hullEdges) + " hull edges\n";
+            std::to_string(figures.hullEdges) + " hull edges" +
+            (figures.arithmetic == Arithmetic::Exact ? ", exact signs\n" : "\n");
     text += RangeText("x", figures.x) + ", " + RangeText("y", figures.y) + ", " +
             RangeText("z", figures.z) + "\n";
     text += std::to_string(figures.levels) + " levels, " + std::to_string(figures.segments) +

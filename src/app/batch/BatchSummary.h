@@ -13,6 +13,7 @@ struct BatchFigures {
     Index unusedPoints = 0; // repeats, which no triangle has as a corner
     Index triangles = 0;
     Index hullEdges = 0;
+    Arithmetic arithmetic = Arithmetic::Plain; // of the triangulation
     Extent x;
     Extent y;
     Extent z;

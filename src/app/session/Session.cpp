@@ -64,7 +64,11 @@ void Session::LoadStartUpFile(const std::string& rawCommandLine) {
         ShowResultViews(false);
         return;
     }
-    if (!LoadPointFile(*path)) {
+    // The companion program expects what it has always had.
+    wish_.keepsFirstPointsRule = true;
+    const bool loaded = LoadPointFile(*path);
+    wish_.keepsFirstPointsRule = false;
+    if (!loaded) {
         return;
     }
     RunPipeline();
@@ -133,6 +137,17 @@ void Session::SetMode(MapMode mode) {
 void Session::SetLevelCount(Index count) {
     options_.levelCount = count;
     DrawContourMap();
+}
+
+void Session::SetExact(bool on) {
+    wish_.exact = on;
+    TriangulationWish wish = survey_.Wish();
+    wish.exact = on;
+    survey_.SetWish(wish);
+    if (!survey_.Points().sourceName.empty()) {
+        RunPipeline();
+        ShowResultViews(state_.lastDrawError.empty());
+    }
 }
 
 void Session::DrawContourMap() {
@@ -206,7 +221,7 @@ void Session::TriangulateAndShow3D() {
     if (made.ierr != modDelaunay2D::Ierr::kDone) {
         services_.messages.ShowCritical(state_.texts[Text::NoTriangulation] +
                                             " IERR = " + std::to_string(made.ierr) + "\r\n" +
-                                            state_.texts[Text::NoTriangulationAdvice],
+                                            TriangulationAdvice(made.ierr, state_),
                                         " Prova");
         return;
     }
@@ -357,7 +372,7 @@ bool Session::LoadPointFile(const std::string& path) {
                                 services_.log};
     PointSet points = survey_.Take();
     const bool loaded = terravo::LoadPointFile(path, points, state_, services, stop_);
-    survey_.Replace(std::move(points));
+    survey_.Replace(std::move(points), wish_);
     view_->ShowPointCount(survey_.Points().count);
     if (!loaded) {
         complete_ = false;
@@ -417,10 +432,13 @@ void Session::UpdateStatus() {
             remark = state_.texts[Text::UnusedPoints] + " " + std::to_string(unused);
         }
     }
-    view_->ShowStatus(std::to_string(survey_.Points().count) + " " +
-                          state_.texts[Text::PointsWord] + ", " + std::to_string(triangleCount) +
-                          " " + state_.texts[Text::TrianglesWord],
-                      remark);
+    std::string counts = std::to_string(survey_.Points().count) + " " +
+                         state_.texts[Text::PointsWord] + ", " + std::to_string(triangleCount) +
+                         " " + state_.texts[Text::TrianglesWord];
+    if (triangleCount > 0 && made.arithmetic == Arithmetic::Exact) {
+        counts += ", " + state_.texts[Text::ExactSigns];
+    }
+    view_->ShowStatus(counts, remark);
 }
 
 } // namespace terravo

@@ -98,6 +98,10 @@ public:
     void SetMode(MapMode mode);
     void SetLevelCount(Index count);
 
+    /// Triangulates with exact signs at any size, or with plain arithmetic where the set is small;
+    /// draws and hands over anew.
+    void SetExact(bool on);
+
     /// Asks where to and writes a QRZ file from the exchange files of the last drawing. Contours
     /// are drawn as lines first, so that there are segments to write.
     void Export(QrzKind kind);
@@ -148,6 +152,7 @@ private:
     RunState& state_;
     SessionServices services_;
     Survey survey_;
+    TriangulationWish wish_; // for the next points
     MapOptions options_;
     StopToken stop_; // of the command at work
     ContourMap map_;

@@ -132,6 +132,9 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
         }
     }
     mnuRecenti[0]->setEnabled(false);
+    mnuSurvey = Named(menuBar.addMenu(QString()), "mnuSurvey");
+    mnuExact = Named(mnuSurvey->addAction(QString()), "mnuExact");
+    mnuExact->setCheckable(true);
     mnuQM = Named(menuBar.addMenu(QStringLiteral("&?")), "mnuQM");
     mnuHelp = Named(mnuQM->addAction(QString()), "mnuHelp");
     mnuHelp->setShortcut(QKeySequence(Qt::Key_F1));
@@ -145,6 +148,7 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     connect(mnut[1], &QAction::triggered, this,
             [this] { session_.Export(terravo::QrzKind::Levels); });
     connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
+    connect(mnuExact, &QAction::triggered, this, [this](bool on) { session_.SetExact(on); });
     connect(mnuHelp, &QAction::triggered, this, &frmProve::ShowHelp);
     connect(mnuSettings, &QAction::triggered, this, &frmProve::ShowSettings);
     connect(mnuInformazioni, &QAction::triggered, this, &frmProve::ShowAbout);
@@ -185,6 +189,8 @@ void frmProve::SetCaptions() {
     SetPictureCaptions();
     mnuEsci->setText(text(Text::Exit));
     mnuRecenti[0]->setText(text(Text::RecentFiles));
+    mnuSurvey->setTitle(text(Text::SurveyMenu));
+    mnuExact->setText(text(Text::ExactTriangulation));
     mnuHelp->setText(text(Text::Help));
     mnuSettings->setText(text(Text::Settings));
     language_ = terravo::LanguageAtNextStart(state_.userFolder); // of this run, at its start

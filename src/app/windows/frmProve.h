@@ -121,6 +121,7 @@ private:
     GradientButton* XPButton1 = nullptr;
 
     QMenu* mnuFile = nullptr;
+    QMenu* mnuSurvey = nullptr;
     QMenu* mnuQM = nullptr;
     QAction* mnuLeggiDati = nullptr;
     QMenu* mnusalva = nullptr;
@@ -131,6 +132,7 @@ private:
     QMenu* mnuPaperSize = nullptr;
     QPageSize::PageSizeId pageSize_ = QPageSize::A4;
     QAction* mnuEsci = nullptr;
+    QAction* mnuExact = nullptr;
     QAction* mnuHelp = nullptr;
     QAction* mnuSettings = nullptr;
     QAction* mnuInformazioni = nullptr;

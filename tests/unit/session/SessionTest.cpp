@@ -179,8 +179,16 @@ TEST_F(SessionTest, IgnoresAMissingFile) {
 TEST_F(SessionTest, TellsWhatWouldBeSilent) {
     session.LoadNamedFile(folder.Write("r.dat", hill + "5,4,9\n1,1,0\n"));
     EXPECT_EQ(view.remark, state.texts[Text::UnusedPoints] + " 2");
-    session.LoadNamedFile(folder.Write("z.dat", "0,0,1\n5,5,2\n9,1,3\n"));
+    const std::string origin = "0,0,1\n5,5,2\n9,1,3\n";
+    session.LoadNamedFile(folder.Write("z.dat", origin));
+    EXPECT_EQ(view.counts, "3 points, 1 triangles, exact signs");
+    session.LoadStartUpFile("\"" + folder.Write("z.qrw", origin) + "\"");
+    EXPECT_EQ(view.counts, "3 points, 0 triangles") << "as the companion program knows it";
     EXPECT_EQ(view.remark, state.texts[Text::FirstPointsNotDistinct]);
+    session.SetExact(true);
+    EXPECT_EQ(view.counts, "3 points, 1 triangles, exact signs");
+    EXPECT_EQ(view.title3D, "Delaunay 2D : z.qrw, 1") << "handed over anew";
+    session.SetExact(false);
     session.LoadNamedFile(folder.Write("a.dat", hill));
     EXPECT_EQ(view.remark, "");
     EXPECT_EQ(view.counts, "5 points, 4 triangles");

@@ -13,19 +13,18 @@ namespace {
 
 using namespace modDelaunay2D;
 using test::FaultOf;
-using test::TriangleSet;
 
 struct Outcome {
     Index ierr = 0;
     TriangleList triangles;
 };
 
-Outcome Made(const Array1<PlanPoint>& points, StartRule start = StartRule::LastTriangle) {
+Outcome Made(const Array1<PlanPoint>& points) {
     Outcome outcome{0, TriangleList(points.UpperBound())};
     Array1<Index> order(points.UpperBound());
     std::iota(order.begin(), order.end(), 1);
     const Array1<Index> given = order;
-    outcome.ierr = Triangulate(points, order, outcome.triangles, start);
+    outcome.ierr = Triangulate(points, order, outcome.triangles);
     EXPECT_EQ(order, given) << "the insertion order is not restored";
     return outcome;
 }
@@ -113,21 +112,6 @@ TEST(Triangulate, HoldsItsInvariantsOnEveryKindOfPoints) {
     }
 }
 
-TEST(Triangulate, GivesTheSameTrianglesFromANearbyStart) {
-    for (const Index count : {4, 9, 50, 900, 6000}) {
-        for (unsigned seed = 1; seed <= 5; ++seed) {
-            for (const auto& cloud : test::CloudsOfEveryKind(count, 77 * seed)) {
-                SCOPED_TRACE(cloud.name + ", " + std::to_string(count));
-                const Outcome last = Made(cloud.points, StartRule::LastTriangle);
-                const Outcome nearby = Made(cloud.points, StartRule::NearbyTriangle);
-                ASSERT_EQ(last.ierr, nearby.ierr);
-                ASSERT_EQ(TriangleSet(cloud.points, last.triangles),
-                          TriangleSet(cloud.points, nearby.triangles));
-            }
-        }
-    }
-}
-
 // Nearly collinear points at large coordinates, points on circles and steps of one rounding error:
 // the outcome may be a fault, but every call ends and no table entry is out of range.
 TEST(Triangulate, EndsOnDataAtTheLimitOfRounding) {
@@ -141,14 +125,12 @@ TEST(Triangulate, EndsOnDataAtTheLimitOfRounding) {
             const double noise = run % 2 == 0 ? 0 : std::floor(unit() * 3) * 9.3e-10;
             p = {4520000.1 + along * 0.1, 6478700.3 + along * 0.3 + noise};
         }
-        for (const StartRule start : {StartRule::LastTriangle, StartRule::NearbyTriangle}) {
-            const Outcome outcome = Made(points, start);
-            faults += outcome.ierr < 0 ? 1 : 0;
-            ASSERT_LE(outcome.triangles.count, 80);
-            for (Index t = 1; t <= outcome.triangles.count; ++t) {
-                for (const Index vertex : outcome.triangles.table[t].vertices) {
-                    ASSERT_TRUE(vertex >= 1 && vertex <= 40);
-                }
+        const Outcome outcome = Made(points);
+        faults += outcome.ierr < 0 ? 1 : 0;
+        ASSERT_LE(outcome.triangles.count, 80);
+        for (Index t = 1; t <= outcome.triangles.count; ++t) {
+            for (const Index vertex : outcome.triangles.table[t].vertices) {
+                ASSERT_TRUE(vertex >= 1 && vertex <= 40);
             }
         }
     }
@@ -160,6 +142,20 @@ TEST(Triangulate, EndsOnDataAtTheLimitOfRounding) {
 TEST(Triangulate, RefusesCoordinatesTooLargeToComputeWith) {
     EXPECT_EQ(Made({{1e200, 1e200}, {-1e200, 2e200}, {3e200, -1e200}, {1e199, 5e199}}).ierr,
               Ierr::kOverflow);
+}
+
+TEST(Triangulate, CanBeStoppedWhileSinglePointsTakeLong) {
+    const Array1<PlanPoint> points = test::RowThenApproach(2000);
+    TriangleList triangles(points.UpperBound());
+    Array1<Index> order(points.UpperBound());
+    std::iota(order.begin(), order.end(), 1);
+    int reports = 0;
+    StopToken stopLater([&](std::string_view, double) {
+        if (++reports == 10) {
+            stopLater.RequestStop();
+        }
+    });
+    EXPECT_EQ(Triangulate(points, order, triangles, stopLater), Ierr::kStopped);
 }
 
 TEST(WalkToPoint, TellsEveryPlaceOfAPointOnATriangle) {

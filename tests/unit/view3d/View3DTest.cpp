@@ -176,7 +176,8 @@ TEST_F(View3DTest, DraggingTheYAxisPutsItsEndUnderThePointer) {
 TEST_F(View3DTest, ShowsTheMessageOfADrawingThatFailed) {
     const SpaceExtents reversed{5, 0, 0, 1, 0, 1};
     commands.Triangoli({0, 10}, {0, 1}, {0, 1}, {}, "t", &reversed);
-    EXPECT_EQ(messages.boxes, (std::vector<FakeMessages::Box>{{" Error Scale X.", "Error in: scale of the axes3D3D"}}));
+    EXPECT_EQ(messages.boxes, (std::vector<FakeMessages::Box>{
+                                  {" Error Scale X.", "Error in: scale of the axes3D3D"}}));
     ShowPoints();
     EXPECT_EQ(messages.boxes.size(), 1U);
 }

@@ -1,0 +1,124 @@
+// A triangulation that points are put into, with exact signs and a rule for ties.
+//
+// Data: the points in the order of their numbers here, each with its rank; a TriangleList; for each
+// point a triangle that has it as a corner, and the hull edge that ends at it; for each triangle a
+// mark that tells which of its edges are constrained. Method: a point is found by a walk; the
+// triangles about it become a fan, which is written with all its links at once; then each edge
+// opposite the point whose circle holds the point across is swapped. Where four points lie exactly
+// on one circle, of the two diagonals the one that ends at the point of the highest rank gives way.
+// With exact signs that makes the triangulation a function of the points and their ranks, whatever
+// the order in which they come.
+//
+// Links are written in one order: all triangles first, then the links back from inner neighbours,
+// then for all hull edges that moved the place of their end, and last the links from their
+// predecessors. Any other order breaks the ring when two neighbouring hull edges move together.
+#pragma once
+
+#include "triangulation/exact/ExactSigns.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+namespace terravo {
+
+/// Where a plan position lies in a triangulation.
+struct MeshPlace {
+    Index triangle = 0;
+    int location =
+        0; // 0 inside; 1..3 on that edge; 4..6 at vertex 1..3; -1..-3 beyond that hull edge
+};
+
+class ExactMesh {
+public:
+    /// @param points  distinct or not, all within reach; only those that are put in count.
+    /// @param ranks   of point i at i: the numbers that settle ties.
+    ExactMesh(Array1<PlanPoint> points, Array1<Index> ranks);
+
+    /// Makes the first triangle, of three points that are not on one line.
+    void Begin(Index a, Index b, Index c);
+
+    /// Puts a point in. One at the place of an earlier one is left out.
+    void Insert(Index point);
+
+    /// +1 when c lies to the left of a -> b, -1 to the right, 0 on the line.
+    [[nodiscard]] int Turn(Index a, Index b, Index c) const {
+        return signs_.Turn(points_[a], points_[b], points_[c]);
+    }
+
+    /// Finds a plan position by a walk from a triangle.
+    [[nodiscard]] MeshPlace Locate(PlanPoint position, Index start);
+
+    /// Steps of walks and swaps so far: in some orders one point takes as many swaps as there are
+    /// points.
+    [[nodiscard]] std::int64_t Effort() const { return effort_; }
+
+    /// A constrained edge is never swapped; a point on it divides it in two.
+    void Constrain(TriangleEdge edge);
+    [[nodiscard]] bool IsConstrained(TriangleEdge edge) const {
+        return (marks_[edge.triangle] & EdgeBit(edge.edge)) != 0;
+    }
+
+    /// A triangle with the point as a corner; 0 when the point is not in.
+    [[nodiscard]] Index TriangleAt(Index point) const { return triangleOf_[point]; }
+
+    [[nodiscard]] const TriangleList& Triangles() const { return triangles_; }
+    /// Hands the triangles out; the mesh is then empty.
+    [[nodiscard]] TriangleList TakeTriangles() { return std::move(triangles_); }
+
+private:
+    using Mark = std::uint8_t; // bit j - 1: edge j is constrained
+
+    // One triangle of the fan about a new point m: (m, from, to).
+    struct Spoke {
+        Index slot = 0;
+        Index from = 0;
+        Index to = 0;
+        Index outer = 0; // neighbour entry of its edge from -> to
+        Mark mark = 0;
+    };
+    enum class Ring { Closed, Open };
+
+    static constexpr unsigned EdgeBit(int edge) { return 1U << static_cast<unsigned>(edge - 1); }
+    // The bit of one edge in an old mark, as that of another edge in a new one.
+    [[nodiscard]] static Mark Moved(Mark mark, int from, int to) {
+        return static_cast<Mark>((mark & EdgeBit(from)) != 0 ? EdgeBit(to) : 0U);
+    }
+    [[nodiscard]] TriangleEdge Across(TriangleEdge edge) const;
+    void SetConstrained(TriangleEdge edge);
+
+    int FirstEdge(int crossed);
+    [[nodiscard]] bool GivesWay(Index b, Index c, Index m, Index d) const;
+    Index NewTriangle();
+    void PutAt(Index point, const MeshPlace& place);
+    void SplitInside(Index m, Index t);
+    void SplitOnEdge(Index m, Index t, int edge);
+    void JoinFromOutside(Index m, TriangleEdge seen);
+    [[nodiscard]] bool IsSeen(Index m, TriangleEdge edge) const;
+    void WriteFan(Index m, Ring ring, Index linkAfter);
+    void SwapAbout();
+    void Swap(Index t, Index u, int shared);
+    void Relink(TriangleEdge moved);
+    void NoteHullEdge(TriangleEdge moved);
+    void LinkPredecessor(TriangleEdge moved);
+    [[nodiscard]] TriangleEdge HullEdgeInto(Index point) const {
+        return HullEdgeFromLink(hullInto_[point]);
+    }
+
+    Array1<PlanPoint> points_;
+    Array1<Index> ranks_;
+    ExactSigns signs_;
+    TriangleList triangles_;
+    Array1<Index> triangleOf_; // of point i: a triangle with it as a corner, 0 when it is not in
+    Array1<Index> hullInto_;   // of point i: the link to the hull edge that ends there
+    Array1<Mark> marks_;
+    bool hasConstraints_ = false;
+    std::uint32_t random_ = 1;
+    std::vector<Spoke> fan_;
+    std::vector<Index>
+        stack_;      // triangles with the new point as vertex 1, whose edge 2 is to be tested
+    Index last_ = 1; // triangle that the next walk begins in
+    std::int64_t effort_ = 0;
+};
+
+} // namespace terravo
