@@ -83,7 +83,7 @@ std::string_view Name(Layout layout) {
     case Layout::Lines:
         return "lines";
     case Layout::TurnedGrid:
-        return "turned-grid";
+        return "turned";
     }
     return {};
 }

@@ -27,7 +27,7 @@ inline constexpr std::array kLayouts{Layout::Random, Layout::Grid, Layout::Lines
                                      Layout::TurnedGrid};
 inline constexpr std::array<Index, 4> kSizes{1000, 10000, 100000, 1000000};
 
-/// "random", "grid", "lines" or "turned-grid".
+/// "random", "grid", "lines" or "turned".
 std::string_view Name(Layout layout);
 std::optional<Layout> LayoutFromName(std::string_view name);
 

@@ -16,7 +16,7 @@ import sys
 
 SIZES = ["1000", "10000", "100000", "1000000"]
 SURVEYS = ["random", "grid", "lines"]
-LAYOUTS = SURVEYS + ["turned-grid"]
+LAYOUTS = SURVEYS + ["turned"]
 TO_MS = {"ns": 1e-6, "us": 1e-3, "ms": 1.0, "s": 1e3}
 
 
