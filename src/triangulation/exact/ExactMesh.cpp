@@ -29,6 +29,15 @@ ExactMesh::ExactMesh(Array1<PlanPoint> points, Array1<Index> ranks)
       triangles_(points_.UpperBound()), triangleOf_(points_.UpperBound()),
       hullInto_(points_.UpperBound()), marks_(triangles_.table.UpperBound()) {}
 
+Index ExactMesh::Append(PlanPoint position, Index rank) {
+    signs_.Admit(position);
+    points_.Append(position);
+    ranks_.Append(rank);
+    triangleOf_.Append(0);
+    hullInto_.Append(0);
+    return points_.UpperBound();
+}
+
 void ExactMesh::Begin(Index a, Index b, Index c) {
     if (Turn(a, b, c) < 0) {
         std::swap(b, c);

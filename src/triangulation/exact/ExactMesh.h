@@ -35,6 +35,10 @@ public:
     /// @param ranks   of point i at i: the numbers that settle ties.
     ExactMesh(Array1<PlanPoint> points, Array1<Index> ranks);
 
+    /// Adds a point to those that can be put in.
+    /// @return its number.
+    Index Append(PlanPoint position, Index rank);
+
     /// Makes the first triangle, of three points that are not on one line.
     void Begin(Index a, Index b, Index c);
 

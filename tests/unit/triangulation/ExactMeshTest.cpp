@@ -26,9 +26,16 @@ Array1<Index> Numbers(Index count) {
     return numbers;
 }
 
-// Puts the points in by another road: a mesh in file order, which drops repeats by itself.
+// Puts the points in by another road: in file order into a mesh that does not know all of them when
+// it is made, and drops repeats by itself.
 TriangleList InsertedOneByOne(const Array1<PlanPoint>& points) {
-    ExactMesh mesh(points, Numbers(points.UpperBound()));
+    const Index known = points.UpperBound() / 2;
+    Array1<PlanPoint> first = points;
+    first.Resize(known);
+    ExactMesh mesh(std::move(first), Numbers(known));
+    for (Index i = known + 1; i <= points.UpperBound(); ++i) {
+        EXPECT_EQ(mesh.Append(points[i], i), i);
+    }
     Index second = 2;
     while (points[second] == points[1]) {
         ++second;
