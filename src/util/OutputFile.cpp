@@ -29,16 +29,16 @@ std::string TemporaryName(const std::string& finalPath) {
     return name + ".tmp";
 }
 
-// Where the bytes end up: a link keeps pointing at the file that is replaced behind it.
+// Where the bytes end up: a link keeps pointing at the file that is replaced behind it, or that
+// does not exist yet. A ring of links has no end: then the result is one of them.
 std::string ResolveLink(const std::string& path) {
-    std::error_code error;
-    if (fs::is_symlink(path, error)) {
-        const fs::path target = fs::weakly_canonical(path, error);
-        if (!error) {
-            return target.string();
-        }
+    constexpr int kMostLinks = 40;
+    fs::path end(path);
+    std::error_code unknown; // of what is missing, too
+    for (int i = 0; i < kMostLinks && fs::is_symlink(end, unknown); ++i) {
+        end = end.parent_path() / fs::read_symlink(end, unknown); // an absolute target stands alone
     }
-    return path;
+    return end.string();
 }
 
 bool MustBeWrittenInPlace(const std::string& path) {
@@ -71,6 +71,10 @@ void OutputGroup::Commit() {
 
 void OutputFile::ChoosePlace() {
     finalPath_ = ResolveLink(target_.path);
+    std::error_code unknown;
+    if (fs::is_symlink(finalPath_, unknown)) {
+        Throw(ELOOP);
+    }
     writtenPath_ = MustBeWrittenInPlace(finalPath_) ? finalPath_ : TemporaryName(finalPath_);
 }
 

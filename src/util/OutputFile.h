@@ -1,4 +1,4 @@
-// Files written whole or not at all, each by itself or several together.
+// Files written whole or not at all, each when it is complete or several when all are.
 //
 // Data: bytes appended through one buffer. Method: they go to a new file of another name in the
 // same folder, which takes the final name when everything is written; a crash, a full disk or an
@@ -18,7 +18,8 @@
 
 namespace terravo {
 
-/// Files that appear together or not at all. Naming them takes no room on the disk and no time.
+/// Files of which none appears before all are complete. Naming them takes no room on the disk and
+/// hardly any time; a name that the system refuses then leaves those named before it.
 class OutputGroup {
 public:
     OutputGroup() = default;

@@ -84,6 +84,15 @@ TEST(OutputFile, WritesThroughLinksAndIntoDevices) {
     EXPECT_TRUE(std::filesystem::is_symlink(folder.File("link")));
     EXPECT_EQ(folder.Read("target"), "new");
 
+    std::filesystem::create_symlink("fresh", folder.File("ahead"));
+    OutputFile behind(folder.File("ahead"));
+    behind.Commit();
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.File("ahead")));
+    EXPECT_TRUE(std::filesystem::is_regular_file(folder.File("fresh")));
+
+    std::filesystem::create_symlink("ring", folder.File("ring"));
+    EXPECT_THROW(OutputFile{folder.File("ring")}, AppError);
+
     OutputFile device("/dev/null");
     device.Append("gone");
     device.Commit();
