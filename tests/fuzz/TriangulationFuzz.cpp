@@ -7,7 +7,6 @@
 #include "support/ExactCheck.h"
 #include "triangulation/TriangulatePoints.h"
 #include "triangulation/TriangulationCheck.h"
-#include "triangulation/exact/ExactMesh.h"
 #include "triangulation/exact/ExactTriangulation.h"
 #include "triangulation/modDelaunay2D.h"
 
@@ -52,26 +51,6 @@ void InsertInFileOrder(const Array1<PlanPoint>& plan) {
     CheckTables(triangles, plan.UpperBound());
 }
 
-// The same triangles by another road.
-TriangleList ExactlyInFileOrder(const Array1<PlanPoint>& plan) {
-    ExactMesh mesh(plan, FileOrder(plan.UpperBound()));
-    Index second = 2;
-    while (plan[second] == plan[1]) {
-        ++second;
-    }
-    Index third = second + 1;
-    while (mesh.Turn(1, second, third) == 0) {
-        ++third;
-    }
-    mesh.Begin(1, second, third);
-    for (Index i = 2; i <= plan.UpperBound(); ++i) {
-        if (i != second && i != third) {
-            mesh.Insert(i);
-        }
-    }
-    return mesh.TakeTriangles();
-}
-
 } // namespace
 } // namespace terravo
 
@@ -89,7 +68,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Require((ierr == 0) == (made.triangles.count > 0), "exact signs manage what can be managed");
     if (ierr == 0) {
         CheckTables(triangles, plan.UpperBound());
-        Require(test::NumbersOf(triangles) == test::NumbersOf(ExactlyInFileOrder(plan)),
+        Require(test::NumbersOf(triangles) == test::NumbersOf(test::InsertedInFileOrder(plan)),
                 "both roads give the same triangles");
     }
     return 0;

@@ -1,9 +1,13 @@
 #include "support/ExactCheck.h"
 
+#include "triangulation/TriangulationCheck.h"
+#include "triangulation/exact/ExactMesh.h"
+
 #include <gmpxx.h>
 
 #include <algorithm>
 #include <map>
+#include <numeric>
 #include <set>
 #include <utility>
 
@@ -33,102 +37,25 @@ Array1<Index> EarliestOf(const Array1<PlanPoint>& coord) {
     return earliest;
 }
 
-class ExactChecker {
-public:
-    ExactChecker(const Array1<PlanPoint>& coord, const TriangleList& triangles)
-        : coord_(coord), triangles_(triangles) {}
-
-    std::string Fault() {
-        for (Index t = 1; t <= triangles_.count && fault_.empty(); ++t) {
-            CheckTriangle(t);
-        }
-        if (fault_.empty()) {
-            CheckCorners();
-            CheckHull();
-        }
-        return fault_;
+// What is across the edge from the apex of its triangle; 0 on the hull.
+Index PointAcross(const TriangleList& triangles, TriangleEdge edge) {
+    const Index u = triangles.Neighbour(edge.edge, edge.triangle);
+    int k = 1;
+    while (u > 0 && triangles.Neighbour(k, u) != edge.triangle) {
+        ++k;
     }
+    return u > 0 ? triangles.Vertex(NextEdge(NextEdge(k)), u) : 0;
+}
 
-private:
-    void Require(bool holds, const std::string& what) {
-        if (!holds && fault_.empty()) {
-            fault_ = what;
-        }
-    }
-
-    void CheckTriangle(Index t) {
-        const Triangle& triangle = triangles_.table[t];
-        const auto [a, b, c] = triangle.vertices;
-        Require(RationalTurn(coord_[a], coord_[b], coord_[c]) > 0,
-                "triangle " + std::to_string(t) + " does not turn left");
-        corners_.insert({a, b, c});
-        for (int j = 1; j <= 3; ++j) {
-            triangle.Neighbour(j) < 0 ? hull_.push_back({t, j}) : CheckInnerEdge({t, j});
-        }
-    }
-
-    void CheckInnerEdge(TriangleEdge edge) {
-        const Triangle& triangle = triangles_.table[edge.triangle];
-        const std::string name =
-            "edge " + std::to_string(edge.edge) + " of triangle " + std::to_string(edge.triangle);
-        const Index u = triangle.Neighbour(edge.edge);
-        if (u < 1 || u > triangles_.count) {
-            Require(false, name + " has no neighbour");
-            return;
-        }
-        const Index from = triangle.Vertex(edge.edge);
-        const Index to = triangle.Vertex(NextEdge(edge.edge));
-        const Index apex = triangle.Vertex(NextEdge(NextEdge(edge.edge)));
-        for (int k = 1; k <= 3; ++k) {
-            if (triangles_.Vertex(k, u) == to && triangles_.Vertex(NextEdge(k), u) == from) {
-                const Index across = triangles_.Vertex(NextEdge(NextEdge(k)), u);
-                Require(triangles_.Neighbour(k, u) == edge.triangle, name + " is not linked back");
-                const int side =
-                    RationalCircle(coord_[from], coord_[to], coord_[apex], coord_[across]);
-                Require(side < 0 || (side == 0 && std::max(from, to) < std::max(apex, across)),
-                        name + " gives way");
-                return;
-            }
-        }
-        Require(false, name + " is not its neighbour's");
-    }
-
-    void CheckCorners() {
-        const Array1<Index> earliest = EarliestOf(coord_);
-        Require(corners_ == std::set<Index>(earliest.begin(), earliest.end()),
-                "the corners are not the earliest points of all places");
-    }
-
-    void CheckHull() {
-        TriangleEdge edge = hull_.front();
-        for (std::size_t step = 0; step < hull_.size() && fault_.empty(); ++step) {
-            const Index link = triangles_.Neighbour(edge.edge, edge.triangle);
-            Require(link < 0, "the ring leaves the hull");
-            if (link < 0) {
-                const TriangleEdge next = HullEdgeFromLink(link);
-                const Index corner = triangles_.Vertex(next.edge, next.triangle);
-                Require(triangles_.Vertex(NextEdge(edge.edge), edge.triangle) == corner,
-                        "the ring jumps");
-                Require(RationalTurn(
-                            coord_[triangles_.Vertex(edge.edge, edge.triangle)], coord_[corner],
-                            coord_[triangles_.Vertex(NextEdge(next.edge), next.triangle)]) >= 0,
-                        "the hull is not convex");
-                edge = next;
-                Require((edge == hull_.front()) == (step + 1 == hull_.size()),
-                        "the ring is not one ring");
-            }
-        }
-        const auto wanted = 2 * corners_.size() - hull_.size() - 2;
-        Require(static_cast<std::size_t>(triangles_.count) == wanted,
-                std::to_string(triangles_.count) + " triangles, not " + std::to_string(wanted));
-    }
-
-    const Array1<PlanPoint>& coord_;
-    const TriangleList& triangles_;
-    std::set<Index> corners_;
-    std::vector<TriangleEdge> hull_;
-    std::string fault_;
-};
+bool GivesWay(const Array1<PlanPoint>& coord, const TriangleList& triangles, TriangleEdge edge) {
+    const Index from = triangles.Vertex(edge.edge, edge.triangle);
+    const Index to = triangles.Vertex(NextEdge(edge.edge), edge.triangle);
+    const Index apex = triangles.Vertex(NextEdge(NextEdge(edge.edge)), edge.triangle);
+    const Index across = PointAcross(triangles, edge);
+    const int side =
+        across == 0 ? -1 : RationalCircle(coord[from], coord[to], coord[apex], coord[across]);
+    return side > 0 || (side == 0 && std::max(from, to) > std::max(apex, across));
+}
 
 } // namespace
 
@@ -145,7 +72,44 @@ int RationalCircle(PlanPoint a, PlanPoint b, PlanPoint c, PlanPoint d) {
 }
 
 std::string ExactFaultOf(const Array1<PlanPoint>& coord, const TriangleList& triangles) {
-    return triangles.count == 0 ? "no triangles" : ExactChecker(coord, triangles).Fault();
+    if (!IsTriangulation(coord, triangles)) {
+        return "no triangulation";
+    }
+    std::set<Index> corners;
+    for (Index t = 1; t <= triangles.count; ++t) {
+        for (int j = 1; j <= 3; ++j) {
+            corners.insert(triangles.Vertex(j, t));
+            if (GivesWay(coord, triangles, {t, j})) {
+                return "edge " + std::to_string(j) + " of triangle " + std::to_string(t) +
+                       " gives way";
+            }
+        }
+    }
+    const Array1<Index> earliest = EarliestOf(coord);
+    return corners == std::set<Index>(earliest.begin(), earliest.end())
+               ? ""
+               : "the corners are not the earliest points of all places";
+}
+
+TriangleList InsertedInFileOrder(const Array1<PlanPoint>& points) {
+    Array1<Index> numbers(points.UpperBound());
+    std::iota(numbers.begin(), numbers.end(), 1);
+    ExactMesh mesh(points, numbers);
+    Index second = 2;
+    while (points[second] == points[1]) {
+        ++second;
+    }
+    Index third = second + 1;
+    while (mesh.Turn(1, second, third) == 0) {
+        ++third;
+    }
+    mesh.Begin(1, second, third);
+    for (Index i = 2; i <= points.UpperBound(); ++i) {
+        if (i != second && i != third) {
+            mesh.Insert(i);
+        }
+    }
+    return mesh.TakeTriangles();
 }
 
 std::vector<std::array<Index, 3>> NumbersOf(const TriangleList& triangles) {

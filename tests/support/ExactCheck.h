@@ -1,4 +1,4 @@
-// What a triangulation by exact signs must be, decided by rational arithmetic.
+// What a triangulation must be: signs by rational arithmetic, triangles by another road.
 #pragma once
 
 #include "triangulation/TriangleList.h"
@@ -15,12 +15,15 @@ int RationalTurn(PlanPoint a, PlanPoint b, PlanPoint c);
 /// +1 when d lies inside the circle through a, b, c, which run counter-clockwise, -1 outside.
 int RationalCircle(PlanPoint a, PlanPoint b, PlanPoint c, PlanPoint d);
 
-/// Checks that every triangle is counter-clockwise, that no circle holds the point across an edge,
-/// that of four points on one circle the latest has no diagonal, that links are mutual, that the
-/// hull is one convex ring with as many triangles inside as a triangulation has, and that of equal
-/// points the earliest alone is a corner.
+/// Checks that the triangles are a triangulation (see IsTriangulation), that no circle holds the
+/// point across an edge, that of four points on one circle the latest has no diagonal, and that of
+/// equal points the earliest alone is a corner.
 /// @return the first thing that does not hold, or an empty text.
 std::string ExactFaultOf(const Array1<PlanPoint>& coord, const TriangleList& triangles);
+
+/// The triangles of an exact mesh that takes the points one by one in file order and drops repeats
+/// by itself: another road than the program's. Three points at least are off one line.
+TriangleList InsertedInFileOrder(const Array1<PlanPoint>& points);
 
 /// The corners of every triangle by number, each starting at its lowest, sorted.
 std::vector<std::array<Index, 3>> NumbersOf(const TriangleList& triangles);

@@ -26,39 +26,12 @@ Array1<Index> Numbers(Index count) {
     return numbers;
 }
 
-// Puts the points in by another road: in file order into a mesh that does not know all of them when
-// it is made, and drops repeats by itself.
-TriangleList InsertedOneByOne(const Array1<PlanPoint>& points) {
-    const Index known = points.UpperBound() / 2;
-    Array1<PlanPoint> first = points;
-    first.Resize(known);
-    ExactMesh mesh(std::move(first), Numbers(known));
-    for (Index i = known + 1; i <= points.UpperBound(); ++i) {
-        EXPECT_EQ(mesh.Append(points[i], i), i);
-    }
-    Index second = 2;
-    while (points[second] == points[1]) {
-        ++second;
-    }
-    Index third = second + 1;
-    while (mesh.Turn(1, second, third) == 0) {
-        ++third;
-    }
-    mesh.Begin(1, second, third);
-    for (Index i = 2; i <= points.UpperBound(); ++i) {
-        if (i != second && i != third) {
-            mesh.Insert(i);
-        }
-    }
-    return mesh.TakeTriangles();
-}
-
 void CheckCloud(const PointCloud& cloud) {
     SCOPED_TRACE(cloud.name + ", " + std::to_string(cloud.points.UpperBound()));
     TriangleList triangles;
     ASSERT_EQ(TriangulateExactly(cloud.points, triangles), Ierr::kDone);
     ASSERT_EQ(test::ExactFaultOf(cloud.points, triangles), "");
-    ASSERT_EQ(NumbersOf(triangles), NumbersOf(InsertedOneByOne(cloud.points)));
+    ASSERT_EQ(NumbersOf(triangles), NumbersOf(test::InsertedInFileOrder(cloud.points)));
 }
 
 TEST(TriangulateExactly, GivesOneTriangulationOfEverySetWhateverTheRoad) {
@@ -71,19 +44,6 @@ TEST(TriangulateExactly, GivesOneTriangulationOfEverySetWhateverTheRoad) {
                 CheckCloud(cloud);
             }
         }
-    }
-}
-
-// Of points that lie on few lattice places nearly all signs are zero somewhere.
-TEST(TriangulateExactly, ManagesFewPlacesAndManyRepeats) {
-    for (unsigned seed = 1; seed <= 400; ++seed) {
-        const Array1<PlanPoint> points =
-            test::RoundedTo(250, test::RandomPoints(4 + static_cast<Index>(seed % 20), seed));
-        TriangleList triangles;
-        const Index ierr = TriangulateExactly(points, triangles);
-        ASSERT_TRUE(ierr == Ierr::kDone || ierr == Ierr::kAllCollinear);
-        ASSERT_EQ(test::ExactFaultOf(points, triangles), ierr == Ierr::kDone ? "" : "no triangles")
-            << seed;
     }
 }
 

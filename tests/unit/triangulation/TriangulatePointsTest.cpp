@@ -1,6 +1,5 @@
 #include "triangulation/TriangulatePoints.h"
 
-#include "support/CheckTriangulation.h"
 #include "support/ExactCheck.h"
 #include "support/PointClouds.h"
 #include "survey/PointFile.h"

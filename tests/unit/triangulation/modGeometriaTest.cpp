@@ -7,8 +7,6 @@ namespace {
 
 using modGeometria::DiagonalChoice;
 using modGeometria::SideOfLine;
-using modUtilita::MinOfList;
-using modUtilita::SignOf;
 
 TEST(SideOfLine, TellsLeftFromRightHoweverCloseThePointLies) {
     EXPECT_EQ(SideOfLine(0, 1, 0, 0, 1, 0, 0), -1);
@@ -34,13 +32,7 @@ TEST(DiagonalChoice, FollowsTheEmptyCircle) {
     EXPECT_EQ(DiagonalChoice(0, 0, 1, 0, 0.9, 0.9, 0, 1), 1) << "corner 2 inside, angles mixed";
 }
 
-TEST(SmallHelpers, HandleTiesAndSigns) {
-    EXPECT_EQ(MinOfList({7.0}), 7.0);
-    EXPECT_EQ(MinOfList({3.0, -2.0, -2.0}), -2.0);
-    EXPECT_EQ(SignOf(5, 0), 5);
-    EXPECT_EQ(SignOf(5, -0.0), 5);
-    EXPECT_EQ(SignOf(5, -0.1), -5);
-    EXPECT_EQ(SignOf(-5, 2), 5);
+TEST(RoundHalfEven, RoundsHalvesToEvenAndKeepsToTheRange) {
     EXPECT_EQ(modUtilita::RoundHalfEven(2.5), 2);
     EXPECT_EQ(modUtilita::RoundHalfEven(3.5), 4);
     EXPECT_EQ(modUtilita::RoundHalfEven(-2.5), -2);
