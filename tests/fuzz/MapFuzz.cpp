@@ -9,6 +9,7 @@
 #include "export/QrzWriter.h"
 #include "export/SegmentFile.h"
 #include "fuzz/FuzzPoints.h"
+#include "support/CheckContours.h"
 #include "support/FakeServices.h"
 #include "support/MemorySurface.h"
 #include "support/TemporaryFolder.h"
@@ -19,14 +20,6 @@ namespace terravo {
 namespace {
 
 using fuzz::Require;
-
-SpacePoint PointAt(const PointSet& points, Index i) {
-    return {points.x[i], points.y[i], points.z[i]};
-}
-
-bool IsSame(double a, double b) {
-    return !(a < b) && !(a > b);
-}
 
 // Levels at heights of the points and between them, in the order that the points have.
 LevelSet LevelsOf(const PointSet& points, Index most) {
@@ -41,23 +34,8 @@ LevelSet LevelsOf(const PointSet& points, Index most) {
 void CheckCut(const PointSet& points, const TriangleList& triangles, const LevelSet& levels) {
     LevelCutter cutter(points, triangles, levels);
     for (Index k = 1; k <= levels.UpperBound(); ++k) {
-        const std::vector<LevelPiece>& pieces = cutter.Cut(k);
-        std::size_t next = 0;
-        for (Index t = 1; t <= triangles.count; ++t) {
-            const auto& corners = triangles.table[t].vertices;
-            const CutPoints cut =
-                CutTriangleByPlane({PointAt(points, corners[0]), PointAt(points, corners[1]),
-                                    PointAt(points, corners[2])},
-                                   Plane::AtLevel(levels[k].value));
-            if (cut.Count() != 1 && cut.Count() != 2) {
-                continue;
-            }
-            Require(next < pieces.size() && pieces[next].isSegment == (cut.Count() == 2) &&
-                        IsSame(pieces[next].x1, cut[1].x) && IsSame(pieces[next].y1, cut[1].y),
-                    "the pieces of a level are those of all its triangles");
-            ++next;
-        }
-        Require(next == pieces.size(), "a level has no other pieces");
+        Require(test::ArePiecesOf(points, triangles, levels[k].value, cutter.Cut(k)),
+                "the pieces of a level are those of all its triangles");
     }
 }
 

@@ -1,5 +1,7 @@
 #include "support/CheckContours.h"
 
+#include "contour/TriangleCut.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -250,6 +252,32 @@ std::string ContourFaultOf(const PointSet& points, const TriangleList& triangles
         }
     }
     return "";
+}
+
+bool ArePiecesOf(const PointSet& points, const TriangleList& triangles, double level,
+                 const std::vector<LevelPiece>& pieces) {
+    auto piece = pieces.begin();
+    for (Index t = 1; t <= triangles.count; ++t) {
+        std::array<SpacePoint, 3> corners;
+        for (int j = 1; j <= 3; ++j) {
+            const Index i = triangles.Vertex(j, t);
+            corners[static_cast<std::size_t>(j) - 1] = {points.x[i], points.y[i], points.z[i]};
+        }
+        const CutPoints cut = CutTriangleByPlane(corners, Plane::AtLevel(level));
+        if (cut.Count() == 1 || cut.Count() == 2) {
+            const SpacePoint& end = cut[cut.Count()];
+            const Segment expected{{{cut[1].x, cut[1].y}, {end.x, end.y}}};
+            if (piece == pieces.end() || piece->isSegment != (cut.Count() == 2)) {
+                return false;
+            }
+            const Segment given{{{piece->x1, piece->y1}, {piece->x2, piece->y2}}};
+            if (given < expected || expected < given) { // whatever is no number is the same
+                return false;
+            }
+            ++piece;
+        }
+    }
+    return piece == pieces.end();
 }
 
 } // namespace terravo::test

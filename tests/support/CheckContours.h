@@ -1,9 +1,11 @@
-// One checker for everything that must hold of joined contour lines.
+// What must hold of the pieces of a level and of the lines that they are joined to.
 #pragma once
 
 #include "contour/ContourSet.h"
+#include "contour/LevelCut.h"
 
 #include <string>
+#include <vector>
 
 namespace terravo::test {
 
@@ -15,5 +17,9 @@ namespace terravo::test {
 /// @return the first thing that does not hold, or an empty text.
 std::string ContourFaultOf(const PointSet& points, const TriangleList& triangles,
                            const LevelSet& levels);
+
+/// Whether pieces are those of every triangle against the level, in the order of the triangles.
+bool ArePiecesOf(const PointSet& points, const TriangleList& triangles, double level,
+                 const std::vector<LevelPiece>& pieces);
 
 } // namespace terravo::test

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace terravo {
@@ -60,18 +58,6 @@ LevelRecord Level(double value, Colour colour) {
     return {value, colour, 1, {}, colour, 10};
 }
 
-TEST_F(AreasTest, FillsATriangleBetweenTwoLevelsWhole) {
-    EXPECT_EQ(Draw(test::MakeSurvey({{10, 10, 1}, {50, 10, 2}, {10, 50, 3}}),
-                   {Level(0, 1), Level(5, 2), Level(9, 3)}),
-              "");
-    const auto fills = Fills();
-    ASSERT_EQ(fills.size(), 1U);
-    EXPECT_EQ(fills[0].first, 1U) << "the colour of the lower level";
-    EXPECT_TRUE(
-        std::is_permutation(fills[0].second.begin(), fills[0].second.end(),
-                            std::array<PixelPosition, 3>{{{10, 50}, {10, 90}, {50, 90}}}.begin()));
-}
-
 TEST_F(AreasTest, CutsATriangleIntoLowestMiddleAndHighestPieces) {
     // Heights 0, 0 and 40 along y: the levels 10 and 30 cut at a quarter and three quarters.
     EXPECT_EQ(Draw(test::MakeSurvey({{10, 10, 0}, {50, 10, 0}, {10, 50, 40}}),
@@ -87,14 +73,6 @@ TEST_F(AreasTest, CutsATriangleIntoLowestMiddleAndHighestPieces) {
     EXPECT_EQ(fills[1].first, 2U);
     EXPECT_EQ(fills[2].first, 3U);
     EXPECT_EQ(fills[2].second.size(), 3U);
-}
-
-TEST_F(AreasTest, PutsCornersInOrderThoughAPieceIsSmallerThanAPixel) {
-    EXPECT_EQ(Draw(test::MakeSurvey({{10, 10, 0}, {10.5, 10, 0}, {10, 10.5, 40}}),
-                   {Level(0, 1), Level(10, 2), Level(30, 3), Level(40, 4)}),
-              "");
-    EXPECT_EQ(Fills().size(), 3U);
-    EXPECT_NEAR(DoubledAreaOfFills(), 0.25, 1e-9) << "of a bow tie it would be less";
 }
 
 TEST_F(AreasTest, TakesTheTopColourOutsideTheLevels) {

@@ -82,15 +82,6 @@ TEST(DrawLevelLines, DrawsASharedEdgeOnTheLevelTwiceAndWideLinesWithoutEndPixel)
     EXPECT_EQ(drawing.surface.DrawWidth(), 1);
 }
 
-TEST(DrawLevelLines, EndsWithTheNumberThatWasWrong) {
-    Drawing drawing(test::MakeSurvey({{1, 1, 0}, {2, 2, 1}, {3, 3, 2}}));
-    EXPECT_EQ(drawing.Draw({Level(1)}), "At least two levels are needed. NLiv = 1");
-    EXPECT_EQ(drawing.Draw({Level(0), Level(1)}),
-              "The points cannot be triangulated. IERR = 225\n"
-              "Check that the points do not all lie on one line.");
-    EXPECT_TRUE(drawing.surface.userCalls.empty());
-}
-
 TEST(DrawLevelLines, StopsBetweenLevelsAndLeavesTheOverlayOut) {
     Drawing drawing(test::MakeSurvey({{1, 1, 0}, {5, 1, 1}, {1, 5, 2}}));
     drawing.stop.RequestStop();
