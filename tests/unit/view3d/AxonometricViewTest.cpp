@@ -28,13 +28,6 @@ void ExpectNear(PixelPosition place, double x, double y) {
     EXPECT_NEAR(place.y, y, 1e-5);
 }
 
-TEST(Projection, ProjectsToHandComputedPlaces) {
-    const Projection projection = HandMade({});
-    ExpectNear(projection.Project(4, 7, 20), 53, 34);
-    ExpectNear(projection.Project(0, 2, 0), 5, 100); // ymin is where the slant starts
-    ExpectNear(projection.Project(-1.25, 2.25, 1.5), -7.1, 95.2);
-}
-
 TEST(Projection, TurnsPlacesOnlyWhileItRotates) {
     const PlanPlace turned = RotatePoint(7, 2, std::acos(-1.0) / 2, 4, 2);
     EXPECT_NEAR(turned.x, 4, 1e-12);

@@ -192,14 +192,5 @@ TEST_F(RenderingTest, TheMarkerStandsInTheMiddleAndPointsAlongTheTurnedX) {
     }
 }
 
-TEST_F(RenderingTest, DrawsNoMarkAfterAFailedFrame) {
-    ShowTriangles();
-    data.extents.xmin = 11;
-    const auto redrawn = Rendering::Redraw(surface, data, parameters, nullptr, run);
-    ASSERT_TRUE(std::holds_alternative<Message>(redrawn));
-    EXPECT_EQ(std::get<Message>(redrawn).text, " Error Scale X.");
-    EXPECT_TRUE(surface.userCalls.empty());
-}
-
 } // namespace
 } // namespace terravo
