@@ -1,9 +1,17 @@
 #include "support/RecordingSurface.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace terravo {
+namespace {
+
+template <class Call>
+auto Of(std::vector<Call> calls, typename Call::Kind kind) {
+    std::erase_if(calls, [kind](const Call& call) { return call.kind != kind; });
+    return calls;
+}
+
+} // namespace
 
 UserCall& RecordingSurface::Record(UserCall::Kind kind, double x, double y, Colour colour) {
     UserCall call;
@@ -32,32 +40,24 @@ PixelCall& RecordingSurface::Record(PixelCall::Kind kind, PixelPosition a, Colou
 }
 
 std::vector<UserCall> RecordingSurface::UserCallsOf(UserCall::Kind kind) const {
-    std::vector<UserCall> found;
-    std::copy_if(userCalls.begin(), userCalls.end(), std::back_inserter(found),
-                 [kind](const UserCall& call) { return call.kind == kind; });
-    return found;
+    return Of(userCalls, kind);
 }
 
 std::vector<PixelCall> RecordingSurface::PixelCallsOf(PixelCall::Kind kind) const {
-    std::vector<PixelCall> found;
-    std::copy_if(pixelCalls.begin(), pixelCalls.end(), std::back_inserter(found),
-                 [kind](const PixelCall& call) { return call.kind == kind; });
-    return found;
+    return Of(pixelCalls, kind);
 }
 
 std::vector<std::string> RecordingSurface::Texts() const {
     std::vector<std::string> texts;
-    for (const UserCall& call : userCalls) {
-        if (call.kind == UserCall::Kind::Text) {
-            texts.push_back(call.text);
-        }
+    for (const UserCall& call : UserCallsOf(UserCall::Kind::Text)) {
+        texts.push_back(call.text);
     }
     return texts;
 }
 
 std::optional<UserCall> RecordingSurface::FindText(std::string_view text) const {
-    for (const UserCall& call : userCalls) {
-        if (call.kind == UserCall::Kind::Text && call.text == text) {
+    for (const UserCall& call : UserCallsOf(UserCall::Kind::Text)) {
+        if (call.text == text) {
             return call;
         }
     }
@@ -104,11 +104,6 @@ void RecordingSurface::FillDisc(PixelPosition centre, int radius, const PaintToo
     call.radius = radius;
     call.tools = tools;
     DrawSurface::FillDisc(centre, radius, tools);
-}
-
-void RecordingSurface::FloodFill(int x, int y, Colour borderColour, const PaintTools& tools) {
-    Record(UserCall::Kind::Flood, x, y, borderColour).tools = tools;
-    DrawSurface::FloodFill(x, y, borderColour, tools);
 }
 
 void RecordingSurface::StrokePixels(PixelPosition a, PixelPosition b, const Pen& pen) {

@@ -21,10 +21,10 @@ inline constexpr int kRecordedCharHeight = 13;
 
 /// A call as the drawing routine made it, with the properties it was made under.
 struct UserCall {
-    enum class Kind { Line, Point, Text, Polygons, Disc, Flood };
+    enum class Kind { Line, Point, Text, Polygons, Disc };
 
     Kind kind = Kind::Line;
-    double x1 = 0; ///< Line, Point, Text; the start of a Flood, the centre of a Disc
+    double x1 = 0; ///< Line, Point, Text; the centre of a Disc
     double y1 = 0;
     double x2 = 0; ///< Line
     double y2 = 0;
@@ -86,7 +86,6 @@ public:
     void FillPolyPolygon(std::span<const PixelPosition> corners,
                          std::span<const std::int32_t> counts, const PaintTools& tools) override;
     void FillDisc(PixelPosition centre, int radius, const PaintTools& tools) override;
-    void FloodFill(int x, int y, Colour borderColour, const PaintTools& tools) override;
 
 protected:
     void StrokePixels(PixelPosition a, PixelPosition b, const Pen& pen) override;

@@ -1,11 +1,8 @@
 #include "plot2d/AxisRule.h"
 
-#include "util/AppError.h"
-
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <random>
 
 namespace terravo {
@@ -64,9 +61,6 @@ TEST(AxisRule, RoundsToFiveDecimalsHalvesToEven) {
     EXPECT_EQ(Round5(0.5 / 100000), 0.0);
     EXPECT_EQ(Round5(1.5 / 100000), 2.0 / 100000);
     EXPECT_EQ(Round5(1e300), 1e300);
-    EXPECT_EQ(Ceiling(-2.0), -2.0);
-    EXPECT_EQ(Ceiling(-2.5), -2.0);
-    EXPECT_EQ(Ceiling(2.001), 3.0);
 }
 
 TEST(AxisRule, WidensOnlyNarrowRangesOfX) {
@@ -87,14 +81,6 @@ TEST(AxisRule, WidensYByTenTimesTheDistanceThatTellsItsLabelsApart) {
     EXPECT_EQ(apart.max, 3.001);
     const Limits huge = WidenEqualLabels({1e20, 1e20}, "#0.0##", '.');
     EXPECT_LT(huge.min, huge.max);
-}
-
-TEST(AxisRule, RefusesRangesThatHaveNoStep) {
-    EXPECT_THROW(ChooseAxisStep(0), AppError);
-    EXPECT_THROW(ChooseAxisStep(std::numeric_limits<float>::infinity()), AppError);
-    EXPECT_THROW(ChooseAxisStep(std::numeric_limits<float>::quiet_NaN()), AppError);
-    EXPECT_THROW(AxisLimits(-1e200, 1e200), AppError);
-    EXPECT_THROW(AxisLimits(1e20, 1e20), AppError);
 }
 
 TEST(AxisRule, TicksEndWhereSinglePrecisionCannotAdvance) {

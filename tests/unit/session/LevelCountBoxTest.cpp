@@ -37,18 +37,5 @@ TEST(LevelCountBox, ConfirmsOrTakesBackOnEnter) {
     }
 }
 
-TEST(LevelCountBox, LetsDigitsAndBackspaceThroughAlone) {
-    for (const char32_t character : U"0123456789\b\r\n\x1B-+., aE\u0663") {
-        const LevelCountKey key = LevelCountKeyOf(character);
-        const LevelCountAnswer answer = AnswerLevelCountKey(key, "77", 10);
-        const bool passes = (character >= U'0' && character <= U'9') || character == U'\b';
-        const bool enters = character == U'\r' || character == U'\n';
-        EXPECT_EQ(answer.discarded, !passes) << static_cast<int>(character);
-        EXPECT_EQ(answer.redraw, enters) << static_cast<int>(character);
-        EXPECT_EQ(answer.boxText, character == U'\x1B' ? "10" : "77");
-        EXPECT_EQ(answer.levelCount, enters ? 77 : 10);
-    }
-}
-
 } // namespace
 } // namespace terravo
