@@ -84,22 +84,5 @@ TEST_F(PictureCommandsTest, WriteAndPrintThe3DPictureAsItIsTurned) {
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(PictureCommandsTest, GoOnAfterADrawingElsewhereWasStopped) {
-    OpenHills(60);
-    // As when a preview is given up: the map of the window is as complete as it was.
-    struct StoppingSurface : RasterSurface {
-        explicit StoppingSurface(Session& asked) : RasterSurface(300, 200), session(asked) {}
-        void Line(double x1, double y1, double x2, double y2, Colour colour, Box box) override {
-            session.RequestStop();
-            RasterSurface::Line(x1, y1, x2, y2, colour, box);
-        }
-        Session& session;
-    } surface(*session);
-    EXPECT_FALSE(session->DrawMapOn(surface));
-    dialogs.answer = folder.File("map.pdf");
-    Choose("mnuExportMap");
-    EXPECT_TRUE(std::filesystem::exists(folder.File("map.pdf")));
-}
-
 } // namespace
 } // namespace terravo

@@ -5,16 +5,13 @@
 // and looks. The picture that a map ought to be is drawn anew, without a window.
 #pragma once
 
-#include "app/session/Session.h"
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/SurfaceView.h"
 #include "app/windows/frmOrografix.h"
 #include "app/windows/frmProve.h"
-#include "support/FakeServices.h"
-#include "support/FakeSettings.h"
-#include "support/TemporaryFolder.h"
+#include "support/FakeRun.h"
 #include "survey/PointFile.h"
 
 #include <QAction>
@@ -51,16 +48,7 @@ inline bool Soon(const std::function<bool()>& holds) {
     return QTest::qWaitFor(holds, kMilliseconds);
 }
 
-struct WindowFixture : ::testing::Test {
-    test::TemporaryFolder folder;
-    RunState state;
-    FakeMessages messages;
-    FakeClipboard clipboard;
-    FakeDialogs dialogs;
-    FakeProgramEnd programEnd;
-    FakeLog log;
-    FakeClock clock;
-    FakeSettings settings;
+struct WindowFixture : FakeRun, ::testing::Test {
     ColourScheme scheme;
     std::unique_ptr<Session> session;
     std::unique_ptr<frmOrografix> parent;
@@ -75,8 +63,7 @@ struct WindowFixture : ::testing::Test {
         state.texts = TextCatalogue(
             LoadTextTable(FindSupportFolder(folder.Path()) + LanguageFileName(language)));
         session.reset(); // after the windows of an earlier call
-        session = std::make_unique<Session>(
-            state, SessionServices{messages, clipboard, dialogs, programEnd, log, clock, settings});
+        session = std::make_unique<Session>(state, Services());
         parent = std::make_unique<frmOrografix>(scheme);
         window = new frmProve(state, *session, parent->Status());
         const WindowBox box =

@@ -16,15 +16,12 @@ TEST(LevelCountBox, ConfirmsOrTakesBackOnEnter) {
         {"10", "10", 10, true}, // confirmed again, drawn again
         {" 12abc", " 12abc", 12, true},
         {"2.5", "2.5", 2, true}, // halves to even
-        {"3.5", "3.5", 4, true},
         {"1.5", "1.5", 2, true},
         {"100000", "100000", 100000, true},
         {"1.2", "10", 10, false}, // greater than 1, and yet a single level
         {"1", "10", 10, false},
-        {"0", "10", 10, false},
         {"-5", "10", 10, false},
         {"", "10", 10, false},
-        {"abc", "10", 10, false},
         {"100001", "10", 10, false},
         {"99999999999", "10", 10, false},
     };

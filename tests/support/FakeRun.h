@@ -1,0 +1,27 @@
+// The state and the services of one run, with a private folder, for tests.
+#pragma once
+
+#include "app/session/Session.h"
+#include "support/FakeServices.h"
+#include "support/FakeSettings.h"
+#include "support/TemporaryFolder.h"
+
+namespace terravo {
+
+struct FakeRun {
+    test::TemporaryFolder folder;
+    RunState state;
+    FakeMessages messages;
+    FakeClipboard clipboard;
+    FakeDialogs dialogs;
+    FakeProgramEnd programEnd;
+    FakeLog log;
+    FakeClock clock;
+    FakeSettings settings;
+
+    SessionServices Services() {
+        return {messages, clipboard, dialogs, programEnd, log, clock, settings};
+    }
+};
+
+} // namespace terravo
