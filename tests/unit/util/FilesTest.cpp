@@ -23,14 +23,6 @@ TEST(SplitPath, TakesTheExtensionFromTheFirstPoint) {
     EXPECT_FALSE(bare.exists);
 }
 
-TEST(FileExists, IsTrueForFilesOnly) {
-    const test::TemporaryFolder folder;
-    EXPECT_TRUE(FileExists(folder.Write("a.dat", "")));
-    EXPECT_FALSE(FileExists(folder.Path()));
-    EXPECT_FALSE(FileExists(folder.File("missing")));
-    EXPECT_FALSE(FileExists(""));
-}
-
 TEST(OutputFile, ReplacesTheOldFileOnlyWhenComplete) {
     const test::TemporaryFolder folder;
     const std::string path = folder.Write("out.txt", "old");
@@ -142,15 +134,6 @@ TEST(OutputGroup, NamesItsFilesTogetherAndTellsOfEachByItsOwnName) {
     } catch (const AppError& error) {
         EXPECT_EQ(error.what(), folder.File("missing/c.txt") + ": No such file or directory");
     }
-}
-
-TEST(CopyFileWhole, CopiesBytesAndReportsAMissingSource) {
-    const test::TemporaryFolder folder;
-    const std::string bytes(300000, '\x01');
-    CopyFileWhole(folder.Write("from", bytes), folder.File("to"));
-    EXPECT_EQ(folder.Read("to"), bytes);
-    EXPECT_THROW(CopyFileWhole(folder.File("none"), folder.File("to")), AppError);
-    EXPECT_EQ(folder.Read("to"), bytes);
 }
 
 } // namespace
