@@ -92,9 +92,15 @@ std::string ExactFaultOf(const Array1<PlanPoint>& coord, const TriangleList& tri
 }
 
 TriangleList InsertedInFileOrder(const Array1<PlanPoint>& points) {
-    Array1<Index> numbers(points.UpperBound());
-    std::iota(numbers.begin(), numbers.end(), 1);
-    ExactMesh mesh(points, numbers);
+    const Index known = points.UpperBound() / 2;
+    Array1<PlanPoint> first = points;
+    first.Resize(known);
+    Array1<Index> ranks(known);
+    std::iota(ranks.begin(), ranks.end(), 1);
+    ExactMesh mesh(std::move(first), std::move(ranks));
+    for (Index i = known + 1; i <= points.UpperBound(); ++i) {
+        mesh.Append(points[i], i);
+    }
     Index second = 2;
     while (points[second] == points[1]) {
         ++second;

@@ -21,8 +21,9 @@ int RationalCircle(PlanPoint a, PlanPoint b, PlanPoint c, PlanPoint d);
 /// @return the first thing that does not hold, or an empty text.
 std::string ExactFaultOf(const Array1<PlanPoint>& coord, const TriangleList& triangles);
 
-/// The triangles of an exact mesh that takes the points one by one in file order and drops repeats
-/// by itself: another road than the program's. Three points at least are off one line.
+/// The triangles of an exact mesh that is made with half of the points, takes them one by one in
+/// file order and drops repeats by itself: another road than the program's. Three points at least
+/// are off one line.
 TriangleList InsertedInFileOrder(const Array1<PlanPoint>& points);
 
 /// The corners of every triangle by number, each starting at its lowest, sorted.
