@@ -8,8 +8,6 @@
 namespace terravo {
 namespace {
 
-constexpr std::size_t kPrefixLength = 3; // "&", one digit, a blank
-
 std::string UpperCase(std::string text) {
     std::transform(text.begin(), text.end(), text.begin(), [](char c) {
         return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
