@@ -21,7 +21,7 @@ public:
                 return false;
             }
         }
-        return HullGoesRoundOnce() && NoPointIsMissing();
+        return hullEdges_ > 0 && HullGoesRoundOnce() && NoPointIsMissing();
     }
 
 private:
@@ -50,7 +50,10 @@ private:
         }
         for (int j = 1; j <= 3; ++j) {
             const Index across = triangle.Neighbour(j);
-            hullEdges_ += across < 0 ? 1 : 0;
+            if (across < 0) {
+                anyHullEdge_ = {t, j};
+                ++hullEdges_;
+            }
             if (across == 0 || (across > 0 && !IsLinkedBack({t, j}, across))) {
                 return false;
             }
@@ -72,17 +75,6 @@ private:
         return false;
     }
 
-    [[nodiscard]] TriangleEdge AnyHullEdge() const {
-        for (Index t = 1; t <= triangles_.count; ++t) {
-            for (int j = 1; j <= 3; ++j) {
-                if (triangles_.Neighbour(j, t) < 0) {
-                    return {t, j};
-                }
-            }
-        }
-        return {};
-    }
-
     // Directions in the upper half of the circle, the positive x axis included. Along a ring that
     // turns left they begin once a round.
     static bool PointsUp(const PlanPoint& from, const PlanPoint& to) {
@@ -90,13 +82,9 @@ private:
     }
 
     [[nodiscard]] bool HullGoesRoundOnce() const {
-        const TriangleEdge first = AnyHullEdge();
-        if (first.triangle == 0) {
-            return false;
-        }
         Index edges = 0;
         int rounds = 0;
-        TriangleEdge edge = first;
+        TriangleEdge edge = anyHullEdge_;
         do {
             const Index link = triangles_.Neighbour(edge.edge, edge.triangle);
             const TriangleEdge next = HullEdgeFromLink(link);
@@ -109,7 +97,7 @@ private:
                 PointsUp(Start(next), End(next)) && !PointsUp(Start(edge), End(edge));
             rounds += begins ? 1 : 0;
             edge = next;
-        } while (!(edge == first));
+        } while (!(edge == anyHullEdge_));
         return edges == hullEdges_ && rounds == 1;
     }
 
@@ -145,6 +133,7 @@ private:
     const TriangleList& triangles_;
     ExactSigns signs_;
     Array1<char> isCorner_;
+    TriangleEdge anyHullEdge_;
     Index hullEdges_ = 0;
 };
 

@@ -305,11 +305,6 @@ inline void ExactMesh::Swap(Index t, Index u, int shared) {
         marks_[t] = static_cast<Mark>(Moved(mark, 1, 1) | Moved(marks_[u], bd, kOpposite));
         marks_[u] = static_cast<Mark>(Moved(marks_[u], dc, kOpposite) | Moved(mark, 3, 3));
     }
-    if (acrossBd > 0 && acrossDc > 0 && acrossCm > 0) {
-        Relink({t, kOpposite});
-        Relink({u, 3});
-        return;
-    }
     acrossBd > 0 ? Relink({t, kOpposite}) : NoteHullEdge({t, kOpposite});
     if (acrossDc < 0) {
         NoteHullEdge({u, kOpposite});
