@@ -170,7 +170,9 @@ void Session::DrawMap() {
     const bool wasComplete = complete_;
     const MapReport report = DrawMapAndSegments();
     state_.lastDrawError = report.contours.error;
-    state_.lastLevelCount = report.contours.levelCount;
+    if (report.contours.levelCount > 0) { // else the contour routine never began
+        state_.lastLevelCount = report.contours.levelCount;
+    }
     TellOfDrawing(report);
     complete_ = !report.contours.stopped;
     if (complete_ && handOverPending_) {
