@@ -15,6 +15,7 @@
 #include "PeerDelaunay.h"
 #endif
 
+#include <chrono>
 #include <numeric>
 
 namespace terravo::bench {
@@ -29,10 +30,13 @@ template <class Triangulate>
 void Ours(benchmark::State& state, Layout layout, Index count, Triangulate triangulate) {
     const Array1<PlanPoint> coord = PlanOf(KeptSurvey(layout, count));
     Index triangleCount = 0;
+    std::chrono::duration<double, std::milli> elapsed{0};
     for (auto _ : state) {
         CpuStopwatch watch;
+        const auto begin = std::chrono::steady_clock::now();
         TriangleList triangles;
         const Index ierr = triangulate(coord, triangles);
+        elapsed += std::chrono::steady_clock::now() - begin;
         state.SetIterationTime(watch.Lap());
         triangleCount = triangles.count;
         if (ierr != modDelaunay2D::Ierr::kDone) {
@@ -41,6 +45,7 @@ void Ours(benchmark::State& state, Layout layout, Index count, Triangulate trian
         }
     }
     state.counters["triangles"] = triangleCount;
+    state.counters["wall"] = elapsed.count() / static_cast<double>(state.iterations());
 }
 
 Index Exactly(const Array1<PlanPoint>& coord, TriangleList& triangles) {

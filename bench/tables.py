@@ -103,6 +103,7 @@ def print_triangulate(results):
             return results.over_sizes(f"triangulate/{survey}/{who}", field, sizes)
         exact = over("exact")
         rows.append([f"{survey}: exact signs", *cells(exact)])
+        rows.append([f"{survey}: exact signs, on the wall", *cells(over("exact", "wall"))])
         peer = over("cgal")
         if any(peer):
             rows.append([f"{survey}: CGAL", *cells(peer)])

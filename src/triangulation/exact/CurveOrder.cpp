@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstdint>
 #include <numeric>
-#include <span>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -183,13 +182,10 @@ private:
 
 } // namespace
 
-Array1<Index> CurveOrder(const Array1<PlanPoint>& coord) {
-    std::vector<Index> numbers(static_cast<std::size_t>(coord.UpperBound()));
-    std::iota(numbers.begin(), numbers.end(), 1);
+void SortAlongCurve(const Array1<PlanPoint>& coord, std::span<Index> numbers) {
     if (!numbers.empty()) {
         CurveSorter(coord).Sort(numbers);
     }
-    return Array1<Index>(std::move(numbers));
 }
 
 } // namespace terravo

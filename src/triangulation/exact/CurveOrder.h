@@ -9,9 +9,12 @@
 
 #include "triangulation/TriangleList.h"
 
+#include <span>
+
 namespace terravo {
 
-/// Numbers of the positions in the order of the curve. The extent must be within the doubles.
-Array1<Index> CurveOrder(const Array1<PlanPoint>& coord);
+/// Brings numbers of positions into the order of the curve over the extent of these positions,
+/// which must be within the doubles.
+void SortAlongCurve(const Array1<PlanPoint>& coord, std::span<Index> numbers);
 
 } // namespace terravo

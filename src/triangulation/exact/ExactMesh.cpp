@@ -1,15 +1,11 @@
 #include "triangulation/exact/ExactMesh.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace terravo {
 namespace {
-
-// Edge of a triangle that starts at one of its corners.
-int EdgeFrom(const Triangle& triangle, Index corner) {
-    return triangle.vertices[0] == corner ? 1 : triangle.vertices[1] == corner ? 2 : 3;
-}
 
 constexpr int EdgeBefore(int edge) {
     return edge == 1 ? 3 : edge - 1;
@@ -38,37 +34,37 @@ Index ExactMesh::Append(PlanPoint position, Index rank) {
     return points_.UpperBound();
 }
 
-void ExactMesh::Begin(Index a, Index b, Index c) {
+void ExactMesh::Begin(Site& site, Index a, Index b, Index c) {
     if (Turn(a, b, c) < 0) {
         std::swap(b, c);
     }
-    triangles_.count = 1;
-    triangles_.table[1] = {
-        {a, b, c}, {LinkToHullEdge({1, 2}), LinkToHullEdge({1, 3}), LinkToHullEdge({1, 1})}};
+    const Index t = NewTriangle(site);
+    triangles_.table[t] = {
+        {a, b, c}, {LinkToHullEdge({t, 2}), LinkToHullEdge({t, 3}), LinkToHullEdge({t, 1})}};
     for (int j = 1; j <= 3; ++j) {
-        NoteHullEdge({1, j});
-        triangleOf_[triangles_.Vertex(j, 1)] = 1;
+        NoteHullEdge({t, j});
+        triangleOf_[triangles_.Vertex(j, t)] = t;
     }
-    last_ = 1;
+    site.walkFrom_ = t;
 }
 
 // Where every edge has an empty circle a walk cannot come back to a triangle. With constraints it
 // can, and goes round for ever if it always tests the edges in the same order.
-int ExactMesh::FirstEdge(int crossed) {
+int ExactMesh::FirstEdge(Site& site, int crossed) const {
     if (!hasConstraints_) {
         return crossed == 0 ? 1 : NextEdge(crossed);
     }
-    random_ = random_ * 1664525U + 1013904223U;
-    return static_cast<int>((random_ >> 16U) % 3U) + 1;
+    site.random_ = site.random_ * 1664525U + 1013904223U;
+    return static_cast<int>((site.random_ >> 16U) % 3U) + 1;
 }
 
 // The edge that was crossed last is not tested again: the position lies strictly on this side.
-MeshPlace ExactMesh::Locate(PlanPoint position, Index start) {
+MeshPlace ExactMesh::Locate(Site& site, PlanPoint position, Index start) const {
     Index t = start;
     int crossed = 0;
     for (;;) {
         const Triangle& triangle = triangles_.table[t];
-        int edge = FirstEdge(crossed);
+        int edge = FirstEdge(site, crossed);
         int beyond = 0;
         int on = 0;
         int alsoOn = 0;
@@ -96,33 +92,33 @@ MeshPlace ExactMesh::Locate(PlanPoint position, Index start) {
         }
         crossed = EdgeFrom(triangles_.table[next], triangle.Vertex(NextEdge(beyond)));
         t = next;
-        ++effort_;
+        ++site.effort_;
     }
 }
 
-void ExactMesh::Insert(Index point) {
-    const MeshPlace place = Locate(points_[point], last_);
-    last_ = place.triangle;
-    ++effort_;
+void ExactMesh::Insert(Site& site, Index point) {
+    const MeshPlace place = Locate(site, points_[point], site.walkFrom_);
+    site.walkFrom_ = place.triangle;
+    ++site.effort_;
     if (place.location < 4) {
-        PutAt(point, place);
-        SwapAbout();
+        PutAt(site, point, place);
+        SwapAbout(site);
     }
 }
 
-void ExactMesh::PutAt(Index point, const MeshPlace& place) {
-    fan_.clear();
+void ExactMesh::PutAt(Site& site, Index point, const MeshPlace& place) {
+    site.fan_.clear();
     if (place.location == 0) {
-        SplitInside(point, place.triangle);
+        SplitInside(site, point, place.triangle);
     } else if (place.location > 0) {
-        SplitOnEdge(point, place.triangle, place.location);
+        SplitOnEdge(site, point, place.triangle, place.location);
     } else {
-        JoinFromOutside(point, {place.triangle, -place.location});
+        JoinFromOutside(site, point, {place.triangle, -place.location});
     }
 }
 
-Index ExactMesh::NewTriangle() {
-    const Index slot = ++triangles_.count;
+Index ExactMesh::NewTriangle(Site& site) {
+    const Index slot = ++site.lastUsed_;
     if (slot > triangles_.table.UpperBound()) {
         triangles_.table.Resize(slot + slot / 2);
         marks_.Resize(triangles_.table.UpperBound());
@@ -130,20 +126,20 @@ Index ExactMesh::NewTriangle() {
     return slot;
 }
 
-void ExactMesh::SplitInside(Index m, Index t) {
+void ExactMesh::SplitInside(Site& site, Index m, Index t) {
     const Triangle old = triangles_.table[t];
     const Mark mark = marks_[t];
     for (int j = 1; j <= 3; ++j) {
-        fan_.push_back({j == 1 ? t : NewTriangle(), old.Vertex(j), old.Vertex(NextEdge(j)),
-                        old.Neighbour(j), Moved(mark, j, kOpposite)});
+        site.fan_.push_back({j == 1 ? t : NewTriangle(site), old.Vertex(j), old.Vertex(NextEdge(j)),
+                             old.Neighbour(j), Moved(mark, j, kOpposite)});
     }
-    WriteFan(m, Ring::Closed, 0);
+    WriteFan(site, m, Ring::Closed, 0);
 }
 
 // The edge runs from a to b; c is the corner opposite in t, d the one opposite across the edge.
 // Where it is constrained, so are the spokes to a and b: edge 1 of the fan's triangles that begin
 // there, edge 3 of those that end there.
-void ExactMesh::SplitOnEdge(Index m, Index t, int edge) {
+void ExactMesh::SplitOnEdge(Site& site, Index m, Index t, int edge) {
     const Triangle old = triangles_.table[t];
     const Mark mark = marks_[t];
     const int bc = NextEdge(edge);
@@ -154,12 +150,12 @@ void ExactMesh::SplitOnEdge(Index m, Index t, int edge) {
     const auto with = [](Mark first, Mark second) { return static_cast<Mark>(first | second); };
     const Mark begins = Moved(mark, edge, 1);
     const Mark ends = Moved(mark, edge, 3);
-    fan_.push_back({t, b, c, old.Neighbour(bc), with(Moved(mark, bc, kOpposite), begins)});
-    fan_.push_back(
-        {NewTriangle(), c, a, old.Neighbour(ca), with(Moved(mark, ca, kOpposite), ends)});
+    site.fan_.push_back({t, b, c, old.Neighbour(bc), with(Moved(mark, bc, kOpposite), begins)});
+    site.fan_.push_back(
+        {NewTriangle(site), c, a, old.Neighbour(ca), with(Moved(mark, ca, kOpposite), ends)});
     const Index u = old.Neighbour(edge);
     if (u < 0) {
-        WriteFan(m, Ring::Open, u);
+        WriteFan(site, m, Ring::Open, u);
         return;
     }
     const Triangle across = triangles_.table[u];
@@ -167,10 +163,11 @@ void ExactMesh::SplitOnEdge(Index m, Index t, int edge) {
     const int ad = NextEdge(EdgeFrom(across, b));
     const int db = NextEdge(ad);
     const Index d = across.Vertex(db);
-    fan_.push_back({u, a, d, across.Neighbour(ad), with(Moved(acrossMark, ad, kOpposite), begins)});
-    fan_.push_back(
-        {NewTriangle(), d, b, across.Neighbour(db), with(Moved(acrossMark, db, kOpposite), ends)});
-    WriteFan(m, Ring::Closed, 0);
+    site.fan_.push_back(
+        {u, a, d, across.Neighbour(ad), with(Moved(acrossMark, ad, kOpposite), begins)});
+    site.fan_.push_back({NewTriangle(site), d, b, across.Neighbour(db),
+                         with(Moved(acrossMark, db, kOpposite), ends)});
+    WriteFan(site, m, Ring::Closed, 0);
 }
 
 bool ExactMesh::IsSeen(Index m, TriangleEdge edge) const {
@@ -180,7 +177,7 @@ bool ExactMesh::IsSeen(Index m, TriangleEdge edge) const {
 
 // Seen from m the visible hull edges run clockwise, so the fan takes them from the last to the
 // first.
-void ExactMesh::JoinFromOutside(Index m, TriangleEdge seen) {
+void ExactMesh::JoinFromOutside(Site& site, Index m, TriangleEdge seen) {
     const auto startOf = [this](TriangleEdge edge) {
         return triangles_.Vertex(edge.edge, edge.triangle);
     };
@@ -189,14 +186,14 @@ void ExactMesh::JoinFromOutside(Index m, TriangleEdge seen) {
     while (IsSeen(m, HullEdgeFromLink(after))) {
         last = HullEdgeFromLink(after);
         after = triangles_.Neighbour(last.edge, last.triangle);
-        ++effort_;
+        ++site.effort_;
     }
     TriangleEdge edge = last;
     bool isPastSeen = false;
     for (;;) {
         const Triangle& triangle = triangles_.table[edge.triangle];
-        fan_.push_back({0, triangle.Vertex(NextEdge(edge.edge)), triangle.Vertex(edge.edge),
-                        edge.triangle, Moved(marks_[edge.triangle], edge.edge, kOpposite)});
+        site.fan_.push_back({0, triangle.Vertex(NextEdge(edge.edge)), triangle.Vertex(edge.edge),
+                             edge.triangle, Moved(marks_[edge.triangle], edge.edge, kOpposite)});
         isPastSeen = isPastSeen || edge == seen;
         const TriangleEdge before = HullEdgeInto(startOf(edge));
         if (isPastSeen && !IsSeen(m, before)) {
@@ -204,44 +201,45 @@ void ExactMesh::JoinFromOutside(Index m, TriangleEdge seen) {
         }
         hullInto_[startOf(edge)] = 0; // it comes to lie inside
         edge = before;
-        ++effort_;
+        ++site.effort_;
     }
-    for (Spoke& spoke : fan_) {
-        spoke.slot = NewTriangle();
+    for (Site::Spoke& spoke : site.fan_) {
+        spoke.slot = NewTriangle(site);
     }
-    WriteFan(m, Ring::Open, after);
+    WriteFan(site, m, Ring::Open, after);
 }
 
 // Triangle (m, from, to) has the spoke m -> from as edge 1, from -> to as edge 2, to -> m as
 // edge 3. An open fan is bounded by the hull edges m -> first and last -> m.
-void ExactMesh::WriteFan(Index m, Ring ring, Index linkAfter) {
+void ExactMesh::WriteFan(Site& site, Index m, Ring ring, Index linkAfter) {
     const bool open = ring == Ring::Open;
-    const TriangleEdge fromM{fan_.front().slot, 1};
-    const TriangleEdge toM{fan_.back().slot, 3};
-    for (std::size_t k = 0; k < fan_.size(); ++k) {
-        const Spoke& spoke = fan_[k];
+    const TriangleEdge fromM{site.fan_.front().slot, 1};
+    const TriangleEdge toM{site.fan_.back().slot, 3};
+    for (std::size_t k = 0; k < site.fan_.size(); ++k) {
+        const Site::Spoke& spoke = site.fan_[k];
         const bool isFirst = k == 0;
-        const bool isLast = k + 1 == fan_.size();
-        const Index before = isFirst ? (open ? linkAfter : fan_.back().slot) : fan_[k - 1].slot;
-        const Index after =
-            isLast ? (open ? LinkToHullEdge(fromM) : fan_.front().slot) : fan_[k + 1].slot;
+        const bool isLast = k + 1 == site.fan_.size();
+        const Index before =
+            isFirst ? (open ? linkAfter : site.fan_.back().slot) : site.fan_[k - 1].slot;
+        const Index after = isLast ? (open ? LinkToHullEdge(fromM) : site.fan_.front().slot)
+                                   : site.fan_[k + 1].slot;
         // Seen from m the fan runs counter-clockwise: the spoke to `from` is shared with the one
         // before.
         triangles_.table[spoke.slot] = {{m, spoke.from, spoke.to}, {before, spoke.outer, after}};
         marks_[spoke.slot] = spoke.mark;
         triangleOf_[spoke.from] = spoke.slot;
         triangleOf_[spoke.to] = spoke.slot;
-        stack_.push_back(spoke.slot);
+        site.stack_.push_back(spoke.slot);
     }
-    triangleOf_[m] = fan_.front().slot;
+    triangleOf_[m] = site.fan_.front().slot;
     if (open) {
         NoteHullEdge(fromM);
         NoteHullEdge(toM);
     }
-    for (const Spoke& spoke : fan_) {
+    for (const Site::Spoke& spoke : site.fan_) {
         spoke.outer < 0 ? NoteHullEdge({spoke.slot, kOpposite}) : Relink({spoke.slot, kOpposite});
     }
-    for (const Spoke& spoke : fan_) {
+    for (const Site::Spoke& spoke : site.fan_) {
         if (spoke.outer < 0) {
             LinkPredecessor({spoke.slot, kOpposite});
         }
@@ -253,7 +251,7 @@ void ExactMesh::WriteFan(Index m, Ring ring, Index linkAfter) {
 }
 
 // True when the diagonal b-c of the quadrilateral m, b, d, c gives way to m-d.
-inline bool ExactMesh::GivesWay(Index b, Index c, Index m, Index d) const {
+bool ExactMesh::GivesWay(Index b, Index c, Index m, Index d) const {
     const int side = signs_.Circle(points_[m], points_[b], points_[c], points_[d]);
     if (side != 0) {
         return side > 0;
@@ -262,10 +260,10 @@ inline bool ExactMesh::GivesWay(Index b, Index c, Index m, Index d) const {
 }
 
 // A swap leaves two edges to be tested: one at once, the other from the stack.
-void ExactMesh::SwapAbout() {
-    while (!stack_.empty()) {
-        const Index t = stack_.back();
-        stack_.pop_back();
+void ExactMesh::SwapAbout(Site& site) {
+    while (!site.stack_.empty()) {
+        const Index t = site.stack_.back();
+        site.stack_.pop_back();
         for (;;) {
             const Triangle& triangle = triangles_.table[t];
             const Index u = triangle.Neighbour(kOpposite);
@@ -279,8 +277,8 @@ void ExactMesh::SwapAbout() {
                 break;
             }
             Swap(t, u, shared);
-            ++effort_;
-            stack_.push_back(u);
+            ++site.effort_;
+            site.stack_.push_back(u);
         }
     }
 }
@@ -337,6 +335,36 @@ void ExactMesh::NoteHullEdge(TriangleEdge moved) {
 void ExactMesh::LinkPredecessor(TriangleEdge moved) {
     const TriangleEdge before = HullEdgeInto(triangles_.Vertex(moved.edge, moved.triangle));
     triangles_.table[before.triangle].SetNeighbour(before.edge, LinkToHullEdge(moved));
+}
+
+void ExactMesh::CloseGaps(std::vector<Index> freeSlots) {
+    std::sort(freeSlots.begin(), freeSlots.end());
+    Index last = triangles_.table.UpperBound();
+    triangles_.count = last - static_cast<Index>(freeSlots.size());
+    auto lastFree = freeSlots.end();
+    for (const Index gap : freeSlots) {
+        for (; lastFree != freeSlots.begin() && *std::prev(lastFree) == last; --lastFree) {
+            --last;
+        }
+        if (gap > triangles_.count) {
+            break;
+        }
+        Move(last--, gap);
+    }
+}
+
+void ExactMesh::Move(Index from, Index to) {
+    const Triangle& triangle = triangles_.table[to] = triangles_.table[from];
+    marks_[to] = marks_[from];
+    for (int j = 1; j <= 3; ++j) {
+        triangleOf_[triangle.Vertex(j)] = to;
+        triangle.Neighbour(j) < 0 ? NoteHullEdge({to, j}) : Relink({to, j});
+    }
+    for (int j = 1; j <= 3; ++j) {
+        if (triangle.Neighbour(j) < 0) {
+            LinkPredecessor({to, j});
+        }
+    }
 }
 
 TriangleEdge ExactMesh::Across(TriangleEdge edge) const {

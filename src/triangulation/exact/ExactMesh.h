@@ -29,8 +29,47 @@ struct MeshPlace {
         0; // 0 inside; 1..3 on that edge; 4..6 at vertex 1..3; -1..-3 beyond that hull edge
 };
 
+/// Edge of a triangle that starts at one of its corners.
+inline int EdgeFrom(const Triangle& triangle, Index corner) {
+    return triangle.vertices[0] == corner ? 1 : triangle.vertices[1] == corner ? 2 : 3;
+}
+
 class ExactMesh {
 public:
+    /// A place of work: the slots for triangles that it takes one after the other, and what an
+    /// insertion leaves for the next. Several may be at work on one mesh at the same time, each on
+    /// points and slots of its own.
+    class Site {
+    public:
+        /// @param slotsBefore  the first triangle goes into the slot after these.
+        explicit Site(Index slotsBefore = 0) : lastUsed_(slotsBefore) {}
+
+        [[nodiscard]] Index LastUsed() const { return lastUsed_; }
+        /// Steps of walks and swaps so far: in some orders one point takes as many swaps as there
+        /// are points.
+        [[nodiscard]] std::int64_t Effort() const { return effort_; }
+
+    private:
+        friend class ExactMesh;
+
+        // One triangle of the fan about a new point m: (m, from, to).
+        struct Spoke {
+            Index slot = 0;
+            Index from = 0;
+            Index to = 0;
+            Index outer = 0; // neighbour entry of its edge from -> to
+            std::uint8_t mark = 0;
+        };
+
+        Index lastUsed_ = 0; // slot
+        Index walkFrom_ = 0;
+        std::int64_t effort_ = 0;
+        std::uint32_t random_ = 1;
+        std::vector<Spoke> fan_;
+        std::vector<Index>
+            stack_; // triangles with the new point as vertex 1, whose edge 2 is to be tested
+    };
+
     /// @param points  distinct or not, all within reach; only those that are put in count.
     /// @param ranks   of point i at i: the numbers that settle ties.
     ExactMesh(Array1<PlanPoint> points, Array1<Index> ranks);
@@ -39,11 +78,25 @@ public:
     /// @return its number.
     Index Append(PlanPoint position, Index rank);
 
-    /// Makes the first triangle, of three points that are not on one line.
-    void Begin(Index a, Index b, Index c);
+    /// Makes the first triangle of a site, of three points that are not on one line.
+    void Begin(Site& site, Index a, Index b, Index c);
 
     /// Puts a point in. One at the place of an earlier one is left out.
-    void Insert(Index point);
+    void Insert(Site& site, Index point);
+
+    /// The same at the mesh's own place of work, where there is no other.
+    void Begin(Index a, Index b, Index c) {
+        Begin(site_, a, b, c);
+        triangles_.count = site_.LastUsed();
+    }
+    void Insert(Index point) {
+        Insert(site_, point);
+        triangles_.count = site_.LastUsed();
+    }
+
+    /// Makes triangles 1..count of what the sites have made, and moves the last into the gaps.
+    /// @param freeSlots  that hold none, of the slots 1..2 N.
+    void CloseGaps(std::vector<Index> freeSlots);
 
     /// +1 when c lies to the left of a -> b, -1 to the right, 0 on the line.
     [[nodiscard]] int Turn(Index a, Index b, Index c) const {
@@ -51,11 +104,7 @@ public:
     }
 
     /// Finds a plan position by a walk from a triangle.
-    [[nodiscard]] MeshPlace Locate(PlanPoint position, Index start);
-
-    /// Steps of walks and swaps so far: in some orders one point takes as many swaps as there are
-    /// points.
-    [[nodiscard]] std::int64_t Effort() const { return effort_; }
+    [[nodiscard]] MeshPlace Locate(Site& site, PlanPoint position, Index start) const;
 
     /// A constrained edge is never swapped; a point on it divides it in two.
     void Constrain(TriangleEdge edge);
@@ -71,16 +120,10 @@ public:
     [[nodiscard]] TriangleList TakeTriangles() { return std::move(triangles_); }
 
 private:
+    friend class SeamJoiner;
+
     using Mark = std::uint8_t; // bit j - 1: edge j is constrained
 
-    // One triangle of the fan about a new point m: (m, from, to).
-    struct Spoke {
-        Index slot = 0;
-        Index from = 0;
-        Index to = 0;
-        Index outer = 0; // neighbour entry of its edge from -> to
-        Mark mark = 0;
-    };
     enum class Ring { Closed, Open };
 
     static constexpr unsigned EdgeBit(int edge) { return 1U << static_cast<unsigned>(edge - 1); }
@@ -91,16 +134,17 @@ private:
     [[nodiscard]] TriangleEdge Across(TriangleEdge edge) const;
     void SetConstrained(TriangleEdge edge);
 
-    int FirstEdge(int crossed);
+    int FirstEdge(Site& site, int crossed) const;
     [[nodiscard]] bool GivesWay(Index b, Index c, Index m, Index d) const;
-    Index NewTriangle();
-    void PutAt(Index point, const MeshPlace& place);
-    void SplitInside(Index m, Index t);
-    void SplitOnEdge(Index m, Index t, int edge);
-    void JoinFromOutside(Index m, TriangleEdge seen);
+    Index NewTriangle(Site& site);
+    void PutAt(Site& site, Index point, const MeshPlace& place);
+    void SplitInside(Site& site, Index m, Index t);
+    void SplitOnEdge(Site& site, Index m, Index t, int edge);
+    void JoinFromOutside(Site& site, Index m, TriangleEdge seen);
     [[nodiscard]] bool IsSeen(Index m, TriangleEdge edge) const;
-    void WriteFan(Index m, Ring ring, Index linkAfter);
-    void SwapAbout();
+    void WriteFan(Site& site, Index m, Ring ring, Index linkAfter);
+    void SwapAbout(Site& site);
+    void Move(Index from, Index to);
     void Swap(Index t, Index u, int shared);
     void Relink(TriangleEdge moved);
     void NoteHullEdge(TriangleEdge moved);
@@ -117,12 +161,7 @@ private:
     Array1<Index> hullInto_;   // of point i: the link to the hull edge that ends there
     Array1<Mark> marks_;
     bool hasConstraints_ = false;
-    std::uint32_t random_ = 1;
-    std::vector<Spoke> fan_;
-    std::vector<Index>
-        stack_;      // triangles with the new point as vertex 1, whose edge 2 is to be tested
-    Index last_ = 1; // triangle that the next walk begins in
-    std::int64_t effort_ = 0;
+    Site site_;
 };
 
 } // namespace terravo

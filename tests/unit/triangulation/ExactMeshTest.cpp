@@ -2,6 +2,7 @@
 
 #include "support/ExactCheck.h"
 #include "support/PointClouds.h"
+#include "triangulation/TriangulationCheck.h"
 #include "triangulation/exact/CurveOrder.h"
 #include "triangulation/exact/ExactTriangulation.h"
 #include "triangulation/modDelaunay2D.h"
@@ -12,6 +13,7 @@
 #include <cmath>
 #include <numeric>
 #include <set>
+#include <span>
 
 namespace terravo {
 namespace {
@@ -26,25 +28,43 @@ Array1<Index> Numbers(Index count) {
     return numbers;
 }
 
-void CheckCloud(const PointCloud& cloud) {
+void CheckCloud(const PointCloud& cloud, Index pointsAStrip) {
     SCOPED_TRACE(cloud.name + ", " + std::to_string(cloud.points.UpperBound()));
     TriangleList triangles;
     ASSERT_EQ(TriangulateExactly(cloud.points, triangles), Ierr::kDone);
     ASSERT_EQ(test::ExactFaultOf(cloud.points, triangles), "");
     ASSERT_EQ(NumbersOf(triangles), NumbersOf(test::InsertedInFileOrder(cloud.points)));
+    TriangleList joined;
+    ASSERT_EQ(TriangulateExactly(cloud.points, joined, StopToken(), pointsAStrip), Ierr::kDone);
+    ASSERT_EQ(test::ExactFaultOf(cloud.points, joined), "") << "of strips";
+    ASSERT_EQ(NumbersOf(joined), NumbersOf(triangles)) << "of strips";
 }
 
 TEST(TriangulateExactly, GivesOneTriangulationOfEverySetWhateverTheRoad) {
     for (const Index count : {5, 9, 30, 150}) {
-        for (unsigned seed = 1; seed <= 10; ++seed) {
-            for (const PointCloud& cloud : test::CloudsOfEveryKind(count, 91 * seed)) {
-                CheckCloud(cloud);
+        for (Index seed = 1; seed <= 10; ++seed) {
+            const auto random = static_cast<unsigned>(91 * seed);
+            for (const PointCloud& cloud : test::CloudsOfEveryKind(count, random)) {
+                CheckCloud(cloud, 2 + seed);
             }
-            for (const PointCloud& cloud : test::HardClouds(count, 91 * seed)) {
-                CheckCloud(cloud);
+            for (const PointCloud& cloud : test::HardClouds(count, random)) {
+                CheckCloud(cloud, 2 + seed);
             }
         }
     }
+}
+
+TEST(TriangulateExactly, NumbersTrianglesInOneWayWhicheverThreadMakesThem) {
+    const Array1<PlanPoint> points = test::RandomPoints(8 * kPointsAStrip, 3);
+    TriangleList first;
+    ASSERT_EQ(TriangulateExactly(points, first), Ierr::kDone);
+    EXPECT_TRUE(IsTriangulation(points, first));
+    TriangleList second;
+    ASSERT_EQ(TriangulateExactly(points, second), Ierr::kDone);
+    EXPECT_TRUE(std::equal(first.table.begin(), first.table.end(), second.table.begin(),
+                           second.table.end(), [](const Triangle& t, const Triangle& u) {
+                               return t.vertices == u.vertices && t.neighbours == u.neighbours;
+                           }));
 }
 
 TEST(TriangulateExactly, ManagesAnOrderInWhichEachPointChangesAllTriangles) {
@@ -103,7 +123,8 @@ TEST(CurveOrder, KeepsNeighboursTogetherAndEqualPointsSideBySide) {
     for (Index i = 1; i <= 100; ++i) {
         points.Append(points[7]); // more than a cell of the curve sorts plainly
     }
-    const Array1<Index> order = CurveOrder(points);
+    Array1<Index> order = Numbers(points.UpperBound());
+    SortAlongCurve(points, std::span(order.begin(), order.end()));
     Array1<Index> sorted = order;
     std::sort(sorted.begin(), sorted.end());
     EXPECT_EQ(sorted, Numbers(points.UpperBound()));
