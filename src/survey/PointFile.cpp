@@ -50,19 +50,11 @@ void MakeRoom(PointSet& points, const NumberListReader& reader) {
     }
 }
 
-// For the windows, where nothing else happens meanwhile: a pipe without a writer would stop them
-// for ever. Memory that runs out is a bad file as well.
-std::optional<ReadFailure> ReadPlainFile(const std::string& path, PointSet& points,
-                                         const StopToken& stop) {
-    std::error_code unknown;
-    if (std::filesystem::is_other(std::filesystem::status(path, unknown))) {
-        return ReadFailure{path, 0, 0, "a pipe or a device cannot be opened here"};
-    }
-    try {
-        return ReadPoints(path, points, stop);
-    } catch (const std::bad_alloc&) {
-        return ReadFailure{path, 0, 0, "there is not enough memory"};
-    }
+ReadFailure FailureOf(const std::string& path, const char* cause) {
+    ReadFailure failure;
+    failure.file = path;
+    failure.cause = cause;
+    return failure;
 }
 
 } // namespace
@@ -81,7 +73,7 @@ std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
             break;
         }
         if (points.count == kMostPoints) {
-            return ReadFailure{path, 0, 0, "the file holds more points than can be triangulated"};
+            return FailureOf(path, "the file holds more points than can be triangulated");
         }
         if (points.count == 0) {
             ClearArrays(points);
@@ -94,7 +86,9 @@ std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
             PointSet none;
             none.sourceFolder = std::move(points.sourceFolder);
             points = std::move(none);
-            return ReadFailure{path, 0, 0, "reading was stopped", true};
+            ReadFailure failure = FailureOf(path, "reading was stopped");
+            failure.isStop = true;
+            return failure;
         }
     }
     if (reader.HasFailed()) {
@@ -103,9 +97,46 @@ std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
     return std::nullopt;
 }
 
+std::optional<ReadFailure> ReadPointFile(const std::string& path, PointSet& points,
+                                         const StopToken& stop) {
+    std::error_code unknown;
+    if (std::filesystem::is_other(std::filesystem::status(path, unknown))) {
+        return FailureOf(path, "a pipe or a device cannot be opened here");
+    }
+    try {
+        return ReadPoints(path, points, stop);
+    } catch (const std::bad_alloc&) {
+        return FailureOf(path, "there is not enough memory");
+    }
+}
+
+std::string Explain(const ReadFailure& failure, const TextCatalogue& texts) {
+    const auto cause = [&] {
+        switch (failure.kind) {
+        case ReadFailure::Kind::NotANumber:
+            return failure.content + " " + texts[Text::FailureNotANumber];
+        case ReadFailure::Kind::TooLarge:
+            return failure.content + " " + texts[Text::FailureTooLarge];
+        case ReadFailure::Kind::EndsEarly:
+            return texts[Text::FailureEndsEarly];
+        case ReadFailure::Kind::Other:
+            break;
+        }
+        return failure.cause;
+    };
+    std::string text = failure.file;
+    if (failure.line > 0) {
+        text += ", " + texts[Text::FailureLine] + " " + std::to_string(failure.line);
+    }
+    if (failure.field > 0) {
+        text += ", " + texts[Text::FailureField] + " " + std::to_string(failure.field);
+    }
+    return text + ": " + cause() + ".";
+}
+
 bool LoadPointFile(const std::string& path, PointSet& points, const RunState& state,
                    const LoadServices& services, const StopToken& stop) {
-    const std::optional<ReadFailure> failure = ReadPlainFile(path, points, stop);
+    const std::optional<ReadFailure> failure = ReadPointFile(path, points, stop);
     if (!failure) {
         return true;
     }
@@ -113,7 +144,8 @@ bool LoadPointFile(const std::string& path, PointSet& points, const RunState& st
         return false;
     }
     services.log.Write(failure->Sentence());
-    services.messages.ShowCritical(state.texts[Text::BadPointFile], ".....");
+    services.messages.ShowCritical(
+        state.texts[Text::BadPointFile] + "\r\n" + Explain(*failure, state.texts), ".....");
     services.clipboard.Clear();
     services.programEnd.EndAtOnce();
     return false;

@@ -23,6 +23,14 @@ namespace terravo {
 std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
                                       const StopToken& stop = StopToken());
 
+/// The same for a file that a user names: a pipe or a device is refused, since nothing else happens
+/// while it is waited for, and memory that runs out is a fault of the file.
+std::optional<ReadFailure> ReadPointFile(const std::string& path, PointSet& points,
+                                         const StopToken& stop = StopToken());
+
+/// Why a file could not be read, in the language of the user: file, line, field, what stands there.
+std::string Explain(const ReadFailure& failure, const TextCatalogue& texts);
+
 struct LoadServices {
     MessageService& messages;
     ClipboardService& clipboard;
@@ -30,7 +38,7 @@ struct LoadServices {
     LogService& log;
 };
 
-/// Reads a point file for the windows. Any error ends the program at once, after its message and
+/// Reads the point file of the start-up. Any error ends the program at once, after its message and
 /// with an empty clipboard: the companion program often starts this one with a path, and a bad
 /// file must not leave a half-filled window behind.
 /// @return true when no error of any kind occurred; false when the reading was stopped, and else

@@ -43,6 +43,10 @@ public:
     /// The triangulation of the points, made now when there is none. One that was stopped is not
     /// kept. The reference holds until the points change.
     const TriangulationOutcome& Triangulation(const StopToken& stop = StopToken()) const;
+    /// The triangulation when it has been made, else null: for a glance that must not take long.
+    [[nodiscard]] const TriangulationOutcome* KnownTriangulation() const {
+        return made_ ? &outcome_ : nullptr;
+    }
 
 private:
     void Changed();

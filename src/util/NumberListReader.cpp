@@ -176,6 +176,13 @@ bool NumberListReader::Fail(std::string cause) {
     return false;
 }
 
+// The field begins at the cursor.
+bool NumberListReader::FailAt(ReadFailure::Kind kind, const char* fieldEnd, const char* cause) {
+    failure_.kind = kind;
+    failure_.content = Quote(cursor_, fieldEnd);
+    return Fail(failure_.content + cause);
+}
+
 void NumberListReader::SkipBlanks() {
     do {
         while (IsBlank(*cursor_)) {
@@ -212,6 +219,7 @@ bool NumberListReader::Read(double& value) {
         // Name the last line that there is, not the one after the last line end.
         const bool atLineStart = field_ == 1 && line_ > 1;
         Fail("the file ends where a number is expected");
+        failure_.kind = ReadFailure::Kind::EndsEarly;
         failure_.line = atLineStart ? line_ - 1 : line_;
         failure_.field = 0;
         return false;
@@ -294,11 +302,11 @@ bool NumberListReader::ReadAnyField(double& value) {
     }
     if (read.ec == std::errc::result_out_of_range) {
         if (!IsTooSmall({digits, static_cast<std::size_t>(end - digits)})) {
-            return Fail(Quote(cursor_, end) + " is too large a number");
+            return FailAt(ReadFailure::Kind::TooLarge, end, " is too large a number");
         }
         value = 0;
     } else if (read.ec != std::errc{}) {
-        return Fail(Quote(cursor_, end) + " is not a number");
+        return FailAt(ReadFailure::Kind::NotANumber, end, " is not a number");
     }
     if (negative) {
         value = -value;

@@ -18,11 +18,16 @@ namespace terravo {
 
 /// Why a text file of numbers could not be read.
 struct ReadFailure {
+    /// The causes that the windows tell in the user's language.
+    enum class Kind { Other, NotANumber, TooLarge, EndsEarly };
+
     std::string file;
     std::int64_t line = 0;  // 1-based; 0 when the file could not be opened or read at all
     std::int64_t field = 0; // 1-based within the line
     std::string cause;      // without a full stop
-    bool isStop = false;    // the work was asked to end; nothing is wrong with the file
+    Kind kind = Kind::Other;
+    std::string content; // what stands in the field, quoted; empty where it is not to blame
+    bool isStop = false; // the work was asked to end; nothing is wrong with the file
 
     /// One sentence: file, line, field, cause.
     [[nodiscard]] std::string Sentence() const;
@@ -70,6 +75,7 @@ private:
     bool ReadAnyField(double& value);
     void LeaveField(const char* end);
     bool Fail(std::string cause);
+    bool FailAt(ReadFailure::Kind kind, const char* fieldEnd, const char* cause);
     void SkipByteOrderMark();
 
     FileHandle file_;

@@ -51,6 +51,8 @@ struct FileDialogPlan {
     std::string folder;
     std::string name; // in the name box
     std::string title;
+    std::string extension; // without its point: what a name without one gets, before the question
+                           // about overwriting
 };
 
 /// The system's file dialog.

@@ -52,7 +52,7 @@ constexpr EnglishText kEnglish[] = {
     {Text::LevelValues, "Level &values"},
     {Text::ChooseFile, "Choose a file"},
     {Text::Working, "Working..."},
-    {Text::ReadingStopped, "Reading was stopped: no points are loaded."},
+    {Text::ReadingStopped, "Reading was stopped: nothing was loaded."},
     {Text::SaveRefused, "The last drawing was stopped. Draw the map to its end, then save."},
     {Text::Stop, "&Stop"},
     {Text::ExportMap, "Export &map..."},
@@ -90,6 +90,15 @@ constexpr EnglishText kEnglish[] = {
     {Text::ExactTriangulation, "&Exact triangulation"},
     {Text::ExactSigns, "exact signs"},
     {Text::CoordinateOutOfReach, "A coordinate is too large or too close to zero to compute with."},
+    {Text::FileNotRead, "The file cannot be read. Nothing has changed."},
+    {Text::FileMissing, "The file no longer exists:"},
+    {Text::FailureLine, "line"},
+    {Text::FailureField, "field"},
+    {Text::FailureNotANumber, "is not a number"},
+    {Text::FailureTooLarge, "is too large a number"},
+    {Text::FailureEndsEarly, "the file ends where a number is expected"},
+    {Text::SavedAs, "Saved:"},
+    {Text::PictureCopied, "The picture is on the clipboard."},
 };
 
 constexpr bool StandInTheirPlaces() {

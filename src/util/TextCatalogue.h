@@ -93,6 +93,15 @@ enum class Text : std::size_t {
     ExactTriangulation,
     ExactSigns,
     CoordinateOutOfReach,
+    FileNotRead,
+    FileMissing,
+    FailureLine,
+    FailureField,
+    FailureNotANumber,
+    FailureTooLarge,
+    FailureEndsEarly,
+    SavedAs,
+    PictureCopied,
     End // one behind the last
 };
 

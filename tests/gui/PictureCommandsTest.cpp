@@ -48,7 +48,7 @@ TEST_F(PictureCommandsTest, WriteTheMapThatIsShown) {
     const std::string path = folder.Write("hills.dat", HillsText(8));
     session->LoadNamedFile(path);
     const std::string segments = folder.Read("work/livelli.txt");
-    for (const char* name : {"map", "map.svg", "map.pdf"}) {
+    for (const char* name : {"map.png", "map.svg", "map.pdf"}) {
         dialogs.answer = folder.File(name);
         Choose("mnuExportMap");
     }

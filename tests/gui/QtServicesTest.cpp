@@ -3,6 +3,7 @@
 #include "app/settings/UserFolders.h"
 #include "support/TemporaryFolder.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
@@ -48,7 +49,8 @@ TEST(QtServicesTest, CarriesOutThePlanOfAFileDialog) {
         .filters = {{"Files  (*.dat;*.qrw)", "*.dat;*.qrw"}, {"Tutti i Files (*.*)", "*.*"}},
         .folder = folder.Path(),
         .name = {},
-        .title = "Choose a file "};
+        .title = "Choose a file ",
+        .extension = {}};
     const auto choose = [&](bool accept) {
         QTimer::singleShot(0, [&plan, accept] {
             auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -73,6 +75,39 @@ TEST(QtServicesTest, CarriesOutThePlanOfAFileDialog) {
     EXPECT_EQ(choose(false), std::nullopt);
     plan.save = true;
     EXPECT_EQ(choose(false), std::nullopt);
+}
+
+TEST(QtServicesTest, AsksBeforeAFileIsReplacedWhoseExtensionWasNotTyped) {
+    const test::TemporaryFolder folder;
+    static_cast<void>(folder.Write("Point.qrz", "old"));
+    const FileDialogPlan plan{.save = true,
+                              .filters = {{"Files  (.qrz)", ".qrz"}},
+                              .folder = folder.Path(),
+                              .name = "Point",
+                              .title = "Save ",
+                              .extension = "qrz"};
+    const auto save = [&plan](QMessageBox::StandardButton answer, int& questions) {
+        QTimer::singleShot(0, [&questions, answer] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            QTimer::singleShot(0, [&questions, answer, dialog] {
+                if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                    ++questions;
+                    if (answer == QMessageBox::No) {
+                        QTimer::singleShot(0, dialog, [dialog] { dialog->reject(); });
+                    }
+                    box->button(answer)->click();
+                }
+            });
+            static_cast<QDialog*>(dialog)->accept();
+        });
+        return QtFileDialogs().Choose(plan);
+    };
+    int questions = 0;
+    EXPECT_EQ(save(QMessageBox::No, questions), std::nullopt) << "then the dialog was left";
+    EXPECT_EQ(questions, 1);
+    EXPECT_EQ(save(QMessageBox::Yes, questions), folder.File("Point.qrz"));
+    EXPECT_EQ(questions, 2);
 }
 
 TEST(QtServicesTest, KeepsSettingsInOneFileOfTheProgramsName) {

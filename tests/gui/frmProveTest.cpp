@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QRegularExpression>
 
 #include <utility>
 
@@ -190,19 +191,23 @@ TEST_F(frmProveTest, TakesTheNumberOfLevelsWithEnterAndDigitsOnly) {
     EXPECT_EQ(session->Options().levelCount, 7);
 }
 
-TEST_F(frmProveTest, TellsWhereThePointerIs) {
-    OpenHills();
+TEST_F(frmProveTest, TellsWhereThePointerIsWhileItIsOnTheMap) {
+    Open();
+    session->LoadNamedFile(folder.Write("fine.dat", HillsText(8) + "520001.125,4520001.25,100\n"));
     const QPoint middle(Map()->width() / 2, Map()->height() / 2);
-    const auto place = [this](QPoint at) {
+    const QRegularExpression form("^x: (\\d+\\.\\d{3})   y: (\\d+\\.\\d{3})   z: (\\d+\\.\\d+)$");
+    const auto place = [&](QPoint at) {
         Move(at);
-        const QStringList texts = Find<QLabel>("lblPointer")->text().split(", ");
-        EXPECT_EQ(texts.size(), 2);
+        const QString text = Find<QLabel>("lblPointer")->text();
+        const QRegularExpressionMatch found = form.match(text);
+        EXPECT_TRUE(found.hasMatch()) << text.toStdString();
         const QStringList tip = Map()->toolTip().split(", ");
         EXPECT_EQ(tip.size(), 2);
         for (int i = 0; i < 2; ++i) {
-            EXPECT_EQ(tip[i].toFloat(), static_cast<float>(texts[i].toDouble()));
+            EXPECT_NEAR(tip[i].toFloat(), found.captured(i + 1).toDouble(), 1);
         }
-        return QPointF(texts[0].toDouble(), texts[1].toDouble());
+        EXPECT_NEAR(found.captured(3).toDouble(), 100, 9);
+        return QPointF(found.captured(1).toDouble(), found.captured(2).toDouble());
     };
     const QPointF here = place(middle);
     EXPECT_TRUE(QRectF(520000, 4520000, 70, 70).contains(here));
@@ -213,6 +218,25 @@ TEST_F(frmProveTest, TellsWhereThePointerIs) {
     EXPECT_LT(right.x() - here.x(), 0.5);
     EXPECT_GT(here.y() - below.y(), 0.05);
     EXPECT_LT(here.y() - below.y(), 0.5);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(Map(), &leave);
+    EXPECT_EQ(LabelText("lblPointer"), "");
+}
+
+TEST_F(frmProveTest, ShowsThatACountIsNotYetInForceAndLeavesShortcutsToTheMenus) {
+    OpenHills();
+    auto* box = Find<QLineEdit>("txtNLiv");
+    box->setFocus();
+    const auto note = [this] { return parent->Status().currentMessage().toStdString(); };
+    EXPECT_FALSE(box->font().italic());
+    box->selectAll();
+    QTest::keyClicks(box, "7");
+    EXPECT_TRUE(box->font().italic());
+    EXPECT_EQ(note(), state.texts[Text::EnterConfirms]);
+    QTest::keyClick(box, Qt::Key_E, Qt::ControlModifier);
+    EXPECT_EQ(dialogs.plans.size(), 1U) << "a line edit takes Ctrl+E for itself elsewhere";
+    QTest::keyClick(box, Qt::Key_Return);
+    EXPECT_FALSE(box->font().italic());
 }
 
 TEST_F(frmProveTest, CopiesThePictureToTheClipboard) {
@@ -222,6 +246,7 @@ TEST_F(frmProveTest, CopiesThePictureToTheClipboard) {
     EXPECT_EQ(QGuiApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32),
               Map()->Picture());
     EXPECT_FALSE(QGuiApplication::clipboard()->mimeData()->hasText());
+    EXPECT_EQ(parent->Status().currentMessage().toStdString(), state.texts[Text::PictureCopied]);
 }
 
 TEST_F(frmProveTest, LoadsAFileThatIsDroppedOnIt) {

@@ -24,6 +24,7 @@ FileDialogPlan PlanFileDialog(const FileQuestion& question, const RunState& stat
         plan.name = question.pattern.substr(0, kProposedLength);
     }
     plan.title = question.title + " ";
+    plan.extension = question.extension;
     return plan;
 }
 

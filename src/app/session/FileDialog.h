@@ -22,6 +22,7 @@ struct FileQuestion {
     std::string initialFolder;
     std::string defaultName;
     std::string title;
+    std::string extension; // for a name without one, without its point
 };
 
 /// The dialog that a question stands for. An empty folder means the points folder. Without a

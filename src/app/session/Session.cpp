@@ -15,11 +15,6 @@ namespace {
 constexpr const char* kWindowName = "frmProve";
 constexpr const char* kExitExportName = "px.qrz";
 
-// The dialog's name box takes any name; whoever reads the file goes by its extension.
-std::string WithExtension(const std::string& path, const char* extension) {
-    return SplitPath(path).name.find('.') == std::string::npos ? path + extension : path;
-}
-
 } // namespace
 
 // Tells the view that a command is at work, on every way out of it. A new command forgets the
@@ -74,7 +69,7 @@ void Session::LoadStartUpFile(const std::string& rawCommandLine) {
     RunPipeline();
     if (IsCompanionFile(*path, state_.workFolder)) {
         view_->CloseWindow();
-    } else if (state_.lastDrawError.empty()) {
+    } else if (drawn_) {
         ShowResultViews(true);
     }
 }
@@ -87,6 +82,7 @@ void Session::LoadNamedFile(const std::string& path) {
         LoadAndShow(path);
     } else {
         services_.log.Write(path + ": there is no such file.");
+        services_.messages.ShowCritical(state_.texts[Text::FileMissing] + "\r\n" + path, "");
     }
 }
 
@@ -97,7 +93,8 @@ void Session::OpenPointFile() {
                                 .pattern = "*.dat;*.txt;*.qrw",
                                 .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = {},
-                                .title = state_.texts[Text::ChooseFile]};
+                                .title = state_.texts[Text::ChooseFile],
+                                .extension = {}};
     try {
         LoadNamedFile(FileDialog(services_.dialogs, question, state_));
     } catch (const AppError& error) {
@@ -146,7 +143,7 @@ void Session::SetExact(bool on) {
     survey_.SetWish(wish);
     if (!survey_.Points().sourceName.empty()) {
         RunPipeline();
-        ShowResultViews(state_.lastDrawError.empty());
+        ShowResultViews(drawn_);
     }
 }
 
@@ -164,6 +161,7 @@ void Session::DrawContourMap() {
         const WorkGuard work(*this);
         DrawMap();
     } while (redrawWanted_);
+    ShowResultViews(drawn_);
 }
 
 void Session::DrawMap() {
@@ -174,6 +172,7 @@ void Session::DrawMap() {
         state_.lastLevelCount = report.contours.levelCount;
     }
     TellOfDrawing(report);
+    drawn_ = !report.frameFailure && report.contours.error.empty();
     complete_ = !report.contours.stopped;
     if (complete_ && handOverPending_) {
         handOverPending_ = false;
@@ -206,7 +205,6 @@ MapReport Session::DrawMapAndSegments() {
 void Session::TellOfDrawing(const MapReport& report) {
     if (report.frameFailure) {
         services_.messages.ShowCritical(report.frameFailure->text, report.frameFailure->title);
-        ShowResultViews(false);
     }
     if (!report.contours.error.empty()) {
         services_.messages.ShowCritical(report.contours.error, kDrawErrorTitle);
@@ -271,9 +269,12 @@ void Session::ExportPicture(const std::string& proposedName,
                                 .pattern = "*.png;*.svg;*.pdf",
                                 .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = proposedName + ".png",
-                                .title = state_.texts[Text::ChooseFile]};
+                                .title = state_.texts[Text::ChooseFile],
+                                .extension = "png"};
     try {
-        write(WithExtension(FileDialog(services_.dialogs, question, state_), ".png"));
+        const std::string path = FileDialog(services_.dialogs, question, state_);
+        write(path);
+        view_->ShowNote(state_.texts[Text::SavedAs] + " " + path);
     } catch (const AppError& error) {
         if (error.number() != kDialogCancelled) {
             services_.log.Write(error.what());
@@ -298,10 +299,10 @@ void Session::Export(QrzKind kind) {
                                 .pattern = ".qrz",
                                 .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = "Point",
-                                .title = state_.texts[Text::ChooseFile]};
+                                .title = state_.texts[Text::ChooseFile],
+                                .extension = "qrz"};
     try {
-        state_.qrzExportPath =
-            WithExtension(FileDialog(services_.dialogs, question, state_), ".qrz");
+        state_.qrzExportPath = FileDialog(services_.dialogs, question, state_);
     } catch (const AppError& error) {
         if (error.number() != kDialogCancelled) {
             services_.log.Write(error.what());
@@ -352,6 +353,7 @@ void Session::ExportLevels() {
 void Session::TellOfExport() {
     state_.lastQrzExportPath = state_.qrzExportPath;
     services_.clipboard.SetText(state_.qrzExportPath);
+    view_->ShowNote(state_.texts[Text::SavedAs] + " " + state_.qrzExportPath);
 }
 
 // How the companion program gets the triangles of the points it sent, unless the user has exported
@@ -368,28 +370,55 @@ void Session::ExportOnExit() {
     ExportTriangles();
 }
 
+// Of the start-up: a bad file ends the program.
 bool Session::LoadPointFile(const std::string& path) {
     const WorkGuard work(*this);
     const LoadServices services{services_.messages, services_.clipboard, services_.programEnd,
                                 services_.log};
     PointSet points = survey_.Take();
     const bool loaded = terravo::LoadPointFile(path, points, state_, services, stop_);
-    survey_.Replace(std::move(points), wish_);
-    view_->ShowPointCount(survey_.Points().count);
     if (!loaded) {
+        survey_.Replace(std::move(points), wish_);
+        view_->ShowPointCount(survey_.Points().count);
         complete_ = false;
         UpdateStatus();
         return false;
     }
-    recent_.Add(AbsolutePath(path));
-    view_->ShowRecentFiles();
+    TakePoints(std::move(points), path);
     return true;
 }
 
+// A bad file, and one whose reading is stopped, leaves the points and all that is made of them.
+bool Session::ReadUserFile(const std::string& path) {
+    const WorkGuard work(*this);
+    PointSet points;
+    points.sourceFolder = survey_.Points().sourceFolder;
+    const std::optional<ReadFailure> failure = ReadPointFile(path, points, stop_);
+    if (!failure) {
+        TakePoints(std::move(points), path);
+        return true;
+    }
+    if (failure->isStop) {
+        view_->ShowNote(state_.texts[Text::ReadingStopped]);
+    } else {
+        services_.log.Write(failure->Sentence());
+        services_.messages.ShowCritical(
+            state_.texts[Text::FileNotRead] + "\r\n" + Explain(*failure, state_.texts), "");
+    }
+    return false;
+}
+
+void Session::TakePoints(PointSet points, const std::string& path) {
+    survey_.Replace(std::move(points), wish_);
+    view_->ShowPointCount(survey_.Points().count);
+    recent_.Add(AbsolutePath(path));
+    view_->ShowRecentFiles();
+}
+
 void Session::LoadAndShow(const std::string& path) {
-    if (LoadPointFile(path)) {
+    if (ReadUserFile(path)) {
         RunPipeline();
-        ShowResultViews(state_.lastDrawError.empty());
+        ShowResultViews(drawn_);
     }
 }
 

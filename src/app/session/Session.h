@@ -8,6 +8,7 @@
 #pragma once
 
 #include "app/session/ContourMap.h"
+#include "app/session/PointerText.h"
 #include "app/settings/Configuration.h"
 #include "app/settings/RecentFiles.h"
 #include "app/settings/WindowPosition.h"
@@ -37,6 +38,8 @@ public:
                                  const std::string& title) = 0;
     /// The counts of points and triangles, and one line for what would otherwise be silent.
     virtual void ShowStatus(const std::string& counts, const std::string& remark) = 0;
+    /// Says for a short while that something was done.
+    virtual void ShowNote(const std::string& text) = 0;
     /// A long command begins, advances and ends.
     virtual void BeginWork() = 0;
     /// May take the user's wish to stop, and pass it to RequestStop.
@@ -75,6 +78,10 @@ public:
     [[nodiscard]] const PointSet& Points() const { return survey_.Points(); }
     [[nodiscard]] const RecentFiles& Recent() const { return recent_; }
     [[nodiscard]] bool ResultViewsVisible() const { return resultViewsVisible_; }
+    /// What the status bar says of a place on the map.
+    [[nodiscard]] std::string TextOfPlace(PlanPoint place) {
+        return pointerText_.At(place, state_.decimalSeparator);
+    }
 
     /// The recent files of the last run; those that no longer exist are dropped.
     void LoadRecentFiles();
@@ -83,8 +90,8 @@ public:
     /// file. The companion program's own file closes the main window again.
     void LoadStartUpFile(const std::string& rawCommandLine);
 
-    /// Loads a file that the user names directly, whatever its extension; a missing one is passed
-    /// over.
+    /// Loads a file that the user names directly, whatever its extension. One that is missing or
+    /// cannot be read is told of, and leaves everything as it was.
     void LoadNamedFile(const std::string& path);
 
     void OpenPointFile();
@@ -107,7 +114,7 @@ public:
     void Export(QrzKind kind);
 
     /// Asks where to and has a picture written there, as `write` does it; a failure (AppError) is
-    /// shown. A name without an extension gets .png.
+    /// shown.
     /// @param proposedName  without an extension.
     void ExportPicture(const std::string& proposedName,
                        const std::function<void(const std::string& path)>& write);
@@ -136,6 +143,8 @@ private:
     class WorkGuard;
 
     bool LoadPointFile(const std::string& path);
+    bool ReadUserFile(const std::string& path);
+    void TakePoints(PointSet points, const std::string& path);
     void DrawMap();
     MapReport DrawMapAndSegments();
     void TellOfDrawing(const MapReport& report);
@@ -156,12 +165,14 @@ private:
     MapOptions options_;
     StopToken stop_; // of the command at work
     ContourMap map_;
+    PointerText pointerText_{survey_};
     RecentFiles recent_;
     MainView* view_ = nullptr;
     bool resultViewsVisible_ = false;
     int depth_ = 0;             // of commands at work
     bool redrawWanted_ = false; // asked for during a command
     bool complete_ = true;      // the last drawing came to its end
+    bool drawn_ = false;        // the last drawing succeeded
     // The points have not been handed to the 3D view and the mesh file.
     bool handOverPending_ = false;
 };

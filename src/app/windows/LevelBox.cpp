@@ -13,11 +13,35 @@ LevelBox::LevelBox(QWidget* parent) : QLineEdit(parent) {
     setValidator(
         new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]*")), this));
     setAcceptDrops(false);
+    connect(this, &QLineEdit::textChanged, this, &LevelBox::MarkPending);
+}
+
+void LevelBox::MarkPending() {
+    const bool pending = text() != QString::number(count_);
+    QFont marked = font();
+    marked.setBold(pending);
+    marked.setItalic(pending);
+    setFont(marked);
+    if (pending && !isPending_) {
+        emit CountPending();
+    }
+    isPending_ = pending;
+}
+
+// A line edit takes many shortcuts for itself, such as Ctrl+E for the end of the line.
+bool LevelBox::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        (static_cast<QKeyEvent*>(event)->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) !=
+            Qt::NoModifier) {
+        return QWidget::event(event);
+    }
+    return QLineEdit::event(event);
 }
 
 void LevelBox::ShowCount(terravo::Index count) {
     count_ = count;
     setText(QString::number(count));
+    MarkPending();
 }
 
 void LevelBox::keyPressEvent(QKeyEvent* event) {
@@ -34,6 +58,7 @@ void LevelBox::keyPressEvent(QKeyEvent* event) {
         setText(QString::fromStdString(answer.boxText));
     }
     count_ = answer.levelCount;
+    MarkPending();
     if (answer.redraw) {
         emit CountChosen(count_);
     }

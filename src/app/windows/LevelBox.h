@@ -1,4 +1,5 @@
 // The text box of the number of levels: digits only, Enter takes the number, Escape takes it back.
+// Until then what was typed is shown in bold italics.
 #pragma once
 
 #include "util/Array1.h"
@@ -17,10 +18,16 @@ public:
 signals:
     /// Enter was pressed on another count; the map is to be drawn with it.
     void CountChosen(terravo::Index count);
+    /// Something was typed that is not in force until Enter is pressed.
+    void CountPending();
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void MarkPending();
+
     terravo::Index count_ = 0;
+    bool isPending_ = false;
 };

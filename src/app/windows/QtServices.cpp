@@ -124,6 +124,7 @@ std::optional<std::string> QtFileDialogs::Choose(const FileDialogPlan& plan) {
     dialog.setOption(QFileDialog::HideNameFilterDetails);
     dialog.setAcceptMode(plan.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(plan.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setDefaultSuffix(ToQString(plan.extension));
     if (!plan.name.empty()) {
         dialog.selectFile(ToQString(plan.name));
     }

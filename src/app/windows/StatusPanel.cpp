@@ -12,10 +12,8 @@ namespace {
 
 constexpr int kPatienceMilliseconds = 1000;
 constexpr int kProgressSteps = 100;
-
-QString FullPrecision(double value) {
-    return QString::number(value, 'g', 15);
-}
+constexpr int kNoteMilliseconds = 6000;
+constexpr int kMargin = 6; // of texts, from the edges of the bar
 
 } // namespace
 
@@ -31,7 +29,8 @@ StatusPanel::StatusPanel(QWidget* parent)
     barProgress_->setObjectName(QStringLiteral("barProgress"));
     barProgress_->setRange(0, kProgressSteps);
     barProgress_->setMaximumWidth(200);
-    lblCounts_->setContentsMargins(6, 0, 18, 0);
+    lblCounts_->setContentsMargins(kMargin, 0, 3 * kMargin, 0);
+    lblPointer_->setContentsMargins(kMargin, 0, kMargin, 0);
     addWidget(lblCounts_);
     addWidget(lblRemark_, 1);
     addWidget(lblWork_);
@@ -69,8 +68,12 @@ void StatusPanel::AskToStop() {
     emit StopAsked();
 }
 
-void StatusPanel::ShowPointer(double x, double y) {
-    lblPointer_->setText(FullPrecision(x) + QStringLiteral(", ") + FullPrecision(y));
+void StatusPanel::ShowPointer(const QString& place) {
+    lblPointer_->setText(place);
+}
+
+void StatusPanel::ShowNote(const QString& note) {
+    showMessage(note, kNoteMilliseconds);
 }
 
 void StatusPanel::ShowCounts(const QString& counts, const QString& remark) {
@@ -81,6 +84,7 @@ void StatusPanel::ShowCounts(const QString& counts, const QString& remark) {
 
 void StatusPanel::BeginWork(const QString& text, const QString& stopText) {
     if (depth_++ == 0) {
+        clearMessage();
         QApplication::setOverrideCursor(Qt::WaitCursor);
         lblWork_->setText(text);
         cmdStop_->setText(stopText);

@@ -16,7 +16,10 @@ class StatusPanel : public QStatusBar {
 public:
     explicit StatusPanel(QWidget* parent = nullptr);
 
-    void ShowPointer(double x, double y);
+    /// The place under the pointer; empty when there is none.
+    void ShowPointer(const QString& place);
+    /// Says for some seconds, in place of the counts, that something was done.
+    void ShowNote(const QString& note);
     void ShowCounts(const QString& counts, const QString& remark);
 
     /// A command begins; commands may nest. The wait cursor is shown while one runs.

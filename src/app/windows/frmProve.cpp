@@ -172,9 +172,12 @@ void frmProve::ConnectControls() {
     });
     connect(txtNLiv, &LevelBox::CountChosen, this,
             [this](terravo::Index count) { session_.SetLevelCount(count); });
+    connect(txtNLiv, &LevelBox::CountPending, this,
+            [this] { status_.ShowNote(Caption(state_, Text::EnterConfirms)); });
     connect(XPButton1, &QPushButton::clicked, this, &frmProve::CopyPicture);
     connect(&status_, &StatusPanel::StopAsked, this, [this] { session_.RequestStop(); });
     connect(picLivelli, &SurfaceView::PointerMoved, this, &frmProve::ShowPointer);
+    connect(picLivelli, &SurfaceView::PointerLeft, this, [this] { status_.ShowPointer({}); });
     connect(picLivelli, &SurfaceView::SizeSettled, this, [this] {
         if (session_.ResultViewsVisible()) {
             session_.DrawContourMap();
@@ -285,6 +288,10 @@ void frmProve::ShowStatus(const std::string& counts, const std::string& remark) 
     DescribeMap();
 }
 
+void frmProve::ShowNote(const std::string& text) {
+    status_.ShowNote(ToQString(text));
+}
+
 // What the map shows, for who hears the windows instead of seeing them.
 void frmProve::DescribeMap() {
     QStringList parts{counts_, Spoken(zLabel02->text()) + QStringLiteral(": ") + txtNLiv->text()};
@@ -316,13 +323,14 @@ void frmProve::ShowPointer(double x, double y) {
     };
     picLivelli->setToolTip(QString());
     picLivelli->setToolTip(single(x) + QStringLiteral(", ") + single(y));
-    status_.ShowPointer(x, y);
+    status_.ShowPointer(ToQString(session_.TextOfPlace({x, y})));
 }
 
 void frmProve::CopyPicture() {
     QClipboard* clipboard = QGuiApplication::clipboard();
     clipboard->clear();
     clipboard->setImage(picLivelli->Picture());
+    status_.ShowNote(Caption(state_, Text::PictureCopied));
 }
 
 void frmProve::ShowAbout() {

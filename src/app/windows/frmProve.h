@@ -59,6 +59,7 @@ public:
     void ShowRecentFiles() override;
     void ShowTriangles3D(const terravo::PointSet& points, const terravo::TriangleList& triangles,
                          const std::string& title) override;
+    void ShowNote(const std::string& text) override;
     void ShowStatus(const std::string& counts, const std::string& remark) override;
     void BeginWork() override;
     void ShowProgress(double done) override;

@@ -20,6 +20,7 @@ struct FakeView : MainView {
     int closes = 0;
     int linesSelected = 0;
     std::string title3D;
+    std::string note;
 
     DrawSurface& MapSurface() override { return surface; }
     void ShowPointCount(Index count) override { pointCount = count; }
@@ -29,6 +30,7 @@ struct FakeView : MainView {
                          const std::string& title) override {
         title3D = title + ", " + std::to_string(triangles.count);
     }
+    void ShowNote(const std::string& text) override { note = text; }
     void ShowStatus(const std::string& newCounts, const std::string& newRemark) override {
         counts = newCounts;
         remark = newRemark;
@@ -93,14 +95,69 @@ TEST_F(SessionTest, OpensAFileAndShowsItsMap) {
     EXPECT_TRUE(messages.boxes.empty());
 }
 
-TEST_F(SessionTest, ABadFileEndsTheProgramAndSavesNothing) {
-    clipboard.text = "something";
-    dialogs.answer = folder.Write("bad.dat", "1,2\n");
-    session.OpenPointFile();
+TEST_F(SessionTest, ABadFileAtTheStartEndsTheProgramAndSavesNothing) {
+    const std::string path = folder.Write("bad.qrw", "1,2\n");
+    clipboard.text = path;
+    session.LoadStartUpFile("");
     EXPECT_EQ(programEnd.ends, 1);
     EXPECT_EQ(clipboard.clears, 1);
     EXPECT_TRUE(session.Recent().Paths().empty());
     EXPECT_TRUE(view.visible.empty());
+}
+
+TEST_F(SessionTest, AFileOpenedByTheUserThatCannotBeReadLeavesEverythingAsItWas) {
+    clipboard.text = "something";
+    const std::string good = folder.Write("a.dat", hill);
+    session.LoadNamedFile(good);
+    const std::string bad = folder.Write("bad.dat", "1,2,3\n4,x7,6\n");
+    const std::string missing = folder.File("none.dat");
+    dialogs.answer = bad;
+    session.OpenPointFile();
+    session.LoadNamedFile(missing);
+    session.LoadNamedFile(folder.Write("big.dat", "1,1e999,3\n"));
+    ASSERT_EQ(messages.boxes.size(), 3U);
+    EXPECT_EQ(messages.boxes[0].text, state.texts[Text::FileNotRead] + "\r\n" + bad +
+                                          ", line 2, field 2: \"x7\" is not a number.");
+    EXPECT_EQ(messages.boxes[1].text, state.texts[Text::FileMissing] + "\r\n" + missing);
+    EXPECT_NE(messages.boxes[2].text.find("\"1e999\" is too large a number"), std::string::npos);
+    EXPECT_EQ(log.lines.size(), 3U);
+    EXPECT_EQ(programEnd.ends, 0);
+    EXPECT_EQ(clipboard.text, "something");
+    EXPECT_EQ(view.pointCount, 5);
+    EXPECT_EQ(view.visible, std::vector<bool>{true});
+    EXPECT_EQ(view.title3D, "Delaunay 2D : a.dat, 4");
+    EXPECT_EQ(session.Recent().Paths(), std::vector<std::string>{good});
+    session.SetShowPerimeter(true);
+    EXPECT_EQ(messages.boxes.size(), 3U) << "the points are still there to be drawn";
+}
+
+TEST_F(SessionTest, HidesWhatBelongsToAnEarlierFileWhenADrawingFails) {
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    session.LoadNamedFile(folder.Write("empty.dat", ""));
+    EXPECT_EQ(view.visible, (std::vector<bool>{true, false})) << "no frame could be drawn";
+    const std::string hillAgain = folder.Write("b.dat", hill);
+    session.LoadNamedFile(hillAgain);
+    session.LoadNamedFile(folder.Write("line.dat", "1,1,0\n2,2,1\n3,3,2\n"));
+    EXPECT_EQ(view.visible, (std::vector<bool>{true, false, true, false}));
+    session.LoadNamedFile(hillAgain);
+    state.workFolder = folder.File("missing/");
+    session.SetShowPerimeter(true);
+    EXPECT_FALSE(session.ResultViewsVisible()) << "an option's drawing fails as well";
+    state.workFolder = folder.Path();
+    session.SetShowPerimeter(true);
+    EXPECT_TRUE(session.ResultViewsVisible());
+}
+
+TEST_F(SessionTest, TellsPlaceAndHeightUnderThePointer) {
+    EXPECT_EQ(session.TextOfPlace({1, 2}), "x: 1   y: 2");
+    session.LoadNamedFile(folder.Write("p.dat", "1.25,1,0\n9,1,2.5\n9,9,4\n1,9,6\n"));
+    EXPECT_EQ(session.TextOfPlace({9 - 1e-12, 5.004}), "x: 9.00   y: 5.00   z: 3.3");
+    EXPECT_EQ(session.TextOfPlace({2.126, 8.999}), "x: 2.13   y: 9.00   z: 5.7");
+    EXPECT_EQ(session.TextOfPlace({-3, 5}), "x: -3.00   y: 5.00") << "outside the triangles";
+    state.decimalSeparator = ',';
+    session.LoadNamedFile(folder.Write("q.dat", "0.123456789012,5e5,1\n1000,5e5,2\n1,4e5,3\n"));
+    EXPECT_EQ(session.TextOfPlace({2.5, 450000}), "x: 2,50   y: 450000,00   z: 2")
+        << "no finer than a ten-millionth of the extent";
 }
 
 TEST_F(SessionTest, KeepsTheMeshFileOfTheLastTriangulation) {
@@ -142,13 +199,6 @@ TEST_F(SessionTest, ReportsASegmentFileThatCannotBeWritten) {
     EXPECT_EQ(session.ResultViewsVisible(), false);
 }
 
-TEST_F(SessionTest, IgnoresAMissingFile) {
-    session.LoadNamedFile(folder.File("none.dat"));
-    EXPECT_EQ(view.pointCount, -1);
-    EXPECT_TRUE(messages.boxes.empty());
-    EXPECT_EQ(log.lines.size(), 1U);
-}
-
 TEST_F(SessionTest, TellsWhatWouldBeSilent) {
     session.LoadNamedFile(folder.Write("r.dat", hill + "5,4,9\n1,1,0\n"));
     EXPECT_EQ(view.remark, state.texts[Text::UnusedPoints] + " 2");
@@ -187,13 +237,15 @@ TEST_F(SessionTest, ClosesAfterTheCompanionsFile) {
 
 TEST_F(SessionTest, ExportsTrianglesAndLevelsWhereTheUserSays) {
     session.LoadNamedFile(folder.Write("a.dat", hill));
-    dialogs.answer = folder.File("t");
+    dialogs.answer = folder.File("t.qrz");
     session.Export(QrzKind::Triangles);
     const FileDialogPlan& plan = dialogs.plans.back();
     EXPECT_TRUE(plan.save);
     EXPECT_EQ(plan.name, "Point");
     EXPECT_EQ(plan.folder, folder.Path());
-    EXPECT_EQ(clipboard.text, folder.File("t.qrz")) << "a name without extension gets one";
+    EXPECT_EQ(plan.extension, "qrz");
+    EXPECT_EQ(clipboard.text, folder.File("t.qrz"));
+    EXPECT_EQ(view.note, "Saved: " + folder.File("t.qrz"));
     EXPECT_NE(folder.Read("t.qrz").find("POLYLINE"), std::string::npos);
 
     session.SetMode(MapMode::Areas);
@@ -259,10 +311,10 @@ TEST_F(SessionTest, StopsReadingAndTriangulatingWithoutAPoint) {
     const std::string path = folder.Write("long.dat", text);
     view.AfterProgress(1, [this] { session.RequestStop(); });
     session.LoadNamedFile(path);
-    EXPECT_EQ(view.pointCount, 0);
-    EXPECT_EQ(session.Points().x.UpperBound(), 0);
-    EXPECT_EQ(programEnd.ends, 0) << "a stopped file is not a bad one";
-    EXPECT_NE(view.remark, "");
+    EXPECT_EQ(view.pointCount, -1) << "nothing has changed";
+    EXPECT_EQ(session.Points().count, 0);
+    EXPECT_TRUE(messages.boxes.empty()) << "a stopped file is not a bad one";
+    EXPECT_EQ(view.note, state.texts[Text::ReadingStopped]);
 
     view.AfterProgress(2, [this] { session.RequestStop(); });
     session.LoadNamedFile(path);

@@ -142,11 +142,13 @@ TEST(LoadPointFile, EndsTheProgramAfterABadFile) {
 
     EXPECT_FALSE(LoadPointFile(folder.Write("bad", "1,2,x\n"), points, state, services));
     ASSERT_EQ(messages.boxes.size(), 1U);
-    EXPECT_EQ(messages.boxes[0], (FakeMessages::Box{state.texts[Text::BadPointFile], "....."}));
+    const std::string reason = folder.File("bad") + ", line 1, field 3: \"x\" is not a number.";
+    EXPECT_EQ(messages.boxes[0],
+              (FakeMessages::Box{state.texts[Text::BadPointFile] + "\r\n" + reason, "....."}));
     EXPECT_EQ(clipboard.clears, 1);
     EXPECT_EQ(programEnd.ends, 1);
     ASSERT_EQ(log.lines.size(), 1U);
-    EXPECT_EQ(log.lines[0], folder.File("bad") + ", line 1, field 3: \"x\" is not a number.");
+    EXPECT_EQ(log.lines[0], reason);
 }
 
 } // namespace
