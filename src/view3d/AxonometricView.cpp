@@ -13,11 +13,6 @@ double Wide(float value) {
     return static_cast<double>(value);
 }
 
-// Length of the drawn x axis, pixels.
-double PixelLengthOfX(const Projection& projection) {
-    return Wide(projection.Measures().xRange) * Wide(projection.Frame().coefficients.Ax);
-}
-
 } // namespace
 
 void AxonometricView::Show(ViewData data) {
@@ -30,8 +25,7 @@ void AxonometricView::SetStandardView(StandardView view, int outerHeight) {
     switch (view) {
     case StandardView::XY: {
         const double width = (Wide(parameters_.rayx) * std::cos(Wide(parameters_.alfa)) + 1) *
-                             Wide(drawing_.projection.Measures().xRange) *
-                             Wide(drawing_.projection.Frame().coefficients.Ax);
+                             drawing_.projection.Frame().LengthX();
         const std::int32_t pixels = std::max(modUtilita::RoundHalfEven(width), 1);
         parameters_.rayx = static_cast<float>(0.8 * outerHeight / pixels);
         parameters_.alfa = kHalfPi;
@@ -50,21 +44,19 @@ void AxonometricView::SetStandardView(StandardView view, int outerHeight) {
 
 void AxonometricView::DragAxisEnd(double userX, double userZ) {
     const Frame3D& frame = drawing_.projection.Frame();
-    const double dx = (userX - Wide(frame.extents.xmin)) * Wide(frame.coefficients.Ax);
-    const double dz = (Wide(frame.extents.zmin) - userZ) * Wide(frame.coefficients.Az);
+    const double dx = (userX - frame.extents.xmin) * frame.scale.perX;
+    const double dz = (userZ - frame.extents.zmin) * frame.scale.perZ;
     // Adding zero makes a negative zero positive: exactly to the left is +180 degrees.
     parameters_.alfa = static_cast<float>(std::atan2(dz + 0.0, dx));
-    parameters_.rayx =
-        static_cast<float>(std::sqrt(dx * dx + dz * dz) / PixelLengthOfX(drawing_.projection));
+    parameters_.rayx = static_cast<float>(std::hypot(dx, dz) / frame.LengthX());
 }
 
 UserPosition AxonometricView::NearAxisEnd(double right, double up) const {
     const Frame3D& frame = drawing_.projection.Frame();
-    const double length = Wide(parameters_.rayx) * PixelLengthOfX(drawing_.projection);
+    const double length = Wide(parameters_.rayx) * frame.LengthX();
     const double alfa = Wide(parameters_.alfa);
-    return {
-        Wide(frame.extents.xmin) + (length * std::cos(alfa) + right) / Wide(frame.coefficients.Ax),
-        Wide(frame.extents.zmin) - (length * std::sin(alfa) + up) / Wide(frame.coefficients.Az)};
+    return {frame.extents.xmin + (length * std::cos(alfa) + right) / frame.scale.perX,
+            frame.extents.zmin + (length * std::sin(alfa) + up) / frame.scale.perZ};
 }
 
 std::optional<Message> AxonometricView::Redraw(DrawSurface& surface, bool full,

@@ -4,6 +4,7 @@
 #include "plot2d/PlotFrame.h"
 #include "util/AppError.h"
 #include "util/NumberText.h"
+#include "util/modUtilita.h"
 
 #include <algorithm>
 #include <array>
@@ -14,6 +15,7 @@ namespace terravo {
 namespace {
 
 using AxisRule::Axis;
+using modUtilita::RoundHalfEven;
 
 constexpr const char* kSource = "DrawFrame3D";
 constexpr const char* kXFormat = "#0.0##";
@@ -55,7 +57,7 @@ double Wide(float value) {
     return static_cast<double>(value);
 }
 
-void CheckRange(float min, float max, const char* description, const RunState& run) {
+void CheckRange(double min, double max, const char* description, const RunState& run) {
     if (min > max) {
         throw AppError(ErrorNumber::kDrawing, run.texts[Text::ScaleErrorSource] + "3D",
                        description);
@@ -68,21 +70,13 @@ void ChooseAxes(Frame& frame) {
     CheckRange(e.ymin, e.ymax, " Error Scale Y.", frame.run);
     CheckRange(e.zmin, e.zmax, " Error Scale Z.", frame.run);
     const char separator = frame.run.decimalSeparator;
-    const auto xLimits = AxisRule::WidenNarrow({Wide(e.xmin), Wide(e.xmax)});
-    const auto yLimits =
-        AxisRule::WidenEqualLabels({Wide(e.ymin), Wide(e.ymax)}, kYFormat, separator);
-    const auto zLimits =
-        AxisRule::WidenEqualLabels({Wide(e.zmin), Wide(e.zmax)}, kZFormat, separator);
+    const auto xLimits = AxisRule::WidenNarrow({e.xmin, e.xmax});
+    const auto yLimits = AxisRule::WidenEqualLabels({e.ymin, e.ymax}, kYFormat, separator);
+    const auto zLimits = AxisRule::WidenEqualLabels({e.zmin, e.zmax}, kZFormat, separator);
     frame.x = AxisRule::AxisLimits(xLimits.min, xLimits.max);
     frame.y = AxisRule::AxisLimits(yLimits.min, yLimits.max);
     frame.z = AxisRule::AxisLimits(zLimits.min, zLimits.max);
-    e = {static_cast<float>(frame.x.min), static_cast<float>(frame.x.max),
-         static_cast<float>(frame.y.min), static_cast<float>(frame.y.max),
-         static_cast<float>(frame.z.min), static_cast<float>(frame.z.max)};
-    if (!(e.xmax > e.xmin) || !(e.ymax > e.ymin) || !(e.zmax > e.zmin)) {
-        throw AppError(ErrorNumber::kDivisionByZero, kSource,
-                       "The extents are too narrow for coordinates of this size.");
-    }
+    e = {frame.x.min, frame.x.max, frame.y.min, frame.y.max, frame.z.min, frame.z.max};
 }
 
 std::string Label(const Frame& frame, double value, const char* format) {
@@ -152,29 +146,22 @@ void ChooseLayout(Frame& frame) {
     layout.originY = room.bottom - std::max(0.0, -layout.slantY);
 }
 
-// The second coefficient of each axis follows from the first as it was rounded, so that the start
-// of the axis falls on its pixel.
-PixelCoefficients CoefficientsOf(const Layout& layout, const Frame3D& settled) {
+AxisScale ScaleOf(const Layout& layout, const Frame3D& settled) {
     const SpaceExtents& e = settled.extents;
-    PixelCoefficients c;
-    c.Ax = static_cast<float>(layout.lengthX / (Wide(e.xmax) - Wide(e.xmin)));
-    c.Bx = static_cast<float>(layout.originX - Wide(c.Ax) * Wide(e.xmin));
-    c.Ay = static_cast<float>(Wide(settled.rayx) * layout.lengthX / (Wide(e.ymax) - Wide(e.ymin)));
-    c.By = static_cast<float>(-Wide(c.Ay) * Wide(e.ymin));
-    c.Az = static_cast<float>(-layout.heightZ / (Wide(e.zmax) - Wide(e.zmin)));
-    c.Bz = static_cast<float>(layout.originY - Wide(c.Az) * Wide(e.zmin));
-    return c;
+    return {layout.originX, layout.originY, layout.lengthX / (e.xmax - e.xmin),
+            Wide(settled.rayx) * layout.lengthX / (e.ymax - e.ymin),
+            layout.heightZ / (e.zmax - e.zmin)};
 }
 
 void SetScale(Frame& frame) {
     const Layout& layout = frame.layout;
     const SpaceExtents& e = frame.settled.extents;
-    frame.settled.coefficients = CoefficientsOf(layout, frame.settled);
+    frame.settled.scale = ScaleOf(layout, frame.settled);
     DrawSurface& surface = frame.surface;
-    const double xUnit = (Wide(e.xmax) - Wide(e.xmin)) / layout.lengthX; // user units a pixel
-    const double zUnit = (Wide(e.zmax) - Wide(e.zmin)) / layout.heightZ;
-    const double leftEdge = Wide(e.xmin) - layout.originX * xUnit;
-    const double topEdge = Wide(e.zmin) + layout.originY * zUnit;
+    const double xUnit = (e.xmax - e.xmin) / layout.lengthX; // user units a pixel
+    const double zUnit = (e.zmax - e.zmin) / layout.heightZ;
+    const double leftEdge = e.xmin - layout.originX * xUnit;
+    const double topEdge = e.zmin + layout.originY * zUnit;
     surface.SetAutoRedraw(true);
     surface.Scale(leftEdge, topEdge, leftEdge + surface.PixelWidth() * xUnit,
                   topEdge - surface.PixelHeight() * zUnit);
@@ -248,15 +235,26 @@ private:
     std::vector<Place> taken_;
 };
 
+// Counted, since adding up the steps ends too early at large coordinates.
+std::vector<double> TicksOf(const Axis& axis) {
+    const int steps =
+        std::min(RoundHalfEven((axis.max - axis.min) / axis.step), AxisRule::kMaxTicks - 1);
+    std::vector<double> ticks;
+    for (int k = 0; k <= steps; ++k) {
+        ticks.push_back(axis.min + k * axis.step);
+    }
+    return ticks;
+}
+
 double PartOf(const Axis& axis, double value) {
     return (value - axis.min) / (axis.max - axis.min);
 }
 
 void DrawXTicks(const Frame& frame, LabelPrinter& printer) {
-    for (const float tick : AxisRule::Ticks(frame.x)) {
-        const PixelPosition at = OnBase(frame, PartOf(frame.x, Wide(tick)), 0);
+    for (const double tick : TicksOf(frame.x)) {
+        const PixelPosition at = OnBase(frame, PartOf(frame.x, tick), 0);
         Stroke(frame, at, {at.x, at.y + kTick});
-        printer.Print(Label(frame, Wide(tick), kXFormat), at.x, at.y + kTick + kLabelGap, 0.5, 0);
+        printer.Print(Label(frame, tick, kXFormat), at.x, at.y + kTick + kLabelGap, 0.5, 0);
     }
     const PixelPosition end = OnBase(frame, 1, 0);
     const double line = frame.surface.TextHeight("x");
@@ -284,10 +282,10 @@ void DrawYTicks(const Frame& frame, LabelPrinter& printer) {
         return;
     }
     const Beside side = PlaceBesideYAxis(frame.layout);
-    for (const float tick : AxisRule::Ticks(frame.y)) {
-        const PixelPosition at = OnBase(frame, 0, PartOf(frame.y, Wide(tick)));
+    for (const double tick : TicksOf(frame.y)) {
+        const PixelPosition at = OnBase(frame, 0, PartOf(frame.y, tick));
         Stroke(frame, at, {at.x + side.x * kTick, at.y + side.y * kTick});
-        printer.Print(Label(frame, Wide(tick), kYFormat), at.x + side.x * (kTick + kLabelGap),
+        printer.Print(Label(frame, tick, kYFormat), at.x + side.x * (kTick + kLabelGap),
                       at.y + side.y * (kTick + kLabelGap), side.alignX, side.alignY);
     }
     const PixelPosition end = OnBase(frame, 0, 1);
@@ -296,10 +294,10 @@ void DrawYTicks(const Frame& frame, LabelPrinter& printer) {
 
 void DrawZTicks(const Frame& frame, LabelPrinter& printer) {
     const PixelPosition origin = OnBase(frame, 0, 0);
-    for (const float tick : AxisRule::Ticks(frame.z)) {
-        const double y = origin.y - PartOf(frame.z, Wide(tick)) * frame.layout.heightZ;
+    for (const double tick : TicksOf(frame.z)) {
+        const double y = origin.y - PartOf(frame.z, tick) * frame.layout.heightZ;
         Stroke(frame, {origin.x, y}, {origin.x - kTick, y});
-        printer.Print(Label(frame, Wide(tick), kZFormat), origin.x - kTick - kLabelGap, y, 1, 0.5);
+        printer.Print(Label(frame, tick, kZFormat), origin.x - kTick - kLabelGap, y, 1, 0.5);
     }
     const double top = origin.y - frame.layout.heightZ;
     const double half = frame.surface.TextHeight("z") / 2;
@@ -342,6 +340,13 @@ void DrawStages(Frame& frame) {
 }
 
 } // namespace
+
+PixelCoefficients Frame3D::Coefficients() const {
+    const auto single = [](double value) { return static_cast<float>(value); };
+    return {single(scale.perX),  single(scale.originX - scale.perX * extents.xmin),
+            single(scale.perY),  single(-scale.perY * extents.ymin),
+            single(-scale.perZ), single(scale.originY + scale.perZ * extents.zmin)};
+}
 
 std::variant<Frame3D, Message> DrawFrame3D(DrawSurface& surface, const ViewData& data,
                                            const ViewParameters& parameters, Colour colour,

@@ -1,7 +1,7 @@
 // The frame of the axonometric picture: rounded ranges, scale, axes with ticks and labels, title.
 //
 // Data: the extents and texts of the data, the length and slant of the y axis; the widened extents
-// and the pixel coefficients come out. Method: ranges are rounded as those of the plan frame; the x
+// and the places of the axes come out. Method: ranges are rounded as those of the plan frame; the x
 // axis gets the length that leaves room for the slanted y axis, the z axis the height above it;
 // then ticks are drawn along each axis. A label that would touch the one before it is left out,
 // since an axis may be as short as a pixel. x runs to the right, z upwards, y along a slanted axis.
@@ -20,8 +20,19 @@ namespace terravo {
 /// Longest y axis, in lengths of the x axis.
 inline constexpr float kLongestYAxis = 1000;
 
-/// Pixel x of x on the x axis is Ax x + Bx; Ay y + By is the distance along the slanted axis from
-/// ymin, pixels; pixel y of z is Az z + Bz, with Az negative.
+/// Where the axes lie. Places are projected relative to the start of the axes: products with the
+/// coordinates of a national grid would leave a small site no digits.
+struct AxisScale {
+    double originX = 0; ///< pixel of (xmin, ymin, zmin)
+    double originY = 0;
+    double perX = 0; ///< pixels a unit of x, to the right
+    double perY = 0; ///< of y, along the slanted axis
+    double perZ = 0; ///< of z, upwards
+};
+
+/// The same in single precision, relative to the origin of the coordinates. Pixel x of x on the x
+/// axis is Ax x + Bx; Ay y + By is the distance along the slanted axis from ymin, pixels; pixel y
+/// of z is Az z + Bz, with Az negative.
 struct PixelCoefficients {
     float Ax = 0;
     float Bx = 0;
@@ -35,7 +46,11 @@ struct PixelCoefficients {
 struct Frame3D {
     SpaceExtents extents; ///< of the data, widened to whole tick steps
     float rayx = 1;       ///< of the parameters, at most kLongestYAxis
-    PixelCoefficients coefficients;
+    AxisScale scale;
+
+    [[nodiscard]] PixelCoefficients Coefficients() const;
+    /// Length of the drawn x axis, pixels.
+    [[nodiscard]] double LengthX() const { return (extents.xmax - extents.xmin) * scale.perX; }
 };
 
 /// Clears the surface, sets its user scale (x to the right, z upwards) and draws the frame.

@@ -52,8 +52,7 @@ std::optional<NearestPoint> FindNearest(const ViewData& data, const Drawing3D& d
     const bool isGrid = data.mode == ViewMode::Surface;
     Search search(drawing.screenPoint, pixel);
     if (isGrid) {
-        const SpaceExtents& extents = drawing.projection.Frame().extents;
-        OfferNodes(search, data, static_cast<double>(extents.ymin));
+        OfferNodes(search, data, drawing.projection.Frame().extents.ymin);
     } else {
         for (Index k = data.PointCount(); k >= 1; --k) {
             search.Offer(k);

@@ -19,17 +19,17 @@ PlanPlace RotatePoint(double x, double y, double theta, double cx, double cy) {
 
 FrameMeasures MeasureFrame(const Frame3D& frame, float alfa) {
     const SpaceExtents& e = frame.extents;
-    const PixelCoefficients& c = frame.coefficients;
+    const PixelCoefficients c = frame.Coefficients();
     FrameMeasures m;
     m.sinAlfa = std::sin(alfa);
     m.cosAlfa = std::cos(alfa);
-    m.centreX = (Wide(e.xmin) + Wide(e.xmax)) / 2;
-    m.centreY = (Wide(e.ymin) + Wide(e.ymax)) / 2;
-    m.xRange = e.xmax - e.xmin;
+    m.centreX = (e.xmin + e.xmax) / 2;
+    m.centreY = (e.ymin + e.ymax) / 2;
+    m.xRange = static_cast<float>(e.xmax - e.xmin);
     m.halfX = m.xRange / 2;
-    m.halfY = (e.ymax - e.ymin) / 2;
-    m.zRange = e.zmax - e.zmin;
-    const float ratio = m.xRange / (e.ymax - e.ymin);
+    m.halfY = static_cast<float>(e.ymax - e.ymin) / 2;
+    m.zRange = static_cast<float>(e.zmax - e.zmin);
+    const float ratio = m.xRange / (2 * m.halfY);
     m.slantX = ratio * frame.rayx * m.cosAlfa;
     m.slantZ = ratio * frame.rayx * m.sinAlfa * (-c.Ax / c.Az);
     return m;
@@ -46,16 +46,16 @@ PixelPosition Projection::Project(double x, double y, double z) const {
         x = turned.x;
         y = turned.y;
     }
-    const PixelCoefficients& c = frame_.coefficients;
-    const double along = Wide(c.Ay) * y + Wide(c.By);
-    return {along * Wide(measures_.cosAlfa) + (Wide(c.Ax) * x + Wide(c.Bx)),
-            Wide(c.Az) * z + Wide(c.Bz) - along * Wide(measures_.sinAlfa)};
+    const SpaceExtents& start = frame_.extents;
+    const AxisScale& scale = frame_.scale;
+    const double along = scale.perY * (y - start.ymin);
+    return {scale.originX + scale.perX * (x - start.xmin) + along * Wide(measures_.cosAlfa),
+            scale.originY - scale.perZ * (z - start.zmin) - along * Wide(measures_.sinAlfa)};
 }
 
 UserPosition Projection::ToUser(double x, double y) const {
-    const double back = y - Wide(frame_.extents.ymin);
-    return {x + back * Wide(measures_.slantX),
-            Wide(frame_.extents.zmin) + back * Wide(measures_.slantZ)};
+    const double back = y - frame_.extents.ymin;
+    return {x + back * Wide(measures_.slantX), frame_.extents.zmin + back * Wide(measures_.slantZ)};
 }
 
 } // namespace terravo

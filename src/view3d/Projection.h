@@ -2,8 +2,8 @@
 //
 // Data: the frame of a drawing, what was measured of a frame, and how the user looks at it. Method:
 // a place is turned about the middle of the plan extent while the view rotates, and projected by
-// two linear maps. A value: drawings make one and hand it out. Fields said to be single precision
-// are floats on purpose.
+// two linear maps relative to the start of the axes, in doubles. A value: drawings make one and
+// hand it out. Fields said to be single precision are floats on purpose.
 #pragma once
 
 #include "plot2d/DrawSurface.h"

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -72,8 +73,7 @@ SpaceExtents ExtentsOf(const ViewData& data, const Heights& heights) {
     const MinMax x = MinMaxOf(data.X);
     const MinMax y = MinMaxOf(data.Y);
     const MinMax z = MinMaxOf(heights);
-    return {Narrow(x.min), Narrow(x.max), Narrow(y.min),
-            Narrow(y.max), Narrow(z.min), Narrow(z.max)};
+    return {x.min, x.max, y.min, y.max, z.min, z.max};
 }
 
 // Chooses the power of ten for the heights, a multiple of three, and divides extents and heights by
@@ -81,15 +81,18 @@ SpaceExtents ExtentsOf(const ViewData& data, const Heights& heights) {
 template <class Heights>
 void ScaleHeights(ViewData& data, Heights& heights) {
     SpaceExtents& extents = data.extents;
-    const double largest = std::max(std::fabs(Wide(extents.zmin)), std::fabs(Wide(extents.zmax)));
+    double largest = std::max(std::fabs(extents.zmin), std::fabs(extents.zmax));
+    if (largest <= Wide(std::numeric_limits<float>::max())) {
+        largest = Wide(Narrow(largest)); // the power of ten goes by the single precision
+    }
     if (!(largest > kLargestPlainHeight)) {
         return;
     }
     data.zExponent = RoundHalfEven(std::floor(std::log(largest) / kLn10 / 3) * 3);
     data.zLabel = "z [10^" + std::to_string(data.zExponent) + "]";
     const double divisor = std::pow(10.0, data.zExponent);
-    extents.zmin = Narrow(Wide(extents.zmin) / divisor);
-    extents.zmax = Narrow(Wide(extents.zmax) / divisor);
+    extents.zmin /= divisor;
+    extents.zmax /= divisor;
     for (double& height : heights) {
         height /= divisor;
     }
@@ -98,7 +101,7 @@ void ScaleHeights(ViewData& data, Heights& heights) {
 // The colour of a height between the extents.
 class HeightColours {
 public:
-    explicit HeightColours(const SpaceExtents& extents)
+    explicit HeightColours(const SingleExtents& extents)
         : lowest_(Wide(extents.zmin)),
           factor_(extents.zmax > extents.zmin ? kLastColour / (Wide(extents.zmax) - lowest_) : 0) {}
 
@@ -134,7 +137,7 @@ void PreparePoints(ViewData& data, const SpaceExtents* given) {
     data.extents = given != nullptr ? *given : ExtentsOf(data, data.Z);
     ScaleHeights(data, data.Z);
     data.pointColour = Array1<Colour>(data.PointCount());
-    const HeightColours colours(data.extents);
+    const HeightColours colours(data.extents.Single());
     for (Index i = 1; i <= data.PointCount(); ++i) {
         data.pointColour[i] = colours.Of(data.Z[i]);
     }
@@ -144,7 +147,7 @@ void ColourCells(ViewData& data) {
     const Table<double>& z = data.gridZ;
     data.cellColour =
         Table<Colour>(std::max<Index>(data.Nx() - 1, 0), std::max<Index>(data.Ny() - 1, 0));
-    const HeightColours colours(data.extents);
+    const HeightColours colours(data.extents.Single());
     for (Index i = 1; i < data.Nx(); ++i) {
         for (Index j = 1; j < data.Ny(); ++j) {
             const float mean = Narrow((z(i, j + 1) + z(i, j) + z(i + 1, j + 1) + z(i + 1, j)) / 4);
@@ -154,6 +157,10 @@ void ColourCells(ViewData& data) {
 }
 
 } // namespace
+
+SingleExtents SpaceExtents::Single() const {
+    return {Narrow(xmin), Narrow(xmax), Narrow(ymin), Narrow(ymax), Narrow(zmin), Narrow(zmax)};
+}
 
 Table<Index> TriangleTable(const TriangleList& triangles) {
     Table<Index> corners(triangles.count, 3);

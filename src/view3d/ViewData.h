@@ -2,8 +2,7 @@
 //
 // Data: own copies of the caller's arrays, with their extents, a colour for each point or cell and
 // the title. Method: heights are divided by a power of ten when they are large; colours go by
-// height. Everything is prepared once; drawings only read it. Extents are single precision on
-// purpose.
+// height. Everything is prepared once; drawings only read it.
 #pragma once
 
 #include "plot2d/Colour.h"
@@ -17,8 +16,8 @@ namespace terravo {
 
 enum class ViewMode { Points = 1, Surface = 2, Triangles = 3 };
 
-/// Limits of the three coordinates.
-struct SpaceExtents {
+/// Limits of the three coordinates in single precision.
+struct SingleExtents {
     float xmin = 0;
     float xmax = 0;
     float ymin = 0;
@@ -26,6 +25,19 @@ struct SpaceExtents {
     float zmin = 0;
     float zmax = 0;
 
+    bool operator==(const SingleExtents&) const = default;
+};
+
+/// Limits of the three coordinates.
+struct SpaceExtents {
+    double xmin = 0;
+    double xmax = 0;
+    double ymin = 0;
+    double ymax = 0;
+    double zmin = 0;
+    double zmax = 0;
+
+    [[nodiscard]] SingleExtents Single() const;
     bool operator==(const SpaceExtents&) const = default;
 };
 

@@ -63,9 +63,8 @@ struct frm3DTest : ::testing::Test {
     [[nodiscard]] QPoint Place(PixelPosition pixel) const {
         return (QPointF(pixel.x, pixel.y) / Area()->devicePixelRatioF()).toPoint();
     }
-    [[nodiscard]] QPoint PlaceOf(float x, float y, float z) const {
-        return Place(View().Drawing().projection.Project(
-            static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)));
+    [[nodiscard]] QPoint PlaceOf(double x, double y, double z) const {
+        return Place(View().Drawing().projection.Project(x, y, z));
     }
     void Move(QPoint place, Qt::MouseButtons buttons = {}) const {
         if (!buttons) {

@@ -14,7 +14,8 @@ namespace {
 // 3 pixels to the z unit.
 Projection HandMade(const ViewParameters& parameters) {
     Frame3D frame;
-    frame.coefficients = {10, 5, 2, -4, -3, 100};
+    frame.extents = {0, 20, 2, 20, 0, 30};
+    frame.scale = {5, 100, 10, 2, 3};
     FrameMeasures measures;
     measures.sinAlfa = 0.6F;
     measures.cosAlfa = 0.8F;
@@ -24,7 +25,7 @@ Projection HandMade(const ViewParameters& parameters) {
 }
 
 void ExpectNear(PixelPosition place, double x, double y) {
-    EXPECT_NEAR(place.x, x, 1e-5) << "of single-precision coefficients";
+    EXPECT_NEAR(place.x, x, 1e-5) << "of a single-precision sine";
     EXPECT_NEAR(place.y, y, 1e-5);
 }
 
@@ -86,8 +87,7 @@ struct AxonometricViewTest : testing::Test {
 TEST_F(AxonometricViewTest, StandardViewsSetLengthAndSlantOfTheYAxis) {
     ASSERT_FALSE(view.Redraw(surface, true, run));
     const Projection& drawn = view.Drawing().projection;
-    const double xPixels = static_cast<double>(drawn.Measures().xRange) *
-                           static_cast<double>(drawn.Frame().coefficients.Ax);
+    const double xPixels = drawn.Frame().LengthX();
     view.SetStandardView(StandardView::XY, 400);
     const double width = std::round((std::cos(std::acos(-1.0) / 6) + 1) * xPixels);
     EXPECT_FLOAT_EQ(view.Parameters().rayx, static_cast<float>(320 / width)) << "whole pixels";

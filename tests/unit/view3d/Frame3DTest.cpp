@@ -19,7 +19,7 @@ struct Frame3DTest : testing::Test {
 
     Frame3DTest() {
         data.title = "hills";
-        data.extents = {1.2F, 8.7F, 12, 47, 101, 163};
+        data.extents = {1.2, 8.7, 12, 47, 101, 163};
     }
 
     std::variant<Frame3D, Message> Draw() {
@@ -71,16 +71,16 @@ TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
         float alfa;
         float rayx;
         SpaceExtents extents;
-        double tolerance; // pixels: single-precision offsets of national grids are coarse
     };
-    const SpaceExtents small{1.2F, 8.7F, 12, 47, 101, 163};
-    const SpaceExtents grid{520000, 520070, 4520000, 4520070, 91, 109};
-    const SpaceExtents below{-70, -3, -0.5F, 0.7F, -9, -2};
+    const SpaceExtents small{1.2, 8.7, 12, 47, 101, 163};
+    const SpaceExtents site{520003.1, 520008, 4520001.3, 4520006.1, 4111.2, 4112};
+    const SpaceExtents patch{520003.1, 520003.3, 4520001.3, 4520001.5, 111.23, 111.24};
+    const SpaceExtents below{-70, -3, -0.5, 0.7, -9, -2};
     for (const Case& c :
-         {Case{0.5235988F, 1, small, 1}, Case{0.5235988F, 1, grid, 2},
-          Case{0.5235988F, 1, below, 1}, Case{2.2F, 0.8F, small, 1}, Case{3.1F, 1.5F, below, 1},
-          Case{-0.7F, 0.6F, small, 1}, Case{-2.4F, 2, small, 1}, Case{kHalfPi, 0.9F, small, 1},
-          Case{kHalfPi, 0, small, 1}, Case{0, 1000, small, 1}, Case{1.2F, 40, small, 1}}) {
+         {Case{0.5235988F, 1, small}, Case{0.5235988F, 1, site}, Case{0.5235988F, 1, patch},
+          Case{0.5235988F, 1, below}, Case{2.2F, 0.8F, small}, Case{3.1F, 1.5F, below},
+          Case{-0.7F, 0.6F, small}, Case{-2.4F, 2, small}, Case{kHalfPi, 0.9F, small},
+          Case{kHalfPi, 0, small}, Case{0, 1000, small}, Case{1.2F, 40, small}}) {
         parameters.alfa = c.alfa;
         parameters.rayx = c.rayx;
         data.extents = c.extents;
@@ -89,32 +89,38 @@ TEST_F(Frame3DTest, ItsCoefficientsPutTheAxesOnTheLinesThatItDraws) {
         const Projection projection(parameters, frame, MeasureFrame(frame, c.alfa));
         SCOPED_TRACE(testing::Message() << "alfa " << c.alfa << " rayx " << c.rayx);
         const SpaceExtents& e = frame.extents;
-        const auto at = [&projection](float x, float y, float z) {
-            return projection.Project(static_cast<double>(x), static_cast<double>(y),
-                                      static_cast<double>(z));
-        };
-        const PixelPosition origin = at(e.xmin, e.ymin, e.zmin);
-        const PixelPosition xEnd = at(e.xmax, e.ymin, e.zmin);
-        const PixelPosition yEnd = at(e.xmin, e.ymax, e.zmin);
-        const PixelPosition zEnd = at(e.xmin, e.ymin, e.zmax);
+        const PixelPosition origin = projection.Project(e.xmin, e.ymin, e.zmin);
+        const PixelPosition xEnd = projection.Project(e.xmax, e.ymin, e.zmin);
+        const PixelPosition yEnd = projection.Project(e.xmin, e.ymax, e.zmin);
+        const PixelPosition zEnd = projection.Project(e.xmin, e.ymin, e.zmax);
         for (const PixelPosition end : {xEnd, yEnd, zEnd}) {
-            EXPECT_TRUE(IsDrawn(origin, end, c.tolerance)) << end.x << ", " << end.y;
+            EXPECT_TRUE(IsDrawn(origin, end, 1)) << end.x << ", " << end.y;
             EXPECT_TRUE(end.x >= 0 && end.x < 640 && end.y >= 0 && end.y < 480)
                 << end.x << ", " << end.y;
         }
         EXPECT_GE(xEnd.x, origin.x);
         EXPECT_LT(zEnd.y, origin.y);
         const double length = std::hypot(yEnd.x - origin.x, yEnd.y - origin.y);
-        EXPECT_NEAR(length, static_cast<double>(c.rayx * (e.xmax - e.xmin) * frame.coefficients.Ax),
-                    2);
-        EXPECT_NEAR(yEnd.x - origin.x, length * std::cos(static_cast<double>(c.alfa)), 2);
-        EXPECT_NEAR(origin.y - yEnd.y, length * std::sin(static_cast<double>(c.alfa)), 2);
+        EXPECT_NEAR(length, static_cast<double>(c.rayx) * frame.LengthX(), 1);
+        EXPECT_NEAR(yEnd.x - origin.x, length * std::cos(static_cast<double>(c.alfa)), 1);
+        EXPECT_NEAR(origin.y - yEnd.y, length * std::sin(static_cast<double>(c.alfa)), 1);
         // The scale it leaves behind is the same map.
-        const PixelPosition corner =
-            surface.ToPixels(static_cast<double>(e.xmax), static_cast<double>(e.zmax));
-        EXPECT_NEAR(corner.x, xEnd.x, c.tolerance);
-        EXPECT_NEAR(corner.y, zEnd.y, c.tolerance);
+        const PixelPosition corner = surface.ToPixels(e.xmax, e.zmax);
+        EXPECT_NEAR(corner.x, xEnd.x, 1);
+        EXPECT_NEAR(corner.y, zEnd.y, 1);
         EXPECT_EQ(surface.ScaleMode(), ScaleUnit::User);
+    }
+}
+
+TEST_F(Frame3DTest, TicksASmallSiteAtLargeCoordinates) {
+    data.extents = {520003.1, 520003.3, 4520001.3, 4520001.5, 111.23, 111.24};
+    const Frame3D frame = Drawn();
+    EXPECT_NEAR(frame.extents.xmin, 520003.1, 1e-9);
+    EXPECT_NEAR(frame.extents.ymax, 4520001.5, 1e-9);
+    EXPECT_EQ(frame.Coefficients().Ax, static_cast<float>(frame.scale.perX));
+    EXPECT_LT(frame.Coefficients().Az, 0);
+    for (const char* text : {"520003.1", "520003.2", "520003.3", "4520001.4", "111.235"}) {
+        EXPECT_TRUE(surface.FindText(text)) << text;
     }
 }
 
@@ -145,7 +151,7 @@ TEST_F(Frame3DTest, ReturnsWhatItCannotDrawAsAMessage) {
     }
     data.extents = {0, 1, 0, 1, 0, INFINITY};
     EXPECT_TRUE(std::holds_alternative<Message>(Draw()));
-    data.extents = {3e8F, 3e8F, 0, 1, 0, 1};
+    data.extents = {3e17, 3e17, 0, 1, 0, 1};
     EXPECT_TRUE(std::holds_alternative<Message>(Draw())) << "no room between neighbouring numbers";
 }
 

@@ -171,9 +171,9 @@ TEST_F(RenderingTest, TheMarkerStandsInTheMiddleAndPointsAlongTheTurnedX) {
         ASSERT_EQ(pointer.size(), 1U);
         // The same places by the projection to pixels, unturned.
         const Projection still({}, drawing.projection.Frame(), drawing.projection.Measures());
-        const auto isAt = [&](double u, double v, double x, double y, float z) {
+        const auto isAt = [&](double u, double v, double x, double y, double z) {
             const PixelPosition drawn = surface.ToPixels(u, v);
-            const PixelPosition expected = still.Project(x, y, static_cast<double>(z));
+            const PixelPosition expected = still.Project(x, y, z);
             EXPECT_NEAR(drawn.x, expected.x, 1);
             EXPECT_NEAR(drawn.y, expected.y, 1);
         };

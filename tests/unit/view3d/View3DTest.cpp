@@ -94,18 +94,14 @@ TEST_F(View3DTest, DraggingTheYAxisPutsItsEndUnderThePointer) {
                           Case{-50, -50, "-135.000"}, Case{0, -40, "-90.000"}}) {
         const Frame3D frame = Drawn().Frame();
         const SpaceExtents& e = frame.extents;
-        const auto ax = static_cast<double>(frame.coefficients.Ax);
-        const auto az = static_cast<double>(frame.coefficients.Az);
+        const double perX = frame.scale.perX;
         commands.BeginDrag();
-        commands.Drag(static_cast<double>(e.xmin) + c.right / ax,
-                      static_cast<double>(e.zmin) - c.up / az);
+        commands.Drag(e.xmin + c.right / perX, e.zmin + c.up / frame.scale.perZ);
         EXPECT_EQ(display.controls.alfa, c.alfa);
         EXPECT_EQ(display.Pictures(), 1);
-        const auto end = Drawn().Project(static_cast<double>(e.xmin), static_cast<double>(e.ymax),
-                                         static_cast<double>(e.zmin));
-        const auto origin = Drawn().Project(
-            static_cast<double>(e.xmin), static_cast<double>(e.ymin), static_cast<double>(e.zmin));
-        const double scale = static_cast<double>(Drawn().Frame().coefficients.Ax) / ax;
+        const auto end = Drawn().Project(e.xmin, e.ymax, e.zmin);
+        const auto origin = Drawn().Project(e.xmin, e.ymin, e.zmin);
+        const double scale = Drawn().Frame().scale.perX / perX;
         EXPECT_NEAR(end.x - origin.x, c.right * scale, 2) << c.alfa;
         EXPECT_NEAR(origin.y - end.y, c.up * scale, 2) << c.alfa;
     }

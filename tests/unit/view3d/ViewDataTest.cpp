@@ -26,16 +26,17 @@ TEST_F(ViewDataTest, DividesLargeHeightsByAPowerOfAThousand) {
         int exponent;
         const char* label;
     };
-    for (const Case& c : {Case{-1000, 1000, 0, "z"}, Case{0, 1000.5, 3, "z [10^3]"},
-                          Case{0, 2.5e7, 6, "z [10^6]"}, Case{-40000, 10, 3, "z [10^3]"},
-                          Case{1, 7e9, 9, "z [10^9]"}, Case{0, 2.5e13, 12, "z [10^12]"}}) {
+    for (const Case& c :
+         {Case{-1000, 1000, 0, "z"}, Case{0, 1000.5, 3, "z [10^3]"}, Case{0, 2.5e7, 6, "z [10^6]"},
+          Case{-40000, 10, 3, "z [10^3]"}, Case{1, 7e9, 9, "z [10^9]"},
+          Case{0, 2.5e13, 12, "z [10^12]"}, Case{-4e301, 2e300, 300, "z [10^300]"}}) {
         const ViewData data = Heights(c.low, c.high);
         const double divisor = std::pow(10.0, c.exponent);
         EXPECT_EQ(data.zExponent, c.exponent) << c.label;
         EXPECT_EQ(data.zLabel, c.label);
         EXPECT_EQ(data.Z[2], c.high / divisor);
-        EXPECT_EQ(data.extents.zmin, static_cast<float>(c.low / divisor));
-        EXPECT_EQ(data.extents.zmax, static_cast<float>(c.high / divisor));
+        EXPECT_EQ(data.extents.zmin, c.low / divisor);
+        EXPECT_EQ(data.extents.Single().zmax, static_cast<float>(c.high / divisor));
         EXPECT_EQ(data.pointColour[1], palette.front()) << c.label;
         EXPECT_EQ(data.pointColour[2], palette.back()) << c.label;
     }
