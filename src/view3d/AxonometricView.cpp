@@ -23,14 +23,10 @@ void AxonometricView::Show(ViewData data) {
 
 void AxonometricView::SetStandardView(StandardView view, int outerHeight) {
     switch (view) {
-    case StandardView::XY: {
-        const double width = (Wide(parameters_.rayx) * std::cos(Wide(parameters_.alfa)) + 1) *
-                             drawing_.projection.Frame().LengthX();
-        const std::int32_t pixels = std::max(modUtilita::RoundHalfEven(width), 1);
-        parameters_.rayx = static_cast<float>(0.8 * outerHeight / pixels);
+    case StandardView::XY:
+        parameters_.rayx = LengthSeenFromAbove(outerHeight);
         parameters_.alfa = kHalfPi;
         break;
-    }
     case StandardView::ZX:
         parameters_.rayx = 0;
         parameters_.alfa = kHalfPi;
@@ -39,6 +35,21 @@ void AxonometricView::SetStandardView(StandardView view, int outerHeight) {
         parameters_.rayx = 1000;
         parameters_.alfa = 0;
         break;
+    }
+}
+
+// The width is what the axes fill in any view that leans to the right and is not too high, and not
+// what they fill now: the view from above would otherwise depend on the one before, and on itself.
+float AxonometricView::LengthSeenFromAbove(int outerHeight) const {
+    constexpr double kPartOfHeight = 0.8;
+    const std::int32_t width = modUtilita::RoundHalfEven(drawing_.projection.Frame().roomWidth);
+    return static_cast<float>(kPartOfHeight * outerHeight / (width > 0 ? width : outerHeight));
+}
+
+void AxonometricView::HoldAxes() {
+    const Frame3D& frame = drawing_.projection.Frame();
+    if (isDrawn_) {
+        parameters_.held = {frame.scale.originX, frame.scale.originY, frame.LengthX()};
     }
 }
 
@@ -61,12 +72,16 @@ UserPosition AxonometricView::NearAxisEnd(double right, double up) const {
 
 std::optional<Message> AxonometricView::Redraw(DrawSurface& surface, bool full,
                                                const RunState& run) {
+    const SurfaceSize size{surface.PixelWidth(), surface.PixelHeight()};
+    const bool keeps = !full && measuredOn_ == size;
     const FrameMeasures& kept = drawing_.projection.Measures();
-    auto result = Rendering::Redraw(surface, *data_, parameters_, full ? nullptr : &kept, run);
+    auto result = Rendering::Redraw(surface, *data_, parameters_, keeps ? &kept : nullptr, run);
     if (auto* const failure = std::get_if<Message>(&result)) {
         isDrawn_ = false;
+        measuredOn_.reset();
         return std::move(*failure);
     }
+    measuredOn_ = size;
     drawing_ = std::get<Drawing3D>(std::move(result));
     parameters_.rayx = drawing_.projection.Frame().rayx;
     isDrawn_ = true;

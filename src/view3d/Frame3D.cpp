@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 namespace terravo {
@@ -124,6 +125,20 @@ Room FindRoom(const Frame& frame) {
     return {left, surface.PixelHeight() - bottom, width, height};
 }
 
+// The x axis and the slant of the y axis side by side in the room, the latter no higher than leaves
+// some height for the z axis.
+void FitAxes(Layout& layout, const Room& room, double alongX, double alongZ) {
+    layout.lengthX = room.width / (1 + std::fabs(alongX));
+    const double mostRise = room.height * (1 - kLowestZPart);
+    if (std::fabs(alongZ) * layout.lengthX > mostRise) {
+        layout.lengthX = mostRise / std::fabs(alongZ);
+    }
+    const double slantX = alongX * layout.lengthX;
+    const double used = layout.lengthX + std::fabs(slantX);
+    layout.originX = room.left + (room.width - used) / 2 + std::max(0.0, -slantX);
+    layout.originY = room.bottom - std::max(0.0, -alongZ * layout.lengthX);
+}
+
 // Shares the room out between the three axes.
 void ChooseLayout(Frame& frame) {
     const Room room = FindRoom(frame);
@@ -133,17 +148,18 @@ void ChooseLayout(Frame& frame) {
     const double alongX = Wide(rayx) * std::cos(alfa);
     const double alongZ = Wide(rayx) * std::sin(alfa);
     Layout& layout = frame.layout;
-    layout.lengthX = room.width / (1 + std::fabs(alongX));
-    const double mostRise = room.height * (1 - kLowestZPart);
-    if (std::fabs(alongZ) * layout.lengthX > mostRise) {
-        layout.lengthX = mostRise / std::fabs(alongZ);
+    if (const std::optional<HeldAxes>& held = frame.parameters.held) {
+        layout.originX = held->originX;
+        layout.originY = held->originY;
+        layout.lengthX = held->lengthX;
+    } else {
+        FitAxes(layout, room, alongX, alongZ);
     }
     layout.slantX = alongX * layout.lengthX;
     layout.slantY = alongZ * layout.lengthX;
-    layout.heightZ = room.height - std::fabs(layout.slantY);
-    const double used = layout.lengthX + std::fabs(layout.slantX);
-    layout.originX = room.left + (room.width - used) / 2 + std::max(0.0, -layout.slantX);
-    layout.originY = room.bottom - std::max(0.0, -layout.slantY);
+    const double roomAbove = layout.originY - (room.bottom - room.height);
+    layout.heightZ = std::max(roomAbove - std::max(0.0, layout.slantY), room.height * kLowestZPart);
+    frame.settled.roomWidth = room.width;
 }
 
 AxisScale ScaleOf(const Layout& layout, const Frame3D& settled) {
@@ -351,7 +367,7 @@ PixelCoefficients Frame3D::Coefficients() const {
 std::variant<Frame3D, Message> DrawFrame3D(DrawSurface& surface, const ViewData& data,
                                            const ViewParameters& parameters, Colour colour,
                                            const RunState& run) {
-    Frame frame{surface, data, parameters, run, colour, {data.extents, parameters.rayx, {}},
+    Frame frame{surface, data, parameters, run, colour, {data.extents, parameters.rayx, {}, 0},
                 {},      {},   {},         {}};
     const auto failureOf = [&](const std::string& description, const std::string& source) {
         surface.SetScaleMode(ScaleUnit::User);

@@ -2,9 +2,10 @@
 //
 // Data: the extents and texts of the data, the length and slant of the y axis; the widened extents
 // and the places of the axes come out. Method: ranges are rounded as those of the plan frame; the x
-// axis gets the length that leaves room for the slanted y axis, the z axis the height above it;
-// then ticks are drawn along each axis. A label that would touch the one before it is left out,
-// since an axis may be as short as a pixel. x runs to the right, z upwards, y along a slanted axis.
+// axis gets the length that leaves room for the slanted y axis, the z axis the height above it,
+// unless a drag holds the x axis; then ticks are drawn along each axis. A label that would touch
+// the one before it is left out, since an axis may be as short as a pixel. x runs to the right, z
+// upwards, y along a slanted axis.
 #pragma once
 
 #include "plot2d/DrawSurface.h"
@@ -47,6 +48,7 @@ struct Frame3D {
     SpaceExtents extents; ///< of the data, widened to whole tick steps
     float rayx = 1;       ///< of the parameters, at most kLongestYAxis
     AxisScale scale;
+    double roomWidth = 0; ///< that the margins leave for the axes, pixels; in every view the same
 
     [[nodiscard]] PixelCoefficients Coefficients() const;
     /// Length of the drawn x axis, pixels.

@@ -46,6 +46,7 @@ void View3D::ShowTriangles(const PointSet& points, const TriangleList& triangles
 
 void View3D::Show(ViewData data) {
     view_.Show(std::move(data));
+    view_.ReleaseAxes();
     Redraw(true);
     ShowControls();
     PlaceAxisLabels();
@@ -56,8 +57,24 @@ void View3D::Redraw(bool full) {
         return;
     }
     if (const auto failure = view_.Redraw(display_.Surface3D(), full, run_)) {
-        messages_.ShowCritical(failure->text, failure->title);
+        Report(*failure);
     }
+}
+
+// While its box is open the window may want to draw again.
+void View3D::Report(const Message& failure) {
+    if (reporting_) {
+        return;
+    }
+    if (view_.Parameters().rotating) {
+        paused_ = false;
+        TurnTo(0, false);
+        display_.ShowReadOut(std::nullopt);
+        ShowControls();
+    }
+    reporting_ = true;
+    messages_.ShowCritical(failure.text, failure.title);
+    reporting_ = false;
 }
 
 void View3D::TurnTo(float theta, bool rotating) {
@@ -108,32 +125,45 @@ void View3D::SetColour(bool colour) {
 }
 
 void View3D::SetStandardView(StandardView view) {
+    view_.ReleaseAxes();
     view_.SetStandardView(view, display_.OuterHeight());
     ShowControls();
     Redraw(true);
 }
 
 void View3D::BeginDrag() {
+    view_.HoldAxes();
     display_.ShowReadOut(std::nullopt);
 }
 
 void View3D::Drag(double userX, double userZ) {
-    if (!view_.HasData()) {
+    dragged_ = true;
+    PutAxisEnd({userX, userZ});
+}
+
+void View3D::EndDrag() {
+    view_.ReleaseAxes();
+    if (std::exchange(dragged_, false)) {
+        Redraw(true);
+    }
+}
+
+void View3D::MoveAxisEnd(double right, double up) {
+    PutAxisEnd(view_.NearAxisEnd(right, up));
+}
+
+void View3D::PutAxisEnd(UserPosition place) {
+    if (!view_.IsDrawn()) {
         return;
     }
-    view_.DragAxisEnd(userX, userZ);
+    view_.DragAxisEnd(place.x, place.y);
     display_.ShowReadOut(std::nullopt);
     Redraw(true);
     ShowControls();
 }
 
-void View3D::MoveAxisEnd(double right, double up) {
-    const UserPosition place = view_.NearAxisEnd(right, up);
-    BeginDrag();
-    Drag(place.x, place.y);
-}
-
 void View3D::PlaceAxisLabels() {
+    EndDrag();
     const std::optional<PixelPoint> pointer = display_.PointerPixel();
     const std::optional<NearestPoint> nearest =
         pointer ? view_.FindNearest(*pointer) : std::nullopt;

@@ -82,17 +82,21 @@ public:
     void SetColour(bool colour);
     void SetStandardView(StandardView view);
 
-    /// The left button goes down, the pointer moves with it, it goes up.
+    /// The left button goes down, the pointer moves with it, it goes up. While it is down the end
+    /// of the y axis stays under the pointer; then the picture fits the drawing area again.
     void BeginDrag();
     void Drag(double userX, double userZ);
+    void EndDrag();
     /// The end of the y axis, taken some pixels on from where it is, as the pointer would drag it.
     void MoveAxisEnd(double right, double up);
-    /// The pointer moved without a button, or the data are new: reads out the nearest point.
+    /// The pointer moved without a button, or the data are new: reads out the nearest point. Ends a
+    /// drag whose end went elsewhere.
     void PlaceAxisLabels();
     /// The pointer has left the drawing area.
     void LeaveArea();
 
-    /// Draws again, as after a change of the size.
+    /// Draws again, as after a change of the size. A drawing that fails stops the rotation, so that
+    /// its message does not come back with every tick.
     void Redraw(bool full);
 
     /// Refreshes captions after the texts were loaded.
@@ -101,12 +105,16 @@ public:
 private:
     void Show(ViewData data);
     void TurnTo(float theta, bool rotating);
+    void PutAxisEnd(UserPosition place);
+    void Report(const Message& failure);
 
     const RunState& run_;
     MessageService& messages_;
     View3DDisplay& display_;
     AxonometricView view_;
     bool paused_ = false;
+    bool dragged_ = false;   // since the button went down
+    bool reporting_ = false; // a message is on the screen
 };
 
 } // namespace terravo

@@ -220,7 +220,10 @@ void frm3D::ConnectControls() {
     });
     connect(pic3D, &SurfaceView::Dragged, this,
             [this](double x, double z) { commands_.Drag(x, z); });
-    connect(pic3D, &SurfaceView::DragEnded, this, [this] { pic3D->setCursor(Qt::CrossCursor); });
+    connect(pic3D, &SurfaceView::DragEnded, this, [this] {
+        pic3D->setCursor(Qt::CrossCursor);
+        commands_.EndDrag();
+    });
 }
 
 void frm3D::SetColours(const terravo::ColourScheme& scheme) {

@@ -100,6 +100,24 @@ TEST_F(AxonometricViewTest, StandardViewsSetLengthAndSlantOfTheYAxis) {
     EXPECT_EQ(view.Parameters().alfa, 0);
 }
 
+TEST_F(AxonometricViewTest, TheViewFromAboveIsTheSameWhateverCameBefore) {
+    ASSERT_FALSE(view.Redraw(surface, true, run));
+    view.SetStandardView(StandardView::XY, 480);
+    const float length = view.Parameters().rayx;
+    for (const auto& [alfa, rayx] :
+         {std::pair{kHalfPi, length}, std::pair{2.8F, 3.0F}, std::pair{3.1415927F, 1.0F},
+          std::pair{-2.4F, 2.0F}, std::pair{1.5F, 40.0F}, std::pair{0.0F, 1000.0F}}) {
+        ViewParameters parameters;
+        parameters.alfa = alfa;
+        parameters.rayx = rayx;
+        view.SetParameters(parameters);
+        ASSERT_FALSE(view.Redraw(surface, true, run));
+        view.SetStandardView(StandardView::XY, 480);
+        EXPECT_EQ(view.Parameters().rayx, length) << "after a slant of " << alfa;
+        EXPECT_EQ(view.Parameters().alfa, kHalfPi);
+    }
+}
+
 TEST_F(AxonometricViewTest, ARedrawThatIsNotFullKeepsWhatWasMeasuredOfTheFrame) {
     ASSERT_FALSE(view.Redraw(surface, true, run));
     const FrameMeasures first = view.Drawing().projection.Measures();
@@ -118,6 +136,16 @@ TEST_F(AxonometricViewTest, ARedrawThatIsNotFullKeepsWhatWasMeasuredOfTheFrame) 
     EXPECT_EQ(view.Parameters().rayx, 1000) << "and its cap comes back";
     ASSERT_FALSE(view.Redraw(surface, true, run));
     EXPECT_EQ(view.Drawing().projection.Measures().xRange, 40);
+
+    RecordingSurface wide(900, 480); // a window resized while it turns
+    ASSERT_FALSE(view.Redraw(wide, false, run));
+    const Projection& resized = view.Drawing().projection;
+    EXPECT_EQ(resized.Measures().slantZ, MeasureFrame(resized.Frame(), 1).slantZ);
+    RecordingSurface tiny(20, 20);
+    view.Show(ViewData::Triangoli({0, 70, 0}, {0, 0, 40}, {1, 2, 3}, {}, "t"));
+    ASSERT_TRUE(view.Redraw(tiny, true, run));
+    ASSERT_FALSE(view.Redraw(wide, false, run));
+    EXPECT_EQ(view.Drawing().projection.Measures().xRange, 70) << "after a drawing that failed";
 }
 
 TEST_F(AxonometricViewTest, ReadsOutNothingAfterADrawingThatFailed) {

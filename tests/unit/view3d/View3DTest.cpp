@@ -82,8 +82,12 @@ TEST_F(View3DTest, SingleDegreesWrapAtBothEnds) {
     }
 }
 
-TEST_F(View3DTest, DraggingTheYAxisPutsItsEndUnderThePointer) {
+TEST_F(View3DTest, DraggingTheYAxisKeepsItsEndUnderThePointer) {
     ShowPoints();
+    const auto pixelOf = [this](double y) {
+        const SpaceExtents& e = Drawn().Frame().extents;
+        return Drawn().Project(e.xmin, y, e.zmin);
+    };
     struct Case {
         double right; // pixels from the origin of the frame
         double up;
@@ -92,22 +96,35 @@ TEST_F(View3DTest, DraggingTheYAxisPutsItsEndUnderThePointer) {
     for (const Case& c : {Case{0, 120, "90.000"}, Case{-80, 80, "135.000"}, Case{90, 0, "0.000"},
                           Case{-70, 0, "180.000"}, Case{50, -50, "-45.000"},
                           Case{-50, -50, "-135.000"}, Case{0, -40, "-90.000"}}) {
-        const Frame3D frame = Drawn().Frame();
-        const SpaceExtents& e = frame.extents;
-        const double perX = frame.scale.perX;
+        const SpaceExtents e = Drawn().Frame().extents;
+        const PixelPosition origin = pixelOf(e.ymin);
+        const PixelPosition pointer{origin.x + c.right, origin.y - c.up};
         commands.BeginDrag();
-        commands.Drag(e.xmin + c.right / perX, e.zmin + c.up / frame.scale.perZ);
-        EXPECT_EQ(display.controls.alfa, c.alfa);
-        EXPECT_EQ(display.Pictures(), 1);
-        const auto end = Drawn().Project(e.xmin, e.ymax, e.zmin);
-        const auto origin = Drawn().Project(e.xmin, e.ymin, e.zmin);
-        const double scale = Drawn().Frame().scale.perX / perX;
-        EXPECT_NEAR(end.x - origin.x, c.right * scale, 2) << c.alfa;
-        EXPECT_NEAR(origin.y - end.y, c.up * scale, 2) << c.alfa;
+        std::string length;
+        for (int held = 0; held < 3; ++held) {
+            const UserPosition place = display.surface.ToUser(pointer.x, pointer.y);
+            commands.Drag(place.x, place.y);
+            EXPECT_EQ(display.controls.alfa, c.alfa);
+            EXPECT_TRUE(held == 0 || display.controls.rayx == length) << "a hand held still";
+            length = display.controls.rayx;
+            EXPECT_EQ(display.Pictures(), 1);
+            EXPECT_NEAR(pixelOf(e.ymax).x, pointer.x, 0.01) << c.alfa;
+            EXPECT_NEAR(pixelOf(e.ymax).y, pointer.y, 0.01) << c.alfa;
+        }
+        commands.EndDrag();
+        EXPECT_EQ(display.Pictures(), 1) << "fits again";
+        EXPECT_EQ(display.controls.rayx, length);
+        for (const PixelPosition end : {pixelOf(e.ymin), pixelOf(e.ymax)}) {
+            EXPECT_TRUE(end.x > 0 && end.x < 640 && end.y > 0 && end.y < 480) << c.alfa;
+        }
     }
-    const double far = 1e9;
-    commands.Drag(far, 0);
+    commands.BeginDrag();
+    commands.PlaceAxisLabels();
+    EXPECT_EQ(display.Pictures(), 0) << "nothing was dragged";
+    commands.Drag(1e9, 0);
     EXPECT_EQ(display.controls.rayx, "1000.000") << "capped";
+    commands.PlaceAxisLabels();
+    EXPECT_FALSE(View().Parameters().held) << "the button went up elsewhere";
 }
 
 TEST_F(View3DTest, ShowsTheMessageOfADrawingThatFailed) {
@@ -117,6 +134,25 @@ TEST_F(View3DTest, ShowsTheMessageOfADrawingThatFailed) {
                                   {" Error Scale X.", "Error in: scale of the axes3D3D"}}));
     ShowPoints();
     EXPECT_EQ(messages.boxes.size(), 1U);
+}
+
+TEST_F(View3DTest, ADrawingThatFailsWhileTurningStopsTheRotationAndIsToldOnce) {
+    const SpaceExtents reversed{5, 0, 0, 1, 0, 1};
+    for (const bool paused : {false, true}) {
+        ShowPoints();
+        commands.ToggleRotation();
+        if (paused) {
+            commands.TogglePause();
+        }
+        messages.boxes.clear();
+        commands.Triangoli({0, 10}, {0, 1}, {0, 1}, {}, "t", &reversed);
+        EXPECT_FALSE(display.controls.timerOn);
+        EXPECT_FALSE(display.controls.stepUsable);
+        EXPECT_FALSE(display.controls.pauseEnabled);
+        EXPECT_TRUE(display.controls.rotateEnabled);
+        EXPECT_EQ(Theta(), "0.0");
+        EXPECT_EQ(messages.boxes.size(), 1U);
+    }
 }
 
 TEST_F(View3DTest, ReadsOutTheNearestPointInTheUnitOfTheData) {
