@@ -308,7 +308,8 @@ ViewData BatchRun::DataFor3D() {
     case View3DKind::Points:
         return ViewData::Punti(points.x, points.y, points.z, points.sourceName, messages_);
     case View3DKind::Surface: {
-        const std::optional<RegularGrid> grid = FindRegularGrid(points);
+        const std::optional<RegularGrid> grid =
+            FindRegularGrid(points.x, points.y, points.z, points.count);
         if (!grid) {
             throw RunFailure(ExitCode::kUsage, options_.pointFile +
                                                    ": the points do not form a regular grid, so "
