@@ -23,7 +23,7 @@ constexpr const char* kXFormat = "#0.0##";
 constexpr const char* kYFormat = "#0.0##";
 constexpr const char* kZFormat = "#0.000";
 constexpr double kTick = 4;          // pixels
-constexpr double kLabelGap = 3;      // pixels between a tick and its label
+constexpr double kLabelGap = 3;      // pixels between a tick and its label, and between labels
 constexpr double kLowestZPart = 0.1; // of the height, kept for the z axis
 constexpr double kUprightSlant = 2;  // pixels
 constexpr double kFlatSlope = 0.15;  // rise over run of an axis that lies flat
@@ -220,7 +220,8 @@ struct Place {
     double bottom;
 
     [[nodiscard]] bool Touches(const Place& other) const {
-        return left < other.right && other.left < right && top < other.bottom && other.top < bottom;
+        return left < other.right + kLabelGap && other.left < right + kLabelGap &&
+               top < other.bottom && other.top < bottom;
     }
 };
 

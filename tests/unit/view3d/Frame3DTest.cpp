@@ -124,6 +124,20 @@ TEST_F(Frame3DTest, TicksASmallSiteAtLargeCoordinates) {
     }
 }
 
+TEST_F(Frame3DTest, KeepsLabelsSideBySideApart) {
+    for (int width = 400; width < 900; width += 5) {
+        RecordingSurface wide(width, 480);
+        DrawFrame3D(wide, data, parameters, kGreen, run);
+        const auto texts = wide.UserCallsOf(UserCall::Kind::Text);
+        for (std::size_t k = 1; k < texts.size(); ++k) {
+            const UserCall& before = texts[k - 1];
+            const double gap = texts[k].x1 - before.x1 -
+                               kRecordedCharWidth * static_cast<double>(before.text.size());
+            EXPECT_TRUE(texts[k].y1 > before.y1 || texts[k].y1 < before.y1 || gap >= 3) << width;
+        }
+    }
+}
+
 TEST_F(Frame3DTest, ReturnsReversedExtentsAsAMessageAndLeavesThePictureAlone) {
     const auto messageFor = [this](const SpaceExtents& extents) {
         data.extents = extents;
