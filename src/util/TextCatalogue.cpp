@@ -99,6 +99,12 @@ constexpr EnglishText kEnglish[] = {
     {Text::FailureEndsEarly, "the file ends where a number is expected"},
     {Text::SavedAs, "Saved:"},
     {Text::PictureCopied, "The picture is on the clipboard."},
+    {Text::PictureKind, "&Kind:"},
+    {Text::KindPoints, "Points"},
+    {Text::KindTriangles, "Triangles"},
+    {Text::KindSurface, "Surface"},
+    {Text::SurfaceNeedsGrid, "A surface needs points on a regular grid."},
+    {Text::InitialView, "&Initial"},
 };
 
 constexpr bool StandInTheirPlaces() {

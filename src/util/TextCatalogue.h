@@ -102,6 +102,12 @@ enum class Text : std::size_t {
     FailureEndsEarly,
     SavedAs,
     PictureCopied,
+    PictureKind,
+    KindPoints,
+    KindTriangles,
+    KindSurface,
+    SurfaceNeedsGrid,
+    InitialView,
     End // one behind the last
 };
 

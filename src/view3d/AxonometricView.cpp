@@ -16,7 +16,11 @@ double Wide(float value) {
 } // namespace
 
 void AxonometricView::Show(ViewData data) {
-    data_ = std::make_shared<const ViewData>(std::move(data));
+    Show(std::make_shared<const ViewData>(std::move(data)));
+}
+
+void AxonometricView::Show(std::shared_ptr<const ViewData> data) {
+    data_ = std::move(data);
     hasData_ = true;
     isDrawn_ = false;
 }
@@ -34,6 +38,10 @@ void AxonometricView::SetStandardView(StandardView view, int outerHeight) {
     case StandardView::ZY:
         parameters_.rayx = 1000;
         parameters_.alfa = 0;
+        break;
+    case StandardView::Initial:
+        parameters_.rayx = ViewParameters{}.rayx;
+        parameters_.alfa = kFirstSlant;
         break;
     }
 }

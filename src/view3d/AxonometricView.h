@@ -19,6 +19,7 @@ class AxonometricView {
 public:
     /// Shows other data from the next redraw on.
     void Show(ViewData data);
+    void Show(std::shared_ptr<const ViewData> data);
     [[nodiscard]] bool HasData() const { return hasData_; }
     [[nodiscard]] const ViewData& Data() const { return *data_; }
 

@@ -2,6 +2,7 @@
 
 #include "util/NumberText.h"
 #include "util/modUtilita.h"
+#include "view3d/RegularGrid.h"
 
 #include <utility>
 
@@ -45,19 +46,64 @@ void View3D::ShowTriangles(const PointSet& points, const TriangleList& triangles
 }
 
 void View3D::Show(ViewData data) {
-    view_.Show(std::move(data));
+    source_ = std::make_shared<const ViewData>(std::move(data));
+    isGrid_ =
+        source_->mode != ViewMode::Surface &&
+        FindRegularGrid(source_->X, source_->Y, source_->Z, source_->PointCount()).has_value();
     view_.ReleaseAxes();
+    ShowKind();
+}
+
+void View3D::ShowKind() {
+    view_.Show(DataAs(wanted_));
     Redraw(true);
     ShowControls();
     PlaceAxisLabels();
+}
+
+bool View3D::CanShow(ViewMode kind) const {
+    if (source_ == nullptr) {
+        return false;
+    }
+    const bool hasPoints = source_->mode != ViewMode::Surface;
+    return kind == source_->mode || (kind == ViewMode::Points && hasPoints) ||
+           (kind == ViewMode::Surface && isGrid_);
+}
+
+std::shared_ptr<const ViewData> View3D::DataAs(ViewMode kind) const {
+    if (kind == source_->mode || !CanShow(kind)) {
+        return source_;
+    }
+    return std::make_shared<const ViewData>(kind == ViewMode::Points
+                                                ? ViewData::PointsOf(*source_, messages_)
+                                                : *ViewData::SurfaceOf(*source_));
+}
+
+void View3D::SetKind(ViewMode kind) {
+    wanted_ = kind;
+    if (source_ != nullptr) {
+        ShowKind();
+    }
 }
 
 void View3D::Redraw(bool full) {
     if (!view_.HasData()) {
         return;
     }
+    owesFull_ = owesFull_ || full;
+    owesPicture_ = display_.IsMinimised();
+    if (owesPicture_) {
+        return;
+    }
+    full = std::exchange(owesFull_, false);
     if (const auto failure = view_.Redraw(display_.Surface3D(), full, run_)) {
         Report(*failure);
+    }
+}
+
+void View3D::CatchUp() {
+    if (owesPicture_) {
+        Redraw(false);
     }
 }
 
@@ -67,9 +113,7 @@ void View3D::Report(const Message& failure) {
         return;
     }
     if (view_.Parameters().rotating) {
-        paused_ = false;
-        TurnTo(0, false);
-        display_.ShowReadOut(std::nullopt);
+        Rest();
         ShowControls();
     }
     reporting_ = true;
@@ -82,6 +126,12 @@ void View3D::TurnTo(float theta, bool rotating) {
     parameters.theta = theta;
     parameters.rotating = rotating;
     view_.SetParameters(parameters);
+}
+
+void View3D::Rest() {
+    paused_ = false;
+    TurnTo(0, false);
+    display_.ShowReadOut(std::nullopt);
 }
 
 void View3D::ToggleRotation() {
@@ -126,6 +176,9 @@ void View3D::SetColour(bool colour) {
 
 void View3D::SetStandardView(StandardView view) {
     view_.ReleaseAxes();
+    if (view == StandardView::Initial) {
+        Rest();
+    }
     view_.SetStandardView(view, display_.OuterHeight());
     ShowControls();
     Redraw(true);
@@ -198,6 +251,10 @@ void View3D::ShowControls() {
     controls.theta = format(degrees, "#0.0");
     controls.rayx = format(static_cast<double>(view.rayx), "#0.000");
     controls.alfa = format(static_cast<double>(view.alfa) * kDegreesPerRadian, "#0.000");
+    controls.kind = source_ != nullptr ? view_.Data().mode : wanted_;
+    controls.canShowPoints = CanShow(ViewMode::Points);
+    controls.canShowSurface = CanShow(ViewMode::Surface);
+    controls.canShowTriangles = CanShow(ViewMode::Triangles);
     display_.ShowControls(controls);
 }
 

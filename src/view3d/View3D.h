@@ -1,8 +1,9 @@
 // The commands of the 3D window, without the window.
 //
-// Data: the axonometric view and the state of its rotation. Method: each control's event is one
-// operation, which changes the view, draws, shows the message of a drawing that failed, and tells
-// the display what its controls show; the timer, the pointer and the labels are the display's.
+// Data: the axonometric view, what it can show otherwise, and the state of its rotation. Method:
+// each control's event is one operation, which changes the view, draws, shows the message of a
+// drawing that failed, and tells the display what its controls show; the timer, the pointer and the
+// labels are the display's.
 //
 //   idle      --Rotate-->  rotating  --Pause-->     paused
 //   rotating  --Rotate-->  idle      paused --Pause--> rotating
@@ -13,6 +14,7 @@
 #include "util/Services.h"
 #include "view3d/AxonometricView.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -30,6 +32,10 @@ struct View3DControls {
     std::string theta;    // degrees, for lblTheta
     std::string rayx;
     std::string alfa; // degrees
+    ViewMode kind = ViewMode::Triangles;
+    bool canShowPoints = false;
+    bool canShowSurface = false;
+    bool canShowTriangles = false;
 };
 
 /// The texts of the read-out.
@@ -45,6 +51,8 @@ public:
     virtual ~View3DDisplay() = default;
     /// The drawing area, at its present size.
     virtual DrawSurface& Surface3D() = 0;
+    /// True: nobody sees a picture, so none is drawn.
+    [[nodiscard]] virtual bool IsMinimised() const = 0;
     /// Outer height of the drawing area, pixels.
     [[nodiscard]] virtual int OuterHeight() const = 0;
     /// Pixel under the pointer; nothing unless the drawing area itself is under it.
@@ -61,7 +69,8 @@ public:
     [[nodiscard]] const AxonometricView& View() const { return view_; }
     [[nodiscard]] bool IsPaused() const { return paused_; }
 
-    // Entries; see ViewData.
+    // Entries; see ViewData. The data appear as the kind of picture that was chosen last, triangles
+    // at first, or as they are where that cannot be.
     void Triangoli(Array1<double> x, Array1<double> y, Array1<double> z, Table<Index> corners,
                    const std::string& title, const SpaceExtents* extents = nullptr);
     void Punti(Array1<double> x, Array1<double> y, Array1<double> z, const std::string& title,
@@ -80,6 +89,10 @@ public:
     /// The up-down has moved to a number of degrees, -1 to 360; both ends wrap.
     void StepAngle(int degrees);
     void SetColour(bool colour);
+    /// The kind of picture for these data and the next, as far as they can be shown so.
+    void SetKind(ViewMode kind);
+    [[nodiscard]] bool CanShow(ViewMode kind) const;
+    /// The initial view is also at rest.
     void SetStandardView(StandardView view);
 
     /// The left button goes down, the pointer moves with it, it goes up. While it is down the end
@@ -96,14 +109,20 @@ public:
     void LeaveArea();
 
     /// Draws again, as after a change of the size. A drawing that fails stops the rotation, so that
-    /// its message does not come back with every tick.
+    /// its message does not come back with every tick. In a minimised window the picture is owed.
     void Redraw(bool full);
+    [[nodiscard]] bool OwesPicture() const { return owesPicture_; }
+    /// Draws the picture that was owed, unless the window is still minimised.
+    void CatchUp();
 
     /// Refreshes captions after the texts were loaded.
     void ShowControls();
 
 private:
     void Show(ViewData data);
+    void ShowKind();
+    [[nodiscard]] std::shared_ptr<const ViewData> DataAs(ViewMode kind) const;
+    void Rest();
     void TurnTo(float theta, bool rotating);
     void PutAxisEnd(UserPosition place);
     void Report(const Message& failure);
@@ -112,7 +131,12 @@ private:
     MessageService& messages_;
     View3DDisplay& display_;
     AxonometricView view_;
+    std::shared_ptr<const ViewData> source_; // as they were handed over
+    bool isGrid_ = false;
+    ViewMode wanted_ = ViewMode::Triangles;
     bool paused_ = false;
+    bool owesPicture_ = false;
+    bool owesFull_ = false;  // the picture owed measures the frame anew
     bool dragged_ = false;   // since the button went down
     bool reporting_ = false; // a message is on the screen
 };

@@ -3,6 +3,7 @@
 #include "plot2d/ColourScale.h"
 #include "util/QuickSort3V.h"
 #include "util/modUtilita.h"
+#include "view3d/RegularGrid.h"
 
 #include <algorithm>
 #include <cmath>
@@ -133,14 +134,23 @@ ViewData TakePoints(ViewMode mode, Array1<double> x, Array1<double> y, Array1<do
     return data;
 }
 
-void PreparePoints(ViewData& data, const SpaceExtents* given) {
-    data.extents = given != nullptr ? *given : ExtentsOf(data, data.Z);
-    ScaleHeights(data, data.Z);
+// Farther points first: nearer ones are drawn over them.
+void SortFromTheFarthest(ViewData& data, MessageService& messages) {
+    QuickSort3V(data.Y, data.X, data.Z, 1, data.PointCount(), -1, messages);
+}
+
+void ColourPoints(ViewData& data) {
     data.pointColour = Array1<Colour>(data.PointCount());
     const HeightColours colours(data.extents.Single());
     for (Index i = 1; i <= data.PointCount(); ++i) {
         data.pointColour[i] = colours.Of(data.Z[i]);
     }
+}
+
+void PreparePoints(ViewData& data, const SpaceExtents* given) {
+    data.extents = given != nullptr ? *given : ExtentsOf(data, data.Z);
+    ScaleHeights(data, data.Z);
+    ColourPoints(data);
 }
 
 void ColourCells(ViewData& data) {
@@ -185,8 +195,7 @@ ViewData ViewData::Punti(Array1<double> x, Array1<double> y, Array1<double> z, s
                          MessageService& messages, const SpaceExtents* extents) {
     ViewData data =
         TakePoints(ViewMode::Points, std::move(x), std::move(y), std::move(z), std::move(title));
-    // Farther points first: nearer ones are drawn over them.
-    QuickSort3V(data.Y, data.X, data.Z, 1, data.PointCount(), -1, messages);
+    SortFromTheFarthest(data, messages);
     PreparePoints(data, extents);
     return data;
 }
@@ -203,6 +212,34 @@ ViewData ViewData::Superficie(Array1<double> x, Array1<double> y, Table<double> 
     ScaleHeights(data, data.gridZ);
     ColourCells(data);
     return data;
+}
+
+ViewData ViewData::PointsOf(const ViewData& data, MessageService& messages) {
+    ViewData points = TakePoints(ViewMode::Points, data.X, data.Y, data.Z, data.title);
+    points.extents = data.extents;
+    points.zLabel = data.zLabel;
+    points.zExponent = data.zExponent;
+    SortFromTheFarthest(points, messages);
+    ColourPoints(points);
+    return points;
+}
+
+std::optional<ViewData> ViewData::SurfaceOf(const ViewData& data) {
+    std::optional<RegularGrid> grid = FindRegularGrid(data.X, data.Y, data.Z, data.PointCount());
+    if (!grid) {
+        return std::nullopt;
+    }
+    ViewData surface;
+    surface.mode = ViewMode::Surface;
+    surface.X = std::move(grid->x);
+    surface.Y = std::move(grid->y);
+    surface.gridZ = std::move(grid->z);
+    surface.title = data.title;
+    surface.extents = ExtentsOf(surface, surface.gridZ);
+    surface.zLabel = data.zLabel;
+    surface.zExponent = data.zExponent;
+    ColourCells(surface);
+    return surface;
 }
 
 } // namespace terravo

@@ -10,6 +10,7 @@
 #include "util/Array1.h"
 #include "util/Services.h"
 
+#include <optional>
 #include <string>
 
 namespace terravo {
@@ -59,6 +60,14 @@ struct ViewData {
     /// @param z  height at (i, j) over x(i), y(j).
     static ViewData Superficie(Array1<double> x, Array1<double> y, Table<double> z,
                                std::string title);
+
+    // The same heights, power of ten and title as another kind of picture.
+
+    /// @param data  points or triangles; messages  of the sort.
+    static ViewData PointsOf(const ViewData& data, MessageService& messages);
+    /// @param data  points or triangles.
+    /// @return nothing when the points do not form a regular grid.
+    static std::optional<ViewData> SurfaceOf(const ViewData& data);
 
     [[nodiscard]] Index PointCount() const { return Z.UpperBound(); }
     [[nodiscard]] Index Nx() const { return X.UpperBound(); }

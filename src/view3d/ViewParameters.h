@@ -9,7 +9,7 @@
 
 namespace terravo {
 
-enum class StandardView { XY, ZX, ZY };
+enum class StandardView { XY, ZX, ZY, Initial };
 
 inline constexpr float kHalfPi = 1.5707964F;
 inline constexpr double kDegreesPerRadian = 57.29577951308238;

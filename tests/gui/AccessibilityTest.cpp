@@ -75,12 +75,12 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
     ExpectSpoken(Map());
     frm3D view(state, messages, scheme);
     view.Commands().Triangoli({0, 10, 0}, {0, 0, 20}, {0, 300, 600}, Table<Index>(0, 3), "three");
-    ExpectOrder(view,
-                {"optCol", "cmdXY", "cmdZX", "cmdZY", "cmdRuota", "cmdCopiaGrafico", "pic3D"});
+    ExpectOrder(view, {"optCol", "cmbKind", "cmdXY", "cmdZX", "cmdZY", "cmdInitial", "cmdRuota",
+                       "cmdCopiaGrafico", "pic3D"});
     view.Commands().ToggleRotation();
     view.Commands().TogglePause();
-    ExpectOrder(view, {"optCol", "cmdXY", "cmdZX", "cmdZY", "cmdPausa", "updTheta",
-                       "cmdCopiaGrafico", "pic3D"});
+    ExpectOrder(view, {"optCol", "cmbKind", "cmdXY", "cmdZX", "cmdZY", "cmdInitial", "cmdPausa",
+                       "updTheta", "cmdCopiaGrafico", "pic3D"});
     HelpWindow help(state, "en");
     ExpectOrder(help, {"txtFind", "cmdNext", "lstContents", "txtGuide"});
     SettingsDialog dialog(state);

@@ -4,6 +4,8 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QMouseEvent>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <cmath>
 
@@ -195,6 +197,22 @@ TEST_F(frm3DTest, ReadsOutThePointUnderThePointer) {
     EXPECT_EQ(LabelText("lblX") + LabelText("lblY") + LabelText("lblZ"), "");
 }
 
+TEST_F(frm3DTest, ReadsOutThePointUnderAPointerThatWaitsForTheData) {
+    Open();
+    const PixelPoint pixel = View().Drawing().screenPoint[4];
+    const QPoint place = Place({static_cast<double>(pixel.x), static_cast<double>(pixel.y)});
+    window->move(window->pos() + QPoint(200, 200) - Area()->mapToGlobal(place));
+    window->SetPictureVisible(false);
+    QCursor::setPos(Area()->mapToGlobal(place));
+    QApplication::processEvents();
+    window->Commands().LeaveArea();
+    window->Commands().Triangoli({0, 10, 0, 10}, {0, 0, 20, 20}, {0, 300, 600, 1500}, {}, "next");
+    EXPECT_EQ(LabelText("lblX"), "") << "hidden";
+    window->SetPictureVisible(true);
+    EXPECT_EQ(LabelText("lblX"), "10.000 ");
+    EXPECT_TRUE(Find<QWidget>("shpInd")->isVisible());
+}
+
 TEST_F(frm3DTest, DrawsThePictureAnewOnceItsSizeHasSettled) {
     Open();
     const QSize before = Picture().size();
@@ -203,6 +221,53 @@ TEST_F(frm3DTest, DrawsThePictureAnewOnceItsSizeHasSettled) {
     const QImage settled = Picture();
     window->Commands().Redraw(true);
     EXPECT_EQ(Picture(), settled);
+}
+
+TEST_F(frm3DTest, OffersTheKindsOfPictureThatTheDataHave) {
+    Open();
+    auto* kinds = Find<QComboBox>("cmbKind");
+    EXPECT_EQ(kinds->currentText().toStdString(), "Triangles");
+    const QImage triangles = Picture();
+    kinds->setFocus();
+    QTest::keyClick(kinds, Qt::Key_Down);
+    EXPECT_EQ(View().Data().mode, ViewMode::Surface) << "four points of a grid";
+    EXPECT_NE(Picture(), triangles);
+    QTest::keyClick(kinds, Qt::Key_Home);
+    EXPECT_EQ(View().Data().mode, ViewMode::Points);
+    window->Commands().Triangoli({0, 10, 1, 3}, {0, 0, 20, 9}, {0, 3, 6, 1}, {}, "no grid");
+    QTest::keyClick(kinds, Qt::Key_End);
+    EXPECT_EQ(View().Data().mode, ViewMode::Triangles) << "the last that can be chosen";
+    EXPECT_EQ(kinds->toolTip().toStdString(), "A surface needs points on a regular grid.");
+    Click("cmdZX");
+    Click("cmdInitial");
+    EXPECT_EQ(LabelText("lblRAyx"), "1.000");
+}
+
+TEST_F(frm3DTest, ShowsAllControlsInEveryLanguageAndScrollsThemWhereThereIsNoRoom) {
+    for (const char* language : {"en", "it", "de", "fr", "es"}) {
+        Open(language);
+        auto* column = window->findChild<QScrollArea*>();
+        EXPECT_EQ(column->verticalScrollBar()->maximum(), 0) << language;
+        for (const QSize& size : {QSize(820, 610), QSize(480, 300)}) {
+            window->resize(size);
+            QApplication::processEvents();
+            EXPECT_LE(column->widget()->width(), column->viewport()->width()) << language;
+            for (const QWidget* control : column->widget()->findChildren<QWidget*>()) {
+                if (control->objectName().startsWith("qt_")) {
+                    continue; // insides of a control
+                }
+                const int needed = control->hasHeightForWidth()
+                                       ? control->heightForWidth(control->width())
+                                       : control->minimumSizeHint().height();
+                EXPECT_GE(control->height(), needed) << control->objectName().toStdString();
+                EXPECT_GE(control->width(), control->minimumSizeHint().width())
+                    << control->objectName().toStdString() << ", " << language;
+                EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry()))
+                    << control->objectName().toStdString() << ", " << language;
+            }
+        }
+        EXPECT_GT(column->verticalScrollBar()->maximum(), 0);
+    }
 }
 
 struct View3DWindowTest : WindowFixture {
@@ -231,6 +296,15 @@ TEST_F(View3DWindowTest, OpensWithAFileKeepsItsPlaceAndHidesAfterAFailedDrawing)
     EXPECT_TRUE(picture->isVisible());
 
     auto* frame = Find<QMdiSubWindow>("frm3DFrame");
+    auto* area = first->findChild<SurfaceView*>("pic3D");
+    frame->showMinimized();
+    const QImage before = area->Picture();
+    Load(HillsText(7));
+    EXPECT_EQ(area->Picture(), before) << "nobody sees it";
+    frame->showNormal();
+    EXPECT_TRUE(Soon([&] { return first->Commands().View().IsDrawn(); }));
+    EXPECT_NE(area->Picture(), before);
+
     frame->move(50, 20);
     frame->close();
     EXPECT_EQ(settings.Get("PosizioniForms", "frm3D_Left"), "750") << "15 twips to the pixel";

@@ -5,18 +5,24 @@
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SurfaceView.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QCursor>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStandardItemModel>
 
 #include <memory>
 
 using terravo::Text;
+using terravo::ViewMode;
 
 namespace {
 
@@ -53,6 +59,43 @@ protected:
         QPainter painter(this);
         painter.setPen(QPen(Qt::white, 2));
         painter.drawRect(rect().adjusted(1, 1, -1, -1));
+    }
+};
+
+// Controls above each other, as wide as they are; where the window is lower than they are, they can
+// be scrolled.
+class ScrollColumn : public QScrollArea {
+public:
+    ScrollColumn(QWidget* controls, QWidget* parent) : QScrollArea(parent) {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+        setWidgetResizable(true);
+        setWidget(controls);
+        viewport()->setAutoFillBackground(false);
+        controls->setAutoFillBackground(false);
+        controls->installEventFilter(this);
+        connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { updateGeometry(); });
+    }
+    [[nodiscard]] QSize sizeHint() const override {
+        return {NeededWidth(), widget()->sizeHint().height()};
+    }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {NeededWidth(), 0}; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+            updateGeometry();
+        }
+        return QScrollArea::eventFilter(watched, event);
+    }
+
+private:
+    [[nodiscard]] int NeededWidth() const {
+        const bool scrolls = verticalScrollBar()->maximum() > 0;
+        return widget()->sizeHint().width() +
+               (scrolls ? verticalScrollBar()->sizeHint().width() : 0);
     }
 };
 
@@ -98,44 +141,66 @@ void frm3D::MakeControls() {
     pic3D->setFocusPolicy(Qt::TabFocus);
     pic3D->installEventFilter(this);
 
-    auto* column = new QVBoxLayout;
-    column->addLayout(MakeViews());
-    column->addLayout(MakeRotation());
+    auto* controls = new QWidget(this);
+    auto* column = new QVBoxLayout(controls);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(MakeMarks());
+    column->addWidget(MakeViews());
+    column->addWidget(MakeRotation());
     column->addLayout(MakeReadOut());
     column->addStretch(1);
-    setTabOrder(cmdCopiaGrafico, pic3D);
     auto* layout = new QHBoxLayout(this);
-    layout->addLayout(column);
+    layout->addWidget(new ScrollColumn(controls, this));
     layout->addWidget(Picture1, 1);
+    setTabOrder(cmdCopiaGrafico, pic3D);
     // A coarse timer may be early or late by a twentieth, which shows as an uneven turn.
     Timer1.setTimerType(Qt::PreciseTimer);
     Timer1.setInterval(kTimerMilliseconds);
 }
 
-QBoxLayout* frm3D::MakeViews() {
+// How the marks look and what they are.
+QBoxLayout* frm3D::MakeMarks() {
     const auto text = [this](Text wanted) { return Caption(state_, wanted); };
     optCol = Named(new QRadioButton(text(Text::InColour), this), "optCol");
     optBN = Named(new QRadioButton(text(Text::BlackAndWhite), this), "optBN");
     optCol->setChecked(true);
-    zFrame1 = Named(new QGroupBox(text(Text::Views), this), "zFrame1");
-    cmdXY = Named(new GradientButton(zFrame1), "cmdXY");
-    cmdZX = Named(new GradientButton(zFrame1), "cmdZX");
-    cmdZY = Named(new GradientButton(zFrame1), "cmdZY");
-    cmdXY->setText(text(Text::ViewXY));
-    cmdZX->setText(QStringLiteral("&Z -Y"));
-    cmdZY->setText(QStringLiteral("Z - &Y"));
-    auto* views = new QVBoxLayout(zFrame1);
-    for (QWidget* button : {cmdXY, cmdZX, cmdZY}) {
-        views->addWidget(button);
+    cmbKind = Named(new QComboBox(this), "cmbKind");
+    for (const auto& [kind, caption] : {std::pair{ViewMode::Points, Text::KindPoints},
+                                        std::pair{ViewMode::Triangles, Text::KindTriangles},
+                                        std::pair{ViewMode::Surface, Text::KindSurface}}) {
+        cmbKind->addItem(text(caption), static_cast<int>(kind));
     }
+    auto* label = new QLabel(text(Text::PictureKind), this);
+    label->setBuddy(cmbKind);
+    cmbKind->setAccessibleName(Spoken(label->text()));
     auto* column = new QVBoxLayout;
     column->addWidget(optCol);
     column->addWidget(optBN);
-    column->addWidget(zFrame1);
+    QHBoxLayout* kind = Row({label, cmbKind});
+    kind->setStretch(1, 1);
+    column->addLayout(kind);
     return column;
 }
 
-QBoxLayout* frm3D::MakeRotation() {
+QGroupBox* frm3D::MakeViews() {
+    zFrame1 = Named(new QGroupBox(Caption(state_, Text::Views), this), "zFrame1");
+    cmdXY = Named(new GradientButton(zFrame1), "cmdXY");
+    cmdZX = Named(new GradientButton(zFrame1), "cmdZX");
+    cmdZY = Named(new GradientButton(zFrame1), "cmdZY");
+    cmdInitial = Named(new GradientButton(zFrame1), "cmdInitial");
+    cmdXY->setText(Caption(state_, Text::ViewXY));
+    cmdZX->setText(QStringLiteral("&Z -Y"));
+    cmdZY->setText(QStringLiteral("Z - &Y"));
+    cmdInitial->setText(Caption(state_, Text::InitialView));
+    auto* views = new QGridLayout(zFrame1);
+    views->addWidget(cmdXY, 0, 0);
+    views->addWidget(cmdZX, 0, 1);
+    views->addWidget(cmdZY, 1, 0);
+    views->addWidget(cmdInitial, 1, 1);
+    return zFrame1;
+}
+
+QGroupBox* frm3D::MakeRotation() {
     zFrame2 = Named(new QGroupBox(Caption(state_, Text::Rotation), this), "zFrame2");
     cmdRuota = Named(new GradientButton(zFrame2), "cmdRuota");
     cmdPausa = Named(new GradientButton(zFrame2), "cmdPausa");
@@ -150,9 +215,7 @@ QBoxLayout* frm3D::MakeRotation() {
     rotation->addWidget(cmdRuota);
     rotation->addWidget(cmdPausa);
     rotation->addLayout(Row({unit, lblTheta, updTheta}));
-    auto* column = new QVBoxLayout;
-    column->addWidget(zFrame2);
-    return column;
+    return zFrame2;
 }
 
 QBoxLayout* frm3D::MakeReadOut() {
@@ -202,6 +265,11 @@ void frm3D::ConnectControls() {
             [this] { commands_.SetStandardView(StandardView::ZX); });
     connect(cmdZY, &QPushButton::clicked, this,
             [this] { commands_.SetStandardView(StandardView::ZY); });
+    connect(cmdInitial, &QPushButton::clicked, this,
+            [this] { commands_.SetStandardView(StandardView::Initial); });
+    connect(cmbKind, &QComboBox::activated, this, [this](int index) {
+        commands_.SetKind(static_cast<ViewMode>(cmbKind->itemData(index).toInt()));
+    });
     connect(cmdRuota, &QPushButton::clicked, this, [this] { commands_.ToggleRotation(); });
     connect(cmdPausa, &QPushButton::clicked, this, [this] { commands_.TogglePause(); });
     connect(updTheta, &QSpinBox::valueChanged, this,
@@ -236,6 +304,9 @@ void frm3D::SetPictureVisible(bool visible) {
     Picture1->setVisible(visible);
     mnuExport3D->setEnabled(visible);
     mnuPrint3D->setEnabled(visible);
+    if (visible) {
+        commands_.PlaceAxisLabels(); // the pointer may already be there
+    }
 }
 
 terravo::Picture frm3D::PictureNow() const {
@@ -257,16 +328,25 @@ terravo::DrawSurface& frm3D::Surface3D() {
     return pic3D->FittedSurface();
 }
 
+// By itself, as a document of the parent, or with the parent.
+bool frm3D::IsMinimised() const {
+    const QWidget* widget = this;
+    while (widget != nullptr && !widget->isMinimized()) {
+        widget = widget->parentWidget();
+    }
+    return widget != nullptr;
+}
+
 int frm3D::OuterHeight() const {
     return pic3D->Surface().PixelHeight();
 }
 
 std::optional<terravo::PixelPoint> frm3D::PointerPixel() const {
-    if (!pic3D->underMouse()) {
+    const QPoint pointer = QCursor::pos();
+    if (QApplication::widgetAt(pointer) != pic3D) {
         return std::nullopt;
     }
-    const QPointF place =
-        QPointF(pic3D->mapFromGlobal(QCursor::pos())) * pic3D->devicePixelRatioF();
+    const QPointF place = QPointF(pic3D->mapFromGlobal(pointer)) * pic3D->devicePixelRatioF();
     return terravo::PixelPoint{qRound(place.x()), qRound(place.y())};
 }
 
@@ -281,6 +361,7 @@ void frm3D::ShowControls(const terravo::View3DControls& controls) {
     lblTheta->setText(ToQString(controls.theta));
     lblRAyx->setText(ToQString(controls.rayx));
     lblAlfa->setText(ToQString(controls.alfa));
+    ShowKinds(controls);
     pic3D->setAccessibleDescription(
         ToQString(commands_.View().Data().title + ", " + state_.texts[Text::RotationAngle] + " " +
                   controls.theta + ", RAyx: " + controls.rayx + ", [Grd]: " + controls.alfa + ". " +
@@ -288,6 +369,19 @@ void frm3D::ShowControls(const terravo::View3DControls& controls) {
     if (controls.timerOn != Timer1.isActive()) {
         controls.timerOn ? Timer1.start() : Timer1.stop();
     }
+}
+
+void frm3D::ShowKinds(const terravo::View3DControls& controls) {
+    cmbKind->setCurrentIndex(cmbKind->findData(static_cast<int>(controls.kind)));
+    const auto* kinds = qobject_cast<const QStandardItemModel*>(cmbKind->model());
+    const auto enable = [&](ViewMode kind, bool can) {
+        kinds->item(cmbKind->findData(static_cast<int>(kind)))->setEnabled(can);
+    };
+    enable(ViewMode::Points, controls.canShowPoints);
+    enable(ViewMode::Triangles, controls.canShowTriangles);
+    enable(ViewMode::Surface, controls.canShowSurface);
+    cmbKind->setToolTip(controls.canShowSurface ? QString()
+                                                : Caption(state_, Text::SurfaceNeedsGrid));
 }
 
 void frm3D::ShowReadOut(const std::optional<terravo::View3DReadOut>& readOut) {
@@ -322,6 +416,12 @@ bool frm3D::eventFilter(QObject* watched, QEvent* event) {
         case QEvent::Resize:
             focusRing->setGeometry(pic3D->rect());
             focusRing->setVisible(pic3D->hasFocus());
+            break;
+        case QEvent::Paint:
+            // Seen again: a picture cannot be drawn while another one is shown.
+            if (commands_.OwesPicture()) {
+                QTimer::singleShot(0, this, [this] { commands_.CatchUp(); });
+            }
             break;
         case QEvent::KeyPress:
             if (MoveAxisEnd(static_cast<QKeyEvent*>(event)->key())) {

@@ -6,6 +6,7 @@
 #include "view3d/View3D.h"
 
 #include <QAction>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QRadioButton>
@@ -35,6 +36,7 @@ public:
 
     // terravo::View3DDisplay
     terravo::DrawSurface& Surface3D() override;
+    [[nodiscard]] bool IsMinimised() const override;
     [[nodiscard]] int OuterHeight() const override;
     [[nodiscard]] std::optional<terravo::PixelPoint> PointerPixel() const override;
     void ShowControls(const terravo::View3DControls& controls) override;
@@ -54,14 +56,16 @@ protected:
 
 private:
     void MakeControls();
-    QBoxLayout* MakeViews();
-    QBoxLayout* MakeRotation();
+    QBoxLayout* MakeMarks();
+    QGroupBox* MakeViews();
+    QGroupBox* MakeRotation();
     QBoxLayout* MakeReadOut();
     void ConnectControls();
     void SetColours(const terravo::ColourScheme& scheme);
     void CopyPicture();
     void MakePictureMenu();
     bool MoveAxisEnd(int key);
+    void ShowKinds(const terravo::View3DControls& controls);
 
     const terravo::RunState& state_;
     terravo::MessageService& messages_;
@@ -70,11 +74,13 @@ private:
     QWidget* Picture1 = nullptr;
     QRadioButton* optCol = nullptr;
     QRadioButton* optBN = nullptr;
+    QComboBox* cmbKind = nullptr;
     QGroupBox* zFrame1 = nullptr;
     QGroupBox* zFrame2 = nullptr;
     GradientButton* cmdXY = nullptr;
     GradientButton* cmdZX = nullptr;
     GradientButton* cmdZY = nullptr;
+    GradientButton* cmdInitial = nullptr;
     GradientButton* cmdRuota = nullptr;
     GradientButton* cmdPausa = nullptr;
     GradientButton* cmdCopiaGrafico = nullptr;

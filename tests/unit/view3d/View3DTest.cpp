@@ -17,6 +17,8 @@ struct FakeDisplay : View3DDisplay {
     std::optional<View3DReadOut> readOut;
 
     DrawSurface& Surface3D() override { return surface; }
+    bool minimised = false;
+    [[nodiscard]] bool IsMinimised() const override { return minimised; }
     [[nodiscard]] int OuterHeight() const override { return 480; }
     [[nodiscard]] std::optional<PixelPoint> PointerPixel() const override { return pointer; }
     void ShowControls(const View3DControls& shown) override { controls = shown; }
@@ -187,6 +189,93 @@ TEST_F(View3DTest, WithoutDataNothingIsDrawn) {
     EXPECT_TRUE(display.surface.pixelCalls.empty());
     EXPECT_FALSE(display.readOut.has_value());
     EXPECT_TRUE(messages.boxes.empty());
+}
+
+TEST_F(View3DTest, TheInitialViewIsThatOfTheFirstPictureAtRest) {
+    ShowPoints();
+    const Array1<PixelPoint> first = View().Drawing().screenPoint;
+    commands.MoveAxisEnd(-300, 40);
+    commands.ToggleRotation();
+    commands.TogglePause();
+    commands.StepAngle(70);
+    commands.SetStandardView(StandardView::Initial);
+    EXPECT_EQ(View().Drawing().screenPoint, first);
+    EXPECT_EQ(display.controls.rayx, "1.000");
+    EXPECT_EQ(display.controls.alfa, "30.000");
+    EXPECT_EQ(Theta(), "0.0");
+    EXPECT_TRUE(display.controls.rotateEnabled && !display.controls.pauseEnabled);
+}
+
+TEST_F(View3DTest, DrawsNothingWhileMinimisedAndCatchesUp) {
+    ShowPoints();
+    commands.ToggleRotation();
+    display.minimised = true;
+    commands.Tick();
+    commands.Triangoli({0, 70, 0}, {0, 0, 40}, {1, 2, 3}, {}, "t");
+    commands.Tick();
+    commands.CatchUp();
+    EXPECT_EQ(display.Pictures(), 0);
+    EXPECT_EQ(Theta(), "2.0") << "it turns all the same";
+    EXPECT_TRUE(commands.OwesPicture());
+    display.minimised = false;
+    commands.CatchUp();
+    EXPECT_EQ(display.Pictures(), 1);
+    EXPECT_EQ(Drawn().Measures().xRange, 70) << "measured anew";
+    EXPECT_FALSE(commands.OwesPicture());
+    commands.CatchUp();
+    EXPECT_EQ(display.Pictures(), 0);
+}
+
+TEST_F(View3DTest, TheKindOfPictureIsKeptForTheDataThatCanBeShownSo) {
+    const auto showsAs = [this](ViewMode kind) {
+        return View().Data().mode == kind && display.controls.kind == kind;
+    };
+    const auto showGrid = [this] {
+        commands.Triangoli({5, 0, 5, 0}, {0, 20, 20, 0}, {0, 3000, 6000, 9000},
+                           Table<Index>(1, 3, 1), "grid");
+    };
+    const auto showOthers = [this] {
+        commands.Triangoli({0, 1, 5, 0}, {0, 20, 30, 7}, {0, 1, 2, 3}, Table<Index>(1, 3, 1), "t");
+    };
+    showGrid();
+    EXPECT_TRUE(showsAs(ViewMode::Triangles)) << "at first";
+    EXPECT_TRUE(display.controls.canShowPoints && display.controls.canShowSurface);
+    commands.SetKind(ViewMode::Surface);
+    ASSERT_TRUE(showsAs(ViewMode::Surface));
+    EXPECT_EQ(View().Data().gridZ(1, 2), 3);
+    EXPECT_EQ(View().Data().zExponent, 3);
+    EXPECT_EQ(View().Data().extents, (SpaceExtents{0, 5, 0, 20, 0, 9}));
+    EXPECT_EQ(View().Data().cellColour(1, 1),
+              ViewData::Superficie({0, 5}, {0, 20}, View().Data().gridZ, "").cellColour(1, 1));
+
+    showOthers();
+    EXPECT_TRUE(showsAs(ViewMode::Triangles)) << "no grid";
+    EXPECT_FALSE(display.controls.canShowSurface);
+    showGrid();
+    EXPECT_TRUE(showsAs(ViewMode::Surface)) << "still wanted";
+
+    commands.SetKind(ViewMode::Points);
+    showOthers();
+    ASSERT_TRUE(showsAs(ViewMode::Points));
+    EXPECT_EQ(View().Data().Y, (Array1<double>{30, 20, 7, 0}));
+    EXPECT_EQ(View().Data().Z, (Array1<double>{2, 1, 3, 0}));
+    EXPECT_EQ(
+        View().Data().pointColour,
+        ViewData::Punti({0, 1, 5, 0}, {0, 20, 30, 7}, {0, 1, 2, 3}, "", messages).pointColour);
+    commands.SetKind(ViewMode::Triangles);
+    EXPECT_EQ(View().Data().triangles.Rows(), 1);
+
+    commands.Punti({0, 1, 2}, {0, 5, 1}, {1, 2, 3}, "p");
+    EXPECT_TRUE(showsAs(ViewMode::Points)) << "triangles are not known";
+    EXPECT_FALSE(display.controls.canShowTriangles);
+    commands.Superficie({0, 1}, {0, 1}, Table<double>(2, 2, 3), "s");
+    EXPECT_TRUE(showsAs(ViewMode::Surface));
+    for (const auto& [x, y] : {std::pair{Array1<double>{0, 1, 0, 1}, Array1<double>{0, 0, 1, 0}},
+                               std::pair{Array1<double>{0, 0, 0, 0}, Array1<double>{0, 1, 2, 3}},
+                               std::pair{Array1<double>{0, 1, 0, 2}, Array1<double>{0, 0, 1, 1}}}) {
+        commands.Punti(x, y, {1, 2, 3, 4}, "no grid");
+        EXPECT_FALSE(display.controls.canShowSurface);
+    }
 }
 
 TEST_F(View3DTest, ShowsOnlyThePointsThatCount) {
