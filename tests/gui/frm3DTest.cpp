@@ -221,6 +221,11 @@ TEST_F(frm3DTest, DrawsThePictureAnewOnceItsSizeHasSettled) {
     const QImage settled = Picture();
     window->Commands().Redraw(true);
     EXPECT_EQ(Picture(), settled);
+    window->resize(600, 500);
+    const SpaceExtents reversed{5, 0, 0, 1, 0, 1};
+    window->Commands().Triangoli({0, 10}, {0, 1}, {0, 1}, {}, "t", &reversed);
+    EXPECT_NE(Picture().size(), settled.size());
+    EXPECT_EQ(Picture().pixelColor(5, 5), QColor(Qt::black)) << "empty after a frame that failed";
 }
 
 TEST_F(frm3DTest, OffersTheKindsOfPictureThatTheDataHave) {
@@ -243,27 +248,36 @@ TEST_F(frm3DTest, OffersTheKindsOfPictureThatTheDataHave) {
     EXPECT_EQ(LabelText("lblRAyx"), "1.000");
 }
 
+// Neither cut off nor squeezed.
+void ExpectWhole(const QWidget& control) {
+    if (control.objectName().startsWith("qt_")) {
+        return; // insides of a control
+    }
+    const QSize least = control.minimumSizeHint();
+    const int height =
+        control.hasHeightForWidth() ? control.heightForWidth(control.width()) : least.height();
+    EXPECT_TRUE(control.height() >= height && control.width() >= least.width() &&
+                control.parentWidget()->rect().contains(control.geometry()))
+        << control.objectName().toStdString();
+}
+
 TEST_F(frm3DTest, ShowsAllControlsInEveryLanguageAndScrollsThemWhereThereIsNoRoom) {
     for (const char* language : {"en", "it", "de", "fr", "es"}) {
         Open(language);
         auto* column = window->findChild<QScrollArea*>();
         EXPECT_EQ(column->verticalScrollBar()->maximum(), 0) << language;
         for (const QSize& size : {QSize(820, 610), QSize(480, 300)}) {
-            window->resize(size);
-            QApplication::processEvents();
-            EXPECT_LE(column->widget()->width(), column->viewport()->width()) << language;
-            for (const QWidget* control : column->widget()->findChildren<QWidget*>()) {
-                if (control->objectName().startsWith("qt_")) {
-                    continue; // insides of a control
+            for (const char* value : {"", "520003.755 ", "-123456789012345678.125 "}) {
+                SCOPED_TRACE(std::string(language) + ", " + std::to_string(size.width()) + value);
+                window->resize(size);
+                window->ShowReadOut(View3DReadOut{value, value, value, {}});
+                for (int level = 0; level < 4; ++level) { // each layout asks the one around it
+                    QApplication::processEvents();
                 }
-                const int needed = control->hasHeightForWidth()
-                                       ? control->heightForWidth(control->width())
-                                       : control->minimumSizeHint().height();
-                EXPECT_GE(control->height(), needed) << control->objectName().toStdString();
-                EXPECT_GE(control->width(), control->minimumSizeHint().width())
-                    << control->objectName().toStdString() << ", " << language;
-                EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry()))
-                    << control->objectName().toStdString() << ", " << language;
+                EXPECT_LE(column->widget()->width(), column->viewport()->width());
+                for (const QWidget* control : column->widget()->findChildren<QWidget*>()) {
+                    ExpectWhole(*control);
+                }
             }
         }
         EXPECT_GT(column->verticalScrollBar()->maximum(), 0);

@@ -39,6 +39,8 @@ RasterSurface& SurfaceView::FittedSurface() {
         const QSize pixels = WantedSize();
         surface_ = std::make_unique<RasterSurface>(pixels.width(), pixels.height(), pixelRatio_);
         surface_->SetBackColor(background_);
+        // A frame that fails clears nothing.
+        surface_->Line(0, 0, pixels.width(), pixels.height(), background_, terravo::Box::Filled);
         surface_->SetRepaintCallback([this] { update(); });
     }
     return *surface_;

@@ -228,7 +228,11 @@ QBoxLayout* frm3D::MakeReadOut() {
     lblIstruzioni = Named(new QLabel(Caption(state_, Text::HowToDrag), this), "lblIstruzioni");
     lblIstruzioni->setToolTip(Caption(state_, Text::ArrowKeys));
     lblIstruzioni->setWordWrap(true);
-    lblIstruzioni->setMaximumWidth(170);
+    // As wide as the other controls make the column.
+    QSizePolicy takesTheWidth = lblIstruzioni->sizePolicy();
+    takesTheWidth.setHorizontalPolicy(QSizePolicy::Ignored);
+    lblIstruzioni->setSizePolicy(takesTheWidth);
+    lblIstruzioni->setMinimumWidth(160);
     cmdCopiaGrafico = Named(new GradientButton(this), "cmdCopiaGrafico");
     cmdCopiaGrafico->setText(Caption(state_, Text::CopyPicture));
     auto* column = new QVBoxLayout;
