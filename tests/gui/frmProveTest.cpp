@@ -108,6 +108,14 @@ TEST_F(frmProveTest, OpensAFileWithTheKeyboardAndHidesItsMapAfterAnError) {
     EXPECT_FALSE(Find<QMenu>("mnusalva")->isEnabled());
 }
 
+TEST_F(frmProveTest, TheMapIsBlackWhereTheFirstDrawingFails) {
+    Open();
+    session->LoadNamedFile(folder.Write("empty.dat", ""));
+    EXPECT_EQ(messages.boxes.size(), 1U);
+    const QImage shown = Map()->grab().toImage();
+    EXPECT_EQ(shown.pixelColor(shown.rect().center()), QColor(Qt::black));
+}
+
 TEST_F(frmProveTest, ListsTheRecentFilesAndLoadsTheOneChosen) {
     for (int k = 1; k <= 6; ++k) {
         const std::string key = std::to_string(k);

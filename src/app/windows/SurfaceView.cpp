@@ -38,9 +38,7 @@ RasterSurface& SurfaceView::FittedSurface() {
         pixelRatio_ = devicePixelRatioF();
         const QSize pixels = WantedSize();
         surface_ = std::make_unique<RasterSurface>(pixels.width(), pixels.height(), pixelRatio_);
-        surface_->SetBackColor(background_);
-        // A frame that fails clears nothing.
-        surface_->Line(0, 0, pixels.width(), pixels.height(), background_, terravo::Box::Filled);
+        ClearTo(background_);
         surface_->SetRepaintCallback([this] { update(); });
     }
     return *surface_;
@@ -48,7 +46,13 @@ RasterSurface& SurfaceView::FittedSurface() {
 
 void SurfaceView::SetBackground(terravo::Colour colour) {
     background_ = colour;
+    ClearTo(colour);
+}
+
+// A new surface is white, and stays so where a drawing fails before its first stroke.
+void SurfaceView::ClearTo(terravo::Colour colour) {
     surface_->SetBackColor(colour);
+    surface_->Resize(surface_->PixelWidth(), surface_->PixelHeight());
 }
 
 void SurfaceView::paintEvent(QPaintEvent* /*event*/) {

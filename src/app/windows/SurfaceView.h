@@ -24,7 +24,7 @@ public:
     /// The surface as it is: the one that the last drawing went to.
     [[nodiscard]] const terravo::RasterSurface& Surface() const { return *surface_; }
 
-    /// Background of the drawing.
+    /// Background of the drawing, which is cleared.
     void SetBackground(terravo::Colour colour);
 
     /// The picture shown, for the clipboard.
@@ -53,6 +53,7 @@ protected:
 private:
     [[nodiscard]] QSize WantedSize() const;
     [[nodiscard]] bool Fits() const;
+    void ClearTo(terravo::Colour colour);
 
     std::unique_ptr<terravo::RasterSurface> surface_;
     double pixelRatio_ = 1;
