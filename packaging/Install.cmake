@@ -72,7 +72,7 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS fonts-liberation)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, qt6-translations-l10n")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "contour maps from scattered survey points")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "\
 Terravo triangulates the points of a survey in plan, cuts the triangles at

@@ -2,10 +2,13 @@
 #include "app/session/Session.h"
 #include "app/session/StartUpRules.h"
 #include "app/settings/Configuration.h"
+#include "app/settings/SettingsFiles.h"
 #include "app/settings/SupportFolder.h"
 #include "app/settings/UserFolders.h"
 #include "app/windows/ProgramStyle.h"
 #include "app/windows/QtServices.h"
+#include "app/windows/QtTexts.h"
+#include "app/windows/SchemeStyle.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/frm3D.h"
 #include "app/windows/frmOrografix.h"
@@ -53,14 +56,6 @@ std::string NamedFile(const std::vector<std::string>& arguments) {
     return arguments.size() >= 2 && arguments.front() == "--open" ? arguments[1] : std::string();
 }
 
-// Disabled menu entries, such as the heading of the recent files, are still to be read.
-QPalette ReadablePalette(QPalette palette) {
-    for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText}) {
-        palette.setColor(QPalette::Disabled, role, QColor(100, 100, 100));
-    }
-    return palette;
-}
-
 // Loading handles no events, so a window that is not on the screen before a large file would stay
 // black until the end of it.
 void WaitUntilPainted(const QWidget& window) {
@@ -99,7 +94,12 @@ int RunWindows(const std::vector<std::string>& arguments) {
     state.decimalSeparator = QLocale().decimalPoint().front().toLatin1();
 
     StartUpConfiguration(state, folders);
+    const std::unique_ptr<QTranslator> qtTexts = QtTextsIn(LanguageAtNextStart(state.userFolder));
+    if (qtTexts) {
+        QApplication::installTranslator(qtTexts.get());
+    }
     const ColourScheme scheme = ReadColourScheme(state.userFolder);
+    QApplication::setPalette(ApplicationPalette(scheme));
     Session session(state, {messages, clipboard, dialogs, programEnd, log, clock, settings});
     frmOrografix parent(scheme);
     auto* window = new frmProve(state, session, parent.Status());
@@ -137,6 +137,5 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("terravo"));
     QApplication::setStyle(new ProgramStyle);
     QApplication::setWindowIcon(ProgramIcon());
-    QApplication::setPalette(ReadablePalette(QApplication::palette()));
     return RunWindows(arguments);
 }

@@ -7,6 +7,7 @@
 
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
+#include "app/windows/SchemeStyle.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/SurfaceView.h"
 #include "app/windows/frmOrografix.h"
@@ -64,6 +65,7 @@ struct WindowFixture : FakeRun, ::testing::Test {
             LoadTextTable(FindSupportFolder(folder.Path()) + LanguageFileName(language)));
         session.reset(); // after the windows of an earlier call
         session = std::make_unique<Session>(state, Services());
+        QApplication::setPalette(ApplicationPalette(scheme));
         parent = std::make_unique<frmOrografix>(scheme);
         window = new frmProve(state, *session, parent->Status());
         const WindowBox box =

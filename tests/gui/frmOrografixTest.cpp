@@ -1,7 +1,14 @@
+#include "app/settings/SettingsFiles.h"
+#include "app/windows/AboutBox.h"
+#include "app/windows/ColourContrast.h"
 #include "app/windows/GradientButton.h"
+#include "app/windows/QtTexts.h"
 #include "gui/WindowFixture.h"
 
-#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QLibraryInfo>
+#include <QMessageBox>
 #include <QTimer>
 
 namespace terravo {
@@ -84,6 +91,61 @@ TEST_F(frmOrografixTest, WearsTheColoursOfTheScheme) {
     EXPECT_EQ(button->ForeColour(), fore);
     EXPECT_EQ(window->grab().toImage().pixelColor(2, 2), back) << "not in the palette alone";
     EXPECT_EQ(Map()->Picture().pixelColor(1, 1), QColor(Qt::black)) << "the map stays black";
+    AboutBox about(state, window);
+    about.show();
+    EXPECT_EQ(about.grab().toImage().pixelColor(1, 1), back);
+    for (const auto* label : about.findChildren<QLabel*>()) {
+        EXPECT_EQ(label->palette().color(QPalette::WindowText), fore);
+    }
+    EXPECT_EQ(Find<QMenu>("mnuFile")->palette().color(QPalette::Window), back);
+    EXPECT_EQ(QMessageBox().palette().color(QPalette::Window), back);
+}
+
+// What is chosen, what cannot be chosen, and what is a link is read on each of the grounds.
+TEST(ApplicationPaletteTest, IsReadableInEveryScheme) {
+    ColourScheme black{RGB(0, 0, 0), RGB(255, 255, 255), RGB(0, 0, 0), 0, 0};
+    ColourScheme warm{RGB(90, 40, 0), RGB(255, 230, 180), RGB(255, 255, 0), 0, 0};
+    for (const ColourScheme& scheme : {ColourScheme{}, LightScheme(), black, warm}) {
+        const QPalette palette = ApplicationPalette(scheme);
+        const auto contrast = [&palette](QPalette::ColorGroup group, QPalette::ColorRole ink,
+                                         QPalette::ColorRole ground) {
+            return Contrast(palette.color(group, ink), palette.color(group, ground));
+        };
+        const auto active = QPalette::Active;
+        EXPECT_EQ(palette.color(QPalette::Base), ToQColor(scheme.backColour));
+        EXPECT_GE(contrast(active, QPalette::Text, QPalette::Base), 4.5);
+        EXPECT_GE(contrast(active, QPalette::ButtonText, QPalette::Button), 4.5);
+        EXPECT_GE(contrast(active, QPalette::Link, QPalette::Base), 4.5);
+        EXPECT_GE(contrast(active, QPalette::HighlightedText, QPalette::Highlight), 4.5);
+        EXPECT_GE(contrast(active, QPalette::Highlight, QPalette::Window), 1.3);
+        EXPECT_GE(contrast(QPalette::Disabled, QPalette::Text, QPalette::Base), 3);
+        EXPECT_GE(contrast(active, QPalette::Button, QPalette::Window), 1.1) << "buttons are seen";
+    }
+}
+
+TEST(QtTextsTest, QtSpeaksTheLanguageOfTheProgram) {
+    const auto cancel = [] {
+        return QDialogButtonBox(QDialogButtonBox::Cancel)
+            .button(QDialogButtonBox::Cancel)
+            ->text()
+            .remove(QLatin1Char('&'))
+            .toStdString();
+    };
+    EXPECT_EQ(QtTextsIn(""), nullptr);
+    EXPECT_EQ(QtTextsIn("en"), nullptr);
+    EXPECT_EQ(QtTextsIn("no such language"), nullptr);
+    EXPECT_EQ(cancel(), "Cancel");
+    if (!QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) + "/qtbase_it.qm")) {
+        GTEST_SKIP() << "Qt's translations are not installed.";
+    }
+    const std::pair<const char*, const char*> words[] = {
+        {"it", "Annulla"}, {"de", "Abbrechen"}, {"fr", "Annuler"}, {"es", "Cancelar"}};
+    for (const auto& [language, word] : words) {
+        const std::unique_ptr<QTranslator> texts = QtTextsIn(language);
+        ASSERT_NE(texts, nullptr) << language;
+        QApplication::installTranslator(texts.get());
+        EXPECT_EQ(cancel(), word);
+    }
 }
 
 TEST_F(frmOrografixTest, HasItsIconInAllSizesAndShowsTheAboutBox) {
@@ -101,7 +163,7 @@ TEST_F(frmOrografixTest, HasItsIconInAllSizesAndShowsTheAboutBox) {
         }
     });
     Choose("mnuInformazioni");
-    EXPECT_NE(title, "");
+    EXPECT_EQ(title, "Informazioni su Terravo");
     EXPECT_TRUE(text.contains("Terravo") && text.contains("0.") && text.contains("punti"))
         << text.toStdString();
 }

@@ -19,7 +19,7 @@ constexpr int kFadeMilliseconds = 300;
 
 AboutBox::AboutBox(const terravo::RunState& state, QWidget* parent) : QDialog(parent) {
     setObjectName(QStringLiteral("AboutBox"));
-    setWindowTitle(QStringLiteral("Terravo"));
+    setWindowTitle(Spoken(Caption(state, Text::About)).remove(QStringLiteral("...")));
     auto* text = new QLabel(QStringLiteral("<h2>Terravo %1</h2><p>%2</p><p>%3</p>")
                                 .arg(QStringLiteral(TERRAVO_VERSION),
                                      Caption(state, Text::AboutPurpose).toHtmlEscaped(),

@@ -1,37 +1,16 @@
 #include "app/windows/GradientButton.h"
 
+#include "app/windows/ColourContrast.h"
+
 #include <QLinearGradient>
 #include <QPainter>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
 constexpr double kCorner = 3;
 constexpr int kPadding = 10;
-
-QColor Mixed(const QColor& a, const QColor& b, double partOfB) {
-    const auto mix = [partOfB](int from, int to) {
-        return static_cast<int>(from + (to - from) * partOfB);
-    };
-    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
-}
-
-// Luminance as the eye weighs it, 0 black to 1 white.
-double Luminance(const QColor& colour) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-double Contrast(const QColor& a, const QColor& b) {
-    const double first = Luminance(a);
-    const double second = Luminance(b);
-    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
-}
 
 // Dark text on a gradient out of black could not be read: the start then comes as near to the end
 // as it has to.
@@ -39,10 +18,10 @@ QColor ReadableStart(const QColor& start, const QColor& end, const QColor& ink) 
     constexpr double kEnough = 4.5;
     constexpr double kStep = 0.05;
     double partOfEnd = 0;
-    while (partOfEnd < 1 && Contrast(Mixed(start, end, partOfEnd), ink) < kEnough) {
+    while (partOfEnd < 1 && Contrast(MixedColour(start, end, partOfEnd), ink) < kEnough) {
         partOfEnd += kStep;
     }
-    return Mixed(start, end, std::min(partOfEnd, 1.0));
+    return MixedColour(start, end, std::min(partOfEnd, 1.0));
 }
 
 } // namespace
@@ -70,7 +49,7 @@ void GradientButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF box = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
     QLinearGradient gradient(box.topLeft(), box.bottomLeft());
-    const QColor ink = isEnabled() ? fore_ : Mixed(fore_, end_, 0.45);
+    const QColor ink = isEnabled() ? fore_ : MixedColour(fore_, end_, 0.45);
     QColor start = ReadableStart(start_, end_, fore_);
     if (!isEnabled() && start != start_) {
         start = end_; // the paler ink needs all of the contrast
@@ -78,7 +57,7 @@ void GradientButton::paintEvent(QPaintEvent* /*event*/) {
     gradient.setColorAt(0, isDown() ? end_ : start);
     gradient.setColorAt(1, isDown() ? start : end_);
     painter.setBrush(gradient);
-    painter.setPen(hasFocus() ? QPen(ink, 2) : QPen(Mixed(ink, end_, 0.5), 1));
+    painter.setPen(hasFocus() ? QPen(ink, 2) : QPen(MixedColour(ink, end_, 0.5), 1));
     painter.drawRoundedRect(box, kCorner, kCorner);
     painter.setPen(ink);
     painter.drawText(rect(), Qt::AlignCenter | Qt::TextShowMnemonic, text());

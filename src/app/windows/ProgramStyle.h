@@ -10,12 +10,27 @@ class ProgramStyle : public QProxyStyle {
 public:
     ProgramStyle();
 
-    /// Outlines of check boxes, option buttons, text boxes and frames in the colour of their text:
-    /// the style's own are a darker background, which vanishes on a dark one.
+    /// Outlines of check boxes, option buttons, text boxes, frames and menus in the colour of their
+    /// text: the style's own are a darker background, which vanishes on a dark one.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
 
-    /// The main contour window has no close button: it goes with the exit command.
+    /// The lines between the entries of a menu likewise.
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
+    /// Menus have an outline.
+    int pixelMetric(PixelMetric metric, const QStyleOption* option,
+                    const QWidget* widget) const override;
+
+    /// The buttons of a maximised document at the end of the menu bar, in the colour of its text.
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override;
+
+    /// The main contour window has no close button, in its title or in the menu bar: it goes with
+    /// the exit command.
+    [[nodiscard]] QSize sizeFromContents(ContentsType type, const QStyleOption* option,
+                                         const QSize& contents,
+                                         const QWidget* widget) const override;
     [[nodiscard]] QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                        SubControl subControl, const QWidget* widget) const override;
 };

@@ -1,5 +1,6 @@
 #include "app/windows/SchemeStyle.h"
 
+#include "app/windows/ColourContrast.h"
 #include "app/windows/GradientButton.h"
 #include "app/windows/SurfaceView.h"
 
@@ -13,6 +14,9 @@
 
 namespace {
 
+constexpr double kEnoughForText = 4.5;
+constexpr double kEnoughToBeSeen = 1.3;
+
 bool TakesSchemeColours(const QWidget* widget) {
     return qobject_cast<const QCheckBox*>(widget) != nullptr ||
            qobject_cast<const QLineEdit*>(widget) != nullptr ||
@@ -22,6 +26,16 @@ bool TakesSchemeColours(const QWidget* widget) {
            qobject_cast<const QListWidget*>(widget) != nullptr ||
            qobject_cast<const QLabel*>(widget) != nullptr ||
            qobject_cast<const SurfaceView*>(widget) != nullptr;
+}
+
+// Under white text, as the titles of the documents have it.
+QColor SelectionColour(QColor accent, const QColor& back) {
+    constexpr int kDarker = 110; // per cent
+    while (Contrast(accent, Qt::white) < kEnoughForText) {
+        accent = accent.darker(kDarker);
+    }
+    const QColor blue(40, 110, 160);
+    return Contrast(accent, back) < kEnoughToBeSeen ? blue : accent;
 }
 
 } // namespace
@@ -39,6 +53,25 @@ QPalette SchemePalette(const QPalette& base, const terravo::ColourScheme& scheme
     }
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(role, fore);
+    }
+    return palette;
+}
+
+QPalette ApplicationPalette(const terravo::ColourScheme& scheme) {
+    const QColor back = ToQColor(scheme.backColour);
+    const QColor fore = ToQColor(scheme.foreColour);
+    const QColor accent = ToQColor(scheme.accentColour);
+    const QColor link = Contrast(accent, back) < kEnoughForText ? fore : accent;
+    QPalette palette = SchemePalette(QPalette(back, back), scheme);
+    palette.setColor(QPalette::Button, MixedColour(back, fore, 0.12));
+    palette.setColor(QPalette::AlternateBase, MixedColour(back, fore, 0.05));
+    palette.setColor(QPalette::PlaceholderText, MixedColour(back, fore, 0.6));
+    palette.setColor(QPalette::Link, link);
+    palette.setColor(QPalette::LinkVisited, link);
+    palette.setColor(QPalette::Highlight, SelectionColour(accent, back));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, MixedColour(back, fore, 0.6));
     }
     return palette;
 }
