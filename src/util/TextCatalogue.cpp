@@ -105,6 +105,11 @@ constexpr EnglishText kEnglish[] = {
     {Text::KindSurface, "Surface"},
     {Text::SurfaceNeedsGrid, "A surface needs points on a regular grid."},
     {Text::InitialView, "&Initial"},
+    {Text::WindowMenu, "&Window"},
+    {Text::Tile, "&Tile"},
+    {Text::Cascade, "&Cascade"},
+    {Text::View3DEntry, "3D &view"},
+    {Text::NothingIn3D, "There is no map that could be shown in 3D: open a point file."},
 };
 
 constexpr bool StandInTheirPlaces() {

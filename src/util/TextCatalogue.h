@@ -108,6 +108,11 @@ enum class Text : std::size_t {
     KindSurface,
     SurfaceNeedsGrid,
     InitialView,
+    WindowMenu,
+    Tile,
+    Cascade,
+    View3DEntry,
+    NothingIn3D,
     End // one behind the last
 };
 

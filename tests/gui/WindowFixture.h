@@ -58,7 +58,8 @@ struct WindowFixture : FakeRun, ::testing::Test {
     WindowFixture() { std::filesystem::create_directories(folder.File("work")); }
 
     /// Builds the windows, shows them and starts, as the program does.
-    void Open(const std::string& rawCommandLine = {}, const std::string& language = "en") {
+    void Open(const std::string& rawCommandLine = {}, const std::string& language = "en",
+              ParentState parentState = ParentState::AsDesigned) {
         state.workFolder = folder.File("work/");
         state.pointsFolder = folder.File("points/");
         state.texts = TextCatalogue(
@@ -71,10 +72,12 @@ struct WindowFixture : FakeRun, ::testing::Test {
         const WindowBox box =
             RestoreWindowPosition(settings, "frmProve", {0, 0, 640, 420}, 1280, 1024,
                                   [](int low, int /*high*/) { return low; });
-        parent->AddMainWindow(window, {box.left, box.top, box.width, box.height});
+        parent->AddMainWindow(window, {{box.left, box.top, box.width, box.height},
+                                       HasSavedPlace(settings, "frmProve"),
+                                       HasSavedSize(settings, "frmProve")});
         window->SetCaptions();
         window->SetColours(scheme);
-        parent->ShowIn(ParentState::AsDesigned);
+        parent->ShowIn(parentState);
         window->show();
         window->Start(rawCommandLine, {});
         // The companion's file closes them again.

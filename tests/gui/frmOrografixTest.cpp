@@ -39,18 +39,6 @@ TEST_F(frmOrografixTest, KeepsTheRecentFilesAndThePlaceOfTheMainWindow) {
     EXPECT_EQ(Saved("PosizioniForms", "frmProve_Left"), "600") << "not the place of an icon";
 }
 
-TEST_F(frmOrografixTest, KeepsTheMainWindowInsideWhenItsOwnPlaceIsTooSmall) {
-    settings.Set("PosizioniForms", "frmProve_Left", "60000");
-    settings.Set("PosizioniForms", "frmProve_Top", "-3000");
-    const auto inside = [this] {
-        return Find<QWidget>("documents")->rect().contains(Frame()->geometry());
-    };
-    Open();
-    EXPECT_TRUE(Soon(inside)) << "a place of a larger screen";
-    parent->resize(620, 480);
-    EXPECT_TRUE(Soon(inside)) << "a smaller parent";
-}
-
 TEST_F(frmOrografixTest, TheMainWindowHasNoCloseCommandOfItsOwn) {
     OpenHills();
     EXPECT_FALSE(Frame()->windowFlags().testFlag(Qt::WindowCloseButtonHint));

@@ -225,12 +225,27 @@ void Session::TriangulateAndShow3D() {
                                         " Prova");
         return;
     }
-    const PointSet& points = survey_.Points();
-    view_->ShowTriangles3D(points, made.triangles, "Delaunay 2D : " + points.sourceName);
+    HandToView3D(made.triangles);
     try {
-        WriteMeshFile(state_.workFolder + kMeshFileName, points, made.triangles);
+        WriteMeshFile(state_.workFolder + kMeshFileName, survey_.Points(), made.triangles);
     } catch (const AppError& error) {
         services_.messages.ShowCritical(error.what(), " Prova");
+    }
+}
+
+void Session::HandToView3D(const TriangleList& triangles) {
+    const PointSet& points = survey_.Points();
+    view_->ShowTriangles3D(points, triangles, "Delaunay 2D : " + points.sourceName);
+}
+
+void Session::ShowView3D() {
+    if (depth_ > 0 || !resultViewsVisible_) {
+        return;
+    }
+    const WorkGuard work(*this);
+    const TriangulationOutcome& made = survey_.Triangulation(stop_);
+    if (made.ierr == modDelaunay2D::Ierr::kDone) {
+        HandToView3D(made.triangles);
     }
 }
 

@@ -132,6 +132,9 @@ public:
     /// another command it waits for that one's end.
     void DrawContourMap();
 
+    /// Hands the points as they are now to the 3D view once more, as after its window was closed.
+    void ShowView3D();
+
     /// Asks the command that is at work to end soon. What has been drawn stays; nothing is exported
     /// until a drawing has come to its end.
     void RequestStop() { stop_.RequestStop(); }
@@ -149,6 +152,7 @@ private:
     MapReport DrawMapAndSegments();
     void TellOfDrawing(const MapReport& report);
     void TriangulateAndShow3D();
+    void HandToView3D(const TriangleList& triangles);
     void ExportTriangles();
     void ExportLevels();
     void TellOfExport();

@@ -39,18 +39,24 @@ int PixelsBelow(double twips) {
     return static_cast<int>(std::floor(twips / kTwipsPerPixel));
 }
 
-int RestorePlace(const SettingsStore& store, const std::string& key, const RandomBetween& random) {
+std::optional<double> SavedPlace(const SettingsStore& store, const std::string& key) {
     const std::optional<double> saved = SavedTwips(store, key);
-    return PixelsBelow(saved && std::fabs(*saved) <= kFarthestPlace
-                           ? *saved
-                           : random(kNearestRandom, kFarthestRandom));
+    return saved && std::fabs(*saved) <= kFarthestPlace ? saved : std::nullopt;
+}
+
+std::optional<double> SavedSize(const SettingsStore& store, const std::string& key) {
+    const std::optional<double> saved = SavedTwips(store, key);
+    return saved && *saved > 0 ? saved : std::nullopt;
+}
+
+int RestorePlace(const SettingsStore& store, const std::string& key, const RandomBetween& random) {
+    const std::optional<double> saved = SavedPlace(store, key);
+    return PixelsBelow(saved ? *saved : random(kNearestRandom, kFarthestRandom));
 }
 
 int RestoreSize(const SettingsStore& store, const std::string& key, int currentPixels,
                 int screenPixels) {
-    const std::optional<double> saved = SavedTwips(store, key);
-    const double wanted =
-        saved && *saved > 0 ? *saved : static_cast<double>(currentPixels) * kTwipsPerPixel;
+    const double wanted = SavedSize(store, key).value_or(double{kTwipsPerPixel} * currentPixels);
     // Twips on both sides: the rest of 4 is less than a pixel, which rounding down turns into one.
     const double most = static_cast<double>(screenPixels) * kTwipsPerPixel - kScreenRest;
     return PixelsBelow(std::min(wanted, most));
@@ -69,6 +75,14 @@ void SaveWindowPosition(SettingsStore& store, const std::string& windowName, con
         store.Set(kSection, windowName + "_Width", TwipsText(box.width));
         store.Set(kSection, windowName + "_Height", TwipsText(box.height));
     }
+}
+
+bool HasSavedPlace(const SettingsStore& store, const std::string& windowName) {
+    return SavedPlace(store, windowName + "_Left") && SavedPlace(store, windowName + "_Top");
+}
+
+bool HasSavedSize(const SettingsStore& store, const std::string& windowName) {
+    return SavedSize(store, windowName + "_Width") && SavedSize(store, windowName + "_Height");
 }
 
 WindowBox RestoreWindowPosition(const SettingsStore& store, const std::string& windowName,

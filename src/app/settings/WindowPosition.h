@@ -33,6 +33,10 @@ using RandomBetween = std::function<int(int low, int high)>;
 void SaveWindowPosition(SettingsStore& store, const std::string& windowName, const WindowBox& box,
                         bool minimised, bool withSize);
 
+/// Whether both edges, or both sides, are kept in a form that RestoreWindowPosition takes.
+bool HasSavedPlace(const SettingsStore& store, const std::string& windowName);
+bool HasSavedSize(const SettingsStore& store, const std::string& windowName);
+
 /// The place that a window should take. Without a saved place it is a random one near the corner;
 /// without a saved size the present one; neither side reaches the size of the screen. A saved text
 /// that is no number, a place beyond any screen or a size that is not positive counts as none.

@@ -3,6 +3,7 @@
 #include "app/settings/WindowPosition.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/StatusPanel.h"
+#include "app/windows/WindowMenu.h"
 #include "app/windows/frm3D.h"
 #include "app/windows/frmProve.h"
 
@@ -14,7 +15,6 @@
 #include <QMenuBar>
 #include <QRandomGenerator>
 #include <QScreen>
-#include <QTimer>
 
 #include <algorithm>
 
@@ -44,7 +44,8 @@ void DarkenFrame(QMdiSubWindow& frame) {
 } // namespace
 
 frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
-    : area_(new QMdiArea(this)), status_(new StatusPanel(this)) {
+    : area_(new QMdiArea(this)), places_(new DocumentPlaces(*area_)),
+      status_(new StatusPanel(this)) {
     setObjectName(QStringLiteral("frmOrografix"));
     setWindowTitle(QStringLiteral("Terravo"));
     resize(1100, 760);
@@ -54,7 +55,6 @@ frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
     area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(area_);
-    area_->installEventFilter(this);
     setStatusBar(status_);
     connect(status_, &StatusPanel::CloseWanted, this, &QWidget::close);
     ApplyColourScheme(*this, scheme);
@@ -64,9 +64,9 @@ frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
     }
 }
 
-void frmOrografix::AddMainWindow(frmProve* window, const QRect& box) {
+void frmOrografix::AddMainWindow(frmProve* window, const DocumentBox& box) {
     mainWindow_ = window;
-    window->AddMenus(*menuBar());
+    window->AddMenus(*menuBar(), new WindowMenu(*area_, *places_, this));
     // Without the close button: the window goes with the exit command and with its parent.
     mainFrame_ =
         area_->addSubWindow(window, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -74,8 +74,8 @@ void frmOrografix::AddMainWindow(frmProve* window, const QRect& box) {
     mainFrame_->setObjectName(QStringLiteral("frmProveFrame"));
     RemoveCloseCommand(*mainFrame_);
     DarkenFrame(*mainFrame_);
-    window->SetFrame(mainFrame_);
-    mainFrame_->setGeometry(box);
+    places_->Add(mainFrame_, box);
+    window->placeToKeep = [this] { return places_->ToKeep(mainFrame_); };
     connect(window, &frmProve::ExitAsked, this, &QWidget::close);
 }
 
@@ -93,29 +93,6 @@ void frmOrografix::ShowIn(terravo::ParentState state) {
     }
 }
 
-bool frmOrografix::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == area_ && event->type() == QEvent::Resize) {
-        QTimer::singleShot(0, this, &frmOrografix::KeepDocumentsInside);
-    }
-    return QMainWindow::eventFilter(watched, event);
-}
-
-// A place from a larger screen, a random one or a smaller parent must not hide a document behind
-// the parent's edge.
-void frmOrografix::KeepDocumentsInside() {
-    const QRect room = area_->viewport()->rect();
-    for (QMdiSubWindow* frame : area_->subWindowList()) {
-        if (frame->isMaximized() || frame->isMinimized()) {
-            continue;
-        }
-        QRect box = frame->geometry();
-        box.setSize(box.size().boundedTo(room.size()).expandedTo(frame->minimumSizeHint()));
-        box.moveLeft(std::max(0, std::min(box.left(), room.width() - box.width())));
-        box.moveTop(std::max(0, std::min(box.top(), room.height() - box.height())));
-        frame->setGeometry(box);
-    }
-}
-
 void frmOrografix::SetView3D(std::function<frm3D*()> make, terravo::SettingsStore& settings) {
     makeView3D_ = std::move(make);
     settings_ = &settings;
@@ -125,36 +102,72 @@ void frmOrografix::SetView3D(std::function<frm3D*()> make, terravo::SettingsStor
 frm3D* frmOrografix::View3DWindow(bool open) {
     if (view3D_ == nullptr && open) {
         OpenView3D()->show();
-        KeepDocumentsInside();
     }
     return view3D_;
 }
 
 QMdiSubWindow* frmOrografix::OpenView3D() {
-    constexpr QSize kDesigned(820, 610);
     view3D_ = makeView3D_();
     QMdiSubWindow* frame = area_->addSubWindow(view3D_);
     frame->setObjectName(QStringLiteral("frm3DFrame"));
     frame->setAttribute(Qt::WA_DeleteOnClose);
     DarkenFrame(*frame);
-    frame->setGeometry(RestoredBox(*settings_, "frm3D", kDesigned));
+    places_->Add(frame, BoxForView3D(frame->minimumSizeHint()));
     connect(view3D_, &frm3D::Closing, this, [this, frame] {
-        const QRect box = frame->geometry();
-        terravo::SaveWindowPosition(*settings_, "frm3D",
-                                    {box.left(), box.top(), box.width(), box.height()},
-                                    frame->isMinimized(), false);
+        if (const std::optional<QRect> box = places_->ToKeep(frame)) {
+            terravo::SaveWindowPosition(*settings_, "frm3D",
+                                        {box->left(), box->top(), box->width(), box->height()},
+                                        false, false);
+        }
     });
     return frame;
 }
 
-QRect RestoredBox(const terravo::SettingsStore& settings, const std::string& windowName,
-                  QSize designed) {
+// Beside the map, so that both are seen, unless its user has put it elsewhere. Only its place is
+// kept: from there the designed size may reach out of the room.
+DocumentBox frmOrografix::BoxForView3D(QSize minimum) {
+    constexpr QSize kDesigned(820, 610);
+    constexpr QSize kUseful(560, 480);
+    DocumentBox wanted = RestoredBox(*settings_, "frm3D", kDesigned);
+    const QSize size = wanted.box.size().expandedTo(minimum);
+    const QSize least = kUseful.boundedTo(size).expandedTo(minimum);
+    if (!wanted.isPlaceChosen) {
+        wanted.box = BoxBesideMap(size, least).value_or(wanted.box);
+    } else if (!wanted.isSizeChosen) {
+        const QPoint place = wanted.box.topLeft();
+        wanted.box.setSize(
+            size.boundedTo(places_->Room() - QSize(place.x(), place.y())).expandedTo(least));
+    }
+    return wanted;
+}
+
+// A map that nobody has placed makes room to its right.
+std::optional<QRect> frmOrografix::BoxBesideMap(QSize size, QSize least) {
+    if (mainFrame_->isMaximized() || mainFrame_->isMinimized()) {
+        return std::nullopt;
+    }
+    const QSize room = places_->Room();
+    QRect map = mainFrame_->geometry();
+    if (!places_->Wanted(mainFrame_).isPlaceChosen) {
+        map.moveLeft(std::max(0, std::min(map.left(), room.width() - map.width() - size.width())));
+    }
+    const std::optional<QRect> beside = BoxBeside(map, room, size, least);
+    if (beside) {
+        places_->Replace(mainFrame_, map);
+    }
+    return beside;
+}
+
+DocumentBox RestoredBox(const terravo::SettingsStore& settings, const std::string& windowName,
+                        QSize designed) {
     const QSize screen = QGuiApplication::primaryScreen()->size();
     const terravo::WindowBox box = terravo::RestoreWindowPosition(
         settings, windowName, {0, 0, designed.width(), designed.height()}, screen.width(),
         screen.height(),
         [](int low, int high) { return QRandomGenerator::global()->bounded(low, high + 1); });
-    return {box.left, box.top, box.width, box.height};
+    return {{box.left, box.top, box.width, box.height},
+            terravo::HasSavedPlace(settings, windowName),
+            terravo::HasSavedSize(settings, windowName)};
 }
 
 void frmOrografix::dragEnterEvent(QDragEnterEvent* event) {

@@ -3,13 +3,16 @@
 
 #include "app/session/StartUpRules.h"
 #include "app/settings/ColourScheme.h"
+#include "app/windows/DocumentPlaces.h"
 #include "util/SettingsStore.h"
 
 #include <QMainWindow>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPointer>
 
 #include <functional>
+#include <optional>
 
 class StatusPanel;
 class frm3D;
@@ -17,8 +20,8 @@ class frmProve;
 
 /// The place that a document had when the program ended, or a random one.
 /// @param designed  size that it takes when none is kept.
-QRect RestoredBox(const terravo::SettingsStore& settings, const std::string& windowName,
-                  QSize designed);
+DocumentBox RestoredBox(const terravo::SettingsStore& settings, const std::string& windowName,
+                        QSize designed);
 
 class frmOrografix : public QMainWindow {
     Q_OBJECT
@@ -30,7 +33,7 @@ public:
 
     /// Takes the main contour window in: its menus, and its frame at the given place among the
     /// documents.
-    void AddMainWindow(frmProve* window, const QRect& box);
+    void AddMainWindow(frmProve* window, const DocumentBox& box);
 
     /// How a 3D window is made, and where its place is kept. To be called before a file is loaded.
     void SetView3D(std::function<frm3D*()> make, terravo::SettingsStore& settings);
@@ -42,15 +45,16 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void KeepDocumentsInside();
-
-    QMdiArea* area_;
-    StatusPanel* status_;
     frm3D* View3DWindow(bool open);
     QMdiSubWindow* OpenView3D();
+    DocumentBox BoxForView3D(QSize minimum);
+    std::optional<QRect> BoxBesideMap(QSize size, QSize least);
+
+    QMdiArea* area_;
+    DocumentPlaces* places_;
+    StatusPanel* status_;
 
     std::function<frm3D*()> makeView3D_;
     terravo::SettingsStore* settings_ = nullptr;

@@ -10,6 +10,7 @@
 #include "app/windows/SettingsDialog.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/SurfaceView.h"
+#include "app/windows/WindowMenu.h"
 #include "app/windows/frm3D.h"
 #include "util/NumberText.h"
 
@@ -18,7 +19,6 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QGuiApplication>
-#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QPainter>
@@ -109,7 +109,7 @@ QBoxLayout* frmProve::MakeOptionsColumn() {
     return column;
 }
 
-void frmProve::AddMenus(QMenuBar& menuBar) {
+void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
     mnuFile = Named(menuBar.addMenu(QStringLiteral("&File")), "mnuFile");
     mnuLeggiDati = Named(mnuFile->addAction(QString()), "mnuLeggiDati");
     mnuLeggiDati->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
@@ -135,6 +135,8 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
     mnuSurvey = Named(menuBar.addMenu(QString()), "mnuSurvey");
     mnuExact = Named(mnuSurvey->addAction(QString()), "mnuExact");
     mnuExact->setCheckable(true);
+    mnuWindow = windows;
+    menuBar.addMenu(mnuWindow);
     mnuQM = Named(menuBar.addMenu(QStringLiteral("&?")), "mnuQM");
     mnuHelp = Named(mnuQM->addAction(QString()), "mnuHelp");
     mnuHelp->setShortcut(QKeySequence(Qt::Key_F1));
@@ -149,6 +151,7 @@ void frmProve::AddMenus(QMenuBar& menuBar) {
             [this] { session_.Export(terravo::QrzKind::Levels); });
     connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
     connect(mnuExact, &QAction::triggered, this, [this](bool on) { session_.SetExact(on); });
+    connect(mnuWindow, &WindowMenu::View3DAsked, this, &frmProve::ShowView3D);
     connect(mnuHelp, &QAction::triggered, this, &frmProve::ShowHelp);
     connect(mnuSettings, &QAction::triggered, this, &frmProve::ShowSettings);
     connect(mnuInformazioni, &QAction::triggered, this, &frmProve::ShowAbout);
@@ -194,6 +197,7 @@ void frmProve::SetCaptions() {
     mnuRecenti[0]->setText(text(Text::RecentFiles));
     mnuSurvey->setTitle(text(Text::SurveyMenu));
     mnuExact->setText(text(Text::ExactTriangulation));
+    mnuWindow->SetCaptions(state_);
     mnuHelp->setText(text(Text::Help));
     mnuSettings->setText(text(Text::Settings));
     language_ = terravo::LanguageAtNextStart(state_.userFolder); // of this run, at its start
@@ -247,6 +251,7 @@ void frmProve::SetResultViewsVisible(bool visible) {
     mnusalva->setEnabled(visible);
     mnuExportMap->setEnabled(visible);
     mnuPrint->setEnabled(visible);
+    mnuWindow->SetView3DPossible(visible);
     frm3D* view = view3D ? view3D(false) : nullptr;
     if (view != nullptr) {
         view->SetPictureVisible(visible);
@@ -263,6 +268,16 @@ void frmProve::ShowTriangles3D(const terravo::PointSet& points,
         if (session_.ResultViewsVisible()) {
             view->SetPictureVisible(true); // no change will say so to a new window
         }
+    }
+}
+
+// Its points are still in it, or it is made anew for the present ones.
+void frmProve::ShowView3D() {
+    if (view3D && view3D(false) == nullptr) {
+        session_.ShowView3D();
+    }
+    if (const frm3D* view = view3D ? view3D(false) : nullptr) {
+        mnuWindow->Activate(*view);
     }
 }
 
@@ -358,12 +373,12 @@ void frmProve::SelectLines() {
 }
 
 terravo::WindowBox frmProve::Box() const {
-    const QRect box = frame_ != nullptr ? frame_->geometry() : geometry();
+    const QRect box = (placeToKeep ? placeToKeep() : std::nullopt).value_or(geometry());
     return {box.left(), box.top(), box.width(), box.height()};
 }
 
 bool frmProve::IsMinimised() const {
-    return frame_ != nullptr ? frame_->isMinimized() : isMinimized();
+    return placeToKeep ? !placeToKeep() : isMinimized();
 }
 
 void frmProve::CloseWindow() {

@@ -15,16 +15,17 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 
 class GradientButton;
 class HelpWindow;
 class LevelBox;
 class QBoxLayout;
-class QMdiSubWindow;
 class QMenuBar;
 class QMimeData;
 class StatusPanel;
 class SurfaceView;
+class WindowMenu;
 class frm3D;
 
 class frmProve : public QWidget, public terravo::MainView {
@@ -33,8 +34,9 @@ class frmProve : public QWidget, public terravo::MainView {
 public:
     frmProve(terravo::RunState& state, terravo::Session& session, StatusPanel& status);
 
-    /// Puts this window's menus into the parent's menu bar.
-    void AddMenus(QMenuBar& menuBar);
+    /// Puts this window's menus into the parent's menu bar, and among them the one of the windows.
+    /// @param windows  of the parent, which lives as long as this window.
+    void AddMenus(QMenuBar& menuBar, WindowMenu* windows);
 
     /// The captions that the text table gives.
     void SetCaptions();
@@ -49,8 +51,9 @@ public:
     /// null. Where it is not set there are no 3D views.
     std::function<frm3D*(bool open)> view3D;
 
-    /// The frame of this window among the documents of the parent.
-    void SetFrame(QMdiSubWindow* frame) { frame_ = frame; }
+    /// The place that is to be kept for the next run; none where this window has none that its user
+    /// has seen. Where it is not set the window stands for itself.
+    std::function<std::optional<QRect>()> placeToKeep;
 
     // terravo::MainView
     terravo::DrawSurface& MapSurface() override;
@@ -101,11 +104,11 @@ private:
     void ShowHelp();
     void ShowSettings();
     void DescribeMap();
+    void ShowView3D();
 
     terravo::RunState& state_;
     terravo::Session& session_;
     StatusPanel& status_;
-    QMdiSubWindow* frame_ = nullptr;
 
     SurfaceView* picLivelli = nullptr;
     QWidget* Picture1 = nullptr;
@@ -123,6 +126,7 @@ private:
 
     QMenu* mnuFile = nullptr;
     QMenu* mnuSurvey = nullptr;
+    WindowMenu* mnuWindow = nullptr;
     QMenu* mnuQM = nullptr;
     QAction* mnuLeggiDati = nullptr;
     QMenu* mnusalva = nullptr;
