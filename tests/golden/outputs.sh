@@ -19,13 +19,29 @@ size_of() { # PNG-FILE: width and height, of its header
     od -An -tu4 --endian=big -j16 -N8 "$1" | xargs
 }
 
-mkdir all
-draws small.dat --levels 4 --out all
+draws small.dat --levels 4 --out deep/all # folders that are to be made
+ln -s deep/all all
 for file in livelli.txt point_qrw.txt triangles.qrz levels.qrz; do as_kept all/$file; done
 check "two pictures beside them" test "$(ls all | wc -l)" = 6
 check "the size of the map" test "$(size_of all/map.png)" = "1200 900"
 check "the size of the view" test "$(size_of all/view3d.png)" = "1200 900"
 finish "every output"
+
+left_out() { # PICTURES ARGUMENTS...: told, one sentence each; the exit code is 5
+    local picture
+    "$batch" --quiet small.dat "${@:2}" >said 2>sentences
+    check "exit code 5: $*" test $? = 5
+    for picture in $1; do
+        check "a sentence: $picture" grep -q "^terravo-batch: $picture is not drawn: small.dat: " sentences
+    done
+    check "no other sentence: $(cat sentences)" test "$(wc -l <sentences)" = "$(wc -w <<<"$1")"
+}
+for mode in lines areas; do
+    left_out "few/map.png few/v.svg" --levels 4 --size 20x20 --mode $mode --out few --view3d few/v.svg
+    for file in livelli.txt point_qrw.txt triangles.qrz levels.qrz; do as_kept few/$file; done
+done
+check "nothing else" test "$(ls few | wc -l)" = 4
+finish "the other outputs beside pictures that are too small"
 
 mkdir areas
 draws small.dat --levels 4 --mode areas --out areas

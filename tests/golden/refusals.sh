@@ -75,13 +75,16 @@ done <<'END'
 --segments out/a --mesh out/a
 END
 refused 2 '' points --map ''
+refused 2 'name of a folder' points --out ''
 check "the points are as they were" test "$(cat points)" = $'1,1,0\n9,1,5\n5,7,9'
 finish "wrong calls"
 
 for output in missing/map.png /proc/map.png /proc/map.svg /dev/full; do
     refused 4 "$output" points --map $output
 done
-refused 4 missing points --out missing
+refused 4 'points cannot be made: ' points --out points/out
+refused 1 '' none --out missing/out
+check "no folder of a failed run" test ! -e missing
 finish "outputs that cannot be written"
 
 printf '%s\n' 1e200,1e200,0 -1e200,2e200,1 3e200,-1e200,2 1e199,5e199,3 >huge

@@ -27,7 +27,7 @@ struct Options {
     QCommandLineOption out{
         {QStringLiteral("o"), QStringLiteral("out")},
         QStringLiteral("Write map.png, livelli.txt, point_qrw.txt, triangles.qrz, levels.qrz and "
-                       "view3d.png into the existing folder <dir>."),
+                       "view3d.png into the folder <dir>, which is made when it is missing."),
         QStringLiteral("dir")};
     QCommandLineOption map{QStringLiteral("map"),
                            QStringLiteral("Write the map as a PNG, SVG or PDF picture, by "
@@ -198,6 +198,10 @@ void ParseView3D(const QCommandLineParser& parser, const Options& known, View3DO
 void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
     if (parser.isSet(known.out)) {
         QString folder = parser.value(known.out);
+        if (folder.isEmpty()) {
+            throw UsageError(QStringLiteral("--out needs the name of a folder."));
+        }
+        options.outFolder = folder.toStdString();
         if (!folder.endsWith(QLatin1Char('/'))) {
             folder += QLatin1Char('/');
         }

@@ -30,6 +30,7 @@ struct View3DOptions {
 
 struct BatchOptions {
     std::string pointFile;
+    std::string outFolder;    // made when it is missing; empty: none is to be made
     std::string mapFile;      // empty: not wanted; the same for the next ones
     std::string segmentsFile; // copy of livelli.txt
     std::string meshFile;     // copy of point_qrw.txt

@@ -2,6 +2,7 @@
 
 #include "app/batch/BatchSummary.h"
 #include "app/batch/ExitCode.h"
+#include "app/batch/OutputFolders.h"
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
 #include "export/MeshFile.h"
@@ -22,7 +23,6 @@
 #include "view3d/RegularGrid.h"
 
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -43,13 +43,19 @@ private:
     int exitCode_;
 };
 
+// A picture, or the segments of the map, that cannot be drawn: the other outputs are written.
+class DrawingFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 std::string OnOneLine(std::string text) {
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
     return text;
 }
 
-// Keeps the first message, which becomes the sentence of a failed run.
+// Keeps the first message of a drawing, which becomes the cause of its failure.
 class KeptMessages : public MessageService {
 public:
     void ShowCritical(const std::string& text, const std::string& title) override {
@@ -58,7 +64,7 @@ public:
         }
         text_ = OnOneLine(title.empty() ? text : title + ": " + text);
     }
-    [[nodiscard]] const std::string& Text() const { return text_; }
+    std::string Take() { return std::exchange(text_, {}); }
 
 private:
     std::string text_;
@@ -97,22 +103,6 @@ TextCatalogue LoadTexts(const std::string& prefix) {
                          "There is no language file \"" + LanguageFileName(prefix) + "\".");
     }
     return TextCatalogue(std::move(texts));
-}
-
-// Finds a missing folder before the work, not after it.
-void CheckFolders(const BatchOptions& options) {
-    for (const std::string& file : options.Outputs()) {
-        const QFileInfo folder(QFileInfo(QString::fromStdString(file)).path());
-        const std::string name = folder.filePath().toStdString();
-        if (!folder.isDir()) {
-            throw RunFailure(ExitCode::kOutput, "The folder " + name + " for the output \"" + file +
-                                                    "\" does not exist.");
-        }
-        if (!folder.isWritable()) {
-            throw RunFailure(ExitCode::kOutput, "The folder " + name + " for the output \"" + file +
-                                                    "\" cannot be written to.");
-        }
-    }
 }
 
 void RequireTriangles(const std::string& file, const PointSet& points,
@@ -165,7 +155,8 @@ public:
     }
 
     BatchFigures Run() {
-        CheckFolders(options_);
+        outputFolders_.Make(options_.outFolder);
+        CheckOutputFolders(options_);
         if (!folder_.isValid()) {
             throw RunFailure(ExitCode::kOutput, "No temporary folder can be made: " +
                                                     folder_.errorString().toStdString() + ".");
@@ -191,8 +182,11 @@ private:
     static void EndWhenStopped();
     void Read();
     void Draw();
+    template <class Drawing>
+    static std::optional<std::string> FailureOf(Drawing draw);
     void DrawMap(DrawSurface& surface, const MapOptions& map, const LevelSink& sink);
     void DrawMapPicture(const LevelSink& sink);
+    void DrawMapAndSegments();
     ViewData DataFor3D();
     void DrawView3D();
     void DrawView3DOn(DrawSurface& surface, AxonometricView& view);
@@ -200,11 +194,13 @@ private:
     void WriteVector(const std::string& file, const std::string& title, Drawing draw);
     void CountWhatWasMade();
     void Deliver();
-    void DeliverPicture(const std::string& file, const QImage& picture);
+    bool IsDrawn(const std::string& file, const std::optional<std::string>& failure);
+    void DeliverPicture(const std::string& file, const QImage& picture,
+                        const std::optional<std::string>& failure);
     template <class Writer>
     void DeliverFile(const std::string& file, Writer write);
     void WriteLevels(const OutputTarget& target) const;
-    void ThrowMessages();
+    void ThrowMessage();
     [[nodiscard]] bool SegmentsAreWanted() const {
         return !options_.segmentsFile.empty() || !options_.qrzLevelsFile.empty();
     }
@@ -219,9 +215,14 @@ private:
     Survey survey_;
     ContourMap map_;
     RasterSurface surface_;
+    OutputFolders outputFolders_;
     OutputGroup files_;
     QImage picture_;
     QImage viewPicture_;
+    // Why something could not be drawn.
+    std::optional<std::string> mapFailure_;
+    std::optional<std::string> segmentFailure_;
+    std::optional<std::string> viewFailure_;
     BatchFigures figures_;
 };
 
@@ -244,46 +245,73 @@ void BatchRun::Read() {
 }
 
 // Throws for the first message that a drawing has shown.
-void BatchRun::ThrowMessages() {
-    if (!messages_.Text().empty()) {
-        throw RunFailure(ExitCode::kNumeric, options_.pointFile + ": " + messages_.Text());
+void BatchRun::ThrowMessage() {
+    const std::string message = messages_.Take();
+    if (!message.empty()) {
+        throw DrawingFailure(options_.pointFile + ": " + message);
+    }
+}
+
+// The end of a drawing that was not stopped: nothing, or the reason why there is no such picture.
+// What a disk refuses and a lack of memory end the run.
+template <class Drawing>
+std::optional<std::string> BatchRun::FailureOf(Drawing draw) {
+    try {
+        draw();
+        return std::nullopt;
+    } catch (const DrawingFailure& failure) {
+        return failure.what();
+    } catch (const AppError& error) {
+        if (error.number() == ErrorNumber::kDeviceIo) {
+            throw;
+        }
+        return error.what();
     }
 }
 
 void BatchRun::Draw() {
     if (SegmentsAreWanted()) {
-        SegmentFile segments(state_.workFolder + kSegmentFileName);
-        DrawMapPicture([&segments](double level, const std::vector<LevelPiece>& pieces) {
-            segments.Write(level, pieces);
-        });
-        segments.Close();
+        DrawMapAndSegments();
     } else {
         DrawMapPicture({});
     }
     if (!options_.view3DFile.empty()) {
         Stopwatch watch;
-        DrawView3D();
+        viewFailure_ = FailureOf([this] { DrawView3D(); });
         figures_.milliseconds.draw += watch.Lap() * 1e3;
     }
     CountWhatWasMade();
 }
 
+// Areas have no segments: the lines are drawn as well, as the window's export does.
+void BatchRun::DrawMapAndSegments() {
+    SegmentFile segments(state_.workFolder + kSegmentFileName);
+    const LevelSink sink = [&segments](double level, const std::vector<LevelPiece>& pieces) {
+        segments.Write(level, pieces);
+    };
+    DrawMapPicture(sink);
+    if (options_.map.mode == MapMode::Areas) {
+        MapOptions lines = options_.map;
+        lines.mode = MapMode::Lines;
+        FailureOf([&] { DrawMap(surface_, lines, sink); }); // of the frame: it shows nowhere
+    }
+    if (!segmentFailure_) {
+        segments.Close();
+    }
+}
+
 void BatchRun::DrawMapPicture(const LevelSink& sink) {
     surface_.SetBackColor(kBlack);
     if (PictureKindOf(options_.mapFile) == PictureKind::Png) {
-        DrawMap(surface_, options_.map, sink);
+        mapFailure_ = FailureOf([&] { DrawMap(surface_, options_.map, sink); });
         picture_ = surface_.Image();
-    } else {
+        return;
+    }
+    mapFailure_ = FailureOf([&] {
         WriteVector(options_.mapFile,
                     state_.texts[Text::PlotTitle] + " : " + survey_.Points().sourceName,
                     [&](DrawSurface& surface) { DrawMap(surface, options_.map, sink); });
-    }
-    if (options_.map.mode == MapMode::Areas && SegmentsAreWanted()) {
-        // Areas have no segments: the lines are drawn as well, as the window's export does.
-        MapOptions lines = options_.map;
-        lines.mode = MapMode::Lines;
-        DrawMap(surface_, lines, sink);
-    }
+    });
 }
 
 void BatchRun::CountWhatWasMade() {
@@ -344,7 +372,7 @@ void BatchRun::DrawView3DOn(DrawSurface& surface, AxonometricView& view) {
     if (failure) {
         messages_.ShowCritical(failure->text, failure->title);
     }
-    ThrowMessages();
+    ThrowMessage();
 }
 
 // A drawing that fails throws, so the file is complete or there is none.
@@ -360,24 +388,30 @@ void BatchRun::WriteVector(const std::string& file, const std::string& title, Dr
                  options_.ChoiceFor(kind));
 }
 
+// The levels are complete even where their frame is not.
 void BatchRun::DrawMap(DrawSurface& surface, const MapOptions& map, const LevelSink& sink) {
     const MapReport report = map_.Draw(surface, map, stop_, sink);
     EndWhenStopped();
-    if (report.frameFailure) {
-        messages_.ShowCritical(report.frameFailure->text, report.frameFailure->title);
-    }
-    ThrowMessages();
     const ContourReport& contours = report.contours;
+    segmentFailure_.reset();
     if (!contours.error.empty()) {
-        const bool deviceFailed = contours.errorNumber == ErrorNumber::kDeviceIo;
-        throw RunFailure(deviceFailed ? ExitCode::kOutput : ExitCode::kNumeric,
-                         options_.pointFile + ": " + kDrawErrorTitle + ": " +
-                             OnOneLine(contours.error));
+        segmentFailure_ =
+            options_.pointFile + ": " + kDrawErrorTitle + ": " + OnOneLine(contours.error);
+    }
+    if (contours.errorNumber == ErrorNumber::kDeviceIo) {
+        throw RunFailure(ExitCode::kOutput, *segmentFailure_);
     }
     figures_.segments = contours.segments;
     figures_.milliseconds.contour += contours.cut * 1e3;
     figures_.milliseconds.draw += (report.frameSeconds + contours.draw) * 1e3;
     figures_.milliseconds.write += contours.write * 1e3;
+    if (report.frameFailure) {
+        messages_.ShowCritical(report.frameFailure->text, report.frameFailure->title);
+    }
+    ThrowMessage();
+    if (segmentFailure_) {
+        throw DrawingFailure(*segmentFailure_);
+    }
 }
 
 template <class Writer>
@@ -389,8 +423,19 @@ void BatchRun::DeliverFile(const std::string& file, Writer write) {
     }
 }
 
+bool BatchRun::IsDrawn(const std::string& file, const std::optional<std::string>& failure) {
+    if (failure && !file.empty()) {
+        figures_.failures.push_back(file + " is not drawn: " + *failure);
+    }
+    return !failure;
+}
+
 // A vector file was written while it was drawn.
-void BatchRun::DeliverPicture(const std::string& file, const QImage& picture) {
+void BatchRun::DeliverPicture(const std::string& file, const QImage& picture,
+                              const std::optional<std::string>& failure) {
+    if (!IsDrawn(file, failure)) {
+        return;
+    }
     if (PictureKindOf(file) == PictureKind::Png) {
         DeliverFile(file, [&](const OutputTarget& target) { SavePicture(picture, target); });
     } else {
@@ -404,17 +449,21 @@ void BatchRun::Deliver() {
     if (!options_.meshFile.empty() || !options_.qrzTrianglesFile.empty()) {
         WriteMeshFile(meshFile, survey_.Points(), survey_.Triangulation().triangles);
     }
-    DeliverPicture(options_.mapFile, picture_);
-    DeliverPicture(options_.view3DFile, viewPicture_);
-    DeliverFile(options_.segmentsFile,
-                [&](const OutputTarget& target) { CopyFileWhole(segmentFile, target); });
+    DeliverPicture(options_.mapFile, picture_, mapFailure_);
+    DeliverPicture(options_.view3DFile, viewPicture_, viewFailure_);
+    if (IsDrawn(options_.segmentsFile, segmentFailure_)) {
+        DeliverFile(options_.segmentsFile,
+                    [&](const OutputTarget& target) { CopyFileWhole(segmentFile, target); });
+    }
     DeliverFile(options_.meshFile,
                 [&](const OutputTarget& target) { CopyFileWhole(meshFile, target); });
     DeliverFile(options_.qrzTrianglesFile, [&](const OutputTarget& target) {
         QrzWriter::WriteQrzTriangles(meshFile, target);
     });
-    DeliverFile(options_.qrzLevelsFile,
-                [this](const OutputTarget& target) { WriteLevels(target); });
+    if (IsDrawn(options_.qrzLevelsFile, segmentFailure_)) {
+        DeliverFile(options_.qrzLevelsFile,
+                    [this](const OutputTarget& target) { WriteLevels(target); });
+    }
     files_.Commit();
 }
 
@@ -428,35 +477,42 @@ void BatchRun::WriteLevels(const OutputTarget& target) const {
     }
 }
 
+// Tells what a run that came to its end has done and what it has not.
+int Report(const BatchOptions& options, const BatchFigures& figures) {
+    if (options.summaryWanted && (figures.failures.empty() || !figures.files.empty())) {
+        std::fputs(SummaryText(options, figures).c_str(), stdout);
+    }
+    for (const std::string& sentence : figures.failures) {
+        std::fprintf(stderr, "terravo-batch: %s\n", sentence.c_str());
+    }
+    return figures.failures.empty() ? ExitCode::kDone : ExitCode::kNumeric;
+}
+
 } // namespace
 
 int RunBatch(const BatchOptions& options) {
     StopSignals::Install();
     std::string sentence;
-    int exitCode = ExitCode::kDone;
+    int exitCode = ExitCode::kNumeric;
     try {
         BatchFigures figures;
         {
             BatchRun run(options);
             figures = run.Run();
         }
-        if (options.summaryWanted) {
-            std::fputs(SummaryText(options, figures).c_str(), stdout);
-        }
+        return Report(options, figures);
     } catch (const RunFailure& failure) {
         sentence = failure.what();
         exitCode = failure.exitCode();
     } catch (const AppError& error) {
         sentence = error.what();
-        exitCode =
-            error.number() == ErrorNumber::kDeviceIo ? ExitCode::kOutput : ExitCode::kNumeric;
+        if (error.number() == ErrorNumber::kDeviceIo) {
+            exitCode = ExitCode::kOutput;
+        }
     } catch (const std::bad_alloc&) {
         sentence = options.pointFile + ": there is not enough memory.";
-        exitCode = ExitCode::kNumeric;
     }
-    if (exitCode != ExitCode::kDone) {
-        std::fprintf(stderr, "terravo-batch: %s\n", sentence.c_str());
-    }
+    std::fprintf(stderr, "terravo-batch: %s\n", sentence.c_str());
     return exitCode;
 }
 

@@ -19,7 +19,8 @@ struct BatchFigures {
     Extent z;
     Index levels = 0;
     std::int64_t segments = 0;
-    std::vector<std::string> files; // written, in order
+    std::vector<std::string> files;    // written, in order
+    std::vector<std::string> failures; // sentences about what could not be drawn
 
     struct {
         double read = 0;
