@@ -72,6 +72,7 @@ set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# The fonts are for who looks at an SVG file.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, qt6-translations-l10n")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "contour maps from scattered survey points")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "\

@@ -13,6 +13,7 @@
 #include "app/windows/frm3D.h"
 #include "app/windows/frmOrografix.h"
 #include "app/windows/frmProve.h"
+#include "plot2d/SurfaceFont.h"
 #include "util/StopSignals.h"
 #include "util/SystemServices.h"
 
@@ -135,6 +136,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationName(QStringLiteral("Terravo Vortak"));
     QApplication::setApplicationVersion(QStringLiteral(TERRAVO_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("terravo"));
+    LoadSurfaceFonts();
     QApplication::setStyle(new ProgramStyle);
     QApplication::setWindowIcon(ProgramIcon());
     return RunWindows(arguments);

@@ -1,7 +1,8 @@
 // The fonts of drawing surfaces, as Qt knows them.
 //
-// Data: the font of a surface. Method: family, pixel size, hinting and spacing are all chosen here,
-// so that a text is as wide on every surface, in every picture file and under every platform
+// Data: the font of a surface; font files inside the program. Method: texts come from these files
+// whatever is installed, and pixel size, hinting and spacing are all chosen here, so that a text is
+// as wide on every surface, in every picture file, on every machine and under every platform
 // plugin.
 #pragma once
 
@@ -14,9 +15,17 @@
 
 namespace terravo {
 
-/// The font that a picture of pixels is drawn and every text is measured with. Where the named
-/// family is not installed, Liberation Sans and Liberation Mono stand in.
+/// Loads the program's fonts, once; the first MakeSurfaceFont does it too. Windows that are made
+/// later have letters even where no font is installed.
+void LoadSurfaceFonts();
+
+/// The font that a picture of pixels is drawn and every text is measured with: "MS Sans Serif" and
+/// "Courier New" are the program's own Liberation Sans and Liberation Mono, any other name is
+/// looked for among the installed fonts. Letters that the font lacks come from those, too.
 QFont MakeSurfaceFont(const Font& font);
+
+/// The family that a file names which does not carry its fonts along.
+QString PublicFamily(const Font& font);
 
 /// UTF-8 as Qt's text.
 QString SurfaceText(std::string_view utf8);

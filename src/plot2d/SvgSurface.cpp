@@ -143,7 +143,7 @@ void SvgSurface::AddText(const Text& text) {
     xml_.writeStartElement(QStringLiteral("text"));
     WriteNumber("x", text.start.x);
     WriteNumber("y", text.start.y);
-    xml_.writeAttribute(QStringLiteral("font-family"), MakeSurfaceFont(text.font).family());
+    xml_.writeAttribute(QStringLiteral("font-family"), PublicFamily(text.font));
     WriteNumber("font-size", text.font.pixelSize);
     if (text.font.bold) {
         xml_.writeAttribute(QStringLiteral("font-weight"), QStringLiteral("bold"));

@@ -68,6 +68,33 @@ check "another language" not cmp -s italian.png english.png
 check "another separator" not cmp -s comma.png english.png
 finish "maps"
 
+# A system with no font, one with another font of the same names, one that changes all fonts.
+fonts() { # NAME RULES
+    echo "<fontconfig><dir>/usr/share/fonts</dir><cachedir>$base/cache</cachedir>$2</fontconfig>" |
+        sed "${3-}" >"$1.conf"
+}
+names='<edit name="family" mode="assign"><string>Liberation Sans</string>
+    <string>Liberation Mono</string><string>MS Sans Serif</string><string>Courier New</string></edit>'
+fonts no '' 's/<dir>.*<.dir>//'
+fonts same '<match target="scan"><test name="family"><string>Liberation Serif</string></test>'"$names</match>"
+fonts changed '<match target="pattern"><edit name="family" mode="prepend" binding="strong">
+    <string>Liberation Serif</string></edit></match>
+    <match target="font"><edit name="autohint"><bool>true</bool></edit></match>'
+written_with() { # NAME: pictures and a file that measures texts
+    draws small.dat --labels --map "$1.png" --view3d "$1-3d.png"
+    draws small.dat --labels --map "$1.svg"
+    draws small.dat --labels --map "$1.pdf"
+    pdftoppm -r 50 "$1.pdf" >"$1.ppm"
+}
+written_with usual
+for kind in no same changed; do
+    FONTCONFIG_FILE=$PWD/$kind.conf written_with $kind
+    for file in .png -3d.png .svg .ppm; do
+        check "the same $file with $kind fonts" cmp $kind$file usual$file
+    done
+done
+finish "the same bytes whatever fonts are installed"
+
 printf '%s\n' 2,1,5 1,2,3 1,1,4 3,2,9 2,2,6 3,1,7 >grid.dat # in no particular order
 while read -ra options; do
     draws grid.dat --view3d view.png "${options[@]}"

@@ -115,7 +115,7 @@ TEST_F(RasterSurfaceTest, DrawModes) {
     EXPECT_TRUE(EqualsBaseline(surface.Image(), "draw-modes"));
 }
 
-// The one picture with text: it needs the Liberation fonts.
+// The one picture with text.
 TEST_F(RasterSurfaceTest, FrameOfAPlan) {
     PlotFrame::PlotFrameRequest request;
     request.xMin = -20;
