@@ -2,6 +2,42 @@
 # and the count of cases.
 #
 # Nothing is timed: until_true waits until something has happened, for at most WAIT seconds (20).
+#
+# A script runs itself once more, with a mark in its environment that all inherit which it starts. At
+# its end, or after LIMIT seconds (280), whatever still has the mark is killed: a test that waits for
+# the end of the script's output ends with it, however busy the machine is.
+
+with_mark() { # the numbers of the processes that have it
+    grep -lszx "TERRAVO_TEST=$TERRAVO_TEST" /proc/[0-9]*/environ | cut -d / -f 3
+}
+kill_marked() {
+    local left attempt
+    for attempt in {1..50}; do
+        mapfile -t left < <(with_mark)
+        ((${#left[@]})) || return 0
+        kill -KILL "${left[@]}" 2>/dev/null || true
+        sleep 0.1
+    done
+    echo "still running: ${left[*]}"
+    return 1
+}
+if [[ -z ${TERRAVO_TEST:-} ]]; then
+    mark=$$.$RANDOM$RANDOM
+    scratch=$(mktemp -d)
+    TERRAVO_TEST=$mark TMPDIR=$scratch timeout --kill-after=10 "${LIMIT:-280}" "$0" "$@" <&0 &
+    inner=$!
+    trap 'kill -TERM $inner 2>/dev/null' INT TERM HUP
+    code=0
+    wait $inner || code=$?
+    while kill -0 $inner 2>/dev/null; do wait $inner || code=$?; done
+    ((code != 124 && code != 137)) || echo "ended after ${LIMIT:-280} seconds"
+    TERRAVO_TEST=$mark
+    kill_marked || code=1
+    awk -v inside="$scratch/" 'index($2, inside) == 1 { print $2 }' /proc/self/mounts |
+        sort -r | xargs -r umount
+    rm -rf "$scratch"
+    exit "$code"
+fi
 
 unset WAYLAND_DISPLAY DISPLAY QT_QPA_PLATFORM QT_SCALE_FACTOR DBUS_SESSION_BUS_ADDRESS
 export LC_ALL=C.UTF-8
@@ -11,9 +47,13 @@ export XDG_RUNTIME_DIR=$base/runtime
 helpers=() # processes that end with the script, the last one first
 mounts=()
 
-stop() { # PID: also one that is halted
+stop() { # PID: also one that is halted, or that does not listen
     kill -CONT "$1" 2>/dev/null || true
     kill "$1" 2>/dev/null || true
+    if ! WAIT=${PATIENCE:-10} until_true not kill -0 "$1"; then
+        echo "killed  $(tr '\0' ' ' <"/proc/$1/cmdline" || true)"
+        kill -KILL "$1" || true
+    fi 2>/dev/null
     wait "$1" 2>/dev/null || true
 }
 clean_up() {
@@ -39,7 +79,7 @@ start_display() {
     local number
     mkfifo "$base/display"
     Xvfb -displayfd 3 -screen 0 1280x800x24 -nolisten tcp -noreset \
-        3>"$base/display" 2>"$base/xvfb.log" &
+        3>"$base/display" >"$base/xvfb.log" 2>&1 &
     helpers+=($!)
     read -rt 20 number <"$base/display" || { cat "$base/xvfb.log"; exit 1; }
     export DISPLAY=:$number

@@ -373,7 +373,7 @@ if [[ ${can_show:-yes} == yes ]]; then
 
     fresh
     echo text >"$home/text"
-    xclip -quiet -selection clipboard "$home/text" 2>/dev/null &
+    xclip -quiet -selection clipboard "$home/text" >/dev/null 2>&1 &
     owner=$!
     helpers+=($owner)
     until_true xclip -o -selection clipboard
