@@ -216,11 +216,10 @@ bool NumberListReader::Read(double& value) {
     ++field_;
     SkipBlanks();
     if (cursor_ == limit_) {
-        // Name the last line that there is, not the one after the last line end.
-        const bool atLineStart = field_ == 1 && line_ > 1;
+        // The last line that there is, not the one after the last line end.
         Fail("the file ends where a number is expected");
         failure_.kind = ReadFailure::Kind::EndsEarly;
-        failure_.line = atLineStart ? line_ - 1 : line_;
+        failure_.line = std::max<std::int64_t>(line_ - 1, 1);
         failure_.field = 0;
         return false;
     }

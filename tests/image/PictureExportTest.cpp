@@ -1,6 +1,7 @@
 #include "export/PictureExport.h"
 
 #include "plot2d/RasterSurface.h"
+#include "plot2d/SurfaceFont.h"
 #include "support/TemporaryFolder.h"
 #include "util/AppError.h"
 
@@ -103,6 +104,14 @@ TEST(PictureExport, DrawsTheSameAsSvgAsInPixels) {
     EXPECT_LE(LargestDifference(pixels, svg), 24);
     EXPECT_NE(folder.Read("p.svg").find("12.5 &lt; é &amp; x</text>"), std::string::npos);
     EXPECT_NE(folder.Read("p.svg").find("<title>Sample &lt;1&gt; </title>"), std::string::npos);
+    EXPECT_NE(folder.Read("p.svg").find(" stroke=\"#ff0000\" stroke-width=\"5\"/>"),
+              std::string::npos);
+    EXPECT_EQ(folder.Read("p.svg").find("stroke-width=\"1\""), std::string::npos);
+}
+
+TEST(PictureExport, PutsBlanksForWhatNoXmlTextMayHold) {
+    EXPECT_EQ(PrintableText("\x01 a\x1F!\x7F\xEF\xBF\xBD\xEF\xBF\xBE\xEF\xBF\xBF"),
+              QStringLiteral("  a !\x7F\uFFFD  "));
 }
 
 // Lines, an area and a dot between the pixels, and a line without length.

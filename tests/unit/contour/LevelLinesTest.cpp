@@ -166,6 +166,22 @@ TEST_F(LabelsTest, PlacesALabelOnceAtTheFirstPlaceThatIsInsideAndClear) {
     EXPECT_EQ(surface.userCalls.back().text, "2.000");
 }
 
+TEST_F(LabelsTest, LetsBoxesTouchButNotOverlapOnEverySide) {
+    surface.Scale(0.5, 300.5, 400.5, 0.5); // a box of 49 x 13 units
+    const struct {
+        double x;
+        double y;
+        bool isClear;
+    } cases[] = {{149, 200, true}, {148, 200, false}, {51, 200, true},  {52, 200, false},
+                 {100, 187, true}, {100, 188, false}, {100, 213, true}, {100, 212, false}};
+    for (const auto& c : cases) {
+        LevelLabels labels(surface, levels);
+        labels.PlaceLabel(1, 100, 200);
+        labels.PlaceLabel(2, c.x, c.y);
+        EXPECT_EQ(labels.Boxes()[2].placed, c.isClear) << c.x << ", " << c.y;
+    }
+}
+
 TEST_F(LabelsTest, RefusesABoxOverTheOriginWhileAnotherLevelIsUnplaced) {
     surface.Scale(-20, 15, 20, -15);
     LevelLabels labels(surface, levels);

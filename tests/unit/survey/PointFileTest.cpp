@@ -70,6 +70,16 @@ TEST(NumberListReader, NamesLineFieldAndCauseOfABadField) {
         EXPECT_EQ(Numbers("7\n" + bad + ",8\n"),
                   "7;p, line 2, field 1: \"" + bad + "\" is not a number.");
     }
+    for (const std::string before : {"1,\n", "\n", "\r\n", "1 \r", "1,2,3\r\n", "1,2, \n"}) {
+        const std::string told = Numbers(before + "x,2\n");
+        EXPECT_NE(told.find("p, line 2, field 1: \"x\""), std::string::npos) << before << told;
+    }
+    EXPECT_EQ(Numbers("\t x,2\n"), "p, line 1, field 1: \"x\" is not a number.");
+    const test::TemporaryFolder folder;
+    NumberListReader empty(folder.Write("p", ""));
+    double value = 0;
+    EXPECT_FALSE(empty.Read(value));
+    EXPECT_EQ(empty.Failure().line, 1);
     EXPECT_EQ(Numbers(std::string("1,\0002\n", 5)),
               "1;p, line 1, field 2: \"?2\" is not a number.");
     EXPECT_EQ(Numbers("1e999"), "p, line 1, field 1: \"1e999\" is too large a number.");

@@ -138,6 +138,26 @@ TEST_F(Frame3DTest, KeepsLabelsSideBySideApart) {
     }
 }
 
+TEST_F(Frame3DTest, LeavesRoomForTheWidestLabelsOfEveryAxis) {
+    constexpr float kWide = 1.2e12F;
+    for (const SpaceExtents& extents :
+         {SpaceExtents{0, kWide, 0, 1, 0, 1}, SpaceExtents{0, 1, 0, kWide, 0, 1},
+          SpaceExtents{0, 1, -kWide, 0, 0, 1}, SpaceExtents{0, 1, 0, 1, 0, kWide}}) {
+        for (const float alfa : {0.1F, 0.5F, kHalfPi, 2.2F}) {
+            data.extents = extents;
+            parameters.alfa = alfa;
+            surface.Forget();
+            Drawn();
+            const auto labels = surface.PixelCallsOf(PixelCall::Kind::Text);
+            EXPECT_GT(labels.size(), 6U);
+            for (const PixelCall& label : labels) {
+                const double width = kRecordedCharWidth * static_cast<double>(label.text.size());
+                EXPECT_TRUE(label.a.x >= 0 && label.a.x + width <= 640) << label.text << alfa;
+            }
+        }
+    }
+}
+
 TEST_F(Frame3DTest, ReturnsReversedExtentsAsAMessageAndLeavesThePictureAlone) {
     const auto messageFor = [this](const SpaceExtents& extents) {
         data.extents = extents;
