@@ -1,7 +1,7 @@
 # Sourced by the scripts that run the real programs: a folder of their own, a display of their own,
 # and the count of cases.
 #
-# Nothing is timed: until_true waits until something has happened, for at most WAIT seconds (20).
+# Nothing is timed: until_true waits until something has happened, for at most WAIT seconds (60).
 #
 # A script runs itself once more, with a mark in its environment that all inherit which it starts. At
 # its end, or after LIMIT seconds (280), whatever still has the mark is killed: a test that waits for
@@ -67,7 +67,7 @@ trap 'exit 1' INT TERM HUP
 
 not() { ! "$@"; }
 until_true() { # CONDITION...: waits until it holds
-    local ends=$((SECONDS + ${WAIT:-20}))
+    local ends=$((SECONDS + ${WAIT:-60}))
     until "$@" >/dev/null 2>&1; do
         ((SECONDS < ends)) || return 1
         sleep 0.05

@@ -46,7 +46,7 @@ survey() { # POINTS SEED
 survey 20000 1 >survey.dat
 code=
 run() { # ARGUMENTS...: of terravo-batch
-    timeout 30 "$batch" "$@" >out 2>err
+    timeout 100 "$batch" "$@" >out 2>err
     code=$?
 }
 says() { # EXIT-CODE TEXT
@@ -138,7 +138,7 @@ rm -rf tmp/*
 survey 200000 3 >long.dat
 for delay in 0.02 0.04 0.06 0.08 0.1 0.15; do
     cp long.dat changing.dat
-    timeout 30 "$batch" changing.dat --map map.png >out 2>err &
+    timeout 100 "$batch" changing.dat --map map.png >out 2>err &
     sleep "$delay"
     case $delay in
     *2 | *6 | *.1) truncate -s 100000 changing.dat ;;
@@ -173,7 +173,7 @@ comes_back() { # [WORK-FOLDER]: points sent to that folder come back as triangle
     local work=${1:-$home/tmp/VORTAK24}
     [[ -d $work ]] || mkdir -m 700 -p "$work"
     head -n 500 "$base/survey.dat" >"$work/my_point.qrw"
-    (in_folders timeout 15 "$program" "$work/my_point.qrw")
+    (in_folders timeout 60 "$program" "$work/my_point.qrw")
     code=$?
     check "exit code 0, not $code" test "$code" = 0
     check "the triangles" grep -q POLYLINE "$work/px.qrz"
