@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace terravo {
 namespace {
@@ -156,6 +157,16 @@ TEST_F(Frame3DTest, LeavesRoomForTheWidestLabelsOfEveryAxis) {
             }
         }
     }
+}
+
+TEST(RotatePoint, TurnsAboutItsCentreFromXToY) {
+    constexpr double kQuarter = std::numbers::pi / 2;
+    const PlanPlace quarter = RotatePoint(3, 2, kQuarter, 1, -1);
+    EXPECT_NEAR(quarter.x, -2, 1e-12);
+    EXPECT_NEAR(quarter.y, 1, 1e-12);
+    const PlanPlace eighth = RotatePoint(3, 0, kQuarter / 2, 1, 0);
+    EXPECT_NEAR(eighth.x, 1 + std::sqrt(2), 1e-12);
+    EXPECT_NEAR(eighth.y, std::sqrt(2), 1e-12);
 }
 
 TEST_F(Frame3DTest, ReturnsReversedExtentsAsAMessageAndLeavesThePictureAlone) {
