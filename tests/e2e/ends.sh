@@ -11,6 +11,7 @@ cat >"$base/stubborn.sh" <<END
 source $here/common.sh
 (trap '' TERM; exec sleep $long) & # does not listen
 helpers+=(\$!)
+until_true grep -qz sleep "/proc/\$!/cmdline"
 sleep $long & # halted, and forgotten
 kill -STOP \$!
 setsid sleep $long & # in a session of its own
