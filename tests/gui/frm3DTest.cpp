@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QSignalSpy>
 
 #include <cmath>
 
@@ -153,7 +154,9 @@ TEST_F(frm3DTest, ClicksChangeTheViewAndTheColours) {
     EXPECT_EQ(LabelText("lblRAyx"), "1000.000");
 
     QGuiApplication::clipboard()->setText("old");
+    const QSignalSpy copied(window.get(), &frm3D::Copied);
     Click("cmdCopiaGrafico");
+    EXPECT_EQ(copied.count(), 1);
     EXPECT_EQ(QGuiApplication::clipboard()->image().convertToFormat(QImage::Format_RGB32),
               Picture());
     EXPECT_TRUE(messages.boxes.empty());

@@ -405,6 +405,7 @@ void frm3D::CopyPicture() {
     QClipboard* clipboard = QGuiApplication::clipboard();
     clipboard->clear();
     clipboard->setImage(pic3D->Picture());
+    emit Copied();
 }
 
 void frm3D::mouseMoveEvent(QMouseEvent* event) {

@@ -48,6 +48,8 @@ signals:
     /// The picture is to be written as a file, or printed.
     void ExportAsked();
     void PrintAsked();
+    /// The picture is on the clipboard.
+    void Copied();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

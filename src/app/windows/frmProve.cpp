@@ -264,6 +264,7 @@ void frmProve::ShowTriangles3D(const terravo::PointSet& points,
     if (view != nullptr) {
         connect(view, &frm3D::ExportAsked, this, &frmProve::Export3D, Qt::UniqueConnection);
         connect(view, &frm3D::PrintAsked, this, &frmProve::Print3D, Qt::UniqueConnection);
+        connect(view, &frm3D::Copied, this, &frmProve::TellOfCopy, Qt::UniqueConnection);
         view->Commands().ShowTriangles(points, triangles, title);
         if (session_.ResultViewsVisible()) {
             view->SetPictureVisible(true); // no change will say so to a new window
@@ -345,6 +346,10 @@ void frmProve::CopyPicture() {
     QClipboard* clipboard = QGuiApplication::clipboard();
     clipboard->clear();
     clipboard->setImage(picLivelli->Picture());
+    TellOfCopy();
+}
+
+void frmProve::TellOfCopy() {
     status_.ShowNote(Caption(state_, Text::PictureCopied));
 }
 

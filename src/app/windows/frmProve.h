@@ -92,6 +92,7 @@ private:
     void ConnectControls();
     void ShowPointer(double x, double y);
     void CopyPicture();
+    void TellOfCopy();
     void AddPictureEntries();
     void SetPictureCaptions();
     [[nodiscard]] terravo::Picture MapPicture();
