@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <limits>
 #include <new>
 #include <system_error>
 #include <utility>
@@ -12,8 +11,6 @@
 namespace terravo {
 namespace {
 
-// The triangulation numbers twice as many triangles and a hull link holds three times that.
-constexpr Index kMostPoints = std::numeric_limits<Index>::max() / 6 - 1;
 constexpr Index kProgressStride = 65536;
 constexpr Index kSample = 4096; // points from whose lines the count of all points is estimated
 
@@ -28,26 +25,10 @@ bool ReportProgress(const StopToken& stop, const NumberListReader& reader) {
 
 // The first point of a file drops the arrays of the file before.
 void ClearArrays(PointSet& points) {
+    points.labels = {};
     points.x.Clear();
     points.y.Clear();
     points.z.Clear();
-}
-
-// Makes room for all points at once, judged by the bytes of those read so far: arrays that grow
-// step by step are copied several times, each time into memory that is new to the process. A
-// shortened array keeps its room. A wrong estimate does no harm, the arrays still grow.
-void MakeRoom(PointSet& points, const NumberListReader& reader) {
-    constexpr double kMargin = 1.01;
-    constexpr double kMostRoom = 1 << 24; // a file may be far longer than what it holds
-    const double bytesPerPoint = static_cast<double>(reader.BytesRead()) / points.count;
-    const double estimate = kMargin * static_cast<double>(reader.FileSize()) / bytesPerPoint;
-    const auto expected = static_cast<Index>(std::min(estimate, kMostRoom));
-    if (expected > points.count) {
-        for (Array1<double>* values : {&points.x, &points.y, &points.z}) {
-            values->Resize(expected);
-            values->Resize(points.count);
-        }
-    }
 }
 
 ReadFailure FailureOf(const std::string& path, const char* cause) {
@@ -58,6 +39,22 @@ ReadFailure FailureOf(const std::string& path, const char* cause) {
 }
 
 } // namespace
+
+void MakeRoomForAll(PointSet& points, std::uint64_t bytesRead, std::uint64_t fileSize) {
+    constexpr double kMargin = 1.01;
+    constexpr double kMostRoom = 1 << 24; // a file may be far longer than what it holds
+    if (points.count == 0) {
+        return;
+    }
+    const double bytesPerPoint = static_cast<double>(bytesRead) / points.count;
+    const double estimate = kMargin * static_cast<double>(fileSize) / bytesPerPoint;
+    const auto expected = static_cast<Index>(std::min(estimate, kMostRoom));
+    if (expected > points.count) {
+        for (Array1<double>* values : {&points.x, &points.y, &points.z}) {
+            values->Reserve(expected);
+        }
+    }
+}
 
 std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
                                       const StopToken& stop) {
@@ -80,7 +77,7 @@ std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
         }
         points.Append(x, y, z);
         if (points.count == kSample) {
-            MakeRoom(points, reader);
+            MakeRoomForAll(points, reader.BytesRead(), reader.FileSize());
         }
         if (points.count % kProgressStride == 0 && !ReportProgress(stop, reader)) {
             PointSet none;

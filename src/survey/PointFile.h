@@ -11,10 +11,20 @@
 #include "util/Services.h"
 #include "util/StopToken.h"
 
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 
 namespace terravo {
+
+/// The triangulation numbers twice as many triangles and a hull link holds three times that.
+inline constexpr Index kMostPoints = std::numeric_limits<Index>::max() / 6 - 1;
+
+/// Makes room for all points of a file at once, judged by the bytes of those read so far: arrays
+/// that grow step by step are copied several times, each time into memory that is new to the
+/// process. A wrong estimate does no harm, the arrays still grow.
+void MakeRoomForAll(PointSet& points, std::uint64_t bytesRead, std::uint64_t fileSize);
 
 /// Reads all points of a file into the set: name, count, bounds and arrays. The arrays grow only
 /// when a point is read, so a file without points leaves them and sets the count to 0.

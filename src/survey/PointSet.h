@@ -5,6 +5,7 @@
 // the count to 0 and leaves the arrays of the file before in place.
 #pragma once
 
+#include "survey/PointLabels.h"
 #include "util/Array1.h"
 
 #include <string>
@@ -37,6 +38,7 @@ struct PointSet {
     Extent extentX;
     Extent extentY;
     Extent extentZ;
+    PointLabels labels;       // where the file has them
     std::string sourceFolder; // of the last file chosen by the user, ending in a separator
     std::string sourceName;   // file name without folder of the last file read
 

@@ -41,6 +41,8 @@ public:
 
     /// Changes the length and keeps the contents; new elements are value-initialised.
     void Resize(Index count) { items_.resize(static_cast<std::size_t>(count)); }
+    /// Makes room for so many elements; the length stays.
+    void Reserve(Index count) { items_.reserve(static_cast<std::size_t>(count)); }
     void Append(T value) { items_.push_back(std::move(value)); }
     void Clear() { items_.clear(); }
 

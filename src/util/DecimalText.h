@@ -31,10 +31,12 @@ inline constexpr std::array<double, kMostDigits + 1> kPowersOfTen{
 [[nodiscard]] bool DivideLong(std::uint64_t whole, std::size_t decimals, double& value);
 
 /// Reads digits with at most one point before, among or behind them.
+/// @tparam kPoint  the decimal sign.
 /// @param text  ended by any byte that is neither a digit nor a point.
 /// @return the byte after the number; nullptr, with the value left alone, when there is no digit,
 ///         too many of them, or DivideLong gives up. What follows is for the caller to judge: an
 ///         exponent is not read.
+template <char kPoint = '.'>
 inline const char* Read(const char* text, double& value) {
     std::uint64_t whole = 0;
     const auto takeDigits = [&whole](const char* p) {
@@ -47,7 +49,7 @@ inline const char* Read(const char* text, double& value) {
     const char* end = takeDigits(text);
     std::ptrdiff_t digits = end - text;
     std::ptrdiff_t decimals = 0;
-    if (*end == '.') {
+    if (*end == kPoint) {
         const char* const first = end + 1;
         end = takeDigits(first);
         decimals = end - first;

@@ -1,0 +1,143 @@
+#include "survey/import/ColumnNames.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+namespace terravo {
+namespace {
+
+using Words = std::string_view; // separated and enclosed by blanks
+
+constexpr std::array<std::pair<ColumnRole, Words>, 5> kWords{{
+    {ColumnRole::Easting,
+     " e x xcoord xcoordinate xcoordinata coordx coordinatex coordinatax coordenadax coordonneex "
+     "xkoordinate koordinatex east easting eastings est este ostwert ost rechtswert rechts rw "
+     "abscisse ascissa longitude longitudine longitud laenge lange lon long lng eastingx utmx utme "
+     "pointx "},
+    {ColumnRole::Northing,
+     " n y ycoord ycoordinate ycoordinata coordy coordinatey coordinatay coordenaday coordonneey "
+     "ykoordinate koordinatey north northing northings nord norte nordwert hochwert hoch hw "
+     "ordonnee ordinata latitude latitudine latitud breite lat northingy utmy utmn pointy "},
+    {ColumnRole::Height,
+     " z h zcoord zcoordinate zcoordinata coordz coordinatez coordinataz coordenadaz coordonneez "
+     "zkoordinate koordinatez height heights elevation elevations elev elv alt altitude altitudine "
+     "quota quote hohe hoehe hoehen hohen altura cota cotas hauteur rl reducedlevel orthoheight "
+     "orthometricheight ellipsoidalheight ellheight msl nn nhn pointz "},
+    {ColumnRole::Name,
+     " p pt pts pto pnt point pointid pointno pointnumber pointname pointnr ptid ptno ptnr ptname "
+     "pno pnr pid id no nr num number name punkt punktnr punktnummer punktname punto puntonr "
+     "npunto "
+     "nome nomepunto numero numeropunto nombre nom nompoint matricule station stationid fid label "
+     "oid pkt pktnr "},
+    {ColumnRole::Code,
+     " c code codes kode codice codigo cod desc descr description descrizione descripcion "
+     "designation bezeichnung beschreibung class classification classe klasse clase intensity "
+     "intensita layer type typ tipo note notes remark remarks attribute feature fcode comment "},
+}};
+
+struct Folded {
+    std::string_view bytes;
+    char letter;
+};
+
+// Accented letters of the languages, in UTF-8; Latin-1 ones come as they stand.
+constexpr std::array<Folded, 22> kAccents{{
+    {"\xC3\xB6", 'o'}, {"\xC3\x96", 'o'}, {"\xC3\xA4", 'a'}, {"\xC3\x84", 'a'}, {"\xC3\xBC", 'u'},
+    {"\xC3\xA9", 'e'}, {"\xC3\x89", 'e'}, {"\xC3\xA8", 'e'}, {"\xC3\xAA", 'e'}, {"\xC3\xA0", 'a'},
+    {"\xC3\xB3", 'o'}, {"\xC3\xB2", 'o'}, {"\xC3\xAD", 'i'}, {"\xC3\xBA", 'u'}, {"\xC3\xB1", 'n'},
+    {"\xF6", 'o'},     {"\xD6", 'o'},     {"\xE4", 'a'},     {"\xE9", 'e'},     {"\xE8", 'e'},
+    {"\xF3", 'o'},     {"\xFC", 'u'},
+}};
+
+// Letters and digits alone, lower case; what stands in brackets is a unit.
+std::string Folded1(std::string_view word) {
+    std::string folded;
+    const std::size_t bracket = word.find_first_of("([{");
+    if (bracket != std::string_view::npos && bracket > 0) {
+        word = word.substr(0, bracket);
+    }
+    while (!word.empty()) {
+        const auto* const accent =
+            std::find_if(kAccents.begin(), kAccents.end(),
+                         [word](const Folded& f) { return word.starts_with(f.bytes); });
+        if (accent != kAccents.end()) {
+            folded += accent->letter;
+            word.remove_prefix(accent->bytes.size());
+            continue;
+        }
+        const char c = word.front();
+        word.remove_prefix(1);
+        if (c >= 'A' && c <= 'Z') {
+            folded += static_cast<char>(c - 'A' + 'a');
+        } else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) {
+            folded += c;
+        }
+    }
+    return folded;
+}
+
+// A unit behind a name, as in "x_m", "height m", "E[m]".
+std::string_view WithoutUnit(std::string_view word, std::string_view original) {
+    for (const std::string_view unit : {"metres", "meters", "feet", "usft", "ft", "m"}) {
+        const std::size_t before = original.size() - unit.size();
+        if (original.size() > unit.size() && word.size() > unit.size() && word.ends_with(unit) &&
+            std::string_view("_ .-/").find(original[before - 1]) != std::string_view::npos &&
+            before > 0) {
+            return word.substr(0, word.size() - unit.size());
+        }
+    }
+    return word;
+}
+
+std::optional<ColumnRole> RoleOfWord(std::string_view field) {
+    const std::string folded = Folded1(field);
+    const std::string word = " " + std::string(WithoutUnit(folded, field)) + " ";
+    if (word.size() <= 2) {
+        return std::nullopt;
+    }
+    for (const auto& [role, words] : kWords) {
+        if (words.find(word) != std::string_view::npos) {
+            return role;
+        }
+    }
+    return std::nullopt;
+}
+
+std::size_t PlaceOfWord(const std::vector<std::string_view>& fields, std::string_view wanted) {
+    std::size_t place = 0;
+    while (place < fields.size() && Folded1(fields[place]) != wanted) {
+        ++place;
+    }
+    return place;
+}
+
+} // namespace
+
+NamedHeader ReadHeader(const std::vector<std::string_view>& fields) {
+    NamedHeader header;
+    std::array<int, 6> times{};
+    const std::size_t x = PlaceOfWord(fields, "x");
+    const std::size_t y = PlaceOfWord(fields, "y");
+    const bool hasXy = x < fields.size() && y < fields.size();
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        std::optional<ColumnRole> role = RoleOfWord(fields[i]);
+        // Beside x and y, N is a number.
+        if (hasXy && role == ColumnRole::Northing && i != y) {
+            role = ColumnRole::Name;
+        }
+        header.known += role ? 1 : 0;
+        const ColumnRole taken = role.value_or(ColumnRole::Ignored);
+        const bool again = times[static_cast<std::size_t>(taken)]++ > 0;
+        header.columns.push_back(again && !IsCoordinate(taken) ? ColumnRole::Ignored : taken);
+    }
+    const auto once = [&times](ColumnRole role) {
+        return times[static_cast<std::size_t>(role)] == 1;
+    };
+    header.complete = once(ColumnRole::Easting) && once(ColumnRole::Northing) &&
+                      once(ColumnRole::Height) && !(hasXy && y < x);
+    return header;
+}
+
+} // namespace terravo

@@ -1,0 +1,494 @@
+#include "survey/import/Inspection.h"
+
+#include "survey/import/ColumnNames.h"
+#include "survey/import/FileKind.h"
+#include "survey/import/Records.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string_view>
+#include <utility>
+
+namespace terravo {
+namespace {
+
+using enum ColumnRole;
+
+constexpr std::size_t kMostLines = 400; // of the head that are looked at
+constexpr std::size_t kCoordinates = 3;
+
+using Fields = std::vector<std::string_view>;
+
+std::vector<std::string_view> LinesOf(std::string_view text, bool isAll) {
+    std::vector<std::string_view> lines;
+    while (!text.empty() && lines.size() < kMostLines) {
+        const std::size_t end = text.find_first_of("\r\n");
+        if (end == std::string_view::npos) {
+            if (isAll) {
+                lines.push_back(text);
+            }
+            break;
+        }
+        lines.push_back(text.substr(0, end));
+        const bool isPair = text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n';
+        text.remove_prefix(end + (isPair ? 2 : 1));
+    }
+    return lines;
+}
+
+// One line of data as one way of reading sees it.
+struct Record {
+    Index line = 0; // from 1
+    Fields fields;
+    std::size_t numbers = 0;
+};
+
+// The head, read with one separator and decimal sign.
+struct Reading {
+    FieldSeparator separator;
+    char decimal;
+    std::vector<Record> records; // all lines with data, those above the first record included
+    std::size_t first = 0;       // of the records that are points, see FindFirst
+    std::size_t fieldCount = 0;  // that most records have
+    std::size_t numbers = 0;     // likewise
+    double agreement = 0;        // part of the records that have both
+};
+
+std::size_t MostFrequent(const Reading& reading, std::size_t (*valueOf)(const Record&)) {
+    std::map<std::size_t, std::size_t> times;
+    for (std::size_t i = reading.first; i < reading.records.size(); ++i) {
+        ++times[valueOf(reading.records[i])];
+    }
+    const auto most =
+        std::max_element(times.begin(), times.end(),
+                         [](const auto& a, const auto& b) { return a.second < b.second; });
+    return most == times.end() ? 0 : most->first;
+}
+
+// Headers have words where points have numbers; a line of numbers alone is never one.
+void FindFirst(Reading& reading) {
+    std::size_t most = 0;
+    for (const Record& record : reading.records) {
+        most = std::max(most, record.numbers);
+    }
+    const std::size_t enough = std::min(most, kCoordinates);
+    while (reading.first < reading.records.size()) {
+        const Record& record = reading.records[reading.first];
+        if (record.numbers >= std::max<std::size_t>(enough, 1) ||
+            record.numbers == record.fields.size()) {
+            break;
+        }
+        ++reading.first;
+    }
+}
+
+Reading Read(const std::vector<std::string_view>& lines, const ImportWish& wish,
+             FieldSeparator separator, char decimal) {
+    Reading reading{separator, decimal, {}, 0, 0, 0, 0};
+    for (std::size_t i = static_cast<std::size_t>(wish.skip.value_or(0)); i < lines.size(); ++i) {
+        if (IsBlankLine(lines[i]) || IsCommentLine(lines[i], separator)) {
+            continue;
+        }
+        Record record{static_cast<Index>(i + 1), {}, 0};
+        SplitWithoutComment(lines[i], separator, decimal, record.fields);
+        for (const std::string_view field : record.fields) {
+            record.numbers += NumberOf(field, decimal) ? 1 : 0;
+        }
+        reading.records.push_back(std::move(record));
+    }
+    if (!wish.skip) {
+        FindFirst(reading);
+    }
+    reading.fieldCount = MostFrequent(reading, [](const Record& r) { return r.fields.size(); });
+    reading.numbers = MostFrequent(reading, [](const Record& r) { return r.numbers; });
+    std::size_t agreeing = 0;
+    for (std::size_t i = reading.first; i < reading.records.size(); ++i) {
+        const Record& record = reading.records[i];
+        agreeing += record.numbers == reading.numbers ? 1 : 0;
+    }
+    const std::size_t points = reading.records.size() - reading.first;
+    reading.agreement =
+        points == 0 ? 0 : static_cast<double>(agreeing) / static_cast<double>(points);
+    return reading;
+}
+
+// Better: three numbers at least; then, of two decimal signs, the one that makes more numbers; then
+// more lines alike; then the one tried first.
+bool IsBetter(const Reading& reading, const Reading& than) {
+    const std::size_t enough = std::min(reading.numbers, kCoordinates);
+    const std::size_t thanEnough = std::min(than.numbers, kCoordinates);
+    constexpr double kSame = 1e-9;
+    if (enough == thanEnough && reading.separator == than.separator &&
+        reading.numbers != than.numbers) {
+        return reading.numbers > than.numbers;
+    }
+    return enough != thanEnough ? enough > thanEnough : reading.agreement > than.agreement + kSame;
+}
+
+Reading BestReading(const std::vector<std::string_view>& lines, const ImportWish& wish) {
+    std::optional<Reading> best;
+    const auto has = [&lines](char wanted) {
+        return std::any_of(lines.begin(), lines.end(), [wanted](std::string_view line) {
+            return line.find(wanted) != std::string_view::npos;
+        });
+    };
+    const bool hasQuotes = has('"');
+    const bool hasCommas = has(',');
+    for (const FieldSeparator separator :
+         {FieldSeparator::Tab, FieldSeparator::Semicolon, FieldSeparator::Bar,
+          FieldSeparator::Comma, FieldSeparator::Blank}) {
+        for (const char decimal : {'.', ','}) {
+            // Quotes can hold a number with a comma together.
+            const bool clashes = separator == FieldSeparator::Comma && decimal == ',' && !hasQuotes;
+            if (wish.separator.value_or(separator) != separator ||
+                wish.decimal.value_or(decimal) != decimal || (clashes && !wish.decimal) ||
+                (decimal == ',' && !hasCommas && !wish.decimal) ||
+                (separator != FieldSeparator::Blank && !has(CharacterOf(separator)) &&
+                 !wish.separator)) {
+                continue;
+            }
+            Reading reading = Read(lines, wish, separator, decimal);
+            if (!best || IsBetter(reading, *best)) {
+                best = std::move(reading);
+            }
+        }
+    }
+    return *std::move(best);
+}
+
+// What the records hold, column by column.
+struct Column {
+    std::size_t numbers = 0;
+    std::size_t voids = 0; // that are no numbers
+    std::size_t texts = 0;
+    bool counts = true; // whole numbers that grow by one
+    bool small = true;  // whole numbers below 1000
+    std::optional<double> last;
+
+    // A few texts among numbers are faults, which the reading names one by one.
+    [[nodiscard]] bool IsNumeric() const { return numbers > 0 && numbers >= 4 * texts; }
+    [[nodiscard]] bool IsEmpty() const { return numbers == 0 && texts == 0; }
+};
+
+void Include(Column& column, std::string_view field, char decimal) {
+    const std::optional<double> number = NumberOf(field, decimal);
+    if (!number) {
+        IsVoid(field, decimal, {}) ? ++column.voids : ++column.texts;
+        return;
+    }
+    constexpr double kMostSmall = 1000;
+    const bool isWhole = std::fabs(*number - std::floor(*number)) <= 0;
+    ++column.numbers;
+    column.counts =
+        column.counts && isWhole && (!column.last || std::fabs(*number - *column.last - 1) <= 0);
+    column.small = column.small && isWhole && *number >= 0 && *number < kMostSmall;
+    column.last = number;
+}
+
+class Judge {
+public:
+    Judge(const Reading& reading, const ImportWish& wish, Inspection& inspection)
+        : reading_(reading), wish_(wish), result_(inspection) {}
+
+    void Run();
+
+private:
+    void LookAtColumns();
+    [[nodiscard]] std::vector<std::size_t> NumericColumns() const;
+    [[nodiscard]] std::optional<NamedHeader> Header() const;
+    void TakeHeader(const NamedHeader& header);
+    void TakeWrittenOrder(const std::vector<std::size_t>& numeric);
+    void ListCandidates(const std::vector<std::size_t>& numeric);
+    void Propose(const std::vector<std::size_t>& numeric, std::initializer_list<ColumnRole> roles);
+    [[nodiscard]] bool CommasMayDivideThousands() const;
+    void Doubt(std::string sentence);
+
+    const Reading& reading_;
+    const ImportWish& wish_;
+    Inspection& result_;
+    std::vector<Column> columns_;
+};
+
+void Judge::Doubt(std::string sentence) {
+    result_.certain = false;
+    if (result_.doubt.empty()) {
+        result_.doubt = std::move(sentence);
+    }
+}
+
+void Judge::LookAtColumns() {
+    for (std::size_t i = reading_.first; i < reading_.records.size(); ++i) {
+        const Record& record = reading_.records[i];
+        if (record.fields.size() != reading_.fieldCount) {
+            continue;
+        }
+        columns_.resize(reading_.fieldCount);
+        for (std::size_t k = 0; k < record.fields.size(); ++k) {
+            Include(columns_[k], record.fields[k], reading_.decimal);
+        }
+    }
+}
+
+std::vector<std::size_t> Judge::NumericColumns() const {
+    std::vector<std::size_t> numeric;
+    for (std::size_t k = 0; k < columns_.size(); ++k) {
+        if (columns_[k].IsNumeric()) {
+            numeric.push_back(k);
+        }
+    }
+    return numeric;
+}
+
+// The last line of names above the points.
+std::optional<NamedHeader> Judge::Header() const {
+    for (std::size_t i = reading_.first; i-- > 0;) {
+        const NamedHeader header = ReadHeader(reading_.records[i].fields);
+        if (header.known >= 2 && reading_.records[i].numbers == 0) {
+            return header;
+        }
+    }
+    return std::nullopt;
+}
+
+// "1,234" may be 1.234 or 1234 where no number says otherwise.
+bool Judge::CommasMayDivideThousands() const {
+    bool hasComma = false;
+    for (std::size_t i = reading_.first; i < reading_.records.size(); ++i) {
+        for (const std::string_view field : reading_.records[i].fields) {
+            const std::size_t comma = field.find(',');
+            if (comma == std::string_view::npos || !NumberOf(field, ',')) {
+                continue;
+            }
+            hasComma = true;
+            const std::size_t digits = field.find_first_of("0123456789");
+            if (comma - digits > 3 || field.size() - comma != 4 || field[digits] == '0') {
+                return false;
+            }
+        }
+    }
+    return hasComma;
+}
+
+void Judge::TakeHeader(const NamedHeader& header) {
+    ImportPlan& plan = result_.plan;
+    plan.columns = header.columns;
+    plan.fieldCount = reading_.fieldCount;
+    // A description at the end may have blanks.
+    plan.codeTakesRest = plan.columns.back() == Code;
+    if (plan.codeTakesRest) {
+        plan.fieldCount = 0;
+    }
+    result_.candidates.insert(result_.candidates.begin(), plan.columns);
+    result_.certain = true;
+    for (std::size_t k = 0; k < plan.columns.size(); ++k) {
+        if (IsCoordinate(plan.columns[k]) && (k >= columns_.size() || !columns_[k].IsNumeric())) {
+            Doubt("the column that is named as a coordinate does not hold numbers alone");
+        }
+    }
+    if (plan.columns.size() != reading_.fieldCount && !plan.codeTakesRest) {
+        Doubt("the line of column names has " + std::to_string(plan.columns.size()) +
+              " fields where the records have " + std::to_string(reading_.fieldCount));
+    }
+}
+
+// Exactly three columns of numbers, in the order in which they are written.
+void Judge::TakeWrittenOrder(const std::vector<std::size_t>& numeric) {
+    ImportPlan& plan = result_.plan;
+    plan.columns.assign(columns_.size(), Ignored);
+    plan.columns[numeric[0]] = Easting;
+    plan.columns[numeric[1]] = Northing;
+    plan.columns[numeric[2]] = Height;
+    plan.othersAreText = true;
+    plan.fieldCount = reading_.fieldCount;
+    for (std::size_t k = 0; k < numeric[0]; ++k) {
+        if (columns_[k].texts > 0) {
+            plan.columns[k] = Name;
+            break;
+        }
+    }
+    for (std::size_t k = numeric[2] + 1; k < columns_.size(); ++k) {
+        if (columns_[k].texts > 0) {
+            plan.columns[k] = Code;
+            plan.codeTakesRest = reading_.separator == FieldSeparator::Blank;
+            plan.columns.resize(plan.codeTakesRest ? k + 1 : plan.columns.size());
+            plan.fieldCount = plan.codeTakesRest ? 0 : plan.fieldCount;
+            break;
+        }
+    }
+    result_.certain = true;
+    result_.candidates.push_back(plan.columns);
+}
+
+// Roles for the columns of numbers, and what texts there are as name and code.
+void Judge::Propose(const std::vector<std::size_t>& numeric,
+                    std::initializer_list<ColumnRole> roles) {
+    std::vector<ColumnRole> columns(columns_.size(), Ignored);
+    std::size_t k = 0;
+    for (const ColumnRole role : roles) {
+        if (k < numeric.size()) {
+            columns[numeric[k++]] = role;
+        }
+    }
+    const auto has = [&columns](ColumnRole role) {
+        return std::find(columns.begin(), columns.end(), role) != columns.end();
+    };
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns_[i].texts == 0) {
+            continue;
+        }
+        const ColumnRole role = i < numeric[0] ? Name : Code;
+        if (!has(role) && columns[i] == Ignored) {
+            columns[i] = role;
+        }
+    }
+    if (std::find(result_.candidates.begin(), result_.candidates.end(), columns) ==
+        result_.candidates.end()) {
+        result_.candidates.push_back(std::move(columns));
+    }
+}
+
+void Judge::ListCandidates(const std::vector<std::size_t>& numeric) {
+    if (numeric.size() < kCoordinates) {
+        return;
+    }
+    const bool isNumbered = numeric.size() > kCoordinates && columns_[numeric[0]].counts;
+    const bool hasText = std::any_of(columns_.begin() + static_cast<std::ptrdiff_t>(numeric.back()),
+                                     columns_.end(), [](const Column& c) { return c.texts > 0; });
+    if (isNumbered && hasText) {
+        Propose(numeric, {Name, Northing, Easting, Height});
+        Propose(numeric, {Name, Easting, Northing, Height});
+    } else if (isNumbered) {
+        Propose(numeric, {Name, Easting, Northing, Height});
+        Propose(numeric, {Name, Northing, Easting, Height});
+    }
+    if (numeric.size() > kCoordinates && columns_[numeric.back()].small && !hasText) {
+        Propose(numeric, {Easting, Northing, Height, Code});
+    }
+    Propose(numeric, {Easting, Northing, Height});
+    if (numeric.size() > kCoordinates && !isNumbered) {
+        Propose(numeric, {Name, Easting, Northing, Height});
+        Propose(numeric, {Name, Northing, Easting, Height});
+    }
+    Propose(numeric, {Northing, Easting, Height});
+}
+
+void Judge::Run() {
+    ImportPlan& plan = result_.plan;
+    plan.separator = reading_.separator;
+    plan.decimal = reading_.decimal;
+    plan.headerLines =
+        wish_.skip.value_or(reading_.first < reading_.records.size() && reading_.first > 0
+                                ? reading_.records[reading_.first - 1].line
+                                : 0);
+    LookAtColumns();
+    const std::vector<std::size_t> numeric = NumericColumns();
+    if (reading_.first == reading_.records.size() || numeric.empty()) {
+        Doubt(reading_.records.empty() ? "the file holds no record"
+                                       : "no line holds numbers that could be a point");
+        return;
+    }
+    result_.mayBeFreeList =
+        std::all_of(reading_.records.begin() + static_cast<std::ptrdiff_t>(reading_.first),
+                    reading_.records.end(),
+                    [](const Record& r) { return r.numbers == r.fields.size(); }) &&
+        reading_.first == 0 && reading_.decimal == '.';
+    const std::optional<NamedHeader> header = Header();
+    if (header && header->complete) {
+        TakeHeader(*header);
+    } else if (numeric.size() == kCoordinates) {
+        TakeWrittenOrder(numeric);
+        if (header && std::any_of(header->columns.begin(), header->columns.end(), IsCoordinate)) {
+            Doubt("the names of the columns do not tell easting, northing and height apart");
+        }
+    }
+    ListCandidates(numeric);
+    if (result_.candidates.empty()) {
+        Doubt(std::to_string(numeric.size()) +
+              (numeric.size() == 1 ? " column holds" : " columns hold") +
+              " numbers, and a point has three");
+    } else if (plan.columns.empty()) {
+        plan.columns = result_.candidates.front();
+        plan.fieldCount = reading_.fieldCount;
+        Doubt(std::to_string(numeric.size()) + " columns hold numbers");
+    }
+    if (reading_.decimal == ',' && !wish_.decimal && CommasMayDivideThousands()) {
+        Doubt("a comma may be the decimal sign or divide thousands");
+    }
+}
+
+GridFormat GridOf(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    text.remove_prefix(std::min(first, text.size()));
+    if (text.starts_with("DSAA")) {
+        return GridFormat::Surfer;
+    }
+    std::string word(text.substr(0, 6));
+    std::transform(word.begin(), word.end(), word.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return word == "ncols " || word == "ncols\t" || word == "nrows " ? GridFormat::Esri
+                                                                     : GridFormat::None;
+}
+
+ReadFailure FailureOf(const std::string& path, std::string cause) {
+    ReadFailure failure;
+    failure.file = path;
+    failure.cause = std::move(cause);
+    return failure;
+}
+
+// The columns that somebody has named, on records as the head has them.
+void TakeWish(const std::vector<ColumnRole>& columns, const Reading& reading, ImportPlan& plan) {
+    plan.columns = columns;
+    plan.othersAreText = false;
+    plan.codeTakesRest = columns.back() == Code;
+    plan.fieldCount =
+        plan.codeTakesRest || reading.fieldCount < columns.size() ? 0 : reading.fieldCount;
+}
+
+} // namespace
+
+Inspection Inspect(TextSource& source, const ImportWish& wish) {
+    Inspection inspection;
+    if (source.Failure()) {
+        inspection.failure = source.Failure();
+        return inspection;
+    }
+    ImportPlan& plan = inspection.plan;
+    plan.encoding = wish.encoding.value_or(source.GuessEncoding());
+    const bool isWide =
+        plan.encoding == TextEncoding::Utf16Little || plan.encoding == TextEncoding::Utf16Big;
+    if (const auto foreign = ForeignFormatOf(source.Head(), isWide); foreign && !wish.freeList) {
+        inspection.failure = FailureOf(source.Path(), *foreign);
+        return inspection;
+    }
+    source.Begin(plan.encoding);
+    plan.freeList = wish.freeList;
+    plan.voids = wish.voids;
+    if (wish.freeList) {
+        inspection.certain = true;
+        return inspection;
+    }
+    const std::string_view text(source.Cursor(),
+                                static_cast<std::size_t>(source.Limit() - source.Cursor()));
+    inspection.grid = wish.columns ? GridFormat::None : GridOf(text);
+    if (inspection.grid != GridFormat::None) {
+        inspection.certain = true;
+        return inspection;
+    }
+    const Reading reading = BestReading(LinesOf(text, source.HeadIsAll()), wish);
+    Judge(reading, wish, inspection).Run();
+    if (wish.columns) {
+        TakeWish(*wish.columns, reading, plan);
+        inspection.certain = true;
+        inspection.doubt.clear();
+    }
+    return inspection;
+}
+
+Inspection InspectPointFile(const std::string& path, const ImportWish& wish) {
+    TextSource source(path);
+    return Inspect(source, wish);
+}
+
+} // namespace terravo

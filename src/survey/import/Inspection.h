@@ -1,0 +1,49 @@
+// A look at a file before it is read as points.
+//
+// Data: the first bytes of the file. Method: the format is told by its marks; a text is taken apart
+// with every separator and decimal sign, and the way counts that gives the most lines the same
+// columns of numbers. What the columns mean is certain only where a header names them or where
+// exactly three of them are numbers; everything else is a list of possibilities for somebody to
+// choose from.
+#pragma once
+
+#include "survey/import/ImportPlan.h"
+#include "survey/import/TextSource.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace terravo {
+
+/// What somebody has said about a file; what is not said is found out.
+struct ImportWish {
+    std::optional<std::vector<ColumnRole>> columns;
+    bool freeList = false;
+    std::optional<FieldSeparator> separator;
+    std::optional<char> decimal;
+    std::optional<Index> skip; // lines at the top
+    std::optional<TextEncoding> encoding;
+    std::vector<std::string> voids; // see ImportPlan
+};
+
+enum class GridFormat { None, Esri, Surfer };
+
+struct Inspection {
+    std::optional<ReadFailure> failure; // it cannot be read, or is a file of another kind
+    GridFormat grid = GridFormat::None; // the next then mean nothing
+    ImportPlan plan;                    // the likeliest
+    bool certain = false;
+    std::string doubt; // why it is not certain, a sentence without a full stop
+    /// What the columns may be, the likeliest first; empty where no reading gives points.
+    std::vector<std::vector<ColumnRole>> candidates;
+    bool mayBeFreeList = false;
+};
+
+/// Looks at the head of a file that has been opened, and begins its text.
+Inspection Inspect(TextSource& source, const ImportWish& wish);
+
+/// Opens a file and looks at its head.
+Inspection InspectPointFile(const std::string& path, const ImportWish& wish = {});
+
+} // namespace terravo

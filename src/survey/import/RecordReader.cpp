@@ -1,0 +1,197 @@
+#include "survey/import/RecordReader.h"
+
+#include "survey/PointFile.h"
+#include "survey/import/Records.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace terravo {
+namespace {
+
+constexpr std::int64_t kProgressStride = 65536; // lines
+constexpr std::int64_t kFirstLook = 4096;       // enough lines to judge the room for all points
+// Lines are read without a look at the end of the window; beyond it is at least a NUL.
+constexpr std::ptrdiff_t kLongestQuick = 512;
+
+// The start of a field for a message.
+std::string Quoted(std::string_view field) {
+    constexpr std::size_t kMost = 24;
+    std::string text = "\"";
+    for (const char c : field.substr(0, kMost)) {
+        const auto byte = static_cast<unsigned char>(c);
+        text += byte < 0x20 || byte == 0x7F ? '?' : c;
+    }
+    return text + (field.size() > kMost ? "...\"" : "\"");
+}
+
+} // namespace
+
+// As many lines as there are in the window and are wanted. The first that is not of the usual form,
+// or is cut off by the window, is left untaken.
+void RecordReader::TakeQuickLines(std::int64_t most) {
+    if (source_.Limit() - source_.Cursor() <= kLongestQuick) {
+        source_.More();
+    }
+    const char* p = source_.Cursor();
+    const char* const limit = source_.Limit();
+    points_.labels.NoteLine(points_.count + 1, source_.LinesTaken() + 1);
+    std::int64_t lines = 0;
+    QuickRecord record;
+    for (; lines < most && limit - p > kLongestQuick; ++lines) {
+        const char* const end = quick_.Read(p, record);
+        if (end == nullptr || end >= limit) {
+            break;
+        }
+        points_.Append(record.coordinates[0], record.coordinates[1], record.coordinates[2]);
+        if (hasLabels_) {
+            points_.labels.Append(record.name, record.code);
+        }
+        p = end;
+    }
+    source_.TakeTo(p, lines);
+    report_.records += lines;
+}
+
+void RecordReader::AddPoint(double x, double y, double z) {
+    points_.Append(x, y, z);
+    points_.labels.NoteLine(points_.count, source_.LinesTaken());
+}
+
+bool RecordReader::CountFits() const {
+    return plan_.fieldCount == 0
+               ? fields_.size() >= plan_.columns.size() - (plan_.codeTakesRest ? 1 : 0)
+               : fields_.size() == plan_.fieldCount;
+}
+
+// A bad record counts once.
+void RecordReader::Refuse(std::size_t field, std::string cause) {
+    ++report_.badRecords;
+    if (report_.bad.size() < ImportReport::kMostListed) {
+        report_.bad.push_back({source_.LinesTaken(), static_cast<std::int64_t>(field),
+                               field == 0 ? std::string() : Quoted(fields_[field - 1]),
+                               std::move(cause)});
+    }
+}
+
+void RecordReader::LeaveOutVoid() {
+    ++report_.voidHeights;
+    if (report_.voidLines.size() < ImportReport::kMostListed) {
+        report_.voidLines.push_back(source_.LinesTaken());
+    }
+}
+
+void RecordReader::TakeRecord() {
+    if (!CountFits()) {
+        Refuse(0, std::to_string(fields_.size()) + (fields_.size() == 1 ? " field" : " fields") +
+                      " where the other records have " +
+                      std::to_string(std::max(plan_.fieldCount, plan_.columns.size())));
+        return;
+    }
+    double x = 0;
+    double y = 0;
+    double z = 0;
+    bool isVoid = false;
+    for (std::size_t k = 0; k < fields_.size(); ++k) {
+        const ColumnRole role = k < plan_.columns.size() ? plan_.columns[k] : ColumnRole::Ignored;
+        if (!IsCoordinate(role)) {
+            if (plan_.othersAreText && NumberOf(fields_[k], plan_.decimal)) {
+                Refuse(k + 1, "is a number where the other records have a text");
+                return;
+            }
+            continue;
+        }
+        if (role == ColumnRole::Height && IsVoid(fields_[k], plan_.decimal, plan_.voids)) {
+            isVoid = true;
+            continue;
+        }
+        const std::optional<double> value = NumberOf(fields_[k], plan_.decimal);
+        if (!value) {
+            Refuse(k + 1, "is not a number");
+            return;
+        }
+        (role == ColumnRole::Easting ? x : role == ColumnRole::Northing ? y : z) = *value;
+    }
+    if (isVoid) {
+        LeaveOutVoid();
+        return;
+    }
+    AddPoint(x, y, z);
+}
+
+// The code at the end of a line goes on to the end of the line, with its blanks.
+void RecordReader::AddLabels() {
+    std::string_view name;
+    std::string_view code;
+    for (std::size_t k = 0; k < std::min(plan_.columns.size(), fields_.size()); ++k) {
+        if (plan_.columns[k] == ColumnRole::Name) {
+            name = fields_[k];
+        } else if (plan_.columns[k] == ColumnRole::Code) {
+            code = fields_[k];
+            if (plan_.codeTakesRest && k + 1 < fields_.size()) {
+                const char* const end = fields_.back().data() + fields_.back().size();
+                code = {code.data(), static_cast<std::size_t>(end - code.data())};
+            }
+        }
+    }
+    points_.labels.Append(LabelText(name, plan_.encoding), LabelText(code, plan_.encoding));
+}
+
+// @return false when a bad record ends the reading.
+bool RecordReader::TakeLine(std::string_view line) {
+    if (source_.LinesTaken() <= plan_.headerLines) {
+        ++report_.headerLines;
+    } else if (IsBlankLine(line)) {
+        ++report_.blankLines;
+    } else if (IsCommentLine(line, plan_.separator)) {
+        ++report_.commentLines;
+    } else {
+        ++report_.records;
+        const Index before = points_.count;
+        SplitWithoutComment(line, plan_.separator, plan_.decimal, fields_);
+        TakeRecord();
+        if (hasLabels_ && points_.count > before) {
+            AddLabels();
+        }
+        return bad_ == BadRecords::Skip || report_.badRecords == 0;
+    }
+    return true;
+}
+
+bool RecordReader::GoesOn(const StopToken& stop) {
+    const double done = source_.FileSize() > 0 ? static_cast<double>(source_.BytesTaken()) /
+                                                     static_cast<double>(source_.FileSize())
+                                               : 0.0;
+    return stop.GoesOn("read", done);
+}
+
+bool RecordReader::Read(const StopToken& stop) {
+    hasLabels_ = std::any_of(plan_.columns.begin(), plan_.columns.end(), [](ColumnRole role) {
+        return role == ColumnRole::Name || role == ColumnRole::Code;
+    });
+    std::string_view line;
+    std::int64_t nextReport = kFirstLook;
+    for (;;) {
+        if (quick_.AreUsable() && source_.LinesTaken() >= plan_.headerLines) {
+            TakeQuickLines(nextReport - source_.LinesTaken());
+        }
+        if (source_.LinesTaken() < nextReport) {
+            if (!source_.NextLine(line)) {
+                return !source_.Failure();
+            }
+            if (!TakeLine(line)) {
+                return false;
+            }
+        }
+        if (source_.LinesTaken() >= nextReport) {
+            nextReport = source_.LinesTaken() + kProgressStride;
+            MakeRoomForAll(points_, source_.BytesTaken(), source_.FileSize());
+            if (points_.count >= kMostPoints || !GoesOn(stop)) {
+                return false;
+            }
+        }
+    }
+}
+
+} // namespace terravo
