@@ -28,6 +28,12 @@ std::int64_t PointLabels::Line(Index point) const {
     return run.line + (point - run.point);
 }
 
+std::string PointLabels::NameAndCode(Index point) const {
+    std::string both(Name(point));
+    both += both.empty() || Code(point).empty() ? "" : " ";
+    return both += Code(point);
+}
+
 std::string_view PointLabels::Label(std::size_t label) const {
     if (label >= ends_.size()) {
         return {};

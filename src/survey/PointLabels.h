@@ -26,6 +26,8 @@ public:
     /// Empty where there is none.
     [[nodiscard]] std::string_view Name(Index point) const { return Label(2 * Place(point)); }
     [[nodiscard]] std::string_view Code(Index point) const { return Label(2 * Place(point) + 1); }
+    /// Both, with a blank between them.
+    [[nodiscard]] std::string NameAndCode(Index point) const;
     /// 0 where it is not known.
     [[nodiscard]] std::int64_t Line(Index point) const;
 

@@ -110,6 +110,12 @@ constexpr EnglishText kEnglish[] = {
     {Text::Cascade, "&Cascade"},
     {Text::View3DEntry, "3D &view"},
     {Text::NothingIn3D, "There is no map that could be shown in 3D: open a point file."},
+    {Text::FreeListWord, "free list of numbers"},
+    {Text::WithoutHeight, "without height"},
+    {Text::RecordsLeftOut, "records left out"},
+    {Text::ReadFreeLists, "Read point files as a &free list of numbers"},
+    {Text::SavePointsAs, "Save &points as..."},
+    {Text::PointsNotSaved, "The points cannot be saved."},
 };
 
 constexpr bool StandInTheirPlaces() {

@@ -113,6 +113,12 @@ enum class Text : std::size_t {
     Cascade,
     View3DEntry,
     NothingIn3D,
+    FreeListWord,
+    WithoutHeight,
+    RecordsLeftOut,
+    ReadFreeLists,
+    SavePointsAs,
+    PointsNotSaved,
     End // one behind the last
 };
 

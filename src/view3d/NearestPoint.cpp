@@ -65,11 +65,11 @@ std::optional<NearestPoint> FindNearest(const ViewData& data, const Drawing3D& d
     const double unit = std::pow(10.0, data.zExponent);
     const PixelPoint at = drawing.screenPoint[k];
     if (!isGrid) {
-        return NearestPoint{data.X[k], data.Y[k], data.Z[k] * unit, at};
+        return NearestPoint{data.X[k], data.Y[k], data.Z[k] * unit, at, k};
     }
     const Index i = (k - 1) / data.Ny() + 1;
     const Index j = (k - 1) % data.Ny() + 1;
-    return NearestPoint{data.X[i], data.Y[j], data.gridZ(i, j) * unit, at};
+    return NearestPoint{data.X[i], data.Y[j], data.gridZ(i, j) * unit, at, 0};
 }
 
 } // namespace terravo

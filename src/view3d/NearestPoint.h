@@ -18,6 +18,7 @@ struct NearestPoint {
     double y = 0;
     double z = 0; ///< in the data's own unit
     PixelPoint pixel;
+    Index point = 0; ///< its number; 0 for a node of a grid
 };
 
 /// The point or node nearest to a pixel: of points equally near the one with the highest number, of

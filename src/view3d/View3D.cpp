@@ -42,6 +42,7 @@ void View3D::ShowTriangles(const PointSet& points, const TriangleList& triangles
         values.Resize(points.count);
         return values;
     };
+    labels_ = points.labels.HasLabels() ? points.labels : PointLabels();
     Triangoli(used(points.x), used(points.y), used(points.z), TriangleTable(triangles), title);
 }
 
@@ -226,8 +227,9 @@ void View3D::PlaceAxisLabels() {
     const auto text = [this](double value) {
         return NumberText::FormatScreen(value, "#0.000", run_.decimalSeparator) + " ";
     };
-    display_.ShowReadOut(
-        View3DReadOut{text(nearest->x), text(nearest->y), text(nearest->z), nearest->pixel});
+    display_.ShowReadOut(View3DReadOut{
+        text(nearest->x), text(nearest->y), text(nearest->z),
+        nearest->point > 0 ? labels_.NameAndCode(nearest->point) : std::string(), nearest->pixel});
 }
 
 void View3D::LeaveArea() {

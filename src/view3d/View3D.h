@@ -43,7 +43,8 @@ struct View3DReadOut {
     std::string x;
     std::string y;
     std::string z;
-    PixelPoint pixel; // of the indicator's middle
+    std::string label; // name and code of the point; empty where it has none
+    PixelPoint pixel;  // of the indicator's middle
 };
 
 class View3DDisplay {
@@ -132,6 +133,7 @@ private:
     View3DDisplay& display_;
     AxonometricView view_;
     std::shared_ptr<const ViewData> source_; // as they were handed over
+    PointLabels labels_;                     // of its points
     bool isGrid_ = false;
     ViewMode wanted_ = ViewMode::Triangles;
     bool paused_ = false;

@@ -18,9 +18,10 @@ struct FakeRun {
     FakeLog log;
     FakeClock clock;
     FakeSettings settings;
+    FakeImports imports;
 
     SessionServices Services() {
-        return {messages, clipboard, dialogs, programEnd, log, clock, settings};
+        return {messages, clipboard, dialogs, programEnd, log, clock, settings, imports};
     }
 };
 

@@ -1,6 +1,7 @@
 // Services for tests: they touch nothing and remember what they were asked.
 #pragma once
 
+#include "survey/import/ImportChoice.h"
 #include "util/AppError.h"
 #include "util/Services.h"
 
@@ -47,6 +48,18 @@ struct FakeDialogs : FileDialogService {
         if (error) {
             throw AppError(*error);
         }
+        return answer;
+    }
+};
+
+/// Answers every question about a file with the same choice.
+struct FakeImports : ImportDialogService {
+    std::vector<Inspection> asked;
+    std::optional<ImportChoice> answer; // nothing: the user cancels
+
+    std::optional<ImportChoice> Ask(const std::string& /*path*/, const Inspection& inspection,
+                                    const std::optional<ImportPlan>& /*remembered*/) override {
+        asked.push_back(inspection);
         return answer;
     }
 };

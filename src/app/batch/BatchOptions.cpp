@@ -1,6 +1,7 @@
 #include "app/batch/BatchOptions.h"
 
 #include "app/batch/ExitCode.h"
+#include "app/batch/UsageError.h"
 #include "export/MeshFile.h"
 #include "export/SegmentFile.h"
 
@@ -16,12 +17,6 @@ namespace terravo {
 namespace {
 
 constexpr int kLargestSide = 16384; // a picture of 1 GiB
-
-// A wrong command line, with its sentence.
-class UsageError : public std::runtime_error {
-public:
-    explicit UsageError(const QString& sentence) : std::runtime_error(sentence.toStdString()) {}
-};
 
 struct Options {
     QCommandLineOption out{
@@ -116,7 +111,10 @@ struct Options {
     QCommandLineOption version{{QStringLiteral("v"), QStringLiteral("version")},
                                QStringLiteral("Print the version.")};
 
+    ImportOptions import;
+
     void AddTo(QCommandLineParser& parser) const {
+        import.AddTo(parser);
         parser.addOptions({out,           map,        segments, mesh,    qrzTriangles, qrzLevels,
                            view3D,        view3DKind, surface,  theta,   alfa,         rayx,
                            blackAndWhite, levels,     mode,     labels,  triangles,    perimeter,
@@ -276,6 +274,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
                 : QStringLiteral("One point file at a time, not %1.").arg(files.size()));
     }
     options.pointFile = files.first().toStdString();
+    options.import = known.import.Parse(parser);
     options.triangulation.exact = parser.isSet(known.exact);
     options.map.levelCount = ParseLevels(parser.value(known.levels));
     options.map.mode =
@@ -322,7 +321,8 @@ BatchCall ParseBatchCall(const QStringList& arguments) {
         QStringLiteral("Draws a contour map of scattered survey points, without a window."));
     parser.addPositionalArgument(
         QStringLiteral("file"),
-        QStringLiteral("Point file: x, y, z, separated by commas, blanks or line ends."));
+        QStringLiteral("Point file: a text of x, y, z with or without names and codes, or an ASCII "
+                       "grid."));
     const Options known;
     known.AddTo(parser);
 

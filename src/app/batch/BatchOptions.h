@@ -4,6 +4,7 @@
 // every value is checked, so that a wrong call ends before anything is read or written.
 #pragma once
 
+#include "app/batch/ImportOptions.h"
 #include "app/session/ContourMap.h"
 #include "export/PictureExport.h"
 
@@ -40,6 +41,7 @@ struct BatchOptions {
     View3DOptions view3D;
     QPageSize::PageSizeId pageSize = QPageSize::A4; // of PDF files
     std::optional<Paper> paper;                     // of SVG and PDF files
+    ImportCall import;
     TriangulationWish triangulation;
     MapOptions map;
     int width = 1200; // pixels

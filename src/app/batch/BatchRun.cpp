@@ -226,6 +226,19 @@ private:
     BatchFigures figures_;
 };
 
+// Which option decides what is not certain.
+std::string HintFor(const ImportOutcome& input) {
+    if (!input.needsChoice) {
+        return {};
+    }
+    if (input.failure->line > 0) {
+        return " --bad-records skip leaves such records out, --columns says what the columns are.";
+    }
+    return input.inspection.candidates.empty() && !input.inspection.mayBeFreeList
+               ? " --columns, --separator and --decimal say how it is to be read."
+               : " --columns says which.";
+}
+
 // For the places between two pieces of work.
 void BatchRun::EndWhenStopped() {
     if (StopSignals::Received() != 0) {
@@ -236,10 +249,11 @@ void BatchRun::EndWhenStopped() {
 
 void BatchRun::Read() {
     PointSet points;
-    const std::optional<ReadFailure> failure = ReadPoints(options_.pointFile, points, stop_);
+    const ImportCall& import = options_.import;
+    figures_.input = ImportPoints(options_.pointFile, import.wish, import.bad, points, stop_);
     EndWhenStopped();
-    if (failure) {
-        throw RunFailure(ExitCode::kPointFile, failure->Sentence());
+    if (const std::optional<ReadFailure>& failure = figures_.input.failure) {
+        throw RunFailure(ExitCode::kPointFile, failure->Sentence() + HintFor(figures_.input));
     }
     survey_.Replace(std::move(points), options_.triangulation);
 }

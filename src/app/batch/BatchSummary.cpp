@@ -19,6 +19,28 @@ QJsonArray ToJson(const Extent& extent) {
     return {extent.min, extent.max};
 }
 
+QJsonObject InputToJson(const ImportOutcome& input) {
+    const ImportPlan& plan = input.inspection.plan;
+    const ImportReport& report = input.report;
+    const bool isTable = !plan.freeList && input.inspection.grid == GridFormat::None;
+    const auto ifTable = [isTable](const char* name) {
+        return isTable ? QJsonValue(QLatin1String(name)) : QJsonValue();
+    };
+    const auto count = [](std::int64_t value) { return static_cast<qint64>(value); };
+    return {{"columns", isTable         ? QString::fromStdString(NameOfColumns(plan.columns))
+                        : plan.freeList ? QStringLiteral("free")
+                                        : QStringLiteral("grid")},
+            {"separator", ifTable(NameOf(plan.separator))},
+            {"decimal", ifTable(plan.decimal == ',' ? "comma" : "point")},
+            {"encoding", QLatin1String(NameOf(plan.encoding))},
+            {"records", count(report.records)},
+            {"header_lines", count(report.headerLines)},
+            {"comment_lines", count(report.commentLines)},
+            {"blank_lines", count(report.blankLines)},
+            {"void_heights", count(report.voidHeights)},
+            {"bad_records", count(report.badRecords)}};
+}
+
 std::string JsonSummary(const BatchFigures& figures) {
     QJsonArray files;
     for (const std::string& file : figures.files) {
@@ -26,6 +48,7 @@ std::string JsonSummary(const BatchFigures& figures) {
     }
     const auto& spent = figures.milliseconds;
     const QJsonObject summary{
+        {"input", InputToJson(figures.input)},
         {"points", figures.points},
         {"unused_points", figures.unusedPoints},
         {"triangles", figures.triangles},
@@ -52,7 +75,7 @@ std::string RangeText(const char* name, const Extent& extent) {
 }
 
 std::string PlainSummary(const BatchOptions& options, const BatchFigures& figures) {
-    std::string text = options.pointFile + ": " + std::to_string(figures.points) + " points";
+    std::string text = options.pointFile + ": " + DescribeImport(figures.input, figures.points);
     if (figures.unusedPoints > 0) {
         text += " (" + std::to_string(figures.unusedPoints) + " took no part: repeats)";
     }

@@ -9,6 +9,7 @@
 namespace terravo {
 
 struct BatchFigures {
+    ImportOutcome input;
     Index points = 0;
     Index unusedPoints = 0; // repeats, which no triangle has as a corner
     Index triangles = 0;

@@ -36,7 +36,23 @@ void PointerText::LookAgain() {
         Pattern(FileDecimals(points.z, points.count), points.extentZ.max - points.extentZ.min);
 }
 
-std::string PointerText::At(PlanPoint place, char separator) {
+// The walk has ended in a triangle that holds the place or is at the hull beside it.
+std::string PointerText::LabelNear(PlanPoint place, PlanPoint reach,
+                                   const TriangleList& triangles) const {
+    const PointSet& points = survey_.Points();
+    if (!points.labels.HasLabels() || triangle_ > triangles.count) {
+        return {};
+    }
+    for (const Index corner : triangles.table[triangle_].vertices) {
+        if (std::fabs(points.x[corner] - place.x) <= reach.x &&
+            std::fabs(points.y[corner] - place.y) <= reach.y) {
+            return points.labels.NameAndCode(corner);
+        }
+    }
+    return {};
+}
+
+std::string PointerText::At(PlanPoint place, PlanPoint reach, char separator) {
     LookAgain();
     std::string text = "x: " + NumberText::FormatScreen(place.x, planPattern_, separator) +
                        "   y: " + NumberText::FormatScreen(place.y, planPattern_, separator);
@@ -46,6 +62,8 @@ std::string PointerText::At(PlanPoint place, char separator) {
         if (height) {
             text += "   z: " + NumberText::FormatScreen(*height, heightPattern_, separator);
         }
+        const std::string label = LabelNear(place, reach, made->triangles);
+        text += label.empty() ? "" : "   " + label;
     }
     return text;
 }

@@ -16,13 +16,16 @@ class PointerText {
 public:
     explicit PointerText(const Survey& survey) : survey_(survey) {}
 
-    /// "x: 12.5   y: 30.0   z: 101.25"; without z outside the triangles, and where they have not
-    /// been made.
+    /// "x: 12.5   y: 30.0   z: 101.25   P7 TREE"; without z outside the triangles, and where they
+    /// have not been made; with name and code of a point that is near.
+    /// @param reach      how far in x and in y a point may be, of its corners' triangle.
     /// @param separator  of decimals.
-    [[nodiscard]] std::string At(PlanPoint place, char separator);
+    [[nodiscard]] std::string At(PlanPoint place, PlanPoint reach, char separator);
 
 private:
     void LookAgain();
+    [[nodiscard]] std::string LabelNear(PlanPoint place, PlanPoint reach,
+                                        const TriangleList& triangles) const;
 
     const Survey& survey_;
     std::uint64_t version_ = 0;

@@ -2,6 +2,7 @@
 
 #include "app/session/FileDialog.h"
 #include "app/session/StartUpRules.h"
+#include "app/session/WorkGuard.h"
 #include "export/MeshFile.h"
 #include "export/QrzWriter.h"
 #include "export/SegmentFile.h"
@@ -17,27 +18,6 @@ constexpr const char* kExitExportName = "px.qrz";
 
 } // namespace
 
-// Tells the view that a command is at work, on every way out of it. A new command forgets the
-// request to stop the one before.
-class Session::WorkGuard {
-public:
-    explicit WorkGuard(Session& session) : session_(session) {
-        if (session_.depth_++ == 0) {
-            session_.stop_.Reset();
-        }
-        session_.view_->BeginWork();
-    }
-    WorkGuard(const WorkGuard&) = delete;
-    WorkGuard& operator=(const WorkGuard&) = delete;
-    ~WorkGuard() {
-        session_.view_->EndWork();
-        --session_.depth_;
-    }
-
-private:
-    Session& session_;
-};
-
 Session::Session(RunState& state, const SessionServices& services)
     : state_(state), services_(services),
       stop_([this](std::string_view, double done) { view_->ShowProgress(done); }),
@@ -49,6 +29,7 @@ void Session::SetView(MainView& view) {
 
 void Session::LoadRecentFiles() {
     recent_.Load(services_.settings);
+    LoadReadingHabit();
     view_->ShowRecentFiles();
 }
 
@@ -72,43 +53,6 @@ void Session::LoadStartUpFile(const std::string& rawCommandLine) {
     } else if (drawn_) {
         ShowResultViews(true);
     }
-}
-
-void Session::LoadNamedFile(const std::string& path) {
-    state_.lastDrawError.clear();
-    const PathParts parts = SplitPath(path);
-    survey_.RememberFolder(parts.folder);
-    if (parts.exists) {
-        LoadAndShow(path);
-    } else {
-        services_.log.Write(path + ": there is no such file.");
-        services_.messages.ShowCritical(state_.texts[Text::FileMissing] + "\r\n" + path, "");
-    }
-}
-
-void Session::OpenPointFile() {
-    state_.lastDrawError.clear();
-    const FileQuestion question{.mode = "Open",
-                                .description = "Files ",
-                                .pattern = "*.dat;*.txt;*.qrw",
-                                .initialFolder = survey_.Points().sourceFolder,
-                                .defaultName = {},
-                                .title = state_.texts[Text::ChooseFile],
-                                .extension = {}};
-    try {
-        LoadNamedFile(FileDialog(services_.dialogs, question, state_));
-    } catch (const AppError& error) {
-        if (error.number() != kDialogCancelled) {
-            services_.messages.ShowCritical("Error " + std::to_string(error.number()) + "\r\n" +
-                                                error.what(),
-                                            " Files/" + error.source());
-            ShowResultViews(false);
-        }
-    }
-}
-
-void Session::OpenRecentFile(std::size_t position) {
-    LoadNamedFile(recent_.Paths().at(position - 1));
 }
 
 void Session::SetShowPerimeter(bool on) {
@@ -391,6 +335,7 @@ bool Session::LoadPointFile(const std::string& path) {
     const LoadServices services{services_.messages, services_.clipboard, services_.programEnd,
                                 services_.log};
     PointSet points = survey_.Take();
+    readAs_.clear();
     const bool loaded = terravo::LoadPointFile(path, points, state_, services, stop_);
     if (!loaded) {
         survey_.Replace(std::move(points), wish_);
@@ -401,26 +346,6 @@ bool Session::LoadPointFile(const std::string& path) {
     }
     TakePoints(std::move(points), path);
     return true;
-}
-
-// A bad file, and one whose reading is stopped, leaves the points and all that is made of them.
-bool Session::ReadUserFile(const std::string& path) {
-    const WorkGuard work(*this);
-    PointSet points;
-    points.sourceFolder = survey_.Points().sourceFolder;
-    const std::optional<ReadFailure> failure = ReadPointFile(path, points, stop_);
-    if (!failure) {
-        TakePoints(std::move(points), path);
-        return true;
-    }
-    if (failure->isStop) {
-        view_->ShowNote(state_.texts[Text::ReadingStopped]);
-    } else {
-        services_.log.Write(failure->Sentence());
-        services_.messages.ShowCritical(
-            state_.texts[Text::FileNotRead] + "\r\n" + Explain(*failure, state_.texts), "");
-    }
-    return false;
 }
 
 void Session::TakePoints(PointSet points, const std::string& path) {
@@ -477,6 +402,9 @@ void Session::UpdateStatus() {
         } else if (unused > 0) {
             remark = state_.texts[Text::UnusedPoints] + " " + std::to_string(unused);
         }
+    }
+    if (!readAs_.empty()) {
+        remark = readAs_ + (remark.empty() ? "" : "; " + remark);
     }
     std::string counts = std::to_string(survey_.Points().count) + " " +
                          state_.texts[Text::PointsWord] + ", " + std::to_string(triangleCount) +

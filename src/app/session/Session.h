@@ -13,6 +13,7 @@
 #include "app/settings/RecentFiles.h"
 #include "app/settings/WindowPosition.h"
 #include "survey/PointFile.h"
+#include "survey/import/ImportChoice.h"
 #include "util/SettingsStore.h"
 
 #include <functional>
@@ -62,6 +63,7 @@ struct SessionServices {
     LogService& log;
     ClockService& clock;
     SettingsStore& settings;
+    ImportDialogService& imports;
 };
 
 /// The entries of the save menu, in its order.
@@ -79,8 +81,9 @@ public:
     [[nodiscard]] const RecentFiles& Recent() const { return recent_; }
     [[nodiscard]] bool ResultViewsVisible() const { return resultViewsVisible_; }
     /// What the status bar says of a place on the map.
-    [[nodiscard]] std::string TextOfPlace(PlanPoint place) {
-        return pointerText_.At(place, state_.decimalSeparator);
+    /// @param reach  in x and in y, within which a point is named.
+    [[nodiscard]] std::string TextOfPlace(PlanPoint place, PlanPoint reach = {}) {
+        return pointerText_.At(place, reach, state_.decimalSeparator);
     }
 
     /// The recent files of the last run; those that no longer exist are dropped.
@@ -95,6 +98,16 @@ public:
     void LoadNamedFile(const std::string& path);
 
     void OpenPointFile();
+
+    /// Whether files are read as free lists of numbers, without a look at them; kept in the
+    /// settings.
+    void SetReadsFreeLists(bool on);
+    [[nodiscard]] bool ReadsFreeLists() const { return readsFreeLists_; }
+    void LoadReadingHabit();
+
+    /// Asks where to and writes the points there as a clean file of x, y, z.
+    void SavePoints();
+
     /// @param position  1-based entry of the recent files.
     void OpenRecentFile(std::size_t position);
 
@@ -147,6 +160,8 @@ private:
 
     bool LoadPointFile(const std::string& path);
     bool ReadUserFile(const std::string& path);
+    std::optional<ImportChoice> AskAbout(const std::string& path, const ImportOutcome& outcome);
+    [[nodiscard]] std::string TextOfReading(const ImportOutcome& outcome) const;
     void TakePoints(PointSet points, const std::string& path);
     void DrawMap();
     MapReport DrawMapAndSegments();
@@ -171,6 +186,8 @@ private:
     ContourMap map_;
     PointerText pointerText_{survey_};
     RecentFiles recent_;
+    bool readsFreeLists_ = false;
+    std::string readAs_; // how the present file was read; empty for that of the start-up
     MainView* view_ = nullptr;
     bool resultViewsVisible_ = false;
     int depth_ = 0;             // of commands at work

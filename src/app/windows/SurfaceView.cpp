@@ -3,6 +3,8 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <cmath>
+
 namespace {
 
 constexpr int kSettleMilliseconds = 150;
@@ -22,6 +24,12 @@ SurfaceView::SurfaceView(QWidget* parent)
             emit SizeSettled();
         }
     });
+}
+
+QSizeF SurfaceView::PixelInUnits() const {
+    const terravo::UserPosition corner = surface_->ToUser(0, 0);
+    const terravo::UserPosition next = surface_->ToUser(pixelRatio_, pixelRatio_);
+    return {std::abs(next.x - corner.x), std::abs(next.y - corner.y)};
 }
 
 QSize SurfaceView::WantedSize() const {

@@ -27,6 +27,9 @@ public:
     /// Background of the drawing, which is cleared.
     void SetBackground(terravo::Colour colour);
 
+    /// Width and height of a pixel in user units.
+    [[nodiscard]] QSizeF PixelInUnits() const;
+
     /// The picture shown, for the clipboard.
     [[nodiscard]] QImage Picture() const { return surface_->Image(); }
 

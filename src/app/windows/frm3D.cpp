@@ -241,6 +241,9 @@ QBoxLayout* frm3D::MakeReadOut() {
     column->addLayout(labelled(QStringLiteral("x:"), lblX, "lblX"));
     column->addLayout(labelled(QStringLiteral("y:"), lblY, "lblY"));
     column->addLayout(labelled(QStringLiteral("z:"), lblZ, "lblZ"));
+    lblName = Named(new QLabel(this), "lblName");
+    lblName->hide(); // most files have no names
+    column->addWidget(lblName);
     column->addWidget(cmdCopiaGrafico);
     column->addWidget(lblIstruzioni);
     return column;
@@ -392,6 +395,8 @@ void frm3D::ShowReadOut(const std::optional<terravo::View3DReadOut>& readOut) {
     lblX->setText(readOut ? ToQString(readOut->x) : QString());
     lblY->setText(readOut ? ToQString(readOut->y) : QString());
     lblZ->setText(readOut ? ToQString(readOut->z) : QString());
+    lblName->setText(readOut ? ToQString(readOut->label) : QString());
+    lblName->setVisible(lblName->isVisibleTo(this) || !lblName->text().isEmpty());
     shpInd->setVisible(readOut.has_value());
     if (readOut) {
         const QPointF middle =

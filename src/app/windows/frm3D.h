@@ -93,6 +93,7 @@ private:
     QLabel* lblX = nullptr;
     QLabel* lblY = nullptr;
     QLabel* lblZ = nullptr;
+    QLabel* lblName = nullptr;
     QLabel* lblIstruzioni = nullptr;
     QWidget* shpInd = nullptr;
     QWidget* focusRing = nullptr;

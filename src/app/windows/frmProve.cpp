@@ -117,6 +117,8 @@ void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
     mnut = {Named(mnusalva->addAction(QString()), "mnut0"),
             Named(mnusalva->addAction(QStringLiteral("Livel")), "mnut1")};
     mnusalva->setEnabled(false);
+    mnuSavePoints = Named(mnuFile->addAction(QString()), "mnuSavePoints");
+    mnuSavePoints->setEnabled(false);
     AddPictureEntries();
     mnuFile->addSeparator();
     mnuEsci = Named(mnuFile->addAction(QString()), "mnuEsci");
@@ -135,6 +137,8 @@ void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
     mnuSurvey = Named(menuBar.addMenu(QString()), "mnuSurvey");
     mnuExact = Named(mnuSurvey->addAction(QString()), "mnuExact");
     mnuExact->setCheckable(true);
+    mnuFreeLists = Named(mnuSurvey->addAction(QString()), "mnuFreeLists");
+    mnuFreeLists->setCheckable(true);
     mnuWindow = windows;
     menuBar.addMenu(mnuWindow);
     mnuQM = Named(menuBar.addMenu(QStringLiteral("&?")), "mnuQM");
@@ -151,6 +155,9 @@ void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
             [this] { session_.Export(terravo::QrzKind::Levels); });
     connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
     connect(mnuExact, &QAction::triggered, this, [this](bool on) { session_.SetExact(on); });
+    connect(mnuFreeLists, &QAction::triggered, this,
+            [this](bool on) { session_.SetReadsFreeLists(on); });
+    connect(mnuSavePoints, &QAction::triggered, this, [this] { session_.SavePoints(); });
     connect(mnuWindow, &WindowMenu::View3DAsked, this, &frmProve::ShowView3D);
     connect(mnuHelp, &QAction::triggered, this, &frmProve::ShowHelp);
     connect(mnuSettings, &QAction::triggered, this, &frmProve::ShowSettings);
@@ -197,6 +204,8 @@ void frmProve::SetCaptions() {
     mnuRecenti[0]->setText(text(Text::RecentFiles));
     mnuSurvey->setTitle(text(Text::SurveyMenu));
     mnuExact->setText(text(Text::ExactTriangulation));
+    mnuFreeLists->setText(text(Text::ReadFreeLists));
+    mnuSavePoints->setText(text(Text::SavePointsAs));
     mnuWindow->SetCaptions(state_);
     mnuHelp->setText(text(Text::Help));
     mnuSettings->setText(text(Text::Settings));
@@ -226,6 +235,7 @@ void frmProve::SetColours(const terravo::ColourScheme& scheme) {
 
 void frmProve::Start(const std::string& rawCommandLine, const std::string& namedFile) {
     session_.LoadRecentFiles();
+    mnuFreeLists->setChecked(session_.ReadsFreeLists());
     chkValoriLivelli->setVisible(optLinee->isChecked());
     if (namedFile.empty()) {
         session_.LoadStartUpFile(rawCommandLine);
@@ -242,6 +252,7 @@ terravo::DrawSurface& frmProve::MapSurface() {
 }
 
 void frmProve::ShowPointCount(terravo::Index count) {
+    mnuSavePoints->setEnabled(count > 0);
     lblND->setText(QString::number(count));
 }
 
@@ -339,7 +350,10 @@ void frmProve::ShowPointer(double x, double y) {
     };
     picLivelli->setToolTip(QString());
     picLivelli->setToolTip(single(x) + QStringLiteral(", ") + single(y));
-    status_.ShowPointer(ToQString(session_.TextOfPlace({x, y})));
+    constexpr double kReachPixels = 6;
+    const QSizeF pixel = picLivelli->PixelInUnits();
+    status_.ShowPointer(ToQString(session_.TextOfPlace(
+        {x, y}, {kReachPixels * pixel.width(), kReachPixels * pixel.height()})));
 }
 
 void frmProve::CopyPicture() {

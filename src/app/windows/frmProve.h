@@ -138,6 +138,8 @@ private:
     QMenu* mnuPaperSize = nullptr;
     QPageSize::PageSizeId pageSize_ = QPageSize::A4;
     QAction* mnuEsci = nullptr;
+    QAction* mnuFreeLists = nullptr;
+    QAction* mnuSavePoints = nullptr;
     QAction* mnuExact = nullptr;
     QAction* mnuHelp = nullptr;
     QAction* mnuSettings = nullptr;

@@ -388,6 +388,7 @@ void Judge::Run() {
                                        : "no line holds numbers that could be a point");
         return;
     }
+    result_.hasNumbers = true;
     result_.mayBeFreeList =
         std::all_of(reading_.records.begin() + static_cast<std::ptrdiff_t>(reading_.first),
                     reading_.records.end(),
@@ -437,6 +438,16 @@ ReadFailure FailureOf(const std::string& path, std::string cause) {
     return failure;
 }
 
+bool IsUtf16(TextEncoding encoding) {
+    return encoding == TextEncoding::Utf16Little || encoding == TextEncoding::Utf16Big;
+}
+
+// Which byte of UTF-16 comes first is told by the file.
+TextEncoding EncodingOf(TextEncoding guess, const std::optional<TextEncoding>& wish) {
+    const bool isTold = !wish || (IsUtf16(*wish) && IsUtf16(guess));
+    return isTold ? guess : *wish;
+}
+
 // The columns that somebody has named, on records as the head has them.
 void TakeWish(const std::vector<ColumnRole>& columns, const Reading& reading, ImportPlan& plan) {
     plan.columns = columns;
@@ -455,9 +466,8 @@ Inspection Inspect(TextSource& source, const ImportWish& wish) {
         return inspection;
     }
     ImportPlan& plan = inspection.plan;
-    plan.encoding = wish.encoding.value_or(source.GuessEncoding());
-    const bool isWide =
-        plan.encoding == TextEncoding::Utf16Little || plan.encoding == TextEncoding::Utf16Big;
+    plan.encoding = EncodingOf(source.GuessEncoding(), wish.encoding);
+    const bool isWide = IsUtf16(plan.encoding);
     if (const auto foreign = ForeignFormatOf(source.Head(), isWide); foreign && !wish.freeList) {
         inspection.failure = FailureOf(source.Path(), *foreign);
         return inspection;

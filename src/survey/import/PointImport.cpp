@@ -142,7 +142,7 @@ ImportOutcome ImportPoints(const std::string& path, const ImportWish& wish, BadR
             outcome.failure = outcome.inspection.failure;
             if (!outcome.failure && !outcome.inspection.certain) {
                 outcome.failure = FailureOfDoubt(path, outcome.inspection);
-                outcome.needsChoice = true;
+                outcome.needsChoice = outcome.inspection.hasNumbers;
             }
             if (!outcome.failure) {
                 import.Read(source, outcome);
@@ -172,13 +172,23 @@ ImportOutcome ImportByPlan(const std::string& path, const ImportPlan& plan, BadR
     });
 }
 
+std::string NameOfReading(const Inspection& inspection) {
+    if (inspection.plan.freeList) {
+        return "free list";
+    }
+    switch (inspection.grid) {
+    case GridFormat::Esri:
+        return "ESRI ASCII grid";
+    case GridFormat::Surfer:
+        return "Surfer ASCII grid";
+    case GridFormat::None:
+        break;
+    }
+    return NameOfColumns(inspection.plan.columns);
+}
+
 std::string DescribeImport(const ImportOutcome& outcome, Index points) {
-    const Inspection& inspection = outcome.inspection;
-    std::string text = inspection.plan.freeList              ? "free list"
-                       : inspection.grid == GridFormat::Esri ? "ESRI ASCII grid"
-                       : inspection.grid == GridFormat::Surfer
-                           ? "Surfer ASCII grid"
-                           : NameOfColumns(inspection.plan.columns);
+    std::string text = NameOfReading(outcome.inspection);
     text += "; " + std::to_string(points) + " points";
     if (outcome.report.voidHeights > 0) {
         text += "; " + std::to_string(outcome.report.voidHeights) + " without height";

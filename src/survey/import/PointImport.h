@@ -59,6 +59,9 @@ ImportOutcome ImportPoints(const std::string& path, const ImportWish& wish, BadR
 ImportOutcome ImportByPlan(const std::string& path, const ImportPlan& plan, BadRecords bad,
                            PointSet& points, const StopToken& stop = StopToken());
 
+/// What the columns were read as, or which grid it was: "xyz".
+std::string NameOfReading(const Inspection& inspection);
+
 /// The first sentence of the summary of a reading: "x, y, z; 396 points; 10 without height".
 std::string DescribeImport(const ImportOutcome& outcome, Index points);
 

@@ -109,17 +109,21 @@ TEST_F(SessionTest, AFileOpenedByTheUserThatCannotBeReadLeavesEverythingAsItWas)
     clipboard.text = "something";
     const std::string good = folder.Write("a.dat", hill);
     session.LoadNamedFile(good);
-    const std::string bad = folder.Write("bad.dat", "1,2,3\n4,x7,6\n");
+    const std::string bad = folder.Write("bad.dat", "some words\n");
     const std::string missing = folder.File("none.dat");
     dialogs.answer = bad;
     session.OpenPointFile();
     session.LoadNamedFile(missing);
-    session.LoadNamedFile(folder.Write("big.dat", "1,1e999,3\n"));
+    session.SetReadsFreeLists(true);
+    const std::string letter = folder.Write("letter.dat", "1,2,3\n4,x7,6\n");
+    session.LoadNamedFile(letter);
+    session.SetReadsFreeLists(false);
     ASSERT_EQ(messages.boxes.size(), 3U);
     EXPECT_EQ(messages.boxes[0].text, state.texts[Text::FileNotRead] + "\r\n" + bad +
-                                          ", line 2, field 2: \"x7\" is not a number.");
+                                          ": no line holds numbers that could be a point.");
     EXPECT_EQ(messages.boxes[1].text, state.texts[Text::FileMissing] + "\r\n" + missing);
-    EXPECT_NE(messages.boxes[2].text.find("\"1e999\" is too large a number"), std::string::npos);
+    EXPECT_EQ(messages.boxes[2].text, state.texts[Text::FileNotRead] + "\r\n" + letter +
+                                          ", line 2, field 2: \"x7\" is not a number.");
     EXPECT_EQ(log.lines.size(), 3U);
     EXPECT_EQ(programEnd.ends, 0);
     EXPECT_EQ(clipboard.text, "something");
@@ -131,9 +135,38 @@ TEST_F(SessionTest, AFileOpenedByTheUserThatCannotBeReadLeavesEverythingAsItWas)
     EXPECT_EQ(messages.boxes.size(), 3U) << "the points are still there to be drawn";
 }
 
+TEST_F(SessionTest, AsksAboutAFileThatIsNotCertainUntilItFits) {
+    const std::string path = folder.Write("p.txt", "7,1,1,0\n8,9,1,2\n9,9,9,4\n10,1,9,6\n");
+    session.LoadNamedFile(path);
+    ASSERT_EQ(imports.asked.size(), 1U) << "and the user cancels";
+    EXPECT_EQ(imports.asked[0].doubt, "4 columns hold numbers");
+    EXPECT_EQ(view.pointCount, -1);
+    EXPECT_TRUE(messages.boxes.empty());
+
+    ImportChoice choice{imports.asked[0].plan, BadRecords::Refuse};
+    choice.plan.columns = ParseColumns("pxyz").value();
+    imports.answer = choice;
+    session.LoadNamedFile(path);
+    EXPECT_EQ(view.pointCount, 4);
+    EXPECT_EQ(view.remark, "pxyz");
+    EXPECT_EQ(session.TextOfPlace({9, 1}, {0.1, 0.1}), "x: 9   y: 1   z: 2   8");
+
+    dialogs.answer = folder.File("clean.txt");
+    session.SavePoints();
+    EXPECT_EQ(folder.Read("clean.txt"), "1,1,0\n9,1,2\n9,9,4\n1,9,6\n");
+    session.SetReadsFreeLists(true);
+    session.LoadNamedFile(folder.Write("free.txt", "1\n1 0 9 1\n2 9 9 4\n"));
+    EXPECT_EQ(view.pointCount, 3);
+    EXPECT_EQ(view.remark, "free list of numbers");
+    Session next(state, Services());
+    next.SetView(view);
+    next.LoadRecentFiles();
+    EXPECT_TRUE(next.ReadsFreeLists()) << "kept in the settings";
+}
+
 TEST_F(SessionTest, HidesWhatBelongsToAnEarlierFileWhenADrawingFails) {
     session.LoadNamedFile(folder.Write("a.dat", hill));
-    session.LoadNamedFile(folder.Write("empty.dat", ""));
+    session.LoadNamedFile(folder.Write("one.dat", "1,1,1\n"));
     EXPECT_EQ(view.visible, (std::vector<bool>{true, false})) << "no frame could be drawn";
     const std::string hillAgain = folder.Write("b.dat", hill);
     session.LoadNamedFile(hillAgain);
@@ -201,7 +234,7 @@ TEST_F(SessionTest, ReportsASegmentFileThatCannotBeWritten) {
 
 TEST_F(SessionTest, TellsWhatWouldBeSilent) {
     session.LoadNamedFile(folder.Write("r.dat", hill + "5,4,9\n1,1,0\n"));
-    EXPECT_EQ(view.remark, state.texts[Text::UnusedPoints] + " 2");
+    EXPECT_EQ(view.remark, "xyz; " + state.texts[Text::UnusedPoints] + " 2");
     const std::string origin = "0,0,1\n5,5,2\n9,1,3\n";
     session.LoadNamedFile(folder.Write("z.dat", origin));
     EXPECT_EQ(view.counts, "3 points, 1 triangles, exact signs");
@@ -213,7 +246,7 @@ TEST_F(SessionTest, TellsWhatWouldBeSilent) {
     EXPECT_EQ(view.title3D, "Delaunay 2D : z.qrw, 1") << "handed over anew";
     session.SetExact(false);
     session.LoadNamedFile(folder.Write("a.dat", hill));
-    EXPECT_EQ(view.remark, "");
+    EXPECT_EQ(view.remark, "xyz");
     EXPECT_EQ(view.counts, "5 points, 4 triangles");
 }
 
@@ -290,7 +323,7 @@ TEST_F(SessionTest, RefusesToExportWhatWasStoppedUntilADrawingIsComplete) {
     EXPECT_FALSE(std::filesystem::exists(folder.File("px.qrz")));
 
     session.SetShowPerimeter(true);
-    EXPECT_EQ(view.remark, "");
+    EXPECT_EQ(view.remark, "xyz");
     EXPECT_EQ(view.title3D, "Delaunay 2D : a.dat, 4");
     session.Export(QrzKind::Triangles);
     EXPECT_FALSE(folder.Read("out.qrz").empty());
@@ -316,7 +349,7 @@ TEST_F(SessionTest, StopsReadingAndTriangulatingWithoutAPoint) {
     EXPECT_TRUE(messages.boxes.empty()) << "a stopped file is not a bad one";
     EXPECT_EQ(view.note, state.texts[Text::ReadingStopped]);
 
-    view.AfterProgress(2, [this] { session.RequestStop(); });
+    view.AfterProgress(3, [this] { session.RequestStop(); });
     session.LoadNamedFile(path);
     EXPECT_EQ(view.pointCount, 70000);
     EXPECT_EQ(view.title3D, "");

@@ -1,0 +1,149 @@
+// The session's commands that read point files and write points.
+#include "app/session/FileDialog.h"
+#include "app/session/Session.h"
+#include "app/session/WorkGuard.h"
+#include "survey/PointFile.h"
+#include "survey/PointWriter.h"
+#include "survey/import/PointImport.h"
+#include "util/AppError.h"
+#include "util/PathText.h"
+
+namespace terravo {
+namespace {
+
+constexpr const char* kSection = "Lettura";
+constexpr const char* kFreeListKey = "ListaLibera";
+
+} // namespace
+
+void Session::LoadNamedFile(const std::string& path) {
+    state_.lastDrawError.clear();
+    const PathParts parts = SplitPath(path);
+    survey_.RememberFolder(parts.folder);
+    if (parts.exists) {
+        LoadAndShow(path);
+    } else {
+        services_.log.Write(path + ": there is no such file.");
+        services_.messages.ShowCritical(state_.texts[Text::FileMissing] + "\r\n" + path, "");
+    }
+}
+
+void Session::OpenPointFile() {
+    state_.lastDrawError.clear();
+    const FileQuestion question{.mode = "Open",
+                                .description = "Files ",
+                                .pattern = "*.dat;*.txt;*.qrw",
+                                .initialFolder = survey_.Points().sourceFolder,
+                                .defaultName = {},
+                                .title = state_.texts[Text::ChooseFile],
+                                .extension = {}};
+    try {
+        LoadNamedFile(FileDialog(services_.dialogs, question, state_));
+    } catch (const AppError& error) {
+        if (error.number() != kDialogCancelled) {
+            services_.messages.ShowCritical("Error " + std::to_string(error.number()) + "\r\n" +
+                                                error.what(),
+                                            " Files/" + error.source());
+            ShowResultViews(false);
+        }
+    }
+}
+
+void Session::OpenRecentFile(std::size_t position) {
+    LoadNamedFile(recent_.Paths().at(position - 1));
+}
+
+void Session::LoadReadingHabit() {
+    readsFreeLists_ = services_.settings.Get(kSection, kFreeListKey) == "1";
+}
+
+void Session::SetReadsFreeLists(bool on) {
+    readsFreeLists_ = on;
+    services_.settings.Set(kSection, kFreeListKey, on ? "1" : "0");
+}
+
+// A file that is not certain is asked about, again when records beyond its head do not fit; one
+// that cannot be read, is not chosen for or is stopped leaves the points and all that is made of
+// them.
+bool Session::ReadUserFile(const std::string& path) {
+    PointSet points;
+    points.sourceFolder = survey_.Points().sourceFolder;
+    ImportWish wish;
+    wish.freeList = readsFreeLists_;
+    ImportOutcome outcome = [&] {
+        const WorkGuard work(*this);
+        return ImportPoints(path, wish, BadRecords::Refuse, points, stop_);
+    }();
+    while (outcome.failure && outcome.needsChoice) {
+        const std::optional<ImportChoice> choice = AskAbout(path, outcome);
+        if (!choice) {
+            return false;
+        }
+        const WorkGuard work(*this);
+        Inspection asked = std::move(outcome.inspection);
+        outcome = ImportByPlan(path, choice->plan, choice->bad, points, stop_);
+        outcome.inspection.candidates = std::move(asked.candidates);
+        outcome.inspection.mayBeFreeList = asked.mayBeFreeList;
+    }
+    if (!outcome.failure) {
+        readAs_ = TextOfReading(outcome);
+        TakePoints(std::move(points), path);
+        return true;
+    }
+    if (outcome.failure->isStop) {
+        view_->ShowNote(state_.texts[Text::ReadingStopped]);
+    } else {
+        services_.log.Write(outcome.failure->Sentence());
+        services_.messages.ShowCritical(
+            state_.texts[Text::FileNotRead] + "\r\n" + Explain(*outcome.failure, state_.texts), "");
+    }
+    return false;
+}
+
+// What does not fit is said above the choice.
+std::optional<ImportChoice> Session::AskAbout(const std::string& path,
+                                              const ImportOutcome& outcome) {
+    Inspection inspection = outcome.inspection;
+    inspection.certain = false;
+    if (inspection.doubt.empty()) {
+        inspection.doubt = Explain(*outcome.failure, state_.texts);
+    }
+    return services_.imports.Ask(path, inspection, std::nullopt);
+}
+
+// How the file was read, in the user's language.
+std::string Session::TextOfReading(const ImportOutcome& outcome) const {
+    std::string text = outcome.inspection.plan.freeList ? state_.texts[Text::FreeListWord]
+                                                        : NameOfReading(outcome.inspection);
+    const auto add = [&text](std::int64_t count, const std::string& what) {
+        if (count > 0) {
+            text += "; " + std::to_string(count) + " " + what;
+        }
+    };
+    add(outcome.report.voidHeights, state_.texts[Text::WithoutHeight]);
+    add(outcome.report.badRecords, state_.texts[Text::RecordsLeftOut]);
+    return text;
+}
+
+void Session::SavePoints() {
+    const FileQuestion question{.mode = "Save",
+                                .description = "Files ",
+                                .pattern = "*.txt;*.dat",
+                                .initialFolder = survey_.Points().sourceFolder,
+                                .defaultName = "points.txt",
+                                .title = state_.texts[Text::ChooseFile],
+                                .extension = "txt"};
+    try {
+        const std::string path = FileDialog(services_.dialogs, question, state_);
+        WritePoints(path, survey_.Points());
+        view_->ShowNote(state_.texts[Text::SavedAs] + " " + path);
+    } catch (const AppError& error) {
+        if (error.number() != kDialogCancelled) {
+            services_.log.Write(error.what());
+            services_.messages.ShowCritical(
+                state_.texts[Text::PointsNotSaved] + "\r\n" + error.what(), "");
+        }
+    }
+}
+
+} // namespace terravo
