@@ -114,7 +114,7 @@ constexpr EnglishText kEnglish[] = {
     {Text::WithoutHeight, "without height"},
     {Text::RecordsLeftOut, "records left out"},
     {Text::ReadFreeLists, "Read point files as a &free list of numbers"},
-    {Text::SavePointsAs, "Save &points as..."},
+    {Text::SavePointsAs, "Save po&ints as..."},
     {Text::PointsNotSaved, "The points cannot be saved."},
 };
 

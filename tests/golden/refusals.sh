@@ -21,8 +21,13 @@ refused() { # EXIT-CODE PART-OF-THE-SENTENCE ARGUMENTS...
 
 printf '1,2,3\n4,five,6\n' >bad
 printf '1 2 3\n4 5 6\n7\n' >seven
-refused 1 'bad, line 2, field 2: "five" is not a number\.$' bad --out out
-refused 1 'seven, line 3: the file ends where a number is expected\.$' seven --out out
+printf '1,1,1,0\n2,9,1,5\n3,5,7,9\n' >numbered
+printf '  0\nSECTION\n' >drawing
+refused 1 'bad, line 2, field 2: "five" is not a number\. --bad-records skip' bad --out out
+refused 1 'seven, line 3: 1 field where the other records have 3\.' seven --out out
+refused 1 'seven, line 3: the file ends where a number is expected\.$' seven --out out --columns free
+refused 1 'may be pxyz, pyxz, .*free\. --columns says which\.$' numbered --out out
+refused 1 'this is a DXF drawing' drawing --out out
 refused 1 'none: No such file or directory\.$' none --out out
 refused 1 'out: Is a directory\.$' out --out out
 if [[ $EUID != 0 ]]; then
@@ -68,6 +73,12 @@ done <<'END'
 --map out/m.svg --background grey
 --view3d out/v.png --surface
 --view3d-kind cubes
+--columns e,n
+--separator dots
+--decimal dot
+--skip -1
+--encoding ebcdic
+--bad-records keep
 --theta 360
 --alfa steep
 --rayx 1001

@@ -273,7 +273,7 @@ TEST_F(frm3DTest, ShowsAllControlsInEveryLanguageAndScrollsThemWhereThereIsNoRoo
             for (const char* value : {"", "520003.755 ", "-123456789012345678.125 "}) {
                 SCOPED_TRACE(std::string(language) + ", " + std::to_string(size.width()) + value);
                 window->resize(size);
-                window->ShowReadOut(View3DReadOut{value, value, value, {}});
+                window->ShowReadOut(View3DReadOut{value, value, value, "P12 tree", {}});
                 for (int level = 0; level < 4; ++level) { // each layout asks the one around it
                     QApplication::processEvents();
                 }

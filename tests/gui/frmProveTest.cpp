@@ -96,7 +96,7 @@ TEST_F(frmProveTest, OpensAFileWithTheKeyboardAndHidesItsMapAfterAnError) {
     EXPECT_TRUE(Find<QMenu>("mnusalva")->isEnabled());
     EXPECT_EQ(LabelText("lblND"), "65");
     EXPECT_EQ(LabelText("lblCounts"), "65 points, 98 triangles");
-    EXPECT_EQ(LabelText("lblRemark"), state.texts[Text::UnusedPoints] + " 1");
+    EXPECT_EQ(LabelText("lblRemark"), "xyz; " + state.texts[Text::UnusedPoints] + " 1");
     EXPECT_EQ(QApplication::overrideCursor(), nullptr) << "the wait is over";
 
     dialogs.error = AppError(53, "Choose", "No dialog.");

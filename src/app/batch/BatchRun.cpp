@@ -252,7 +252,8 @@ void BatchRun::Read() {
     const ImportCall& import = options_.import;
     figures_.input = ImportPoints(options_.pointFile, import.wish, import.bad, points, stop_);
     EndWhenStopped();
-    if (const std::optional<ReadFailure>& failure = figures_.input.failure) {
+    const std::optional<ReadFailure>& failure = figures_.input.failure;
+    if (failure && !figures_.input.inspection.isEmpty) {
         throw RunFailure(ExitCode::kPointFile, failure->Sentence() + HintFor(figures_.input));
     }
     survey_.Replace(std::move(points), options_.triangulation);

@@ -167,7 +167,10 @@ struct Column {
     std::optional<double> last;
 
     // A few texts among numbers are faults, which the reading names one by one.
-    [[nodiscard]] bool IsNumeric() const { return numbers > 0 && numbers >= 4 * texts; }
+    [[nodiscard]] bool IsNumeric() const {
+        constexpr std::size_t kFew = 5;
+        return numbers > 0 && numbers >= (numbers + texts < kFew ? 1 : 4) * texts;
+    }
     [[nodiscard]] bool IsEmpty() const { return numbers == 0 && texts == 0; }
 };
 
@@ -384,8 +387,9 @@ void Judge::Run() {
     LookAtColumns();
     const std::vector<std::size_t> numeric = NumericColumns();
     if (reading_.first == reading_.records.size() || numeric.empty()) {
-        Doubt(reading_.records.empty() ? "the file holds no record"
-                                       : "no line holds numbers that could be a point");
+        result_.isEmpty = reading_.records.empty();
+        Doubt(result_.isEmpty ? "the file holds no record"
+                              : "no line holds numbers that could be a point");
         return;
     }
     result_.hasNumbers = true;

@@ -38,6 +38,7 @@ struct Inspection {
     /// What the columns may be, the likeliest first; empty where no reading gives points.
     std::vector<std::vector<ColumnRole>> candidates;
     bool mayBeFreeList = false;
+    bool isEmpty = false;    // a text without a record
     bool hasNumbers = false; // there is something to choose
 };
 

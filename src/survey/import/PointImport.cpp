@@ -25,7 +25,7 @@ ReadFailure FailureOf(const std::string& path, std::string cause) {
 std::optional<ReadFailure> RefuseDevice(const std::string& path) {
     std::error_code unknown;
     return std::filesystem::is_directory(path, unknown)
-               ? std::optional(FailureOf(path, "this is a folder"))
+               ? std::optional(FailureOf(path, "Is a directory"))
                : std::nullopt;
 }
 
