@@ -59,12 +59,6 @@ void RecordReader::AddPoint(double x, double y, double z) {
     points_.labels.NoteLine(points_.count, source_.LinesTaken());
 }
 
-bool RecordReader::CountFits() const {
-    return plan_.fieldCount == 0
-               ? fields_.size() >= plan_.columns.size() - (plan_.codeTakesRest ? 1 : 0)
-               : fields_.size() == plan_.fieldCount;
-}
-
 // A bad record counts once.
 void RecordReader::Refuse(std::size_t field, std::string cause) {
     ++report_.badRecords;
@@ -82,42 +76,30 @@ void RecordReader::LeaveOutVoid() {
     }
 }
 
+std::string RecordReader::CauseOf(Misfit misfit) const {
+    switch (misfit) {
+    case Misfit::FieldCount:
+        return std::to_string(fields_.size()) + (fields_.size() == 1 ? " field" : " fields") +
+               " where the other records have " +
+               std::to_string(std::max(plan_.fieldCount, plan_.columns.size()));
+    case Misfit::NumberForText:
+        return "is a number where the other records have a text";
+    case Misfit::NotANumber:
+    case Misfit::None:
+        break;
+    }
+    return "is not a number";
+}
+
 void RecordReader::TakeRecord() {
-    if (!CountFits()) {
-        Refuse(0, std::to_string(fields_.size()) + (fields_.size() == 1 ? " field" : " fields") +
-                      " where the other records have " +
-                      std::to_string(std::max(plan_.fieldCount, plan_.columns.size())));
-        return;
-    }
-    double x = 0;
-    double y = 0;
-    double z = 0;
-    bool isVoid = false;
-    for (std::size_t k = 0; k < fields_.size(); ++k) {
-        const ColumnRole role = k < plan_.columns.size() ? plan_.columns[k] : ColumnRole::Ignored;
-        if (!IsCoordinate(role)) {
-            if (plan_.othersAreText && NumberOf(fields_[k], plan_.decimal)) {
-                Refuse(k + 1, "is a number where the other records have a text");
-                return;
-            }
-            continue;
-        }
-        if (role == ColumnRole::Height && IsVoid(fields_[k], plan_.decimal, plan_.voids)) {
-            isVoid = true;
-            continue;
-        }
-        const std::optional<double> value = NumberOf(fields_[k], plan_.decimal);
-        if (!value) {
-            Refuse(k + 1, "is not a number");
-            return;
-        }
-        (role == ColumnRole::Easting ? x : role == ColumnRole::Northing ? y : z) = *value;
-    }
-    if (isVoid) {
+    const RecordFit fit = FitRecord(fields_, plan_);
+    if (fit.misfit != Misfit::None) {
+        Refuse(fit.field, CauseOf(fit.misfit));
+    } else if (fit.isVoid) {
         LeaveOutVoid();
-        return;
+    } else {
+        AddPoint(fit.x, fit.y, fit.z);
     }
-    AddPoint(x, y, z);
 }
 
 // The code at the end of a line goes on to the end of the line, with its blanks.

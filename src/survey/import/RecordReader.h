@@ -5,6 +5,7 @@
 
 #include "survey/import/PointImport.h"
 #include "survey/import/QuickLines.h"
+#include "survey/import/RecordFit.h"
 #include "survey/import/TextSource.h"
 
 #include <string>
@@ -32,7 +33,7 @@ private:
     void AddPoint(double x, double y, double z);
     void LeaveOutVoid();
     void Refuse(std::size_t field, std::string cause);
-    [[nodiscard]] bool CountFits() const;
+    [[nodiscard]] std::string CauseOf(Misfit misfit) const;
     void AddLabels();
     bool GoesOn(const StopToken& stop);
 
