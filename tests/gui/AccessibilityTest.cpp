@@ -1,6 +1,7 @@
 // The windows without a mouse and without a screen: the order of the Tab key, what a screen reader
 // says, and the letters that go with Alt.
 #include "app/windows/HelpWindow.h"
+#include "app/windows/ImportDialog.h"
 #include "app/windows/SettingsDialog.h"
 #include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
@@ -85,6 +86,12 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
     ExpectOrder(help, {"txtFind", "cmdNext", "lstContents", "txtGuide"});
     SettingsDialog dialog(state);
     ExpectOrder(dialog, {"cmbLanguage", "cmbColours", "cmdSave", "cmdCancel"});
+    const std::string path = folder.Write("numbered.txt", "1,2,3,4\n2,3,4,5\n");
+    ImportDialog import(state, path, InspectPointFile(path), std::nullopt);
+    ExpectOrder(import,
+                {"cmbColumns", "cmbSeparator", "cmbDecimal", "spnHeaderLines", "cmbEncoding",
+                 "txtVoids", "chkFreeList", "cmbColumn1", "cmbColumn2", "cmbColumn3", "cmbColumn4",
+                 "tblLines", "txtLeftOut", "chkSkipBad", "cmdRead", "cmdCancel"});
 }
 
 TEST_F(AccessibilityTest, ThePicturesSayWhatTheyShow) {
@@ -183,6 +190,7 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     paused.AddControls(view);
     Letters{"help", {}}.AddControls(HelpWindow(state, GetParam()));
     Letters{"settings", {}}.AddControls(SettingsDialog(state));
+    Letters{"import", {}}.AddControls(ImportDialog(state, {}, {}, std::nullopt));
 }
 
 INSTANTIATE_TEST_SUITE_P(Shipped, LanguageTest,

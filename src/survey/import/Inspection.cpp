@@ -205,7 +205,7 @@ private:
     void ListCandidates(const std::vector<std::size_t>& numeric);
     void Propose(const std::vector<std::size_t>& numeric, std::initializer_list<ColumnRole> roles);
     [[nodiscard]] bool CommasMayDivideThousands() const;
-    void Doubt(std::string sentence);
+    void Doubt(DoubtKind kind, std::string sentence, std::size_t count = 0, std::size_t other = 0);
 
     const Reading& reading_;
     const ImportWish& wish_;
@@ -213,10 +213,12 @@ private:
     std::vector<Column> columns_;
 };
 
-void Judge::Doubt(std::string sentence) {
+void Judge::Doubt(DoubtKind kind, std::string sentence, std::size_t count, std::size_t other) {
     result_.certain = false;
     if (result_.doubt.empty()) {
         result_.doubt = std::move(sentence);
+        result_.doubtKind = kind;
+        result_.doubtCounts = {count, other};
     }
 }
 
@@ -286,12 +288,15 @@ void Judge::TakeHeader(const NamedHeader& header) {
     result_.certain = true;
     for (std::size_t k = 0; k < plan.columns.size(); ++k) {
         if (IsCoordinate(plan.columns[k]) && (k >= columns_.size() || !columns_[k].IsNumeric())) {
-            Doubt("the column that is named as a coordinate does not hold numbers alone");
+            Doubt(DoubtKind::NamedText,
+                  "the column that is named as a coordinate does not hold numbers alone");
         }
     }
     if (plan.columns.size() != reading_.fieldCount && !plan.codeTakesRest) {
-        Doubt("the line of column names has " + std::to_string(plan.columns.size()) +
-              " fields where the records have " + std::to_string(reading_.fieldCount));
+        Doubt(DoubtKind::HeaderCount,
+              "the line of column names has " + std::to_string(plan.columns.size()) +
+                  " fields where the records have " + std::to_string(reading_.fieldCount),
+              plan.columns.size(), reading_.fieldCount);
     }
 }
 
@@ -388,7 +393,8 @@ void Judge::Run() {
     const std::vector<std::size_t> numeric = NumericColumns();
     if (reading_.first == reading_.records.size() || numeric.empty()) {
         result_.isEmpty = reading_.records.empty();
-        Doubt(result_.isEmpty ? "the file holds no record"
+        Doubt(result_.isEmpty ? DoubtKind::NoRecord : DoubtKind::NoNumbers,
+              result_.isEmpty ? "the file holds no record"
                               : "no line holds numbers that could be a point");
         return;
     }
@@ -404,21 +410,25 @@ void Judge::Run() {
     } else if (numeric.size() == kCoordinates) {
         TakeWrittenOrder(numeric);
         if (header && std::any_of(header->columns.begin(), header->columns.end(), IsCoordinate)) {
-            Doubt("the names of the columns do not tell easting, northing and height apart");
+            Doubt(DoubtKind::Names,
+                  "the names of the columns do not tell easting, northing and height apart");
         }
     }
     ListCandidates(numeric);
     if (result_.candidates.empty()) {
-        Doubt(std::to_string(numeric.size()) +
-              (numeric.size() == 1 ? " column holds" : " columns hold") +
-              " numbers, and a point has three");
+        Doubt(DoubtKind::TooFewNumbers,
+              std::to_string(numeric.size()) +
+                  (numeric.size() == 1 ? " column holds" : " columns hold") +
+                  " numbers, and a point has three",
+              numeric.size());
     } else if (plan.columns.empty()) {
         plan.columns = result_.candidates.front();
         plan.fieldCount = reading_.fieldCount;
-        Doubt(std::to_string(numeric.size()) + " columns hold numbers");
+        Doubt(DoubtKind::ManyNumbers, std::to_string(numeric.size()) + " columns hold numbers",
+              numeric.size());
     }
     if (reading_.decimal == ',' && !wish_.decimal && CommasMayDivideThousands()) {
-        Doubt("a comma may be the decimal sign or divide thousands");
+        Doubt(DoubtKind::CommaOfNumbers, "a comma may be the decimal sign or divide thousands");
     }
 }
 
@@ -496,6 +506,7 @@ Inspection Inspect(TextSource& source, const ImportWish& wish) {
         TakeWish(*wish.columns, reading, plan);
         inspection.certain = true;
         inspection.doubt.clear();
+        inspection.doubtKind = DoubtKind::None;
     }
     return inspection;
 }

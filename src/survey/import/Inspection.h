@@ -10,6 +10,7 @@
 #include "survey/import/ImportPlan.h"
 #include "survey/import/TextSource.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,12 +30,27 @@ struct ImportWish {
 
 enum class GridFormat { None, Esri, Surfer };
 
+/// Why a file is not certain, for whoever says it in another language.
+enum class DoubtKind : unsigned char {
+    None,
+    NoRecord,
+    NoNumbers,
+    NamedText,      // a column is named as a coordinate and holds other things
+    HeaderCount,    // names and fields of a record: two counts
+    Names,          // that do not tell the coordinates apart
+    TooFewNumbers,  // columns of them: one count
+    ManyNumbers,    // likewise
+    CommaOfNumbers, // decimal sign or thousands
+};
+
 struct Inspection {
     std::optional<ReadFailure> failure; // it cannot be read, or is a file of another kind
     GridFormat grid = GridFormat::None; // the next then mean nothing
     ImportPlan plan;                    // the likeliest
     bool certain = false;
     std::string doubt; // why it is not certain, a sentence without a full stop
+    DoubtKind doubtKind = DoubtKind::None;
+    std::array<std::size_t, 2> doubtCounts{};
     /// What the columns may be, the likeliest first; empty where no reading gives points.
     std::vector<std::vector<ColumnRole>> candidates;
     bool mayBeFreeList = false;
