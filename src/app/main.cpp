@@ -5,6 +5,7 @@
 #include "app/settings/SettingsFiles.h"
 #include "app/settings/SupportFolder.h"
 #include "app/settings/UserFolders.h"
+#include "app/windows/ImportDialog.h"
 #include "app/windows/ProgramStyle.h"
 #include "app/windows/QtServices.h"
 #include "app/windows/QtTexts.h"
@@ -101,7 +102,9 @@ int RunWindows(const std::vector<std::string>& arguments) {
     }
     const ColourScheme scheme = ReadColourScheme(state.userFolder);
     QApplication::setPalette(ApplicationPalette(scheme));
-    Session session(state, {messages, clipboard, dialogs, programEnd, log, clock, settings});
+    QtImportDialogs imports(state);
+    Session session(state,
+                    {messages, clipboard, dialogs, programEnd, log, clock, settings, imports});
     frmOrografix parent(scheme);
     auto* window = new frmProve(state, session, parent.Status());
     parent.AddMainWindow(window, RestoredBox(settings, "frmProve", QSize(960, 640)));

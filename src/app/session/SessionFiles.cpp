@@ -4,6 +4,7 @@
 #include "app/session/WorkGuard.h"
 #include "survey/PointFile.h"
 #include "survey/PointWriter.h"
+#include "survey/import/ImportMemory.h"
 #include "survey/import/PointImport.h"
 #include "util/AppError.h"
 #include "util/PathText.h"
@@ -82,8 +83,9 @@ bool Session::ReadUserFile(const std::string& path) {
         const WorkGuard work(*this);
         Inspection asked = std::move(outcome.inspection);
         outcome = ImportByPlan(path, choice->plan, choice->bad, points, stop_);
-        outcome.inspection.candidates = std::move(asked.candidates);
-        outcome.inspection.mayBeFreeList = asked.mayBeFreeList;
+        asked.plan = choice->plan;
+        asked.doubt.clear();
+        outcome.inspection = std::move(asked);
     }
     if (!outcome.failure) {
         readAs_ = TextOfReading(outcome);
@@ -108,7 +110,13 @@ std::optional<ImportChoice> Session::AskAbout(const std::string& path,
     if (inspection.doubt.empty()) {
         inspection.doubt = Explain(*outcome.failure, state_.texts);
     }
-    return services_.imports.Ask(path, inspection, std::nullopt);
+    ImportMemory memory(services_.settings);
+    const std::optional<ImportChoice> choice =
+        services_.imports.Ask(path, inspection, memory.Recall(path, inspection));
+    if (choice) {
+        memory.Remember(path, inspection, choice->plan);
+    }
+    return choice;
 }
 
 // How the file was read, in the user's language.
