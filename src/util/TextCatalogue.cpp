@@ -161,7 +161,7 @@ constexpr EnglishText kEnglish[] = {
     {Text::PlanOfPoints, "Plan of the points"},
     {Text::PointsRead, "Points: %1"},
     {Text::HeadRead, "Points in the first %2 lines: %1"},
-    {Text::LeftOut, "Left out"},
+    {Text::LeftOut, "Left out:"},
     {Text::LeftOutNothing, "nothing"},
     {Text::CountHeader, "Header lines: %1"},
     {Text::CountComments, "Comments: %1"},

@@ -34,7 +34,8 @@ constexpr int kUsualWidth = 940;
 constexpr int kUsualHeight = 640;
 constexpr int kMostHeaderLines = 100000;
 constexpr int kWidestColumn = 260;
-constexpr int kLeftOutLines = 5;
+constexpr int kFewestLeftOut = 2; // lines
+constexpr int kMostLeftOut = 7;
 
 // A list that may be narrower than its longest entry, so that the dialog can be.
 QComboBox* NarrowList(QComboBox* list) {
@@ -106,13 +107,13 @@ void ImportDialog::FillLists() {
     txtVoids->setText(voids.trimmed());
 }
 
-void ImportDialog::AddChoice(QGridLayout& grid, int row, int column, Text caption,
-                             QWidget* control) {
+void ImportDialog::AddChoice(QGridLayout& grid, int row, int column, Text caption, QWidget* control,
+                             int width) {
     auto* label = new QLabel(Caption(state_, caption), this);
     label->setBuddy(control);
     control->setAccessibleName(Spoken(label->text()));
     grid.addWidget(label, row, column);
-    grid.addWidget(control, row, column + 1);
+    grid.addWidget(control, row, column + 1, 1, width);
 }
 
 QLayout* ImportDialog::MakeChoices() {
@@ -124,7 +125,7 @@ QLayout* ImportDialog::MakeChoices() {
     AddChoice(*grid, 0, 2, Text::ImportDecimal, cmbDecimal);
     AddChoice(*grid, 0, 4, Text::ImportHeaderLines, spnHeaderLines);
     AddChoice(*grid, 1, 0, Text::ImportEncoding, cmbEncoding);
-    AddChoice(*grid, 1, 2, Text::ImportVoids, txtVoids);
+    AddChoice(*grid, 1, 2, Text::ImportVoids, txtVoids, 3);
     grid->addWidget(chkFreeList, 2, 0, 1, 6);
     for (const int column : {1, 3, 5}) {
         grid->setColumnStretch(column, 1);
@@ -144,11 +145,15 @@ QWidget* ImportDialog::MakePreview() {
     tblLines->setTabKeyNavigation(false);
     tblLines->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     tblLines->setWordWrap(false);
+    tblLines->setAlternatingRowColors(true);
+    tblLines->setMinimumHeight(6 * tblLines->fontMetrics().height());
     header_->setMaximumSectionSize(kWidestColumn);
     txtLeftOut->setReadOnly(true);
     txtLeftOut->setTabChangesFocus(true);
-    txtLeftOut->setAccessibleName(Caption(state_, Text::LeftOut));
-    txtLeftOut->setFixedHeight(kLeftOutLines * txtLeftOut->fontMetrics().height() + 12);
+    txtLeftOut->setAccessibleName(Spoken(Caption(state_, Text::LeftOut)));
+    const int line = txtLeftOut->fontMetrics().height();
+    txtLeftOut->setMinimumHeight(kFewestLeftOut * line + 12);
+    txtLeftOut->setMaximumHeight(kMostLeftOut * line + 12);
     picPlan->setAccessibleName(Caption(state_, Text::PlanOfPoints));
     lblPoints->setTextInteractionFlags(Qt::TextSelectableByMouse);
     auto* side = new QWidget(this);
@@ -159,9 +164,9 @@ QWidget* ImportDialog::MakePreview() {
     auto* lines = new QWidget(this);
     auto* linesLayout = new QVBoxLayout(lines);
     linesLayout->setContentsMargins({});
-    linesLayout->addWidget(tblLines, 1);
-    linesLayout->addWidget(new QLabel(Caption(state_, Text::LeftOut) + QLatin1Char(':'), this));
-    linesLayout->addWidget(txtLeftOut);
+    linesLayout->addWidget(tblLines, 4);
+    linesLayout->addWidget(new QLabel(Caption(state_, Text::LeftOut), this));
+    linesLayout->addWidget(txtLeftOut, 1);
     auto* preview = new QSplitter(this);
     preview->addWidget(lines);
     preview->addWidget(side);

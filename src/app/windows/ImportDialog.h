@@ -39,7 +39,8 @@ private:
     [[nodiscard]] QLayout* MakeChoices();
     [[nodiscard]] QWidget* MakePreview();
     [[nodiscard]] QLayout* MakeEnd();
-    void AddChoice(QGridLayout& grid, int row, int column, terravo::Text caption, QWidget* control);
+    void AddChoice(QGridLayout& grid, int row, int column, terravo::Text caption, QWidget* control,
+                   int width = 1);
     void FillLists();
     void Connect();
     void ShowDraft();

@@ -69,6 +69,9 @@ QString LineList(const std::vector<std::int64_t>& lines, std::int64_t count) {
 } // namespace
 
 QString DoubtSentence(const RunState& state, const terravo::Inspection& inspection) {
+    if (inspection.doubtKind == DoubtKind::None && !inspection.doubt.empty()) {
+        return ToQString(inspection.doubt);
+    }
     QString sentence = Caption(state, TextOfDoubt(inspection.doubtKind));
     for (const std::size_t count : inspection.doubtCounts) {
         if (sentence.contains(QLatin1Char('%'))) {

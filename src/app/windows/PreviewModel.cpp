@@ -75,6 +75,12 @@ QVariant PreviewModel::ColourAt(const PreviewLine& line, int column) const {
     return {};
 }
 
+bool PreviewModel::IsNumber(LineKind kind, int column) const {
+    const auto field = static_cast<std::size_t>(column);
+    return column > 0 && IsRecord(kind) &&
+           (plan_.freeList || (field <= roles_.size() && IsCoordinate(roles_[field - 1])));
+}
+
 QVariant PreviewModel::data(const QModelIndex& index, int role) const {
     const PreviewLine& line = preview_.lines.at(static_cast<std::size_t>(index.row()));
     switch (role) {
@@ -85,9 +91,8 @@ QVariant PreviewModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
         return line.kind == LineKind::Bad ? MisfitSentence(state_, line, plan_) : QVariant();
     case Qt::TextAlignmentRole:
-        return index.column() > 0 && IsRecord(line.kind)
-                   ? QVariant(Qt::AlignRight | Qt::AlignVCenter)
-                   : QVariant(Qt::AlignLeft | Qt::AlignVCenter);
+        return IsNumber(line.kind, index.column()) ? QVariant(Qt::AlignRight | Qt::AlignVCenter)
+                                                   : QVariant(Qt::AlignLeft | Qt::AlignVCenter);
     default:
         return {};
     }
@@ -98,6 +103,6 @@ QVariant PreviewModel::headerData(int section, Qt::Orientation orientation, int 
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) {
         return {};
     }
-    return section == 0 ? Caption(state_, Text::LineHeading)
+    return section == 0 ? Caption(state_, plan_.freeList ? Text::KindPoints : Text::LineHeading)
                         : Caption(state_, Text::ImportColumn).arg(section);
 }

@@ -28,6 +28,7 @@ public:
 
 private:
     [[nodiscard]] QString TextAt(const terravo::PreviewLine& line, int column) const;
+    [[nodiscard]] bool IsNumber(terravo::LineKind kind, int column) const;
     [[nodiscard]] QVariant ColourAt(const terravo::PreviewLine& line, int column) const;
 
     const terravo::RunState& state_;

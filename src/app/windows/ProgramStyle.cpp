@@ -1,5 +1,6 @@
 #include "app/windows/ProgramStyle.h"
 
+#include <QAbstractScrollArea>
 #include <QDir>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -108,7 +109,8 @@ void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     if (element == PE_IndicatorCheckBox || element == PE_IndicatorRadioButton) {
         DrawIndicator(*option, *painter, element == PE_IndicatorRadioButton);
     } else if (element == PE_FrameLineEdit || element == PE_FrameGroupBox ||
-               element == PE_FrameMenu) {
+               element == PE_FrameMenu ||
+               (element == PE_Frame && qobject_cast<const QAbstractScrollArea*>(widget))) {
         DrawFrame(*option, *painter);
     } else {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -137,6 +139,9 @@ void ProgramStyle::drawComplexControl(ComplexControl control, const QStyleOption
                                       QPainter* painter, const QWidget* widget) const {
     if (control != CC_MdiControls) {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
+        if (control == CC_SpinBox && (option->subControls & SC_SpinBoxFrame)) {
+            DrawFrame(*option, *painter);
+        }
         return;
     }
     for (const SubControl button : {SC_MdiMinButton, SC_MdiNormalButton, SC_MdiCloseButton}) {

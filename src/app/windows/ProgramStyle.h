@@ -10,8 +10,8 @@ class ProgramStyle : public QProxyStyle {
 public:
     ProgramStyle();
 
-    /// Outlines of check boxes, option buttons, text boxes, frames and menus in the colour of their
-    /// text: the style's own are a darker background, which vanishes on a dark one.
+    /// Outlines of check boxes, option buttons, text boxes, frames, tables and menus in the colour
+    /// of their text: the style's own are a darker background, which vanishes on a dark one.
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override;
 
@@ -22,7 +22,8 @@ public:
     int pixelMetric(PixelMetric metric, const QStyleOption* option,
                     const QWidget* widget) const override;
 
-    /// The buttons of a maximised document at the end of the menu bar, in the colour of its text.
+    /// The buttons of a maximised document at the end of the menu bar, in the colour of its text,
+    /// and the outline of a number box.
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
                             QPainter* painter, const QWidget* widget) const override;
 

@@ -23,7 +23,9 @@ class ImportDialogService {
 public:
     virtual ~ImportDialogService() = default;
     /// Asks how a file is to be read.
-    /// @param inspection  of the file: the doubt, the candidates, the plan it begins with.
+    /// @param inspection  of the file: the doubt, the candidates, the plan it begins with. A doubt
+    ///                    without a kind is shown as it is: a sentence in the user's language, such
+    ///                    as why the reading of a whole file failed.
     /// @param remembered  the plan it begins with instead: what was chosen for this file, or one
     ///                    like it, before.
     /// @return nothing when the user cancels. The plan has easting, northing and height once each,
