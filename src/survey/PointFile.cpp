@@ -94,11 +94,17 @@ std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
     return std::nullopt;
 }
 
+std::optional<ReadFailure> RefuseDevice(const std::string& path) {
+    std::error_code unknown;
+    return std::filesystem::is_other(std::filesystem::status(path, unknown))
+               ? std::optional(FailureOf(path, "a pipe or a device cannot be opened here"))
+               : std::nullopt;
+}
+
 std::optional<ReadFailure> ReadPointFile(const std::string& path, PointSet& points,
                                          const StopToken& stop) {
-    std::error_code unknown;
-    if (std::filesystem::is_other(std::filesystem::status(path, unknown))) {
-        return FailureOf(path, "a pipe or a device cannot be opened here");
+    if (std::optional<ReadFailure> refused = RefuseDevice(path)) {
+        return refused;
     }
     try {
         return ReadPoints(path, points, stop);

@@ -33,6 +33,10 @@ void MakeRoomForAll(PointSet& points, std::uint64_t bytesRead, std::uint64_t fil
 std::optional<ReadFailure> ReadPoints(const std::string& path, PointSet& points,
                                       const StopToken& stop = StopToken());
 
+/// Refuses a pipe and a device, for the windows: nothing else happens there while one is waited
+/// for.
+std::optional<ReadFailure> RefuseDevice(const std::string& path);
+
 /// The same for a file that a user names: a pipe or a device is refused, since nothing else happens
 /// while it is waited for, and memory that runs out is a fault of the file.
 std::optional<ReadFailure> ReadPointFile(const std::string& path, PointSet& points,

@@ -106,14 +106,14 @@ says 1 'missing.qrw: No such file or directory.'
 run /dev/null --map map.png
 says 3 '/dev/null: the file holds no points.'
 run /dev/zero --map map.png
-says 1 '/dev/zero, line 1, field 1: '
+says 1 '/dev/zero: this is a binary file, not a text of points.'
 finish "a folder, a missing file, an empty and an endless device as input"
 
 truncate -s 5G sparse.dat
 run sparse.dat --map map.png
-says 1 'is too long for a number.'
+says 1 'this is a binary file, not a text of points.'
 run <(yes 1 | tr -d '\n') --map map.png
-says 1 'is too long for a number.'
+says 1 'longer than any record.'
 rm sparse.dat
 finish "5 GB of nothing, and an endless line"
 

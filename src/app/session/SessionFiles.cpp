@@ -73,6 +73,11 @@ bool Session::ReadUserFile(const std::string& path) {
     wish.freeList = readsFreeLists_;
     ImportOutcome outcome = [&] {
         const WorkGuard work(*this);
+        if (const std::optional<ReadFailure> refused = RefuseDevice(path)) {
+            ImportOutcome none;
+            none.failure = refused;
+            return none;
+        }
         return ImportPoints(path, wish, BadRecords::Refuse, points, stop_);
     }();
     while (outcome.failure && outcome.needsChoice) {

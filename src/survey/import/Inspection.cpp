@@ -191,8 +191,9 @@ void Include(Column& column, std::string_view field, char decimal) {
 
 class Judge {
 public:
-    Judge(const Reading& reading, const ImportWish& wish, Inspection& inspection)
-        : reading_(reading), wish_(wish), result_(inspection) {}
+    /// @param isAll  the reading is that of the whole file.
+    Judge(const Reading& reading, bool isAll, const ImportWish& wish, Inspection& inspection)
+        : reading_(reading), isAll_(isAll), wish_(wish), result_(inspection) {}
 
     void Run();
 
@@ -208,6 +209,7 @@ private:
     void Doubt(DoubtKind kind, std::string sentence, std::size_t count = 0, std::size_t other = 0);
 
     const Reading& reading_;
+    bool isAll_;
     const ImportWish& wish_;
     Inspection& result_;
     std::vector<Column> columns_;
@@ -392,7 +394,7 @@ void Judge::Run() {
     LookAtColumns();
     const std::vector<std::size_t> numeric = NumericColumns();
     if (reading_.first == reading_.records.size() || numeric.empty()) {
-        result_.isEmpty = reading_.records.empty();
+        result_.isEmpty = reading_.records.empty() && isAll_;
         Doubt(result_.isEmpty ? DoubtKind::NoRecord : DoubtKind::NoNumbers,
               result_.isEmpty ? "the file holds no record"
                               : "no line holds numbers that could be a point");
@@ -500,8 +502,13 @@ Inspection Inspect(TextSource& source, const ImportWish& wish) {
         inspection.certain = true;
         return inspection;
     }
-    const Reading reading = BestReading(LinesOf(text, source.HeadIsAll()), wish);
-    Judge(reading, wish, inspection).Run();
+    const std::vector<std::string_view> lines = LinesOf(text, source.HeadIsAll());
+    if (lines.empty() && !source.HeadIsAll()) {
+        inspection.failure = FailureOf(source.Path(), "its first line is longer than any record");
+        return inspection;
+    }
+    const Reading reading = BestReading(lines, wish);
+    Judge(reading, source.HeadIsAll(), wish, inspection).Run();
     if (wish.columns) {
         TakeWish(*wish.columns, reading, plan);
         inspection.certain = true;

@@ -20,9 +20,7 @@ ReadFailure FailureOf(const std::string& path, std::string cause) {
     return failure;
 }
 
-// A pipe or device has no name that a file dialog gives; nothing else happens while it is waited
-// for.
-std::optional<ReadFailure> RefuseDevice(const std::string& path) {
+std::optional<ReadFailure> RefuseFolder(const std::string& path) {
     std::error_code unknown;
     return std::filesystem::is_directory(path, unknown)
                ? std::optional(FailureOf(path, "Is a directory"))
@@ -114,7 +112,7 @@ private:
 template <class Work>
 ImportOutcome Guarded(const std::string& path, Work work) {
     ImportOutcome outcome;
-    outcome.failure = RefuseDevice(path);
+    outcome.failure = RefuseFolder(path);
     if (outcome.failure) {
         return outcome;
     }
