@@ -87,11 +87,15 @@ private:
         double cell = 0;
         bool isCorner = false;
         for (;;) {
-            std::string key(Next().value_or(std::string_view()));
+            const std::optional<std::string_view> field = Next();
+            if (!field) {
+                break;
+            }
+            std::string key(*field);
             std::transform(key.begin(), key.end(), key.begin(), [](char c) {
                 return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
             });
-            if (key.empty() || NumberOf(key, '.')) {
+            if (NumberOf(key, '.')) {
                 --next_;
                 break;
             }
