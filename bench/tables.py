@@ -231,7 +231,18 @@ def print_machine():
           f"{compiler.stdout.splitlines()[0]}\n")
 
 
-PRINTERS = {"read": print_read, "triangulate": print_triangulate, "cut": print_cut,
+def print_check(results):
+    rows = []
+    for layout in ("random", "grid", "lines", "turned"):
+        check = results.over_sizes(f"check/{layout}/check")
+        triangulate = results.over_sizes(f"check/{layout}/triangulate")
+        rows.append([f"{layout}, check"] + cells(check))
+        rows.append([f"{layout}, triangulate"] + cells(triangulate))
+        rows.append([f"{layout}, ratio"] + cells(ratios(check, triangulate)))
+    print_table(size_head("points"), rows)
+
+
+PRINTERS = {"read": print_read, "triangulate": print_triangulate, "check": print_check, "cut": print_cut,
             "draw": print_draw, "export": print_export, "print": print_print,
             "view": print_view}
 
