@@ -125,6 +125,23 @@ check "white margins" test "$(colour_at 210 5)" = "255 255 255"
 check "black to the edge of the picture" test "$(colour_at 210 285)" = "0 0 0"
 finish "pages"
 
+# Names, codes and missing heights; a pit of a point among its neighbours.
+{
+    echo 'Point;Est;Nord;Quota;Codice'
+    for i in {1..100}; do
+        echo "P$i;$((500000 + 10 * (i % 10))),5;$((4500000 + 10 * (i / 10)));$((100 + i % 10 + i / 10));t"
+    done
+    echo 'P101;500031,5;4500033;12;x'
+    echo 'P102;500041,5;4500043;-9999;x'
+} >named.csv
+"$batch" --check json --quiet named.csv >named.json
+flat=$(tr -d ' \n' <named.json)
+check "how it was read" grep -q '"input":{"bad_records":0,"blank_lines":0,"columns":"penzd","comment_lines":0,"decimal":"comma","encoding":"utf-8","header_lines":1,"records":102,"separator":"semicolon","void_heights":1}' <<<"$flat"
+check "the pit" grep -q '"kind":"height-outlier","lines":\[102\],"names":\["P101"\],"points":\[101\]' <<<"$flat"
+check "the missing height" grep -q '"kind":"void-height","lines":\[103\]' <<<"$flat"
+check "as text" grep -q '^2 findings$' <("$batch" --check text named.csv)
+finish "reading and survey check"
+
 check "help" grep -q -- --perimeter <("$batch" --help)
 check "version" grep -q '^terravo-batch [0-9]' <("$batch" --version)
 finish "help and version"

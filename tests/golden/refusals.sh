@@ -79,6 +79,8 @@ done <<'END'
 --skip -1
 --encoding ebcdic
 --bad-records keep
+--check xml
+--tolerance near
 --theta 360
 --alfa steep
 --rayx 1001

@@ -101,6 +101,16 @@ struct Options {
                                QStringLiteral("Tell what was done on standard output, as text or "
                                               "json. Default: text."),
                                QStringLiteral("form"), QStringLiteral("text")};
+    QCommandLineOption check{
+        QStringLiteral("check"),
+        QStringLiteral("Check the survey and tell what is likely to be wrong, as text or in the "
+                       "json summary."),
+        QStringLiteral("form")};
+    QCommandLineOption tolerance{
+        QStringLiteral("tolerance"),
+        QStringLiteral("Distance below which the check takes two points for one. Default: a "
+                       "thousandth of the usual distance."),
+        QStringLiteral("d")};
     QCommandLineOption progress{QStringLiteral("progress"),
                                 QStringLiteral("Show progress on standard error.")};
     QCommandLineOption quiet{QStringLiteral("quiet"),
@@ -119,7 +129,8 @@ struct Options {
                            view3D,        view3DKind, surface,  theta,   alfa,         rayx,
                            blackAndWhite, levels,     mode,     labels,  triangles,    perimeter,
                            size,          language,   comma,    summary, progress,     quiet,
-                           paper,         background, exact,    help,    version});
+                           paper,         background, exact,    check,   tolerance,    help,
+                           version});
     }
 };
 
@@ -234,6 +245,20 @@ void ParseOutputs(const QCommandLineParser& parser, const Options& known, BatchO
     }
 }
 
+// The json findings are a part of the json summary.
+void ParseCheck(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
+    if (parser.isSet(known.check)) {
+        options.check =
+            ParseChoice(QStringLiteral("check"), parser.value(known.check), QStringLiteral("text"),
+                        CheckForm::Text, QStringLiteral("json"), CheckForm::Json);
+        if (options.check == CheckForm::Json) {
+            options.summary = SummaryForm::Json;
+        }
+        options.summaryWanted = true;
+    }
+    options.checkOptions.tolerance = ParseNumber(parser, known.tolerance, 0, 1e9);
+}
+
 void ParsePaper(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
     const std::optional<QPageSize::PageSizeId> size = PaperSizeOf(parser.value(known.paper));
     if (!size) {
@@ -290,6 +315,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
         ParseChoice(QStringLiteral("summary"), parser.value(known.summary), QStringLiteral("text"),
                     SummaryForm::Text, QStringLiteral("json"), SummaryForm::Json);
     options.summaryWanted = !parser.isSet(known.quiet) || parser.isSet(known.summary);
+    ParseCheck(parser, known, options);
     options.progress = parser.isSet(known.progress) && !parser.isSet(known.quiet);
     ParseView3D(parser, known, options.view3D);
     ParseOutputs(parser, known, options);

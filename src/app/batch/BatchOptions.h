@@ -7,6 +7,7 @@
 #include "app/batch/ImportOptions.h"
 #include "app/session/ContourMap.h"
 #include "export/PictureExport.h"
+#include "survey/check/SurveyCheck.h"
 
 #include <QStringList>
 
@@ -17,6 +18,9 @@
 namespace terravo {
 
 enum class SummaryForm { Text, Json };
+
+/// How the findings of the survey check are told; None: it is not made.
+enum class CheckForm { None, Text, Json };
 
 enum class View3DKind { Triangles, Points, Surface };
 
@@ -42,6 +46,8 @@ struct BatchOptions {
     QPageSize::PageSizeId pageSize = QPageSize::A4; // of PDF files
     std::optional<Paper> paper;                     // of SVG and PDF files
     ImportCall import;
+    CheckForm check = CheckForm::None;
+    CheckOptions checkOptions;
     TriangulationWish triangulation;
     MapOptions map;
     int width = 1200; // pixels

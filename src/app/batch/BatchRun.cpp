@@ -170,6 +170,7 @@ public:
         EndWhenStopped();
         RequireTriangles(options_.pointFile, survey_.Points(), survey_.Triangulation());
         figures_.milliseconds.triangulate = watch.Lap() * 1e3;
+        Check();
         Draw();
         watch.Lap();
         Deliver();
@@ -181,6 +182,7 @@ public:
 private:
     static void EndWhenStopped();
     void Read();
+    void Check();
     void Draw();
     template <class Drawing>
     static std::optional<std::string> FailureOf(Drawing draw);
@@ -257,6 +259,17 @@ void BatchRun::Read() {
         throw RunFailure(ExitCode::kPointFile, failure->Sentence() + HintFor(figures_.input));
     }
     survey_.Replace(std::move(points), options_.triangulation);
+}
+
+void BatchRun::Check() {
+    if (options_.check == CheckForm::None) {
+        return;
+    }
+    const PointSet& points = survey_.Points();
+    figures_.findings = CheckSurvey(points, survey_.Triangulation(), &figures_.input.report,
+                                    options_.checkOptions, stop_);
+    figures_.labels = points.labels;
+    EndWhenStopped();
 }
 
 // Throws for the first message that a drawing has shown.

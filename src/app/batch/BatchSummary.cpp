@@ -41,13 +41,49 @@ QJsonObject InputToJson(const ImportOutcome& input) {
             {"bad_records", count(report.badRecords)}};
 }
 
-std::string JsonSummary(const BatchFigures& figures) {
+QJsonObject FindingToJson(const Finding& finding, const PointLabels& labels) {
+    QJsonArray points;
+    QJsonArray lines;
+    QJsonArray names;
+    for (const Index point : finding.points) {
+        points.append(point);
+        if (labels.HasLabels()) {
+            names.append(QString::fromStdString(std::string(labels.Name(point))));
+        }
+    }
+    for (const std::int64_t line : finding.lines) {
+        lines.append(static_cast<qint64>(line));
+    }
+    QJsonObject object{{"kind", NameOf(finding.kind)},
+                       {"severity", NameOf(finding.severity)},
+                       {"count", static_cast<qint64>(finding.count)},
+                       {"points", points},
+                       {"lines", lines},
+                       {"names", names},
+                       {"text", QString::fromStdString(finding.text)}};
+    if (!finding.points.empty()) {
+        object.insert("x", finding.x);
+        object.insert("y", finding.y);
+        object.insert("z", finding.z);
+    }
+    return object;
+}
+
+QJsonArray FindingsToJson(const BatchFigures& figures) {
+    QJsonArray findings;
+    for (const Finding& finding : figures.findings) {
+        findings.append(FindingToJson(finding, figures.labels));
+    }
+    return findings;
+}
+
+std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures) {
     QJsonArray files;
     for (const std::string& file : figures.files) {
         files.append(QString::fromStdString(file));
     }
     const auto& spent = figures.milliseconds;
-    const QJsonObject summary{
+    QJsonObject summary{
         {"input", InputToJson(figures.input)},
         {"points", figures.points},
         {"unused_points", figures.unusedPoints},
@@ -66,6 +102,9 @@ std::string JsonSummary(const BatchFigures& figures) {
                                      {"write", Tenths(spent.write)},
                                      {"total", Tenths(spent.total)}}},
     };
+    if (options.check != CheckForm::None) {
+        summary.insert("findings", FindingsToJson(figures));
+    }
     return QJsonDocument(summary).toJson(QJsonDocument::Indented).toStdString();
 }
 
@@ -89,13 +128,20 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
     for (const std::string& file : figures.files) {
         text += "wrote " + file + "\n";
     }
+    if (options.check == CheckForm::Text) {
+        text += std::to_string(figures.findings.size()) + " findings\n";
+        for (const Finding& finding : figures.findings) {
+            text += std::string(NameOf(finding.severity)) + ", " + NameOf(finding.kind) + ": " +
+                    finding.text + "\n";
+        }
+    }
     return text;
 }
 
 } // namespace
 
 std::string SummaryText(const BatchOptions& options, const BatchFigures& figures) {
-    return options.summary == SummaryForm::Json ? JsonSummary(figures)
+    return options.summary == SummaryForm::Json ? JsonSummary(options, figures)
                                                 : PlainSummary(options, figures);
 }
 

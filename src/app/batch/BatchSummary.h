@@ -10,6 +10,8 @@ namespace terravo {
 
 struct BatchFigures {
     ImportOutcome input;
+    std::vector<Finding> findings; // when the check was made
+    PointLabels labels;            // of the points that they name
     Index points = 0;
     Index unusedPoints = 0; // repeats, which no triangle has as a corner
     Index triangles = 0;
