@@ -35,6 +35,7 @@ constexpr double kUsualPart = 0.8;
 constexpr std::size_t kFewestTriangles = 4;
 constexpr std::ptrdiff_t kEnoughShort = 12;
 constexpr int kMostTrianglesAbout = 64;
+constexpr int kMostRounds = 5;
 
 // Beyond these the arithmetic could leave the doubles.
 constexpr double kSteepest = 1e100;
@@ -68,46 +69,49 @@ struct Surroundings {
 };
 
 struct Verdict {
-    bool stands = false;  // apart from its border
-    bool mayGrow = false; // a larger group is worth a look
-    double above = 0;     // the middle of the border
-    Index highest = 0;    // point of the border
+    bool stands = false;       // apart from its border
+    bool mayGrow = false;      // a larger group is worth a look
+    std::vector<double> above; // of each point of the group, over the middle of the border
+    Index highest = 0;         // point of the border
 };
 
 class OutlierSearch {
 public:
-    OutlierSearch(const MeshOrder& points, const Array1<char>& isLone)
-        : points_(points), triangles_(points.triangles), look_(points), isKnown_(points.Count()) {
-        for (Index i = 1; i <= points.Count(); ++i) {
-            isKnown_[i] = isLone[points.number[i]];
+    OutlierSearch(MeshOrder points, const Array1<char>& isLone)
+        : points_(std::move(points)), triangles_(points_.triangles), look_(points_),
+          isKnown_(points_.Count()) {
+        for (Index i = 1; i <= points_.Count(); ++i) {
+            isKnown_[i] = isLone[points_.number[i]];
         }
-        const Bulk bulk = BulkOf(points.z, points.Count());
+        const Bulk bulk = BulkOf(points_.z, points_.Count());
         relief_ = bulk.high - bulk.low;
         usual_ = UsualDeviation();
         least_ = LeastChange(bulk);
     }
 
+    // An outlier hides smaller ones beside it, so what has been found is levelled and all is looked
+    // at again.
     void Run(FindingCollector& findings) {
-        std::vector<Index> waiting = Candidates();
-        // What an outlier hides from the first look lies close by.
-        while (!waiting.empty()) {
-            std::vector<Index> about;
-            for (const Index i : Suspects(waiting)) {
-                for (const double sign : {1.0, -1.0}) {
-                    const std::optional<Outlier> outlier = Judge(i, sign);
-                    if (outlier) {
-                        Tell(*outlier, findings);
-                        AddNeighbourhood(outlier->surroundings, about);
-                    }
-                }
-            }
-            SortUnique(about);
-            waiting = std::move(about);
-            trustsLook_ = false;
+        for (int round = 0; round < kMostRounds && FindMore(findings); ++round) {
+            look_ = FirstLook(points_);
         }
     }
 
 private:
+    bool FindMore(FindingCollector& findings) {
+        bool found = false;
+        for (const Index i : Suspects(Candidates())) {
+            for (const double sign : {1.0, -1.0}) {
+                const std::optional<Outlier> outlier = Judge(i, sign);
+                if (outlier) {
+                    Tell(*outlier, findings);
+                    found = true;
+                }
+            }
+        }
+        return found;
+    }
+
     // Heights as coarse as whole metres make steps of their own, and one part in ten thousand of
     // the relief is no matter.
     [[nodiscard]] double LeastChange(const Bulk& bulk) const {
@@ -185,25 +189,25 @@ private:
     }
 
     struct Outlier {
-        Surroundings surroundings;
-        double above = 0; // the middle of the border
+        std::vector<Index> group;
+        std::vector<double> above; // of each member, over the middle of the border
     };
 
     // Lets a group grow from a point until it stands apart.
     [[nodiscard]] std::optional<Outlier> Judge(Index first, double sign) const {
-        if (isKnown_[first] != 0 || (trustsLook_ && look_.deviation[first] * sign < 0)) {
+        if (isKnown_[first] != 0 || look_.deviation[first] * sign < 0) {
             return {};
         }
         const Index largest = std::clamp<Index>(points_.Count() / kPointsAMember, 1, kLargestGroup);
         std::vector<Index> group{first};
         while (group.size() <= static_cast<std::size_t>(largest)) {
-            std::optional<Surroundings> s = Gather(group);
+            const std::optional<Surroundings> s = Gather(group);
             if (!s) {
                 return {};
             }
-            const Verdict verdict = Weigh(*s, sign);
+            Verdict verdict = Weigh(*s, sign);
             if (verdict.stands) {
-                return Outlier{std::move(*s), sign * verdict.above};
+                return Outlier{group, std::move(verdict.above)};
             }
             if (!verdict.mayGrow) {
                 return {};
@@ -214,32 +218,27 @@ private:
     }
 
     void Tell(const Outlier& outlier, FindingCollector& findings) {
-        const auto& all = outlier.surroundings.group;
-        std::vector<Index> group(all.begin(), all.begin() + outlier.surroundings.own);
-        const double above = outlier.above;
-        for (Index& i : group) {
-            isKnown_[i] = 1;
-            i = points_.number[i];
+        std::vector<Index> group;
+        for (std::size_t i = 0; i < outlier.group.size(); ++i) {
+            const Index member = outlier.group[i];
+            isKnown_[member] = 1;
+            points_.z[member] -= outlier.above[i];
+            group.push_back(points_.number[member]);
         }
         std::sort(group.begin(), group.end());
-        findings.Add(FindingKind::HeightOutlier, Severity::Warning, group, [&] {
-            const std::string by = NumberText::FormatScreen(std::abs(above), "#0.0##", '.');
-            const std::string where = above > 0 ? " above" : " below";
-            const std::string which =
-                group.size() == 1 ? "Point " + std::to_string(group.front()) + " lies "
-                                  : "A group of " + std::to_string(group.size()) + " points lies ";
-            return which + by + where + " what the points around suggest.";
-        });
+        const double above =
+            *std::min_element(outlier.above.begin(), outlier.above.end(),
+                              [](double a, double b) { return std::abs(a) < std::abs(b); });
+        findings.Add(FindingKind::HeightOutlier, Severity::Warning, group,
+                     [&] { return Sentence(group, above); });
     }
 
-    void AddNeighbourhood(const Surroundings& s, std::vector<Index>& about) const {
-        for (const Index t : s.triangles) {
-            for (const Index vertex : triangles_.table[t].vertices) {
-                if (isKnown_[vertex] == 0) {
-                    about.push_back(vertex);
-                }
-            }
-        }
+    static std::string Sentence(const std::vector<Index>& group, double above) {
+        const std::string by = NumberText::FormatScreen(std::abs(above), "#0.0##", '.');
+        const std::string who =
+            group.size() == 1 ? "Point " + std::to_string(group.front()) + " lies "
+                              : "A group of " + std::to_string(group.size()) + " points lies ";
+        return who + by + (above > 0 ? " above" : " below") + " what the points around suggest.";
     }
 
     // Calls use(t) for the triangles at a point; false when there are too many.
@@ -405,10 +404,11 @@ private:
 
     // The group against its border, along the sign.
     struct Step {
-        double low = 1e300;    // lowest of the group
-        double length = 1e300; // shortest way to the border
-        double top = -1e300;   // highest of the border
-        double middle = 0;     // median of the border
+        double low = 1e300;        // lowest of the group
+        double length = 1e300;     // shortest way to the border
+        double top = -1e300;       // highest of the border
+        double middle = 0;         // median of the border
+        std::vector<double> rises; // of the group
         Index highest = 0;
     };
 
@@ -425,7 +425,8 @@ private:
         }
         step.middle = TakeQuantile(rises, 0.5);
         for (auto i = s.group.begin(); i != s.group.begin() + s.own; ++i) {
-            step.low = std::min(step.low, sign * Rise(origin, *i, trend));
+            step.rises.push_back(sign * Rise(origin, *i, trend));
+            step.low = std::min(step.low, step.rises.back());
             for (const Index j : s.border) {
                 step.length = std::min(step.length, Distance(*i, j));
             }
@@ -447,9 +448,11 @@ private:
         std::vector<double> changes = ChangesOver(Changes(s.triangles, *trend), step.length);
         Verdict verdict;
         verdict.highest = step.highest;
-        verdict.above = step.low - step.middle;
-        verdict.mayGrow =
-            verdict.above > kTimesUsualChange * std::max(TakeQuantile(changes, 0.5), least_);
+        for (const double rise : step.rises) {
+            verdict.above.push_back(sign * (rise - step.middle));
+        }
+        verdict.mayGrow = step.low - step.middle >
+                          kTimesUsualChange * std::max(TakeQuantile(changes, 0.5), least_);
         verdict.stands = verdict.mayGrow && step.low - step.top > LimitOf(s, *trend, step, changes);
         return verdict;
     }
@@ -465,26 +468,24 @@ private:
         return IsGroupOnHull(s) ? std::max(limit, relief_) : limit;
     }
 
-    const MeshOrder& points_;
+    MeshOrder points_; // with outliers levelled
     const TriangleList& triangles_;
     FirstLook look_;
     Array1<char> isKnown_;
-    bool trustsLook_ = true; // beside an outlier the signs of the deviations mean nothing
-    double relief_;          // between the lowest and the highest heights, a few left out
-    double usual_;           // deviation from the mean of the neighbours
-    double least_;           // change of height that is never worth a finding
+    double relief_; // between the lowest and the highest heights, a few left out
+    double usual_;  // deviation from the mean of the neighbours
+    double least_;  // change of height that is never worth a finding
 };
 
 } // namespace
 
-void FindHeightOutliers(const MeshOrder& points, const Array1<char>& isLone,
-                        FindingCollector& findings) {
+void FindHeightOutliers(MeshOrder points, const Array1<char>& isLone, FindingCollector& findings) {
     const auto isSound = [](const Array1<double>& values) {
         return std::all_of(values.begin(), values.end(),
                            [](double value) { return std::abs(value) < kLargestValue; });
     };
     if (points.triangles.count > 0 && isSound(points.x) && isSound(points.y) && isSound(points.z)) {
-        OutlierSearch(points, isLone).Run(findings);
+        OutlierSearch(std::move(points), isLone).Run(findings);
     }
 }
 

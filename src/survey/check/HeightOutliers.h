@@ -16,7 +16,6 @@ namespace terravo {
 
 /// Looks for heights that are far above or below the trend of their neighbours.
 /// @param isLone  of each point of the point set, whether it is to be ignored.
-void FindHeightOutliers(const MeshOrder& points, const Array1<char>& isLone,
-                        FindingCollector& findings);
+void FindHeightOutliers(MeshOrder points, const Array1<char>& isLone, FindingCollector& findings);
 
 } // namespace terravo

@@ -5,6 +5,8 @@
 #include "survey/check/WholeSurvey.h"
 #include "survey/import/PointImport.h"
 
+#include <utility>
+
 namespace terravo {
 
 std::vector<Finding> CheckSurvey(const PointSet& points, const TriangulationOutcome& outcome,
@@ -25,12 +27,12 @@ std::vector<Finding> CheckSurvey(const PointSet& points, const TriangulationOutc
     if (!stop.GoesOn(kStage, 0.1)) {
         return {};
     }
-    const MeshOrder mesh(points, outcome.triangles);
+    MeshOrder mesh(points, outcome.triangles);
     CheckClosePoints(points, outcome, mesh, options.tolerance, findings);
     if (!stop.GoesOn(kStage, 0.4)) {
         return {};
     }
-    FindHeightOutliers(mesh, isLone, findings);
+    FindHeightOutliers(std::move(mesh), isLone, findings);
     return stop.GoesOn(kStage, 1) ? findings.Take() : std::vector<Finding>{};
 }
 

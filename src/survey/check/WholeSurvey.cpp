@@ -154,7 +154,9 @@ Array1<char> FindLonePoints(const PointSet& points, FindingCollector& findings) 
     std::sort(lone.begin(), lone.end());
     for (const Index i : lone) {
         isLone[i] = 1;
-        findings.Add(FindingKind::LonePoint, Severity::Error, std::span(&i, 1), [&] {
+        const bool isOrigin = points.x[i] == 0 && points.y[i] == 0;
+        const Severity severity = isOrigin ? Severity::Error : Severity::Warning;
+        findings.Add(FindingKind::LonePoint, severity, std::span(&i, 1), [&] {
             return "Point " + std::to_string(i) + " lies far outside all the others.";
         });
     }

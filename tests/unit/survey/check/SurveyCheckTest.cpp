@@ -274,7 +274,7 @@ TEST(CheckSurvey, FindsWhatIsWrongWithPlacesAndColumns) {
         std::function<void(PointSet&)> spoil;
     } cases[] = {
         {"error lone-point 401", [](PointSet& p) { p.Append(0, 0, 0); }},
-        {"error lone-point 401; error lone-point 402",
+        {"error lone-point 401; warning lone-point 402",
          [](PointSet& p) {
              p.Append(0, 0, 0);
              p.Append(5000000, 4520000, 300);
