@@ -31,13 +31,6 @@ void ClearArrays(PointSet& points) {
     points.z.Clear();
 }
 
-ReadFailure FailureOf(const std::string& path, const char* cause) {
-    ReadFailure failure;
-    failure.file = path;
-    failure.cause = cause;
-    return failure;
-}
-
 } // namespace
 
 void MakeRoomForAll(PointSet& points, std::uint64_t bytesRead, std::uint64_t fileSize) {

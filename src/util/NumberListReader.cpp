@@ -81,6 +81,13 @@ std::string ReadFailure::Sentence() const {
     return text + ": " + cause + ".";
 }
 
+ReadFailure FailureOf(std::string file, std::string cause) {
+    ReadFailure failure;
+    failure.file = std::move(file);
+    failure.cause = std::move(cause);
+    return failure;
+}
+
 NumberListReader::NumberListReader(const std::string& path, std::size_t bufferSize)
     : room_(std::max<std::size_t>(bufferSize, 16)),
       buffer_(std::make_unique_for_overwrite<char[]>(room_ + 2)) {

@@ -33,6 +33,9 @@ struct ReadFailure {
     [[nodiscard]] std::string Sentence() const;
 };
 
+/// A failure of a file as a whole.
+ReadFailure FailureOf(std::string file, std::string cause);
+
 class NumberListReader {
 public:
     /// Opens the file. Failure() tells afterwards whether it can be read.

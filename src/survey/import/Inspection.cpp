@@ -2,11 +2,11 @@
 
 #include "survey/import/ColumnNames.h"
 #include "survey/import/FileKind.h"
+#include "survey/import/HeadReading.h"
 #include "survey/import/Records.h"
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <string_view>
 #include <utility>
 
@@ -15,147 +15,7 @@ namespace {
 
 using enum ColumnRole;
 
-constexpr std::size_t kMostLines = 400; // of the head that are looked at
 constexpr std::size_t kCoordinates = 3;
-
-using Fields = std::vector<std::string_view>;
-
-std::vector<std::string_view> LinesOf(std::string_view text, bool isAll) {
-    std::vector<std::string_view> lines;
-    while (!text.empty() && lines.size() < kMostLines) {
-        const std::size_t end = text.find_first_of("\r\n");
-        if (end == std::string_view::npos) {
-            if (isAll) {
-                lines.push_back(text);
-            }
-            break;
-        }
-        lines.push_back(text.substr(0, end));
-        const bool isPair = text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n';
-        text.remove_prefix(end + (isPair ? 2 : 1));
-    }
-    return lines;
-}
-
-// One line of data as one way of reading sees it.
-struct Record {
-    Index line = 0; // from 1
-    Fields fields;
-    std::size_t numbers = 0;
-};
-
-// The head, read with one separator and decimal sign.
-struct Reading {
-    FieldSeparator separator;
-    char decimal;
-    std::vector<Record> records; // all lines with data, those above the first record included
-    std::size_t first = 0;       // of the records that are points, see FindFirst
-    std::size_t fieldCount = 0;  // that most records have
-    std::size_t numbers = 0;     // likewise
-    double agreement = 0;        // part of the records that have both
-};
-
-std::size_t MostFrequent(const Reading& reading, std::size_t (*valueOf)(const Record&)) {
-    std::map<std::size_t, std::size_t> times;
-    for (std::size_t i = reading.first; i < reading.records.size(); ++i) {
-        ++times[valueOf(reading.records[i])];
-    }
-    const auto most =
-        std::max_element(times.begin(), times.end(),
-                         [](const auto& a, const auto& b) { return a.second < b.second; });
-    return most == times.end() ? 0 : most->first;
-}
-
-// Headers have words where points have numbers; a line of numbers alone is never one.
-void FindFirst(Reading& reading) {
-    std::size_t most = 0;
-    for (const Record& record : reading.records) {
-        most = std::max(most, record.numbers);
-    }
-    const std::size_t enough = std::min(most, kCoordinates);
-    while (reading.first < reading.records.size()) {
-        const Record& record = reading.records[reading.first];
-        if (record.numbers >= std::max<std::size_t>(enough, 1) ||
-            record.numbers == record.fields.size()) {
-            break;
-        }
-        ++reading.first;
-    }
-}
-
-Reading Read(const std::vector<std::string_view>& lines, const ImportWish& wish,
-             FieldSeparator separator, char decimal) {
-    Reading reading{separator, decimal, {}, 0, 0, 0, 0};
-    for (std::size_t i = static_cast<std::size_t>(wish.skip.value_or(0)); i < lines.size(); ++i) {
-        if (IsBlankLine(lines[i]) || IsCommentLine(lines[i], separator)) {
-            continue;
-        }
-        Record record{static_cast<Index>(i + 1), {}, 0};
-        SplitWithoutComment(lines[i], separator, decimal, record.fields);
-        for (const std::string_view field : record.fields) {
-            record.numbers += NumberOf(field, decimal) ? 1 : 0;
-        }
-        reading.records.push_back(std::move(record));
-    }
-    if (!wish.skip) {
-        FindFirst(reading);
-    }
-    reading.fieldCount = MostFrequent(reading, [](const Record& r) { return r.fields.size(); });
-    reading.numbers = MostFrequent(reading, [](const Record& r) { return r.numbers; });
-    std::size_t agreeing = 0;
-    for (std::size_t i = reading.first; i < reading.records.size(); ++i) {
-        const Record& record = reading.records[i];
-        agreeing += record.numbers == reading.numbers ? 1 : 0;
-    }
-    const std::size_t points = reading.records.size() - reading.first;
-    reading.agreement =
-        points == 0 ? 0 : static_cast<double>(agreeing) / static_cast<double>(points);
-    return reading;
-}
-
-// Better: three numbers at least; then, of two decimal signs, the one that makes more numbers; then
-// more lines alike; then the one tried first.
-bool IsBetter(const Reading& reading, const Reading& than) {
-    const std::size_t enough = std::min(reading.numbers, kCoordinates);
-    const std::size_t thanEnough = std::min(than.numbers, kCoordinates);
-    constexpr double kSame = 1e-9;
-    if (enough == thanEnough && reading.separator == than.separator &&
-        reading.numbers != than.numbers) {
-        return reading.numbers > than.numbers;
-    }
-    return enough != thanEnough ? enough > thanEnough : reading.agreement > than.agreement + kSame;
-}
-
-Reading BestReading(const std::vector<std::string_view>& lines, const ImportWish& wish) {
-    std::optional<Reading> best;
-    const auto has = [&lines](char wanted) {
-        return std::any_of(lines.begin(), lines.end(), [wanted](std::string_view line) {
-            return line.find(wanted) != std::string_view::npos;
-        });
-    };
-    const bool hasQuotes = has('"');
-    const bool hasCommas = has(',');
-    for (const FieldSeparator separator :
-         {FieldSeparator::Tab, FieldSeparator::Semicolon, FieldSeparator::Bar,
-          FieldSeparator::Comma, FieldSeparator::Blank}) {
-        for (const char decimal : {'.', ','}) {
-            // Quotes can hold a number with a comma together.
-            const bool clashes = separator == FieldSeparator::Comma && decimal == ',' && !hasQuotes;
-            if (wish.separator.value_or(separator) != separator ||
-                wish.decimal.value_or(decimal) != decimal || (clashes && !wish.decimal) ||
-                (decimal == ',' && !hasCommas && !wish.decimal) ||
-                (separator != FieldSeparator::Blank && !has(CharacterOf(separator)) &&
-                 !wish.separator)) {
-                continue;
-            }
-            Reading reading = Read(lines, wish, separator, decimal);
-            if (!best || IsBetter(reading, *best)) {
-                best = std::move(reading);
-            }
-        }
-    }
-    return *std::move(best);
-}
 
 // What the records hold, column by column.
 struct Column {
@@ -192,7 +52,7 @@ void Include(Column& column, std::string_view field, char decimal) {
 class Judge {
 public:
     /// @param isAll  the reading is that of the whole file.
-    Judge(const Reading& reading, bool isAll, const ImportWish& wish, Inspection& inspection)
+    Judge(const HeadReading& reading, bool isAll, const ImportWish& wish, Inspection& inspection)
         : reading_(reading), isAll_(isAll), wish_(wish), result_(inspection) {}
 
     void Run();
@@ -208,7 +68,7 @@ private:
     [[nodiscard]] bool CommasMayDivideThousands() const;
     void Doubt(DoubtKind kind, std::string sentence, std::size_t count = 0, std::size_t other = 0);
 
-    const Reading& reading_;
+    const HeadReading& reading_;
     bool isAll_;
     const ImportWish& wish_;
     Inspection& result_;
@@ -226,7 +86,7 @@ void Judge::Doubt(DoubtKind kind, std::string sentence, std::size_t count, std::
 
 void Judge::LookAtColumns() {
     for (std::size_t i = reading_.first; i < reading_.records.size(); ++i) {
-        const Record& record = reading_.records[i];
+        const HeadRecord& record = reading_.records[i];
         if (record.fields.size() != reading_.fieldCount) {
             continue;
         }
@@ -404,7 +264,7 @@ void Judge::Run() {
     result_.mayBeFreeList =
         std::all_of(reading_.records.begin() + static_cast<std::ptrdiff_t>(reading_.first),
                     reading_.records.end(),
-                    [](const Record& r) { return r.numbers == r.fields.size(); }) &&
+                    [](const HeadRecord& r) { return r.numbers == r.fields.size(); }) &&
         reading_.first == 0 && reading_.decimal == '.';
     const std::optional<NamedHeader> header = Header();
     if (header && header->complete) {
@@ -447,13 +307,6 @@ GridFormat GridOf(std::string_view text) {
                                                                      : GridFormat::None;
 }
 
-ReadFailure FailureOf(const std::string& path, std::string cause) {
-    ReadFailure failure;
-    failure.file = path;
-    failure.cause = std::move(cause);
-    return failure;
-}
-
 bool IsUtf16(TextEncoding encoding) {
     return encoding == TextEncoding::Utf16Little || encoding == TextEncoding::Utf16Big;
 }
@@ -465,7 +318,8 @@ TextEncoding EncodingOf(TextEncoding guess, const std::optional<TextEncoding>& w
 }
 
 // The columns that somebody has named, on records as the head has them.
-void TakeWish(const std::vector<ColumnRole>& columns, const Reading& reading, ImportPlan& plan) {
+void TakeWish(const std::vector<ColumnRole>& columns, const HeadReading& reading,
+              ImportPlan& plan) {
     plan.columns = columns;
     plan.othersAreText = false;
     plan.codeTakesRest = columns.back() == Code;
@@ -507,7 +361,7 @@ Inspection Inspect(TextSource& source, const ImportWish& wish) {
         inspection.failure = FailureOf(source.Path(), "its first line is longer than any record");
         return inspection;
     }
-    const Reading reading = BestReading(lines, wish);
+    const HeadReading reading = BestReading(lines, wish);
     Judge(reading, source.HeadIsAll(), wish, inspection).Run();
     if (wish.columns) {
         TakeWish(*wish.columns, reading, plan);

@@ -13,13 +13,6 @@
 namespace terravo {
 namespace {
 
-ReadFailure FailureOf(const std::string& path, std::string cause) {
-    ReadFailure failure;
-    failure.file = path;
-    failure.cause = std::move(cause);
-    return failure;
-}
-
 std::optional<ReadFailure> RefuseFolder(const std::string& path) {
     std::error_code unknown;
     return std::filesystem::is_directory(path, unknown)
