@@ -116,7 +116,7 @@ std::optional<ImportChoice> Session::AskAbout(const std::string& path,
         inspection.doubt = Explain(*outcome.failure, state_.texts);
     }
     ImportMemory memory(services_.settings);
-    const std::optional<ImportChoice> choice =
+    std::optional<ImportChoice> choice =
         services_.imports.Ask(path, inspection, memory.Recall(path, inspection));
     if (choice) {
         memory.Remember(path, inspection, choice->plan);

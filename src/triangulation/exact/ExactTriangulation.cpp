@@ -134,11 +134,12 @@ void InsertAll(ExactMesh& mesh, StripWork& strip, Progress& progress) {
 // Joins the strips from the left to the right.
 void JoinAll(ExactMesh& mesh, const std::vector<StripWork>& work) {
     std::vector<Index> freeSlots;
-    for (auto strip = work.rbegin(); strip != work.rend(); ++strip) {
-        for (Index slot = 2 * strip->range.last; slot > strip->lastSlot; --slot) {
+    for (const StripWork& strip : work) {
+        for (Index slot = strip.lastSlot + 1; slot <= 2 * strip.range.last; ++slot) {
             freeSlots.push_back(slot);
         }
     }
+    std::reverse(freeSlots.begin(), freeSlots.end()); // the first are taken first
     SeamJoiner joiner(mesh, freeSlots);
     for (std::size_t k = 1; k < work.size(); ++k) {
         joiner.Join(work[k - 1].range.right, work[k].range.left);

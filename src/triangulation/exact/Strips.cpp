@@ -67,8 +67,9 @@ std::vector<std::vector<Index>> Distribute(const Array1<PlanPoint>& coord,
                                            const Direction& direction, Index strips) {
     const std::vector<PlanPoint> pivots = Pivots(coord, direction, strips);
     std::vector<std::vector<Index>> numbers(static_cast<std::size_t>(strips));
+    const auto coordCount = static_cast<std::size_t>(coord.UpperBound());
     for (std::vector<Index>& strip : numbers) {
-        strip.reserve(static_cast<std::size_t>(coord.UpperBound() / strips * 9 / 8 + 1));
+        strip.reserve(numbers.size() == 1 ? coordCount : coordCount / numbers.size() * 9 / 8 + 1);
     }
     for (Index i = 1; i <= coord.UpperBound(); ++i) {
         const PlanPoint point = direction.Turned(coord[i]);
