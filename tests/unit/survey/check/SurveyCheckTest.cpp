@@ -123,12 +123,32 @@ TEST(CheckSurvey, FindsNothingInCleanScatterAndGrids) {
         for (const Index side : {8, 17, 45}) {
             const PointSet grid = Survey2D(GridPoints(side), ground.height, ground.decimals);
             EXPECT_EQ(Told(Check(grid)), "") << ground.name << " grid " << side;
-            const PointSet scatter =
-                Survey2D(RandomPoints(side * side, static_cast<unsigned>(side)), ground.height,
-                         ground.decimals);
-            EXPECT_EQ(Told(Check(scatter)), "") << ground.name << " scatter " << side;
+            for (const unsigned seed : {1U, 2U, 3U}) {
+                const PointSet scatter =
+                    Survey2D(RandomPoints(side * side, seed), ground.height, ground.decimals);
+                EXPECT_EQ(Told(Check(scatter)), "")
+                    << ground.name << " scatter " << side << " seed " << seed;
+            }
         }
     }
+}
+
+TEST(CheckSurvey, FindsNothingInMuchNoiseACornerOfABenchAndAGridOfWholeMetres) {
+    Chance chance(2);
+    const auto noise = [&](double, double) { return 100 + chance.Normal(); };
+    EXPECT_EQ(Told(Check(Survey2D(RandomPoints(20000, 4), noise))), "");
+    const auto corner = [&](double u, double v) {
+        return 100 + 10 * std::floor(3.9 * u) + (u > 0.9 && v > 0.9 ? 10 : 0) +
+               0.03 * chance.Normal();
+    };
+    EXPECT_EQ(Told(Check(Survey2D(GridPoints(17), corner))), "");
+    PointSet grid;
+    for (int i = 0; i < 400; ++i) {
+        const int column = i % 20;
+        const int row = i / 20;
+        grid.Append(column, row, Rounded(Hills(column / 20.0, row / 20.0), 1));
+    }
+    EXPECT_EQ(Told(Check(grid)), "");
 }
 
 /// Closed contours about a summit, points two to twenty metres apart along them.
@@ -141,10 +161,22 @@ PointSet Contours(double apart) {
             const double a = 2 * std::numbers::pi * i / count;
             const double r = radius * (1 + 0.2 * std::sin(3 * a) + 0.1 * std::cos(5 * a));
             points.Append(Rounded(1000 + r * std::cos(a), 2),
-                          Rounded(2000 + 0.7 * r * std::sin(a), 2), 200 - 5 * level);
+                          Rounded(2000 + 0.7 * r * std::sin(a), 2), 200 - 10 * level);
         }
     }
-    points.Append(1000, 2000, 203);
+    points.Append(1000, 2000, 206);
+    // A plain about it, with a knoll that one contour goes round.
+    for (int i = 0; i < 72; ++i) {
+        const double a = 2 * std::numbers::pi * i / 72;
+        points.Append(Rounded(1000 + 900 * std::cos(a), 2), Rounded(2000 + 800 * std::sin(a), 2),
+                      90);
+        points.Append(Rounded(1000 + 560 * std::cos(a), 2), Rounded(2000 + 470 * std::sin(a), 2),
+                      90);
+        if (i % 18 == 0) {
+            points.Append(Rounded(1730 + 8 * std::cos(a), 2), Rounded(2000 + 8 * std::sin(a), 2),
+                          100);
+        }
+    }
     return points;
 }
 
