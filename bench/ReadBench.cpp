@@ -7,6 +7,7 @@
 #include "BenchRun.h"
 #include "support/TemporaryFolder.h"
 #include "survey/PointFile.h"
+#include "survey/import/PointImport.h"
 
 #include <charconv>
 #include <cstdio>
@@ -67,6 +68,20 @@ void Ours(benchmark::State& state, const std::string& path, Index count) {
     CountBytes(state, path);
 }
 
+// With the look at the file that users' files get.
+void Inspected(benchmark::State& state, const std::string& path, Index count) {
+    for (auto _ : state) {
+        PointSet points;
+        const ImportOutcome outcome = ImportPoints(path, {}, BadRecords::Refuse, points);
+        if (outcome.failure || points.count != count) {
+            state.SkipWithError("the file was not read whole");
+            break;
+        }
+        benchmark::DoNotOptimize(points.extentZ.max);
+    }
+    CountBytes(state, path);
+}
+
 void CheckSum(benchmark::State& state, const Sum& sum, Index count) {
     if (sum.numbers != 3 * count) {
         state.SkipWithError("the text was not read whole");
@@ -94,6 +109,30 @@ void LoadAndLoop(benchmark::State& state, const std::string& path, Index count) 
     CountBytes(state, path);
 }
 
+// The same lines with a header, a number before each and a code behind it.
+std::string WithLabels(const std::string& text) {
+    std::string labelled = "Point,Easting,Northing,Elevation,Code\n";
+    std::size_t number = 0;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = text.find('\n', begin);
+        labelled += std::to_string(++number) + "," + text.substr(begin, end - begin) + ",TREE\n";
+        begin = end + 1;
+    }
+    return labelled;
+}
+
+void RegisterLabelled(const test::TemporaryFolder& folder) {
+    for (const Index count : kSizes) {
+        const std::string size = std::to_string(count);
+        const std::string path = folder.Write(
+            "labelled" + size + ".dat",
+            WithLabels(PointText(KeptSurvey(Layout::Random, count), Digits::Millimetres)));
+        benchmark::RegisterBenchmark(BenchName("read", "mm", "labelled", size).c_str(), Inspected,
+                                     path, count)
+            ->Unit(benchmark::kMillisecond);
+    }
+}
+
 void Register(const test::TemporaryFolder& folder) {
     for (const auto& [digits, form] :
          {std::pair(Digits::Millimetres, "mm"), std::pair(Digits::Full, "full")}) {
@@ -107,6 +146,7 @@ void Register(const test::TemporaryFolder& folder) {
                     ->Unit(benchmark::kMillisecond);
             };
             add("ours", Ours);
+            add("inspected", Inspected);
             add("loop", Loop);
             add("load+loop", LoadAndLoop);
         }
@@ -119,5 +159,6 @@ void Register(const test::TemporaryFolder& folder) {
 int main(int argc, char** argv) {
     const terravo::test::TemporaryFolder folder;
     terravo::bench::Register(folder);
+    terravo::bench::RegisterLabelled(folder);
     return terravo::bench::RunBenchmarks(argc, argv);
 }

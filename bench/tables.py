@@ -80,17 +80,25 @@ def print_read(results):
     rows = []
     for form, title in [("mm", "millimetres"), ("full", "every digit")]:
         ours = results.over_sizes(f"read/{form}/ours")
+        inspected = results.over_sizes(f"read/{form}/inspected")
         loop = results.over_sizes(f"read/{form}/loop")
         loaded = results.over_sizes(f"read/{form}/load+loop")
         rate = [value / 1e6 for value in results.over_sizes(f"read/{form}/ours", "bytes_per_second")]
         rows += [
             [f"{title}: ReadPoints", *cells(ours)],
+            [f"{title}: inspected and read", *cells(inspected)],
+            [f"{title}: inspected / ReadPoints", *cells(ratios(inspected, ours))],
             [f"{title}: from_chars loop in memory", *cells(loop)],
             [f"{title}: fread and loop", *cells(loaded)],
             [f"{title}: ReadPoints / loop", *cells(ratios(ours, loop))],
             [f"{title}: ReadPoints / (fread and loop)", *cells(ratios(ours, loaded))],
             [f"{title}: ReadPoints, MB/s", *cells(rate)],
         ]
+    labelled = results.over_sizes("read/mm/labelled")
+    rows += [
+        ["with header, number and code: inspected and read", *cells(labelled)],
+        ["the same / ReadPoints without them", *cells(ratios(labelled, results.over_sizes("read/mm/ours")))],
+    ]
     print_table(size_head("points"), rows)
 
 
