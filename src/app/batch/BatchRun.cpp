@@ -236,6 +236,9 @@ std::string HintFor(const ImportOutcome& input) {
     if (input.failure->line > 0) {
         return " --bad-records skip leaves such records out, --columns says what the columns are.";
     }
+    if (input.inspection.doubtKind == DoubtKind::CommaOfNumbers) {
+        return " --decimal says which.";
+    }
     return input.inspection.candidates.empty() && !input.inspection.mayBeFreeList
                ? " --columns, --separator and --decimal say how it is to be read."
                : " --columns says which.";

@@ -51,55 +51,62 @@ constexpr std::array<Folded, 22> kAccents{{
     {"\xF3", 'o'},     {"\xFC", 'u'},
 }};
 
-// Letters and digits alone, lower case; what stands in brackets is a unit.
-std::string Folded1(std::string_view word) {
-    std::string folded;
-    const std::size_t bracket = word.find_first_of("([{");
-    if (bracket != std::string_view::npos && bracket > 0) {
-        word = word.substr(0, bracket);
-    }
-    while (!word.empty()) {
+// The words of a field: letters and digits, lower case, without accents.
+std::vector<std::string> WordsOf(std::string_view field) {
+    std::vector<std::string> words(1);
+    while (!field.empty()) {
         const auto* const accent =
             std::find_if(kAccents.begin(), kAccents.end(),
-                         [word](const Folded& f) { return word.starts_with(f.bytes); });
+                         [field](const Folded& f) { return field.starts_with(f.bytes); });
         if (accent != kAccents.end()) {
-            folded += accent->letter;
-            word.remove_prefix(accent->bytes.size());
+            words.back() += accent->letter;
+            field.remove_prefix(accent->bytes.size());
             continue;
         }
-        const char c = word.front();
-        word.remove_prefix(1);
+        const char c = field.front();
+        field.remove_prefix(1);
         if (c >= 'A' && c <= 'Z') {
-            folded += static_cast<char>(c - 'A' + 'a');
+            words.back() += static_cast<char>(c - 'A' + 'a');
         } else if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) {
-            folded += c;
+            words.back() += c;
+        } else if (!words.back().empty()) {
+            words.emplace_back();
         }
     }
-    return folded;
+    if (words.back().empty()) {
+        words.pop_back();
+    }
+    return words;
 }
 
-// A unit behind a name, as in "x_m", "height m", "E[m]".
-std::string_view WithoutUnit(std::string_view word, std::string_view original) {
-    for (const std::string_view unit : {"metres", "meters", "feet", "usft", "ft", "m"}) {
-        const std::size_t before = original.size() - unit.size();
-        if (original.size() > unit.size() && word.size() > unit.size() && word.ends_with(unit) &&
-            std::string_view("_ .-/").find(original[before - 1]) != std::string_view::npos &&
-            before > 0) {
-            return word.substr(0, word.size() - unit.size());
-        }
-    }
-    return word;
-}
-
-std::optional<ColumnRole> RoleOfWord(std::string_view field) {
-    const std::string folded = Folded1(field);
-    const std::string word = " " + std::string(WithoutUnit(folded, field)) + " ";
-    if (word.size() <= 2) {
-        return std::nullopt;
-    }
+std::optional<ColumnRole> RoleOfWord(const std::string& word) {
+    std::string enclosed = " ";
+    enclosed += word;
+    enclosed += ' ';
     for (const auto& [role, words] : kWords) {
-        if (words.find(word) != std::string_view::npos) {
+        if (words.find(enclosed) != std::string_view::npos) {
             return role;
+        }
+    }
+    return std::nullopt;
+}
+
+// What the words of a field agree on. Words count before letters: "X (Nord)" is a northing, "H_m" a
+// height.
+std::optional<ColumnRole> RoleOfField(std::string_view field) {
+    const std::vector<std::string> words = WordsOf(field);
+    for (const bool letters : {false, true}) {
+        std::optional<ColumnRole> agreed;
+        for (const std::string& word : words) {
+            const std::optional<ColumnRole> role =
+                (word.size() == 1) == letters ? RoleOfWord(word) : std::nullopt;
+            if (role && agreed && *agreed != *role) {
+                return std::nullopt;
+            }
+            agreed = role ? role : agreed;
+        }
+        if (agreed) {
+            return agreed;
         }
     }
     return std::nullopt;
@@ -107,7 +114,8 @@ std::optional<ColumnRole> RoleOfWord(std::string_view field) {
 
 std::size_t PlaceOfWord(const std::vector<std::string_view>& fields, std::string_view wanted) {
     std::size_t place = 0;
-    while (place < fields.size() && Folded1(fields[place]) != wanted) {
+    while (place < fields.size() &&
+           WordsOf(fields[place]) != std::vector<std::string>{std::string(wanted)}) {
         ++place;
     }
     return place;
@@ -120,11 +128,12 @@ NamedHeader ReadHeader(const std::vector<std::string_view>& fields) {
     std::array<int, 6> times{};
     const std::size_t x = PlaceOfWord(fields, "x");
     const std::size_t y = PlaceOfWord(fields, "y");
+    const std::size_t n = PlaceOfWord(fields, "n");
     const bool hasXy = x < fields.size() && y < fields.size();
     for (std::size_t i = 0; i < fields.size(); ++i) {
-        std::optional<ColumnRole> role = RoleOfWord(fields[i]);
+        std::optional<ColumnRole> role = RoleOfField(fields[i]);
         // Beside x and y, N is a number.
-        if (hasXy && role == ColumnRole::Northing && i != y) {
+        if (hasXy && i == n) {
             role = ColumnRole::Name;
         }
         header.known += role ? 1 : 0;

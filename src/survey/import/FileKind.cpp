@@ -82,6 +82,16 @@ bool IsDxf(std::string_view text) {
            (text[section - 1] == '\n' || text[section - 1] == '\r' || text[section - 1] == ' ');
 }
 
+bool IsMesh(std::string_view text) {
+    const auto hasLine = [text](std::string_view begin) {
+        return text.find("\n" + std::string(begin)) != std::string_view::npos;
+    };
+    const bool isObj = (text.starts_with("v ") || hasLine("v ")) &&
+                       (hasLine("f ") || hasLine("vn ") || hasLine("vt "));
+    return isObj || text.starts_with("ply\n") || text.starts_with("ply\r") ||
+           text.starts_with("OFF\n") || text.starts_with("OFF\r");
+}
+
 std::optional<std::string> MarkupOf(std::string_view text) {
     if (text.starts_with('{') || text.starts_with('[')) {
         const bool isGeo = text.find("\"coordinates\"") != std::string_view::npos ||
@@ -124,6 +134,9 @@ std::optional<std::string> ForeignFormatOf(std::string_view head, bool isUtf16) 
         return "this is a binary file, not a text of points";
     }
     const std::string_view text = WithoutBlanks(head);
+    if (IsMesh(text)) {
+        return "this is a mesh (OBJ, PLY or OFF); export its points as a text of x, y, z";
+    }
     if (IsDxf(text)) {
         return kBinaryDxf;
     }

@@ -10,7 +10,7 @@
 namespace terravo {
 namespace {
 
-constexpr std::size_t kMostLines = 400; // of the head that are looked at
+constexpr std::size_t kMostRecords = 400; // of the head that are looked at
 constexpr std::size_t kCoordinates = 3;
 
 std::size_t MostFrequent(const HeadReading& reading, std::size_t (*valueOf)(const HeadRecord&)) {
@@ -24,17 +24,22 @@ std::size_t MostFrequent(const HeadReading& reading, std::size_t (*valueOf)(cons
     return most == times.end() ? 0 : most->first;
 }
 
-// Headers have words where points have numbers; a line of numbers alone is never one.
+bool HasWord(const HeadRecord& record) {
+    return std::any_of(record.fields.begin(), record.fields.end(), [](std::string_view field) {
+        return !IsVoid(field, '.', {}) && std::any_of(field.begin(), field.end(), [](char c) {
+            return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                   static_cast<unsigned char>(c) >= 0x80U;
+        });
+    });
+}
+
+// A line of column names or units has words and no number, a title at most one number and not the
+// fields of a record. Everything else is a record, if a damaged one: no point is lost unseen.
 void FindFirst(HeadReading& reading) {
-    std::size_t most = 0;
-    for (const HeadRecord& record : reading.records) {
-        most = std::max(most, record.numbers);
-    }
-    const std::size_t enough = std::min(most, kCoordinates);
     while (reading.first < reading.records.size()) {
         const HeadRecord& record = reading.records[reading.first];
-        if (record.numbers >= std::max<std::size_t>(enough, 1) ||
-            record.numbers == record.fields.size()) {
+        const bool isTitle = record.numbers == 1 && record.fields.size() != reading.fieldCount;
+        if (!HasWord(record) || (record.numbers > 0 && !isTitle)) {
             break;
         }
         ++reading.first;
@@ -43,19 +48,29 @@ void FindFirst(HeadReading& reading) {
 
 HeadReading Read(const std::vector<std::string_view>& lines, const ImportWish& wish,
                  FieldSeparator separator, char decimal) {
-    HeadReading reading{separator, decimal, {}, 0, 0, 0, 0};
-    for (std::size_t i = static_cast<std::size_t>(wish.skip.value_or(0)); i < lines.size(); ++i) {
-        if (IsBlankLine(lines[i]) || IsCommentLine(lines[i], separator)) {
+    HeadReading reading{separator, decimal, {}, {}, 0, 0, 0, 0};
+    const auto skipped = static_cast<std::size_t>(wish.skip.value_or(0));
+    for (std::size_t i = 0; i < lines.size() && reading.records.size() < kMostRecords; ++i) {
+        if (IsBlankLine(lines[i])) {
             continue;
         }
-        HeadRecord record{static_cast<Index>(i + 1), {}, 0};
+        if (IsCommentLine(lines[i], separator)) {
+            if (reading.records.empty()) {
+                reading.comments.push_back(lines[i]);
+            }
+            continue;
+        }
+        HeadRecord record{static_cast<Index>(i + 1), {}, 0, lines[i]};
         SplitWithoutComment(lines[i], separator, decimal, record.fields);
         for (const std::string_view field : record.fields) {
             record.numbers += NumberOf(field, decimal) ? 1 : 0;
         }
         reading.records.push_back(std::move(record));
+        reading.first = i < skipped ? reading.records.size() : reading.first;
     }
     if (!wish.skip) {
+        reading.fieldCount =
+            MostFrequent(reading, [](const HeadRecord& r) { return r.fields.size(); });
         FindFirst(reading);
     }
     reading.fieldCount = MostFrequent(reading, [](const HeadRecord& r) { return r.fields.size(); });
@@ -88,7 +103,7 @@ bool IsBetter(const HeadReading& reading, const HeadReading& than) {
 
 std::vector<std::string_view> LinesOf(std::string_view text, bool isAll) {
     std::vector<std::string_view> lines;
-    while (!text.empty() && lines.size() < kMostLines) {
+    while (!text.empty()) {
         const std::size_t end = text.find_first_of("\r\n");
         if (end == std::string_view::npos) {
             if (isAll) {

@@ -16,16 +16,18 @@ struct HeadRecord {
     Index line = 0; // from 1
     std::vector<std::string_view> fields;
     std::size_t numbers = 0;
+    std::string_view text; // the whole line
 };
 
 struct HeadReading {
     FieldSeparator separator;
     char decimal;
     std::vector<HeadRecord> records; // all lines with data, those above the first record included
-    std::size_t first = 0;           // of the records that are points, headers stand above
-    std::size_t fieldCount = 0;      // that most records have
-    std::size_t numbers = 0;         // likewise
-    double agreement = 0;            // part of the records that have both
+    std::vector<std::string_view> comments; // above the first of them
+    std::size_t first = 0;                  // of the records that are points, headers stand above
+    std::size_t fieldCount = 0;             // that most records have
+    std::size_t numbers = 0;                // likewise
+    double agreement = 0;                   // part of the records that have both
 };
 
 /// The lines of a text, without their ends.

@@ -107,15 +107,50 @@ std::vector<std::size_t> Judge::NumericColumns() const {
     return numeric;
 }
 
-// The last line of names above the points.
-std::optional<NamedHeader> Judge::Header() const {
-    for (std::size_t i = reading_.first; i-- > 0;) {
-        const NamedHeader header = ReadHeader(reading_.records[i].fields);
-        if (header.known >= 2 && reading_.records[i].numbers == 0) {
-            return header;
+// Names may be divided by another separator than the records.
+NamedHeader HeaderOf(const std::vector<std::string_view>& fields, std::string_view line) {
+    NamedHeader best = ReadHeader(fields);
+    std::vector<std::string_view> split;
+    for (const FieldSeparator separator :
+         {FieldSeparator::Tab, FieldSeparator::Semicolon, FieldSeparator::Bar,
+          FieldSeparator::Comma, FieldSeparator::Blank}) {
+        SplitRecord(line, separator, split);
+        NamedHeader other = ReadHeader(split);
+        if (other.known > best.known) {
+            best = std::move(other);
         }
     }
-    return std::nullopt;
+    return best;
+}
+
+// The line of names next above the points, one in a comment if there is no other. Two that
+// contradict each other are not complete.
+std::optional<NamedHeader> Judge::Header() const {
+    std::optional<NamedHeader> header;
+    const auto take = [&header](NamedHeader found) {
+        if (found.known < 2) {
+            return;
+        }
+        if (!header) {
+            header = std::move(found);
+        } else if (found.complete && found.columns != header->columns) {
+            header->complete = false;
+        }
+    };
+    for (std::size_t i = reading_.first; i-- > 0;) {
+        const HeadRecord& record = reading_.records[i];
+        if (record.numbers == 0) {
+            take(HeaderOf(record.fields, record.text));
+        }
+    }
+    for (auto comment = reading_.comments.rbegin(); comment != reading_.comments.rend() && !header;
+         ++comment) {
+        const std::size_t name = comment->find_first_not_of("#;!*%/ \t");
+        if (name != std::string_view::npos) {
+            take(HeaderOf({}, comment->substr(name)));
+        }
+    }
+    return header;
 }
 
 // "1,234" may be 1.234 or 1234 where no number says otherwise.
@@ -149,7 +184,10 @@ void Judge::TakeHeader(const NamedHeader& header) {
     result_.candidates.insert(result_.candidates.begin(), plan.columns);
     result_.certain = true;
     for (std::size_t k = 0; k < plan.columns.size(); ++k) {
-        if (IsCoordinate(plan.columns[k]) && (k >= columns_.size() || !columns_[k].IsNumeric())) {
+        const bool isBlank = plan.columns[k] == Height && k < columns_.size() &&
+                             columns_[k].IsEmpty(); // so far no point has one
+        if (IsCoordinate(plan.columns[k]) && !isBlank &&
+            (k >= columns_.size() || !columns_[k].IsNumeric())) {
             Doubt(DoubtKind::NamedText,
                   "the column that is named as a coordinate does not hold numbers alone");
         }
@@ -165,12 +203,18 @@ void Judge::TakeHeader(const NamedHeader& header) {
 // Exactly three columns of numbers, in the order in which they are written.
 void Judge::TakeWrittenOrder(const std::vector<std::size_t>& numeric) {
     ImportPlan& plan = result_.plan;
+    result_.certain = true;
     plan.columns.assign(columns_.size(), Ignored);
     plan.columns[numeric[0]] = Easting;
     plan.columns[numeric[1]] = Northing;
     plan.columns[numeric[2]] = Height;
     plan.othersAreText = true;
     plan.fieldCount = reading_.fieldCount;
+    for (std::size_t k = numeric[0]; k < numeric[2]; ++k) {
+        if (columns_[k].texts > 0 && !columns_[k].IsNumeric()) {
+            Doubt(DoubtKind::ManyNumbers, "a text stands between the columns of numbers", 3);
+        }
+    }
     for (std::size_t k = 0; k < numeric[0]; ++k) {
         if (columns_[k].texts > 0) {
             plan.columns[k] = Name;
@@ -186,7 +230,6 @@ void Judge::TakeWrittenOrder(const std::vector<std::size_t>& numeric) {
             break;
         }
     }
-    result_.certain = true;
     result_.candidates.push_back(plan.columns);
 }
 
@@ -365,9 +408,12 @@ Inspection Inspect(TextSource& source, const ImportWish& wish) {
     Judge(reading, source.HeadIsAll(), wish, inspection).Run();
     if (wish.columns) {
         TakeWish(*wish.columns, reading, plan);
-        inspection.certain = true;
-        inspection.doubt.clear();
-        inspection.doubtKind = DoubtKind::None;
+        // Columns do not tell what a comma means.
+        inspection.certain = inspection.doubtKind != DoubtKind::CommaOfNumbers;
+        if (inspection.certain) {
+            inspection.doubt.clear();
+            inspection.doubtKind = DoubtKind::None;
+        }
     }
     return inspection;
 }

@@ -26,10 +26,11 @@ std::size_t MarkLength(std::string_view text, FieldSeparator separator) {
 }
 
 // The length of what divides thousands at the start of a text, 0 for nothing: an apostrophe,
-// straight or curved, and blanks that keep a number together, in UTF-8 or Latin-1.
+// straight or curved, a blank that does not separate fields, and blanks that keep a number
+// together, in UTF-8 or Latin-1.
 std::size_t ThousandsMark(std::string_view text) {
     for (const std::string_view mark :
-         {"'", "\xE2\x80\x99", "\xE2\x80\xAF", "\xE2\x80\x89", "\xC2\xA0", "\xA0"}) {
+         {"'", " ", "\xE2\x80\x99", "\xE2\x80\xAF", "\xE2\x80\x89", "\xC2\xA0", "\xA0"}) {
         if (text.starts_with(mark)) {
             return mark.size();
         }

@@ -61,6 +61,7 @@ TEST_F(ImportTest, ReadsWhatIsCertain) {
         {"1,5;2,5;3,5\n4,5;5,5;6,5\n", "xyz; 2 points 4.5 5.5 6.5"},
         {"1,5 2,5 3,5\n4,5 5,5 6\n", "xyz; 2 points 4.5 5.5 6.0"},
         {"\"1,5\",\"2,5\",\"3,5\"\n\"4,5\",\"5\",\"6\"\n", "xyz; 2 points 4.5 5.0 6.0"},
+        {"1 500;2 000 000,5;3\n1 501;2 000 001;4\n", "xyz; 2 points 1501.0 2000001.0 4.0"},
         {"1'000;2'000'000.5;3\n4\xE2\x80\xAF"
          "000;5\xC2\xA0"
          "000;6\n",
@@ -111,6 +112,14 @@ TEST_F(ImportTest, GoesByTheNamesOfColumns) {
          "p,e,n,z,c,-; 2 points 4.0 5.0 6.0 '2' 'b'"},
         {"Latitude,Longitude,Altitude\n44.1,11.2,3\n44.5,11.3,6\n", "yxz; 2 points 11.3 44.5 6.0"},
         {"foo,bar,baz\n1,2,3\n4,5,6\n", "xyz; 2 points 4.0 5.0 6.0"},
+        {"X(Nord);Y(Est);Quota\n1;2;3\n4;5;6\n", "yxz; 2 points 5.0 4.0 6.0"},
+        {"latitude_deg,longitude_deg,height_m\n1,2,3\n4,5,6\n", "yxz; 2 points 5.0 4.0 6.0"},
+        {"COORD_N;COORD_E;COORD_Z\n1;2;3\n4;5;6\n", "yxz; 2 points 5.0 4.0 6.0"},
+        {"N;E;Z\n1,2,3\n4,5,6\n", "yxz; 2 points 5.0 4.0 6.0"},
+        {"# N E Z\n1,2,3\n4,5,6\n", "yxz; 2 points 5.0 4.0 6.0"},
+        {"E;N;H\n1;2;12,5\n4;5;13\n7;8;9\n7;9;9\n", "xyz; 4 points 4.0 5.0 13.0"},
+        {"P,N,E,Z\nA1,1,2,\nA2,4,5,-\nA3,7,8,9\nA4,1,5,6\n",
+         "pyxz; 2 points; 2 without height 5.0 1.0 6.0 'A4' ''"},
     };
     for (const Trap& trap : traps) {
         Import(trap.text);
@@ -137,6 +146,16 @@ TEST_F(ImportTest, AsksAboutWhatIsNotCertain) {
          ": a comma may be the decimal sign or divide thousands; the columns may be xyz, yxz."},
         {"Y X H\n1 2 3\n4 5 6\n", ": the names of the columns do not tell easting, northing and "
                                   "height apart; the columns may be xyz, yxz."},
+        {"N,E,Z\nX,Y,Z\n1,2,3\n4,5,6\n", ": the names of the columns do not tell easting, "
+                                         "northing and height apart; the columns may be xyz, "
+                                         "yxz."},
+        {"1,2,red,3\n4,5,red,6\n",
+         ": a text stands between the columns of numbers; the columns may be e,n,-,z, e,n,c,z, "
+         "n,e,c,z."},
+        {"1O.5,3,4\n1,2,3\n4,5,6\n7,8,9\n1,5,7\n", ", line 1, field 1: \"1O.5\" is not a number."},
+        {"P1,10,20\nP2,1,2,3\nP3,4,5,6\n", ", line 1: 3 fields where the other records have 4."},
+        {"1,2,3\n4,5,6\n7,8,9\n1;2;3\n4;5;6\n",
+         ", line 4: 1 field where the other records have 3."},
         {"2\n1,2,3\n4,5,6\n", ", line 1: 1 field where the other records have 3."},
         {"1,2,3\n4,5,6\n7,8,9,0\n", ", line 3: 4 fields where the other records have 3."},
         {"1,2,3\n4,5,6\n7,8\n", ", line 3: 2 fields where the other records have 3."},
@@ -169,6 +188,7 @@ TEST_F(ImportTest, NamesFilesThatAreNoTextOfPoints) {
         {"PK\x03\x04 a.txt", "this is an archive"},
         {"\x89PNG\r\n", "this is a picture"},
         {"II*\0\0"s, "this is a picture"},
+        {"v 1 2 3\nv 4 5 6\nf 1 2 3\n", "this is a mesh"},
         {"%PDF-1.4", "this is a PDF document"},
         {"AC1015\0\0"s, "this is a CAD drawing"},
         {"1,2,3\n\0\0\0"s, "this is a binary file"},
