@@ -24,8 +24,8 @@ std::size_t MostFrequent(const HeadReading& reading, std::size_t (*valueOf)(cons
     return most == times.end() ? 0 : most->first;
 }
 
-bool HasWord(const HeadRecord& record) {
-    return std::any_of(record.fields.begin(), record.fields.end(), [](std::string_view field) {
+std::ptrdiff_t CountWords(const HeadRecord& record) {
+    return std::count_if(record.fields.begin(), record.fields.end(), [](std::string_view field) {
         return !IsVoid(field, '.', {}) && std::any_of(field.begin(), field.end(), [](char c) {
             return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
                    static_cast<unsigned char>(c) >= 0x80U;
@@ -34,12 +34,15 @@ bool HasWord(const HeadRecord& record) {
 }
 
 // A line of column names or units has words and no number, a title at most one number and not the
-// fields of a record. Everything else is a record, if a damaged one: no point is lost unseen.
+// form of a record. Everything else is a record, if a damaged one: no point is lost unseen.
 void FindFirst(HeadReading& reading) {
     while (reading.first < reading.records.size()) {
         const HeadRecord& record = reading.records[reading.first];
-        const bool isTitle = record.numbers == 1 && record.fields.size() != reading.fieldCount;
-        if (!HasWord(record) || (record.numbers > 0 && !isTitle)) {
+        const std::ptrdiff_t words = CountWords(record);
+        const bool hasNoForm = record.fields.size() != reading.fieldCount ||
+                               (words > 1 && reading.numbers == reading.fieldCount);
+        const bool isTitle = record.numbers == 1 && hasNoForm;
+        if (words == 0 || (record.numbers > 0 && !isTitle)) {
             break;
         }
         ++reading.first;
@@ -71,6 +74,7 @@ HeadReading Read(const std::vector<std::string_view>& lines, const ImportWish& w
     if (!wish.skip) {
         reading.fieldCount =
             MostFrequent(reading, [](const HeadRecord& r) { return r.fields.size(); });
+        reading.numbers = MostFrequent(reading, [](const HeadRecord& r) { return r.numbers; });
         FindFirst(reading);
     }
     reading.fieldCount = MostFrequent(reading, [](const HeadRecord& r) { return r.fields.size(); });
@@ -87,7 +91,7 @@ HeadReading Read(const std::vector<std::string_view>& lines, const ImportWish& w
 }
 
 // Better: three numbers at least; then, of two decimal signs, the one that makes more numbers; then
-// more lines alike; then the one tried first.
+// more lines alike; then nothing but numbers; then the one tried first.
 bool IsBetter(const HeadReading& reading, const HeadReading& than) {
     const std::size_t enough = std::min(reading.numbers, kCoordinates);
     const std::size_t thanEnough = std::min(than.numbers, kCoordinates);
@@ -96,7 +100,13 @@ bool IsBetter(const HeadReading& reading, const HeadReading& than) {
         reading.numbers != than.numbers) {
         return reading.numbers > than.numbers;
     }
-    return enough != thanEnough ? enough > thanEnough : reading.agreement > than.agreement + kSame;
+    if (enough != thanEnough) {
+        return enough > thanEnough;
+    }
+    if (reading.agreement > than.agreement + kSame || than.agreement > reading.agreement + kSame) {
+        return reading.agreement > than.agreement;
+    }
+    return reading.numbers == reading.fieldCount && than.numbers != than.fieldCount;
 }
 
 } // namespace
