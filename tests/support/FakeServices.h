@@ -60,8 +60,9 @@ struct FakeImports : ImportDialogService {
     std::optional<ImportChoice> Ask(const std::string& /*path*/, const Inspection& inspection,
                                     const std::optional<ImportPlan>& /*remembered*/) override {
         asked.push_back(inspection);
-        return answer;
+        return --forgetsAfter == 0 ? std::nullopt : answer;
     }
+    int forgetsAfter = 0; // questions: this one is left unanswered
 };
 
 /// Unlike the real service it returns, so a test sees what the caller does next.

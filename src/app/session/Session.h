@@ -160,7 +160,9 @@ private:
 
     bool LoadPointFile(const std::string& path);
     bool ReadUserFile(const std::string& path);
-    std::optional<ImportChoice> AskAbout(const std::string& path, const ImportOutcome& outcome);
+    std::optional<ImportChoice> AskAbout(const std::string& path, Inspection inspection,
+                                         const ReadFailure& failure,
+                                         const std::optional<ImportPlan>& chosen);
     [[nodiscard]] std::string TextOfReading(const ImportOutcome& outcome) const;
     void TakePoints(PointSet points, const std::string& path);
     void DrawMap();

@@ -80,17 +80,19 @@ bool Session::ReadUserFile(const std::string& path) {
         }
         return ImportPoints(path, wish, BadRecords::Refuse, points, stop_);
     }();
+    Inspection inspection = outcome.inspection;
+    std::optional<ImportPlan> chosen;
     while (outcome.failure && outcome.needsChoice) {
-        const std::optional<ImportChoice> choice = AskAbout(path, outcome);
+        const std::optional<ImportChoice> choice =
+            AskAbout(path, inspection, *outcome.failure, chosen);
         if (!choice) {
             return false;
         }
         const WorkGuard work(*this);
-        Inspection asked = std::move(outcome.inspection);
         outcome = ImportByPlan(path, choice->plan, choice->bad, points, stop_);
-        asked.plan = choice->plan;
-        asked.doubt.clear();
-        outcome.inspection = std::move(asked);
+        chosen = choice->plan;
+        inspection.doubt.clear(); // the next one is what did not fit
+        inspection.doubtKind = DoubtKind::None;
     }
     if (!outcome.failure) {
         readAs_ = TextOfReading(outcome);
@@ -107,17 +109,18 @@ bool Session::ReadUserFile(const std::string& path) {
     return false;
 }
 
-// What does not fit is said above the choice.
-std::optional<ImportChoice> Session::AskAbout(const std::string& path,
-                                              const ImportOutcome& outcome) {
-    Inspection inspection = outcome.inspection;
+// Where the head left no doubt, what does not fit is said above the choice. The memory knows files
+// by what the inspection has found, not by what was chosen.
+std::optional<ImportChoice> Session::AskAbout(const std::string& path, Inspection inspection,
+                                              const ReadFailure& failure,
+                                              const std::optional<ImportPlan>& chosen) {
     inspection.certain = false;
     if (inspection.doubt.empty()) {
-        inspection.doubt = Explain(*outcome.failure, state_.texts);
+        inspection.doubt = Explain(failure, state_.texts);
     }
     ImportMemory memory(services_.settings);
     std::optional<ImportChoice> choice =
-        services_.imports.Ask(path, inspection, memory.Recall(path, inspection));
+        services_.imports.Ask(path, inspection, chosen ? chosen : memory.Recall(path, inspection));
     if (choice) {
         memory.Remember(path, inspection, choice->plan);
     }

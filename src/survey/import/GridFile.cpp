@@ -170,7 +170,9 @@ private:
             for (std::int64_t column = 0; column < shape_.columns; ++column) {
                 ReadNode(row, column);
             }
-            MakeRoomForAll(points_, source_.BytesTaken(), source_.FileSize());
+            if (row == 0) {
+                MakeRoomForAll(points_, source_.BytesTaken(), source_.FileSize());
+            }
             if (!stop_.GoesOn("read",
                               static_cast<double>(row) / static_cast<double>(shape_.rows))) {
                 Fail("reading was stopped", true);

@@ -167,8 +167,10 @@ bool RecordReader::Read(const StopToken& stop) {
             }
         }
         if (source_.LinesTaken() >= nextReport) {
+            if (nextReport == kFirstLook) {
+                MakeRoomForAll(points_, source_.BytesTaken(), source_.FileSize());
+            }
             nextReport = source_.LinesTaken() + kProgressStride;
-            MakeRoomForAll(points_, source_.BytesTaken(), source_.FileSize());
             if (points_.count >= kMostPoints || !GoesOn(stop)) {
                 return false;
             }

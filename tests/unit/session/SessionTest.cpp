@@ -143,6 +143,15 @@ TEST_F(SessionTest, AsksAboutAFileThatIsNotCertainUntilItFits) {
     EXPECT_EQ(view.pointCount, -1);
     EXPECT_TRUE(messages.boxes.empty());
 
+    imports.forgetsAfter = 2;
+    imports.answer = ImportChoice{imports.asked[0].plan, BadRecords::Refuse};
+    imports.answer->plan.fieldCount = 5;
+    session.LoadNamedFile(path);
+    ASSERT_EQ(imports.asked.size(), 3U) << "asked, asked again, and left";
+    EXPECT_NE(imports.asked[2].doubt.find("line 1: 4 fields"), std::string::npos);
+    EXPECT_EQ(imports.asked[2].doubtKind, DoubtKind::None);
+    EXPECT_EQ(view.pointCount, -1);
+
     ImportChoice choice{imports.asked[0].plan, BadRecords::Refuse};
     choice.plan.columns = ParseColumns("pxyz").value();
     imports.answer = choice;
