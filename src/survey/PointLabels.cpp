@@ -28,6 +28,24 @@ std::int64_t PointLabels::Line(Index point) const {
     return run.line + (point - run.point);
 }
 
+std::string PointLabels::NameOrNumber(Index point) const {
+    const std::string_view name = Name(point);
+    return name.empty() ? std::to_string(point) : std::string(name);
+}
+
+PointLabels PointLabels::Of(const std::vector<Index>& points) const {
+    PointLabels some;
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        if (HasLabels()) {
+            some.Append(Name(points[i]), Code(points[i]));
+        }
+        if (const std::int64_t line = Line(points[i]); line > 0) {
+            some.NoteLine(static_cast<Index>(i) + 1, line);
+        }
+    }
+    return some;
+}
+
 std::string PointLabels::NameAndCode(Index point) const {
     std::string both(Name(point));
     both += both.empty() || Code(point).empty() ? "" : " ";

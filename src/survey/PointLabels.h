@@ -26,8 +26,12 @@ public:
     /// Empty where there is none.
     [[nodiscard]] std::string_view Name(Index point) const { return Label(2 * Place(point)); }
     [[nodiscard]] std::string_view Code(Index point) const { return Label(2 * Place(point) + 1); }
+    /// The name, or the number where there is no name.
+    [[nodiscard]] std::string NameOrNumber(Index point) const;
     /// Both, with a blank between them.
     [[nodiscard]] std::string NameAndCode(Index point) const;
+    /// Those of some points, one behind the other.
+    [[nodiscard]] PointLabels Of(const std::vector<Index>& points) const;
     /// 0 where it is not known.
     [[nodiscard]] std::int64_t Line(Index point) const;
 

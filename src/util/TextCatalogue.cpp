@@ -173,6 +173,59 @@ constexpr EnglishText kEnglish[] = {
     {Text::NeedsColumns, "No column is chosen for: %1."},
     {Text::NeedsPoints, "Read in this way no line gives a point."},
     {Text::NeedsSkipping, "Some records do not fit: leave them out, or read them in another way."},
+    {Text::CheckEntry, "&Check the points..."},
+    {Text::CheckTitle, "Survey check"},
+    {Text::SeverityError, "error"},
+    {Text::SeverityWarning, "warning"},
+    {Text::SeverityNote, "note"},
+    {Text::KindVoidHeight, "no height"},
+    {Text::KindRepeat, "repeat"},
+    {Text::KindRepeatOtherHeight, "repeat, other height"},
+    {Text::KindNearRepeat, "nearly a repeat"},
+    {Text::KindHeightOutlier, "height does not fit"},
+    {Text::KindLonePoint, "far outside"},
+    {Text::KindDegrees, "degrees"},
+    {Text::KindConstantColumn, "constant column"},
+    {Text::KindRunningNumber, "running number"},
+    {Text::KindNoPart, "took no part"},
+    {Text::SaysVoidHeight, "Records without a height, left out: %2."},
+    {Text::SaysRepeat, "Points %1 have the same place and height; the first is used."},
+    {Text::SaysRepeatOtherHeight,
+     "Points %1 have the same place, but heights from %2 to %3; the first is used."},
+    {Text::SaysNearRepeat, "Points %1 lie within %2 of each other."},
+    {Text::SaysTooHigh, "Point %1 lies %2 above what the points around suggest."},
+    {Text::SaysTooLow, "Point %1 lies %2 below what the points around suggest."},
+    {Text::SaysGroupTooHigh, "Points %1 lie %2 above what the points around suggest."},
+    {Text::SaysGroupTooLow, "Points %1 lie %2 below what the points around suggest."},
+    {Text::SaysLonePoint, "Point %1 lies far outside all the others."},
+    {Text::SaysDegrees, "The coordinates look like longitude and latitude in degrees; distances, "
+                        "slopes and areas need metres."},
+    {Text::SaysConstant, "All points have the same %2."},
+    {Text::SaysRunning, "%2 counts the points; it may be a column of point numbers."},
+    {Text::SaysAllOnOneLine, "There are no triangles: all points lie on one line."},
+    {Text::SaysNoTriangles, "There are no triangles (IERR = %2)."},
+    {Text::SaysNoPart, "Point %1 took no part in the triangulation: plain arithmetic cannot tell "
+                       "it from another point."},
+    {Text::SaysMore, "More findings of this kind: %2, with %3 points."},
+    {Text::ExcludeHeading, "Exclude"},
+    {Text::SeverityHeading, "Severity"},
+    {Text::KindHeading, "Kind"},
+    {Text::PointHeading, "Point"},
+    {Text::FindingHeading, "Finding"},
+    {Text::CheckCounts, "Errors: %1, warnings: %2, notes: %3"},
+    {Text::CheckNothing, "Nothing was found: no point looks wrong."},
+    {Text::CheckNoPoints, "No points have been read yet."},
+    {Text::CheckNotMade, "These points have not been checked."},
+    {Text::CheckStale, "The points have changed since the check."},
+    {Text::CheckAgain, "Check &again"},
+    {Text::TakeAllBack, "&Take all back"},
+    {Text::SaveRemaining, "Save the &rest as..."},
+    {Text::SaveExcluded, "Save the e&xcluded as..."},
+    {Text::ExcludedPoints, "Excluded points: %1"},
+    {Text::ExcludeHint, "A ticked box leaves points out of map, triangles, 3D view and all files "
+                        "that are written; the point file stays as it is."},
+    {Text::ThreeMustRemain, "Three points must remain."},
+    {Text::CloseUp, "Surroundings of the point"},
 };
 
 constexpr bool StandInTheirPlaces() {
@@ -186,6 +239,21 @@ constexpr bool StandInTheirPlaces() {
 static_assert(StandInTheirPlaces(), "one English text for each, in the order of the enumeration");
 
 } // namespace
+
+std::string WithValues(const std::string& form, const std::vector<std::string>& values) {
+    std::string text;
+    for (std::size_t i = 0; i < form.size(); ++i) {
+        const std::size_t next = form[i] == '%' && i + 1 < form.size() ? i + 1 : i;
+        const auto place = static_cast<std::size_t>(form[next] - '1');
+        if (next > i && form[next] >= '1' && place < values.size()) {
+            text += values[place];
+            ++i;
+        } else {
+            text += form[i];
+        }
+    }
+    return text;
+}
 
 TextCatalogue::TextCatalogue() : TextCatalogue(TextTable{}) {}
 

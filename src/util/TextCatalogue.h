@@ -175,6 +175,55 @@ enum class Text : std::size_t {
     NeedsColumns,
     NeedsPoints,
     NeedsSkipping,
+    CheckEntry,
+    CheckTitle,
+    SeverityError,
+    SeverityWarning,
+    SeverityNote,
+    KindVoidHeight,
+    KindRepeat,
+    KindRepeatOtherHeight,
+    KindNearRepeat,
+    KindHeightOutlier,
+    KindLonePoint,
+    KindDegrees,
+    KindConstantColumn,
+    KindRunningNumber,
+    KindNoPart,
+    SaysVoidHeight,
+    SaysRepeat,
+    SaysRepeatOtherHeight,
+    SaysNearRepeat,
+    SaysTooHigh,
+    SaysTooLow,
+    SaysGroupTooHigh,
+    SaysGroupTooLow,
+    SaysLonePoint,
+    SaysDegrees,
+    SaysConstant,
+    SaysRunning,
+    SaysAllOnOneLine,
+    SaysNoTriangles,
+    SaysNoPart,
+    SaysMore,
+    ExcludeHeading,
+    SeverityHeading,
+    KindHeading,
+    PointHeading,
+    FindingHeading,
+    CheckCounts,
+    CheckNothing,
+    CheckNoPoints,
+    CheckNotMade,
+    CheckStale,
+    CheckAgain,
+    TakeAllBack,
+    SaveRemaining,
+    SaveExcluded,
+    ExcludedPoints,
+    ExcludeHint,
+    ThreeMustRemain,
+    CloseUp,
     End // one behind the last
 };
 
@@ -196,5 +245,8 @@ public:
 private:
     TextTable lines_;
 };
+
+/// A text with its values in the places of %1, %2 and so on; a place without a value stays.
+std::string WithValues(const std::string& form, const std::vector<std::string>& values);
 
 } // namespace terravo

@@ -41,6 +41,12 @@ QJsonObject InputToJson(const ImportOutcome& input) {
             {"bad_records", count(report.badRecords)}};
 }
 
+// What scripts read is in one language.
+const TextCatalogue& English() {
+    static const TextCatalogue kEnglish;
+    return kEnglish;
+}
+
 QJsonObject FindingToJson(const Finding& finding, const PointLabels& labels) {
     QJsonArray points;
     QJsonArray lines;
@@ -60,7 +66,7 @@ QJsonObject FindingToJson(const Finding& finding, const PointLabels& labels) {
                        {"points", points},
                        {"lines", lines},
                        {"names", names},
-                       {"text", QString::fromStdString(finding.text)}};
+                       {"text", QString::fromStdString(SentenceOf(finding, labels, English()))}};
     if (!finding.points.empty()) {
         object.insert("x", finding.x);
         object.insert("y", finding.y);
@@ -132,7 +138,7 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
         text += std::to_string(figures.findings.size()) + " findings\n";
         for (const Finding& finding : figures.findings) {
             text += std::string(NameOf(finding.severity)) + ", " + NameOf(finding.kind) + ": " +
-                    finding.text + "\n";
+                    SentenceOf(finding, figures.labels, English()) + "\n";
         }
     }
     return text;

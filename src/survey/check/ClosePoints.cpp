@@ -14,17 +14,11 @@
 namespace terravo {
 namespace {
 
-std::string PointList(std::span<const Index> points) {
-    constexpr std::size_t kMostNamed = 5;
-    std::string text = "Points ";
-    for (std::size_t i = 0; i < std::min(points.size(), kMostNamed); ++i) {
-        const bool isLast = i + 1 == points.size();
-        text += (i == 0 ? "" : isLast ? " and " : ", ") + std::to_string(points[i]);
-    }
-    if (points.size() > kMostNamed) {
-        text += " and " + std::to_string(points.size() - kMostNamed) + " more";
-    }
-    return text;
+// With three digits that count.
+std::string DistanceText(double distance) {
+    const int decimals = std::clamp(2 - static_cast<int>(std::floor(std::log10(distance))), 0, 15);
+    return NumberText::FormatScreen(
+        distance, "#0.0" + std::string(static_cast<std::size_t>(decimals), '#'), '.');
 }
 
 bool SamePlace(const PointSet& points, Index i, Index j) {
@@ -70,11 +64,7 @@ public:
             return;
         }
         if (Triangles().count == 0) {
-            const std::string why = modDelaunay2D::DescribeIerr(outcome_.ierr);
-            findings_.AddWhole(FindingKind::NoPart, Severity::Error,
-                               "There are no triangles: " +
-                                   (why.empty() ? "the rule about the first two points" : why) +
-                                   ".");
+            findings_.AddWhole(FindingKind::NoPart, Severity::Error, WhyNoTriangles());
             return;
         }
         Array1<char> isCorner(points_.count, 0);
@@ -84,15 +74,24 @@ public:
         for (Index i = 1; i <= points_.count; ++i) {
             if (isCorner[i] == 0 && isRepeat_[i] == 0) {
                 findings_.Add(FindingKind::NoPart, Severity::Warning, std::span(&i, 1), [&] {
-                    return "Point " + std::to_string(i) +
-                           " took no part in the triangulation: plain arithmetic cannot tell it "
-                           "from another point.";
+                    return Statement{Text::SaysNoPart, {}};
                 });
             }
         }
     }
 
 private:
+    [[nodiscard]] Statement WhyNoTriangles() const {
+        switch (outcome_.ierr) {
+        case modDelaunay2D::Ierr::kDone:
+            return {Text::FirstPointsNotDistinct, {}};
+        case modDelaunay2D::Ierr::kAllCollinear:
+            return {Text::SaysAllOnOneLine, {}};
+        default:
+            return {Text::SaysNoTriangles, {std::to_string(outcome_.ierr)}};
+        }
+    }
+
     [[nodiscard]] const TriangleList& Triangles() const { return mesh_.triangles; }
 
     // Points without triangles lie on one line, or nothing is known of them.
@@ -144,15 +143,15 @@ private:
             high = std::max(high, points_.z[i]);
         }
         if (low == high) {
-            findings_.Add(FindingKind::Repeat, Severity::Note, place, [&] {
-                return PointList(place) + " have the same place and height; the first is used.";
+            findings_.Add(FindingKind::Repeat, Severity::Note, place, [] {
+                return Statement{Text::SaysRepeat, {}};
             });
             return;
         }
         findings_.Add(FindingKind::RepeatOtherHeight, Severity::Error, place, [&] {
-            return PointList(place) + " have the same place, but heights from " +
-                   NumberText::FormatScreen(low, "#0.0##", '.') + " to " +
-                   NumberText::FormatScreen(high, "#0.0##", '.') + "; the first is used.";
+            return Statement{Text::SaysRepeatOtherHeight,
+                             {NumberText::FormatScreen(low, "#0.0##", '.'),
+                              NumberText::FormatScreen(high, "#0.0##", '.')}};
         });
     }
 
@@ -165,8 +164,7 @@ private:
             return; // repeats, on one line
         }
         findings_.Add(FindingKind::NearRepeat, Severity::Warning, chain, [&] {
-            return PointList(chain) + " lie within " + NumberText::General(farthest) +
-                   " of each other.";
+            return Statement{Text::SaysNearRepeat, {DistanceText(farthest)}};
         });
     }
 

@@ -5,6 +5,22 @@
 #include <utility>
 
 namespace terravo {
+namespace {
+
+// "P1, P2, P3, P4, P5 ... (12)"
+std::string PointList(const Finding& finding, const PointLabels& labels) {
+    constexpr std::size_t kMostNamed = 5;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(finding.points.size(), kMostNamed); ++i) {
+        text += (i == 0 ? "" : ", ") + labels.NameOrNumber(finding.points[i]);
+    }
+    if (finding.points.size() > kMostNamed) {
+        text += " ... (" + std::to_string(finding.count) + ")";
+    }
+    return text;
+}
+
+} // namespace
 
 const char* NameOf(FindingKind kind) {
     static constexpr std::array<const char*, kFindingKinds> kNames{
@@ -16,6 +32,16 @@ const char* NameOf(FindingKind kind) {
 const char* NameOf(Severity severity) {
     static constexpr std::array<const char*, 3> kNames{"error", "warning", "note"};
     return kNames[static_cast<std::size_t>(severity)];
+}
+
+std::string SentenceOf(const Finding& finding, const PointLabels& labels,
+                       const TextCatalogue& texts, char decimalSeparator) {
+    std::vector<std::string> values = finding.statement.values;
+    for (std::string& value : values) {
+        std::replace(value.begin(), value.end(), '.', decimalSeparator);
+    }
+    values.insert(values.begin(), PointList(finding, labels));
+    return WithValues(texts[finding.statement.sentence], values);
 }
 
 void FindingCollector::List(Finding& finding, std::span<const Index> points) const {
@@ -58,20 +84,20 @@ void FindingCollector::AddToRest(FindingKind kind, Severity severity,
     List(rest, points);
 }
 
-void FindingCollector::AddWhole(FindingKind kind, Severity severity, std::string text) {
+void FindingCollector::AddWhole(FindingKind kind, Severity severity, Statement statement) {
     Finding finding = Make(kind, severity, {});
     finding.count = points_.count;
-    finding.text = std::move(text);
+    finding.statement = std::move(statement);
     findings_.push_back(std::move(finding));
 }
 
 void FindingCollector::AddLines(FindingKind kind, Severity severity,
                                 std::vector<std::int64_t> lines, std::int64_t count,
-                                std::string text) {
+                                Statement statement) {
     Finding finding = Make(kind, severity, {});
     finding.lines = std::move(lines);
     finding.count = count;
-    finding.text = std::move(text);
+    finding.statement = std::move(statement);
     findings_.push_back(std::move(finding));
 }
 
@@ -84,9 +110,8 @@ std::vector<Finding> FindingCollector::Take() {
                      [&](const Finding& a, const Finding& b) { return key(a) < key(b); });
     for (std::size_t kind = 0; kind < kFindingKinds; ++kind) {
         if (Finding& rest = rest_[kind]; rest.count > 0) {
-            rest.text = std::to_string(found_[kind] - most_) +
-                        " more findings of this kind, with " + std::to_string(rest.count) +
-                        " points.";
+            rest.statement = {Text::SaysMore,
+                              {std::to_string(found_[kind] - most_), std::to_string(rest.count)}};
             const auto behind =
                 std::find_if(findings_.begin(), findings_.end(),
                              [&](const auto& f) { return f.severity > rest.severity; });

@@ -1,11 +1,13 @@
 // What a check of a survey finds.
 //
-// Data: plain values: a kind, how grave it is, the points and lines concerned, one sentence.
+// Data: plain values: a kind, how grave it is, the points and lines concerned, one sentence with
+// its values, which is put together in the language of whoever reads it.
 // Method: a collector keeps the first findings of each kind and gathers what comes after them in
 // one more, so that a million repeats make neither a million sentences nor a million records.
 #pragma once
 
 #include "survey/PointSet.h"
+#include "util/TextCatalogue.h"
 
 #include <array>
 #include <cstdint>
@@ -36,6 +38,12 @@ const char* NameOf(FindingKind kind);
 /// "error", "warning" or "note".
 const char* NameOf(Severity severity);
 
+/// A sentence with %1 for the points, %2 and %3 for the values.
+struct Statement {
+    Text sentence = Text::SaysMore;
+    std::vector<std::string> values; // numbers with a decimal point
+};
+
 struct Finding {
     FindingKind kind = FindingKind::NoPart;
     Severity severity = Severity::Note;
@@ -45,10 +53,15 @@ struct Finding {
     double x = 0;                    // of the first point
     double y = 0;
     double z = 0;
-    std::string text; // one sentence
+    Statement statement;
 
     static constexpr std::size_t kMostListed = 1000;
 };
+
+/// The sentence of a finding; points are called by their names where they have some.
+/// @param decimalSeparator  in the values.
+std::string SentenceOf(const Finding& finding, const PointLabels& labels,
+                       const TextCatalogue& texts, char decimalSeparator = '.');
 
 class FindingCollector {
 public:
@@ -57,21 +70,21 @@ public:
         : points_(points), most_(mostOfAKind) {}
 
     /// Adds a finding on these points, in this order.
-    /// @param text  called for the sentence when it is needed.
-    template <class Text>
-    void Add(FindingKind kind, Severity severity, std::span<const Index> points, Text text) {
+    /// @param state  called for the statement when it is needed.
+    template <class State>
+    void Add(FindingKind kind, Severity severity, std::span<const Index> points, State state) {
         if (found_[static_cast<std::size_t>(kind)]++ < most_) {
             findings_.push_back(Make(kind, severity, points));
-            findings_.back().text = text();
+            findings_.back().statement = state();
         } else {
             AddToRest(kind, severity, points);
         }
     }
     /// Adds a finding that is no matter of single points.
-    void AddWhole(FindingKind kind, Severity severity, std::string text);
+    void AddWhole(FindingKind kind, Severity severity, Statement statement);
     /// Adds a finding on lines that made no points.
     void AddLines(FindingKind kind, Severity severity, std::vector<std::int64_t> lines,
-                  std::int64_t count, std::string text);
+                  std::int64_t count, Statement statement);
 
     /// All of them, the gravest first, then in the order of their first points.
     [[nodiscard]] std::vector<Finding> Take();

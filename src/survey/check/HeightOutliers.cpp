@@ -230,15 +230,14 @@ private:
             *std::min_element(outlier.above.begin(), outlier.above.end(),
                               [](double a, double b) { return std::abs(a) < std::abs(b); });
         findings.Add(FindingKind::HeightOutlier, Severity::Warning, group,
-                     [&] { return Sentence(group, above); });
+                     [&] { return StatementOf(group, above); });
     }
 
-    static std::string Sentence(const std::vector<Index>& group, double above) {
-        const std::string by = NumberText::FormatScreen(std::abs(above), "#0.0##", '.');
-        const std::string who =
-            group.size() == 1 ? "Point " + std::to_string(group.front()) + " lies "
-                              : "A group of " + std::to_string(group.size()) + " points lies ";
-        return who + by + (above > 0 ? " above" : " below") + " what the points around suggest.";
+    static Statement StatementOf(const std::vector<Index>& group, double above) {
+        const bool isOne = group.size() == 1;
+        const Text sentence = above > 0 ? (isOne ? Text::SaysTooHigh : Text::SaysGroupTooHigh)
+                                        : (isOne ? Text::SaysTooLow : Text::SaysGroupTooLow);
+        return {sentence, {NumberText::FormatScreen(std::abs(above), "#0.0##", '.')}};
     }
 
     // Calls use(t) for the triangles at a point; false when there are too many.

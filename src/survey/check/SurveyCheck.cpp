@@ -15,9 +15,9 @@ std::vector<Finding> CheckSurvey(const PointSet& points, const TriangulationOutc
     constexpr const char* kStage = "Check";
     FindingCollector findings(points, options.mostOfAKind);
     if (report != nullptr && report->voidHeights > 0) {
-        findings.AddLines(
-            FindingKind::VoidHeight, Severity::Warning, report->voidLines, report->voidHeights,
-            std::to_string(report->voidHeights) + " records have no height and were left out.");
+        findings.AddLines(FindingKind::VoidHeight, Severity::Warning, report->voidLines,
+                          report->voidHeights,
+                          {Text::SaysVoidHeight, {std::to_string(report->voidHeights)}});
     }
     if (points.count == 0 || !stop.GoesOn(kStage, 0)) {
         return stop.IsStopRequested() ? std::vector<Finding>{} : findings.Take();

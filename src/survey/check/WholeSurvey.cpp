@@ -119,25 +119,22 @@ Bulk BulkOf(const Array1<double>& values, Index count) {
 
 void CheckColumns(const PointSet& points, FindingCollector& findings) {
     constexpr Index kFewestForConstant = 4;
-    const Column columns[] = {{"easting (x)", points.x, points.extentX},
-                              {"northing (y)", points.y, points.extentY},
-                              {"height (z)", points.z, points.extentZ}};
+    const Column columns[] = {{"x", points.x, points.extentX},
+                              {"y", points.y, points.extentY},
+                              {"z", points.z, points.extentZ}};
     for (const Column& column : columns) {
-        const std::string the = std::string("The ") + column.name;
         if (points.count >= kFewestForConstant && IsConstant(column, points.count)) {
             const bool isHeight = &column.values == &points.z;
             findings.AddWhole(FindingKind::ConstantColumn,
                               isHeight ? Severity::Warning : Severity::Error,
-                              the + " is the same for all points.");
+                              {Text::SaysConstant, {column.name}});
         } else if (CountsLines(column.values, points.count)) {
             findings.AddWhole(FindingKind::RunningNumber, Severity::Warning,
-                              the + " counts the points; it may be a column of point numbers.");
+                              {Text::SaysRunning, {column.name}});
         }
     }
     if (LooksLikeDegrees(points)) {
-        findings.AddWhole(FindingKind::Degrees, Severity::Error,
-                          "The coordinates look like longitude and latitude in degrees; distances, "
-                          "slopes and areas need metres.");
+        findings.AddWhole(FindingKind::Degrees, Severity::Error, {Text::SaysDegrees, {}});
     }
 }
 
@@ -157,7 +154,7 @@ Array1<char> FindLonePoints(const PointSet& points, FindingCollector& findings) 
         const bool isOrigin = points.x[i] == 0 && points.y[i] == 0;
         const Severity severity = isOrigin ? Severity::Error : Severity::Warning;
         findings.Add(FindingKind::LonePoint, severity, std::span(&i, 1), [&] {
-            return "Point " + std::to_string(i) + " lies far outside all the others.";
+            return Statement{Text::SaysLonePoint, {}};
         });
     }
     return isLone;

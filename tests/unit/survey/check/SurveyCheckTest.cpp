@@ -363,8 +363,8 @@ TEST(CheckSurvey, TellsOfMissingHeightsAndLines) {
     EXPECT_EQ(findings[0].count, 2);
     EXPECT_EQ(findings[1].lines, (std::vector<std::int64_t>{4, 39}));
     EXPECT_EQ(findings[1].x, points.x[2]);
-    EXPECT_EQ(findings[1].text,
-              "Points 2 and 37 have the same place and height; the first is used.");
+    EXPECT_EQ(SentenceOf(findings[1], points.labels, TextCatalogue()),
+              "Points 2, 37 have the same place and height; the first is used.");
 }
 
 TEST(CheckSurvey, GathersManyFindingsOfAKind) {
@@ -378,7 +378,8 @@ TEST(CheckSurvey, GathersManyFindingsOfAKind) {
     ASSERT_EQ(findings.size(), 4U);
     EXPECT_EQ(findings[3].count, 2 * 2497);
     EXPECT_EQ(findings[3].points.size(), Finding::kMostListed);
-    EXPECT_EQ(findings[3].text, "2497 more findings of this kind, with 4994 points.");
+    EXPECT_EQ(SentenceOf(findings[3], {}, TextCatalogue()),
+              "More findings of this kind: 2497, with 4994 points.");
 }
 
 TEST(CheckSurvey, EndsWhenItIsStopped) {
