@@ -1,8 +1,10 @@
 // The survey at work: its points and what is made of them.
 //
-// Data: the point set, its triangulation, and a number that grows with every change. Method: the
-// only way to change the points is through here, so what was made of the points before can never be
-// taken for what belongs to those of now. The triangulation is made when it is first asked for.
+// Data: the points as they were read, those of them in use, the triangulation of these, and a
+// number that grows with every change. Method: the only way to change the points is through here,
+// so what was made of the points before can never be taken for what belongs to those of now. The
+// triangulation is made when it is first asked for. While no point is excluded there is one set;
+// else the points in use are a copy, numbered from 1 like every other set.
 #pragma once
 
 #include "survey/PointSet.h"
@@ -10,7 +12,9 @@
 #include "util/StopToken.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace terravo {
 
@@ -19,13 +23,31 @@ public:
     Survey() = default;
     explicit Survey(PointSet points) : points_(std::move(points)) {}
 
+    /// The points in use: those that were read, without the excluded ones.
     [[nodiscard]] const PointSet& Points() const { return points_; }
+
+    /// The points as they were read.
+    [[nodiscard]] const PointSet& AllPoints() const { return some_ ? some_->all : points_; }
+
+    /// Leaves points out of use, or takes them back; true when that changed something.
+    /// @param points  numbers among all points.
+    bool SetExcluded(const std::vector<Index>& points, bool excluded);
+    /// Of a number among all points.
+    [[nodiscard]] bool IsExcluded(Index point) const {
+        return some_ && some_->isExcluded[point] != 0;
+    }
+    /// Numbers among all points, ascending.
+    [[nodiscard]] std::vector<Index> ExcludedPoints() const;
+    /// The number among all points of a point in use.
+    [[nodiscard]] Index NumberAmongAll(Index pointInUse) const {
+        return some_ ? some_->numbers[static_cast<std::size_t>(pointInUse) - 1] : pointInUse;
+    }
 
     /// Grows with every change: a consumer that kept it knows whether what it has is
     /// stale.
     [[nodiscard]] std::uint64_t Version() const { return version_; }
 
-    /// Makes these the points of the survey.
+    /// Makes these the points of the survey, all of them in use.
     /// @param wish  how they are to be triangulated.
     void Replace(PointSet points, const TriangulationWish& wish = {});
 
@@ -34,7 +56,7 @@ public:
     [[nodiscard]] PointSet Take();
 
     /// The folder that file dialogs start in; see PointSet.
-    void RememberFolder(std::string folder) { points_.sourceFolder = std::move(folder); }
+    void RememberFolder(const std::string& folder);
 
     /// How the points are to be triangulated from now on.
     void SetWish(const TriangulationWish& wish);
@@ -49,9 +71,17 @@ public:
     }
 
 private:
+    // What there is while points are excluded.
+    struct Exclusion {
+        PointSet all;
+        Array1<char> isExcluded;
+        std::vector<Index> numbers; // of the points in use, among all
+    };
+
     void Changed();
 
-    PointSet points_;
+    PointSet points_; // in use
+    std::optional<Exclusion> some_;
     TriangulationWish wish_;
     std::uint64_t version_ = 0;
     mutable bool made_ = false;
