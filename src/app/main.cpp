@@ -5,6 +5,7 @@
 #include "app/settings/SettingsFiles.h"
 #include "app/settings/SupportFolder.h"
 #include "app/settings/UserFolders.h"
+#include "app/windows/CheckWindow.h"
 #include "app/windows/ImportDialog.h"
 #include "app/windows/ProgramStyle.h"
 #include "app/windows/QtServices.h"
@@ -109,6 +110,7 @@ int RunWindows(const std::vector<std::string>& arguments) {
     auto* window = new frmProve(state, session, parent.Status());
     parent.AddMainWindow(window, RestoredBox(settings, "frmProve", QSize(960, 640)));
     parent.SetView3D([&] { return new frm3D(state, messages, scheme); }, settings);
+    parent.SetCheck([&] { return new CheckWindow(state, session, scheme); });
     window->SetCaptions();
     window->SetColours(scheme);
     CloseOnSignal(parent);

@@ -1,5 +1,6 @@
 // The windows without a mouse and without a screen: the order of the Tab key, what a screen reader
 // says, and the letters that go with Alt.
+#include "app/windows/CheckWindow.h"
 #include "app/windows/HelpWindow.h"
 #include "app/windows/ImportDialog.h"
 #include "app/windows/SettingsDialog.h"
@@ -86,6 +87,11 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
     ExpectOrder(help, {"txtFind", "cmdNext", "lstContents", "txtGuide"});
     SettingsDialog dialog(state);
     ExpectOrder(dialog, {"cmbLanguage", "cmbColours", "cmdSave", "cmdCancel"});
+    CheckWindow check(state, *session, scheme);
+    session->SetExcluded({5}, true);
+    check.Refresh();
+    ExpectOrder(check,
+                {"lstFindings", "cmdCheck", "cmdTakeBack", "cmdSaveRest", "cmdSaveExcluded"});
     const std::string path = folder.Write("numbered.txt", "1,2,3,4\n2,3,4,5\n");
     ImportDialog import(state, path, InspectPointFile(path), std::nullopt);
     ExpectOrder(import,
@@ -168,9 +174,11 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     Open({}, GetParam());
     Letters map{"map", {}};
     Letters idle{"3D", {}};
+    Letters check{"survey check", {}};
     for (const QAction* menu : parent->menuBar()->actions()) {
         map.Add(menu->text());
         idle.Add(menu->text());
+        check.Add(menu->text());
         Letters entries{"menu " + menu->text().toStdString(), {}};
         for (const QAction* entry : menu->menu()->actions()) {
             // The recent files are numbered, and their heading cannot be chosen.
@@ -180,6 +188,7 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
         }
     }
     map.AddControls(*window);
+    check.AddControls(CheckWindow(state, *session, scheme));
     frm3D view(state, messages, scheme);
     idle.AddControls(view);
     Letters rotating{"rotating", {}};

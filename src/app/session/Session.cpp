@@ -52,6 +52,7 @@ void Session::LoadStartUpFile(const std::string& rawCommandLine) {
         view_->CloseWindow();
     } else if (drawn_) {
         ShowResultViews(true);
+        view_->ShowFindings();
     }
 }
 
@@ -337,6 +338,7 @@ bool Session::LoadPointFile(const std::string& path) {
     PointSet points = survey_.Take();
     readAs_.clear();
     const bool loaded = terravo::LoadPointFile(path, points, state_, services, stop_);
+    review_.Begin({});
     if (!loaded) {
         survey_.Replace(std::move(points), wish_);
         view_->ShowPointCount(survey_.Points().count);
@@ -350,15 +352,17 @@ bool Session::LoadPointFile(const std::string& path) {
 
 void Session::TakePoints(PointSet points, const std::string& path) {
     survey_.Replace(std::move(points), wish_);
+    view_->ShowMark(std::nullopt);
     view_->ShowPointCount(survey_.Points().count);
     recent_.Add(AbsolutePath(path));
     view_->ShowRecentFiles();
 }
 
-void Session::LoadAndShow(const std::string& path) {
-    if (ReadUserFile(path)) {
+void Session::LoadAndShow(const std::string& path, bool isRecent) {
+    if (ReadUserFile(path, isRecent)) {
         RunPipeline();
         ShowResultViews(drawn_);
+        view_->ShowFindings();
     }
 }
 
@@ -402,6 +406,10 @@ void Session::UpdateStatus() {
         } else if (unused > 0) {
             remark = state_.texts[Text::UnusedPoints] + " " + std::to_string(unused);
         }
+    }
+    if (const std::size_t excluded = survey_.ExcludedPoints().size(); excluded > 0) {
+        remark = WithValues(state_.texts[Text::ExcludedPoints], {std::to_string(excluded)}) +
+                 (remark.empty() ? "" : "; " + remark);
     }
     if (!readAs_.empty()) {
         remark = readAs_ + (remark.empty() ? "" : "; " + remark);

@@ -9,6 +9,7 @@
 
 #include "app/session/ContourMap.h"
 #include "app/session/PointerText.h"
+#include "app/session/SurveyReview.h"
 #include "app/settings/Configuration.h"
 #include "app/settings/RecentFiles.h"
 #include "app/settings/WindowPosition.h"
@@ -20,6 +21,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace terravo {
 
@@ -41,6 +43,10 @@ public:
     virtual void ShowStatus(const std::string& counts, const std::string& remark) = 0;
     /// Says for a short while that something was done.
     virtual void ShowNote(const std::string& text) = 0;
+    /// The findings of the check, or which points are excluded, have changed.
+    virtual void ShowFindings() = 0;
+    /// Marks a place on the map, or takes the mark away.
+    virtual void ShowMark(std::optional<PlanPoint> place) = 0;
     /// A long command begins, advances and ends.
     virtual void BeginWork() = 0;
     /// May take the user's wish to stop, and pass it to RequestStop.
@@ -95,7 +101,7 @@ public:
 
     /// Loads a file that the user names directly, whatever its extension. One that is missing or
     /// cannot be read is told of, and leaves everything as it was.
-    void LoadNamedFile(const std::string& path);
+    void LoadNamedFile(const std::string& path) { LoadNamedFile(path, false); }
 
     void OpenPointFile();
 
@@ -105,9 +111,30 @@ public:
     [[nodiscard]] bool ReadsFreeLists() const { return readsFreeLists_; }
     void LoadReadingHabit();
 
-    /// Asks where to and writes the points there as a clean file of x, y, z.
+    /// Asks where to and writes the points in use, or the excluded ones, there as a clean file of
+    /// x, y, z.
     void SavePoints();
+    void SaveExcludedPoints();
 
+    /// The points with those that are excluded, and what is known of them.
+    [[nodiscard]] const Survey& TheSurvey() const { return survey_; }
+    [[nodiscard]] const SurveyReview& Review() const { return review_; }
+
+    /// Checks the points in use and shows what is found.
+    void CheckSurvey();
+
+    /// Leaves points out of everything that is made of the survey, or takes them back; refuses, and
+    /// says so, where fewer than three would remain.
+    /// @param points  numbers among all points.
+    /// @return whether anything changed.
+    bool SetExcluded(const std::vector<Index>& points, bool excluded);
+
+    /// Marks a point on the map, or none.
+    /// @param point  number among all points.
+    void MarkPoint(std::optional<Index> point);
+
+    /// Loads a recent file; one that a choice was made for is read as it was then, while it has the
+    /// same shape.
     /// @param position  1-based entry of the recent files.
     void OpenRecentFile(std::size_t position);
 
@@ -159,12 +186,15 @@ private:
     class WorkGuard;
 
     bool LoadPointFile(const std::string& path);
-    bool ReadUserFile(const std::string& path);
+    bool ReadUserFile(const std::string& path, bool isRecent);
+    [[nodiscard]] std::optional<ImportChoice> ChoiceOfBefore(const std::string& path,
+                                                             const Inspection& inspection) const;
     std::optional<ImportChoice> AskAbout(const std::string& path, Inspection inspection,
                                          const ReadFailure& failure,
                                          const std::optional<ImportPlan>& chosen);
     [[nodiscard]] std::string TextOfReading(const ImportOutcome& outcome) const;
     void TakePoints(PointSet points, const std::string& path);
+    void SavePointSet(const PointSet& points, const std::string& proposedName);
     void DrawMap();
     MapReport DrawMapAndSegments();
     void TellOfDrawing(const MapReport& report);
@@ -173,7 +203,8 @@ private:
     void ExportTriangles();
     void ExportLevels();
     void TellOfExport();
-    void LoadAndShow(const std::string& path);
+    void LoadNamedFile(const std::string& path, bool isRecent);
+    void LoadAndShow(const std::string& path, bool isRecent);
     void RunPipeline();
     void ExportOnExit();
     void ShowResultViews(bool visible);
@@ -187,6 +218,7 @@ private:
     StopToken stop_; // of the command at work
     ContourMap map_;
     PointerText pointerText_{survey_};
+    SurveyReview review_{survey_};
     RecentFiles recent_;
     bool readsFreeLists_ = false;
     std::string readAs_; // how the present file was read; empty for that of the start-up

@@ -17,12 +17,12 @@ constexpr const char* kFreeListKey = "ListaLibera";
 
 } // namespace
 
-void Session::LoadNamedFile(const std::string& path) {
+void Session::LoadNamedFile(const std::string& path, bool isRecent) {
     state_.lastDrawError.clear();
     const PathParts parts = SplitPath(path);
     survey_.RememberFolder(parts.folder);
     if (parts.exists) {
-        LoadAndShow(path);
+        LoadAndShow(path, isRecent);
     } else {
         services_.log.Write(path + ": there is no such file.");
         services_.messages.ShowCritical(state_.texts[Text::FileMissing] + "\r\n" + path, "");
@@ -51,7 +51,7 @@ void Session::OpenPointFile() {
 }
 
 void Session::OpenRecentFile(std::size_t position) {
-    LoadNamedFile(recent_.Paths().at(position - 1));
+    LoadNamedFile(recent_.Paths().at(position - 1), true);
 }
 
 void Session::LoadReadingHabit() {
@@ -66,7 +66,7 @@ void Session::SetReadsFreeLists(bool on) {
 // A file that is not certain is asked about, again when records beyond its head do not fit; one
 // that cannot be read, is not chosen for or is stopped leaves the points and all that is made of
 // them.
-bool Session::ReadUserFile(const std::string& path) {
+bool Session::ReadUserFile(const std::string& path, bool isRecent) {
     PointSet points;
     points.sourceFolder = survey_.Points().sourceFolder;
     ImportWish wish;
@@ -83,8 +83,13 @@ bool Session::ReadUserFile(const std::string& path) {
     Inspection inspection = outcome.inspection;
     std::optional<ImportPlan> chosen;
     while (outcome.failure && outcome.needsChoice) {
-        const std::optional<ImportChoice> choice =
-            AskAbout(path, inspection, *outcome.failure, chosen);
+        std::optional<ImportChoice> choice;
+        if (isRecent && !chosen) {
+            choice = ChoiceOfBefore(path, inspection);
+        }
+        if (!choice) {
+            choice = AskAbout(path, inspection, *outcome.failure, chosen);
+        }
         if (!choice) {
             return false;
         }
@@ -97,6 +102,7 @@ bool Session::ReadUserFile(const std::string& path) {
     if (!outcome.failure) {
         readAs_ = TextOfReading(outcome);
         TakePoints(std::move(points), path);
+        review_.Begin(outcome.report);
         return true;
     }
     if (outcome.failure->isStop) {
@@ -107,6 +113,14 @@ bool Session::ReadUserFile(const std::string& path) {
             state_.texts[Text::FileNotRead] + "\r\n" + Explain(*outcome.failure, state_.texts), "");
     }
     return false;
+}
+
+// What does not fit is not left out unasked, whatever was chosen then.
+std::optional<ImportChoice> Session::ChoiceOfBefore(const std::string& path,
+                                                    const Inspection& inspection) const {
+    const std::optional<ImportPlan> plan =
+        ImportMemory(services_.settings).RecallOwn(path, inspection);
+    return plan ? std::optional(ImportChoice{*plan, BadRecords::Refuse}) : std::nullopt;
 }
 
 // Where the head left no doubt, what does not fit is said above the choice. The memory knows files
@@ -142,16 +156,20 @@ std::string Session::TextOfReading(const ImportOutcome& outcome) const {
 }
 
 void Session::SavePoints() {
+    SavePointSet(survey_.Points(), "points.txt");
+}
+
+void Session::SavePointSet(const PointSet& points, const std::string& proposedName) {
     const FileQuestion question{.mode = "Save",
                                 .description = "Files ",
                                 .pattern = "*.txt;*.dat",
                                 .initialFolder = survey_.Points().sourceFolder,
-                                .defaultName = "points.txt",
+                                .defaultName = proposedName,
                                 .title = state_.texts[Text::ChooseFile],
                                 .extension = "txt"};
     try {
         const std::string path = FileDialog(services_.dialogs, question, state_);
-        WritePoints(path, survey_.Points());
+        WritePoints(path, points);
         view_->ShowNote(state_.texts[Text::SavedAs] + " " + path);
     } catch (const AppError& error) {
         if (error.number() != kDialogCancelled) {

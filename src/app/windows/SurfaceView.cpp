@@ -1,5 +1,7 @@
 #include "app/windows/SurfaceView.h"
 
+#include "app/windows/MarkShape.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -68,6 +70,29 @@ void SurfaceView::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::SmoothPixmapTransform, !Fits());
     painter.drawImage(rect(), surface_->VisibleImage());
     surface_->MarkShown();
+    if (mark_) {
+        DrawMark(painter);
+    }
+}
+
+void SurfaceView::SetMark(std::optional<terravo::UserPosition> place) {
+    mark_ = place;
+    update();
+}
+
+// While the picture is stretched, so is the way to the mark.
+void SurfaceView::DrawMark(QPainter& painter) const {
+    constexpr double kGap = 16;
+    const terravo::PixelPosition pixel = surface_->ToPixels(mark_->x, mark_->y);
+    const QPointF place(pixel.x * width() / surface_->PixelWidth(),
+                        pixel.y * height() / surface_->PixelHeight());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(255, 60, 200, 150), 1));
+    painter.drawLine(QPointF(0, place.y()), place - QPointF(kGap, 0));
+    painter.drawLine(place + QPointF(kGap, 0), QPointF(width(), place.y()));
+    painter.drawLine(QPointF(place.x(), 0), place - QPointF(0, kGap));
+    painter.drawLine(place + QPointF(0, kGap), QPointF(place.x(), height()));
+    DrawRing(painter, place);
 }
 
 void SurfaceView::resizeEvent(QResizeEvent* /*event*/) {

@@ -11,6 +11,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class SurfaceView : public QWidget {
     Q_OBJECT
@@ -29,6 +30,10 @@ public:
 
     /// Width and height of a pixel in user units.
     [[nodiscard]] QSizeF PixelInUnits() const;
+
+    /// A ring at a place, in the coordinates of the drawing, and lines that lead to it; on the
+    /// screen only.
+    void SetMark(std::optional<terravo::UserPosition> place);
 
     /// The picture shown, for the clipboard.
     [[nodiscard]] QImage Picture() const { return surface_->Image(); }
@@ -57,9 +62,11 @@ private:
     [[nodiscard]] QSize WantedSize() const;
     [[nodiscard]] bool Fits() const;
     void ClearTo(terravo::Colour colour);
+    void DrawMark(QPainter& painter) const;
 
     std::unique_ptr<terravo::RasterSurface> surface_;
     double pixelRatio_ = 1;
+    std::optional<terravo::UserPosition> mark_;
     terravo::Colour background_ = terravo::kBlack;
     QTimer settle_;
 };

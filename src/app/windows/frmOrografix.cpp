@@ -1,6 +1,7 @@
 #include "app/windows/frmOrografix.h"
 
 #include "app/settings/WindowPosition.h"
+#include "app/windows/CheckWindow.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/WindowMenu.h"
@@ -66,7 +67,8 @@ frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
 
 void frmOrografix::AddMainWindow(frmProve* window, const DocumentBox& box) {
     mainWindow_ = window;
-    window->AddMenus(*menuBar(), new WindowMenu(*area_, *places_, this));
+    windowMenu_ = new WindowMenu(*area_, *places_, this);
+    window->AddMenus(*menuBar(), windowMenu_);
     // Without the close button: the window goes with the exit command and with its parent.
     mainFrame_ =
         area_->addSubWindow(window, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -107,30 +109,53 @@ frm3D* frmOrografix::View3DWindow(bool open) {
 }
 
 QMdiSubWindow* frmOrografix::OpenView3D() {
+    static constexpr DocumentKind kKind{"frm3D", {820, 610}, {560, 480}};
     view3D_ = makeView3D_();
-    QMdiSubWindow* frame = area_->addSubWindow(view3D_);
-    frame->setObjectName(QStringLiteral("frm3DFrame"));
-    frame->setAttribute(Qt::WA_DeleteOnClose);
-    DarkenFrame(*frame);
-    places_->Add(frame, BoxForView3D(frame->minimumSizeHint()));
-    connect(view3D_, &frm3D::Closing, this, [this, frame] {
-        if (const std::optional<QRect> box = places_->ToKeep(frame)) {
-            terravo::SaveWindowPosition(*settings_, "frm3D",
-                                        {box->left(), box->top(), box->width(), box->height()},
-                                        false, false);
-        }
-    });
+    QMdiSubWindow* frame = AddDocument(view3D_, kKind);
+    connect(view3D_, &frm3D::Closing, this, [this, frame] { KeepPlace(frame, kKind); });
     return frame;
 }
 
-// Beside the map, so that both are seen, unless its user has put it elsewhere. Only its place is
-// kept: from there the designed size may reach out of the room.
-DocumentBox frmOrografix::BoxForView3D(QSize minimum) {
-    constexpr QSize kDesigned(820, 610);
-    constexpr QSize kUseful(560, 480);
-    DocumentBox wanted = RestoredBox(*settings_, "frm3D", kDesigned);
+void frmOrografix::SetCheck(std::function<CheckWindow*()> make) {
+    makeCheck_ = std::move(make);
+    connect(mainWindow_, &frmProve::CheckAsked, this, &frmOrografix::ShowCheck);
+}
+
+void frmOrografix::ShowCheck() {
+    static constexpr DocumentKind kKind{"CheckWindow", {620, 640}, {420, 360}};
+    if (check_ == nullptr) {
+        check_ = makeCheck_();
+        QMdiSubWindow* frame = AddDocument(check_, kKind);
+        connect(check_, &CheckWindow::Closing, this, [this, frame] { KeepPlace(frame, kKind); });
+        connect(mainWindow_, &frmProve::FindingsChanged, check_, &CheckWindow::Refresh);
+        frame->show();
+    }
+    windowMenu_->Activate(*check_);
+}
+
+QMdiSubWindow* frmOrografix::AddDocument(QWidget* content, const DocumentKind& kind) {
+    QMdiSubWindow* frame = area_->addSubWindow(content);
+    frame->setObjectName(QLatin1String(kind.name) + QStringLiteral("Frame"));
+    frame->setAttribute(Qt::WA_DeleteOnClose);
+    DarkenFrame(*frame);
+    places_->Add(frame, BoxFor(kind, frame->minimumSizeHint()));
+    return frame;
+}
+
+void frmOrografix::KeepPlace(const QMdiSubWindow* frame, const DocumentKind& kind) {
+    if (const std::optional<QRect> box = places_->ToKeep(frame)) {
+        terravo::SaveWindowPosition(*settings_, kind.name,
+                                    {box->left(), box->top(), box->width(), box->height()}, false,
+                                    false);
+    }
+}
+
+// Beside the map, so that both are seen, unless its user has put it elsewhere. Where only its place
+// is kept, the designed size may reach out of the room.
+DocumentBox frmOrografix::BoxFor(const DocumentKind& kind, QSize minimum) {
+    DocumentBox wanted = RestoredBox(*settings_, kind.name, kind.designed);
     const QSize size = wanted.box.size().expandedTo(minimum);
-    const QSize least = kUseful.boundedTo(size).expandedTo(minimum);
+    const QSize least = kind.useful.boundedTo(size).expandedTo(minimum);
     if (!wanted.isPlaceChosen) {
         wanted.box = BoxBesideMap(size, least).value_or(wanted.box);
     } else if (!wanted.isSizeChosen) {

@@ -14,7 +14,9 @@
 #include <functional>
 #include <optional>
 
+class CheckWindow;
 class StatusPanel;
+class WindowMenu;
 class frm3D;
 class frmProve;
 
@@ -38,6 +40,9 @@ public:
     /// How a 3D window is made, and where its place is kept. To be called before a file is loaded.
     void SetView3D(std::function<frm3D*()> make, terravo::SettingsStore& settings);
 
+    /// How the window of the survey check is made. To be called after SetView3D.
+    void SetCheck(std::function<CheckWindow*()> make);
+
     /// Shows the window as designed, minimised or maximised.
     void ShowIn(terravo::ParentState state);
 
@@ -47,9 +52,18 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    // What a document beside the map is called in the settings, and how large it should be.
+    struct DocumentKind {
+        const char* name;
+        QSize designed;
+        QSize useful; // less is no use beside the map
+    };
     frm3D* View3DWindow(bool open);
     QMdiSubWindow* OpenView3D();
-    DocumentBox BoxForView3D(QSize minimum);
+    void ShowCheck();
+    QMdiSubWindow* AddDocument(QWidget* content, const DocumentKind& kind);
+    void KeepPlace(const QMdiSubWindow* frame, const DocumentKind& kind);
+    DocumentBox BoxFor(const DocumentKind& kind, QSize minimum);
     std::optional<QRect> BoxBesideMap(QSize size, QSize least);
 
     QMdiArea* area_;
@@ -57,8 +71,11 @@ private:
     StatusPanel* status_;
 
     std::function<frm3D*()> makeView3D_;
+    std::function<CheckWindow*()> makeCheck_;
     terravo::SettingsStore* settings_ = nullptr;
     QPointer<frm3D> view3D_;
+    QPointer<CheckWindow> check_;
+    WindowMenu* windowMenu_ = nullptr;
     frmProve* mainWindow_ = nullptr;
     QMdiSubWindow* mainFrame_ = nullptr;
 };

@@ -135,6 +135,9 @@ void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
     }
     mnuRecenti[0]->setEnabled(false);
     mnuSurvey = Named(menuBar.addMenu(QString()), "mnuSurvey");
+    mnuCheck = Named(mnuSurvey->addAction(QString()), "mnuCheck");
+    mnuCheck->setShortcut(QKeySequence(Qt::Key_F7));
+    mnuSurvey->addSeparator();
     mnuExact = Named(mnuSurvey->addAction(QString()), "mnuExact");
     mnuExact->setCheckable(true);
     mnuFreeLists = Named(mnuSurvey->addAction(QString()), "mnuFreeLists");
@@ -154,6 +157,7 @@ void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
     connect(mnut[1], &QAction::triggered, this,
             [this] { session_.Export(terravo::QrzKind::Levels); });
     connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
+    connect(mnuCheck, &QAction::triggered, this, &frmProve::CheckAsked);
     connect(mnuExact, &QAction::triggered, this, [this](bool on) { session_.SetExact(on); });
     connect(mnuFreeLists, &QAction::triggered, this,
             [this](bool on) { session_.SetReadsFreeLists(on); });
@@ -203,6 +207,7 @@ void frmProve::SetCaptions() {
     mnuEsci->setText(text(Text::Exit));
     mnuRecenti[0]->setText(text(Text::RecentFiles));
     mnuSurvey->setTitle(text(Text::SurveyMenu));
+    mnuCheck->setText(text(Text::CheckEntry));
     mnuExact->setText(text(Text::ExactTriangulation));
     mnuFreeLists->setText(text(Text::ReadFreeLists));
     mnuSavePoints->setText(text(Text::SavePointsAs));
@@ -317,6 +322,15 @@ void frmProve::ShowStatus(const std::string& counts, const std::string& remark) 
 
 void frmProve::ShowNote(const std::string& text) {
     status_.ShowNote(ToQString(text));
+}
+
+void frmProve::ShowFindings() {
+    emit FindingsChanged();
+}
+
+void frmProve::ShowMark(std::optional<terravo::PlanPoint> place) {
+    picLivelli->SetMark(place ? std::optional(terravo::UserPosition{place->x, place->y})
+                              : std::nullopt);
 }
 
 // What the map shows, for who hears the windows instead of seeing them.

@@ -63,6 +63,8 @@ public:
     void ShowTriangles3D(const terravo::PointSet& points, const terravo::TriangleList& triangles,
                          const std::string& title) override;
     void ShowNote(const std::string& text) override;
+    void ShowFindings() override;
+    void ShowMark(std::optional<terravo::PlanPoint> place) override;
     void ShowStatus(const std::string& counts, const std::string& remark) override;
     void BeginWork() override;
     void ShowProgress(double done) override;
@@ -75,6 +77,10 @@ public:
 signals:
     /// The exit command, or the companion program's file: the parent closes.
     void ExitAsked();
+    /// The window of the survey check is wanted.
+    void CheckAsked();
+    /// Other findings, or other points are excluded.
+    void FindingsChanged();
 
 public:
     // Files may be dropped anywhere on the program, so the parent passes its drags on.
@@ -140,6 +146,7 @@ private:
     QAction* mnuEsci = nullptr;
     QAction* mnuFreeLists = nullptr;
     QAction* mnuSavePoints = nullptr;
+    QAction* mnuCheck = nullptr;
     QAction* mnuExact = nullptr;
     QAction* mnuHelp = nullptr;
     QAction* mnuSettings = nullptr;

@@ -206,23 +206,30 @@ std::string ShapeOf(const std::string& path, const Inspection& inspection) {
 
 std::optional<ImportPlan> ImportMemory::Recall(const std::string& path,
                                                const Inspection& inspection) const {
+    if (std::optional<ImportPlan> own = RecallOwn(path, inspection)) {
+        return own;
+    }
     const std::string shape = ShapeOf(path, inspection);
-    const std::string name = Escaped(path);
-    std::optional<ImportPlan> alike;
     for (const Entry& entry : Entries(store_)) {
-        std::optional<ImportPlan> plan = PlanFromText(entry.plan);
-        if (!plan || entry.shape != shape) {
-            continue;
-        }
-        if (entry.path == name) {
+        if (std::optional<ImportPlan> plan = PlanFromText(entry.plan);
+            plan && entry.shape == shape) {
+            plan->encoding = inspection.plan.encoding;
             return plan;
         }
-        if (!alike) {
-            alike = std::move(plan);
-            alike->encoding = inspection.plan.encoding;
+    }
+    return std::nullopt;
+}
+
+std::optional<ImportPlan> ImportMemory::RecallOwn(const std::string& path,
+                                                  const Inspection& inspection) const {
+    const std::string shape = ShapeOf(path, inspection);
+    const std::string name = Escaped(path);
+    for (const Entry& entry : Entries(store_)) {
+        if (entry.path == name && entry.shape == shape) {
+            return PlanFromText(entry.plan);
         }
     }
-    return alike;
+    return std::nullopt;
 }
 
 void ImportMemory::Remember(const std::string& path, const Inspection& inspection,

@@ -35,6 +35,9 @@ public:
     /// chosen for a file of its shape, with the encoding of this one.
     [[nodiscard]] std::optional<ImportPlan> Recall(const std::string& path,
                                                    const Inspection& inspection) const;
+    /// The plan that was chosen for this very file, if it still has the same shape.
+    [[nodiscard]] std::optional<ImportPlan> RecallOwn(const std::string& path,
+                                                      const Inspection& inspection) const;
     /// Keeps a choice; the oldest drops out of a full list.
     /// @param inspection  of the file, with no wish.
     void Remember(const std::string& path, const Inspection& inspection, const ImportPlan& plan);

@@ -21,6 +21,8 @@ struct FakeView : MainView {
     int linesSelected = 0;
     std::string title3D;
     std::string note;
+    int findingsShown = 0;
+    std::optional<PlanPoint> mark;
 
     DrawSurface& MapSurface() override { return surface; }
     void ShowPointCount(Index count) override { pointCount = count; }
@@ -30,6 +32,8 @@ struct FakeView : MainView {
                          const std::string& title) override {
         title3D = title + ", " + std::to_string(triangles.count);
     }
+    void ShowFindings() override { ++findingsShown; }
+    void ShowMark(std::optional<PlanPoint> place) override { mark = place; }
     void ShowNote(const std::string& text) override { note = text; }
     void ShowStatus(const std::string& newCounts, const std::string& newRemark) override {
         counts = newCounts;
@@ -159,6 +163,15 @@ TEST_F(SessionTest, AsksAboutAFileThatIsNotCertainUntilItFits) {
     EXPECT_EQ(view.pointCount, 4);
     EXPECT_EQ(view.remark, "pxyz");
     EXPECT_EQ(session.TextOfPlace({9, 1}, {0.1, 0.1}), "x: 9   y: 1   z: 2   8");
+
+    session.OpenRecentFile(1);
+    EXPECT_EQ(imports.asked.size(), 4U) << "a recent file is read as it was chosen";
+    EXPECT_EQ(view.remark, "pxyz");
+    static_cast<void>(folder.Write("p.txt", "7,1,1,0\n8,9,1,2\n9,9,9\n10,1,9,6\n"));
+    imports.answer.reset();
+    session.OpenRecentFile(1);
+    EXPECT_EQ(imports.asked.size(), 5U) << "until it no longer fits";
+    EXPECT_EQ(view.pointCount, 4);
 
     dialogs.answer = folder.File("clean.txt");
     session.SavePoints();
@@ -383,6 +396,61 @@ TEST_F(SessionTest, HandsTheTrianglesBackAtTheEndUnlessSomethingWasExported) {
     clipboard.text = "else";
     session.Close();
     EXPECT_EQ(clipboard.text, "else");
+}
+
+TEST_F(SessionTest, ExcludesWhatTheCheckHasFoundFromAllThatIsMadeOfThePoints) {
+    std::string text = "# levelled\nname,x,y,z\n";
+    for (int i = 0; i < 100; ++i) {
+        text += "P" + std::to_string(i + 1) + "," + std::to_string(10 * (i % 10)) + "," +
+                std::to_string(10 * (i / 10)) + "," +
+                (i == 44 ? "900" : std::to_string(100 + 2 * (i % 10) + i / 10)) + "\n";
+    }
+    const std::string path = folder.Write("a.csv", text + "P101,45,45,\n");
+    session.LoadNamedFile(path);
+    EXPECT_EQ(view.findingsShown, 1);
+    EXPECT_FALSE(session.Review().IsMade());
+    session.CheckSurvey();
+    EXPECT_EQ(view.findingsShown, 2);
+    const std::vector<Finding>& findings = session.Review().Findings();
+    ASSERT_EQ(findings.size(), 2U);
+    EXPECT_EQ(findings[0].kind, FindingKind::VoidHeight);
+    ASSERT_EQ(findings[1].kind, FindingKind::HeightOutlier);
+    EXPECT_EQ(findings[1].points, std::vector<Index>{45});
+    session.MarkPoint(45);
+    EXPECT_EQ(view.mark->x, 40);
+
+    EXPECT_TRUE(session.SetExcluded(PointsToExclude(findings[1]), true));
+    EXPECT_EQ(view.pointCount, 99);
+    EXPECT_NE(view.remark.find("Excluded points: 1"), std::string::npos) << view.remark;
+    EXPECT_EQ(folder.Read("livelli.txt").find("900"), std::string::npos);
+    EXPECT_TRUE(session.Review().IsStale());
+    // A point behind the excluded one keeps its number; the excluded one stays in the list.
+    EXPECT_TRUE(session.SetExcluded({44}, true));
+    session.CheckSurvey();
+    ASSERT_EQ(session.Review().Findings().size(), 2U);
+    EXPECT_EQ(session.Review().Findings()[1].points, std::vector<Index>{45});
+    EXPECT_TRUE(session.SetExcluded({44}, false));
+
+    dialogs.answer = folder.File("rest.txt");
+    session.SavePoints();
+    EXPECT_EQ(folder.Read("rest.txt").find("900"), std::string::npos);
+    dialogs.answer = folder.File("excluded.txt");
+    session.SaveExcludedPoints();
+    EXPECT_EQ(folder.Read("excluded.txt"), "40,40,900\n");
+    EXPECT_NE(folder.Read("a.csv").find("900"), std::string::npos) << "the file stays";
+
+    std::vector<Index> many;
+    for (Index i = 1; i <= 98; ++i) {
+        many.push_back(i);
+    }
+    EXPECT_FALSE(session.SetExcluded(many, true));
+    ASSERT_EQ(messages.boxes.size(), 1U);
+    EXPECT_EQ(messages.boxes[0].text, "Three points must remain.");
+    EXPECT_EQ(session.Points().count, 99);
+
+    session.LoadNamedFile(path);
+    EXPECT_EQ(view.pointCount, 100);
+    EXPECT_FALSE(view.mark) << "another file";
 }
 
 } // namespace
