@@ -13,12 +13,13 @@ triangulation util
 plot2d util
 survey util triangulation
 contour util triangulation survey plot2d
-export util triangulation survey plot2d contour
+sheet util triangulation survey plot2d contour
+export util triangulation survey plot2d contour sheet
 view3d util triangulation survey plot2d
 app/settings util plot2d
-app/session util triangulation survey plot2d contour export view3d app/settings
-app/batch util triangulation survey plot2d contour export view3d app/settings app/session
-app/windows util triangulation survey plot2d contour export view3d app/settings app/session
+app/session util triangulation survey plot2d contour sheet export view3d app/settings
+app/batch util triangulation survey plot2d contour sheet export view3d app/settings app/session
+app/windows util triangulation survey plot2d contour sheet export view3d app/settings app/session
 PLAN
 }
 
