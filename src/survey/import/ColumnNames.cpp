@@ -1,5 +1,7 @@
 #include "survey/import/ColumnNames.h"
 
+#include "survey/import/Records.h"
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -121,6 +123,31 @@ std::size_t PlaceOfWord(const std::vector<std::string_view>& fields, std::string
     return place;
 }
 
+// The roles of fields, as long as enough of them are known.
+std::optional<std::vector<ColumnRole>> NamesOf(const std::vector<std::string_view>& fields,
+                                               bool isComment) {
+    constexpr std::size_t kFewest = 3;
+    constexpr std::size_t kMost = 64;
+    const std::size_t mostUnknown = isComment ? 0 : fields.size() / 3;
+    if (fields.size() < kFewest || fields.size() > kMost) {
+        return std::nullopt;
+    }
+    std::size_t unknown = 0;
+    for (const std::string_view field : fields) {
+        unknown += RoleOfField(field) ? 0 : 1;
+        if (unknown > mostUnknown || NumberOf(field, '.') || NumberOf(field, ',')) {
+            return std::nullopt;
+        }
+    }
+    std::vector<ColumnRole> columns = ReadHeader(fields).columns;
+    const auto count = std::count_if(columns.begin(), columns.end(), IsCoordinate);
+    const bool areOnce = std::all_of(columns.begin(), columns.end(), [&columns](ColumnRole role) {
+        return !IsCoordinate(role) || std::count(columns.begin(), columns.end(), role) == 1;
+    });
+    return areOnce && count >= (isComment ? 3 : 2) ? std::optional(std::move(columns))
+                                                   : std::nullopt;
+}
+
 } // namespace
 
 NamedHeader ReadHeader(const std::vector<std::string_view>& fields) {
@@ -147,6 +174,46 @@ NamedHeader ReadHeader(const std::vector<std::string_view>& fields) {
     header.complete = once(ColumnRole::Easting) && once(ColumnRole::Northing) &&
                       once(ColumnRole::Height) && !(hasXy && y < x);
     return header;
+}
+
+NamedHeader ReadHeader(const std::vector<std::string_view>& fields, std::string_view line) {
+    NamedHeader best = ReadHeader(fields);
+    std::vector<std::string_view> split;
+    for (const FieldSeparator separator :
+         {FieldSeparator::Tab, FieldSeparator::Semicolon, FieldSeparator::Bar,
+          FieldSeparator::Comma, FieldSeparator::Blank}) {
+        SplitRecord(line, separator, split);
+        NamedHeader other = ReadHeader(split);
+        if (other.known > best.known) {
+            best = std::move(other);
+        }
+    }
+    return best;
+}
+
+std::optional<std::vector<ColumnRole>> NamesIn(std::string_view line, FieldSeparator separator) {
+    const bool isComment = IsCommentLine(line, separator);
+    const std::size_t name = isComment ? line.find_first_not_of("#;!*%/ \t") : 0;
+    std::vector<std::string_view> fields;
+    for (const FieldSeparator tried :
+         {separator, FieldSeparator::Blank, FieldSeparator::Tab, FieldSeparator::Semicolon,
+          FieldSeparator::Comma, FieldSeparator::Bar}) {
+        SplitRecord(line.substr(std::min(name, line.size())), tried, fields);
+        if (auto columns = NamesOf(fields, isComment)) {
+            return columns;
+        }
+    }
+    return std::nullopt;
+}
+
+bool HaveSameCoordinates(const std::vector<ColumnRole>& a, const std::vector<ColumnRole>& b) {
+    const auto placeIn = [](const std::vector<ColumnRole>& columns, ColumnRole role) {
+        return std::find(columns.begin(), columns.end(), role) - columns.begin();
+    };
+    return std::all_of(a.begin(), a.end(), [&](ColumnRole role) {
+        return !IsCoordinate(role) || std::find(b.begin(), b.end(), role) == b.end() ||
+               placeIn(a, role) == placeIn(b, role);
+    });
 }
 
 } // namespace terravo

@@ -23,4 +23,18 @@ struct NamedHeader {
 /// @param fields  of a line; UTF-8 or Latin-1.
 NamedHeader ReadHeader(const std::vector<std::string_view>& fields);
 
+/// The same of the whole line, where that has more words that are known: names may be divided by
+/// another separator than the records.
+NamedHeader ReadHeader(const std::vector<std::string_view>& fields, std::string_view line);
+
+/// The columns of a line that names coordinates among the records or above them.
+/// @param separator  of the records; tried first, and blanks next.
+/// @return nothing for a line with a number, with less than two coordinates named once each, or
+///         with more than one word in three unknown; of a comment, which may be prose, each word
+///         has to be known and each coordinate named.
+std::optional<std::vector<ColumnRole>> NamesIn(std::string_view line, FieldSeparator separator);
+
+/// True where two rows of columns have the coordinates in the same places.
+bool HaveSameCoordinates(const std::vector<ColumnRole>& a, const std::vector<ColumnRole>& b);
+
 } // namespace terravo

@@ -111,9 +111,30 @@ std::optional<std::string> MarkupOf(std::string_view text) {
     return std::nullopt;
 }
 
+// Four bytes a character, of which three are 0 where the text is ASCII.
+bool IsUtf32(std::string_view head) {
+    if (head.starts_with("\xFF\xFE\0\0"sv) || head.starts_with("\0\0\xFE\xFF"sv)) {
+        return true;
+    }
+    constexpr std::size_t kLook = 4096;
+    constexpr std::size_t kFewest = 16;
+    const std::string_view text = head.substr(0, std::min(kLook, head.size() / 4 * 4));
+    std::array<std::size_t, 4> zerosAt{};
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        zerosAt[i % 4] += text[i] == '\0' ? 1 : 0;
+    }
+    const std::size_t all = text.size() / 4;
+    const bool isInside = zerosAt[1] == all && zerosAt[2] == all;
+    return text.size() >= kFewest && isInside &&
+           ((zerosAt[0] == 0 && zerosAt[3] == all) || (zerosAt[3] == 0 && zerosAt[0] == all));
+}
+
 } // namespace
 
 std::optional<std::string> ForeignFormatOf(std::string_view head, bool isUtf16) {
+    if (IsUtf32(head)) {
+        return "this is a UTF-32 text; save it as UTF-8 and open that";
+    }
     for (const Signature& signature : kSignatures) {
         if (head.size() >= signature.offset &&
             head.substr(signature.offset).starts_with(signature.bytes)) {

@@ -23,9 +23,9 @@ struct GridShape {
 
 class GridReader {
 public:
-    GridReader(TextSource& source, const std::vector<std::string>& voids, PointSet& points,
-               ImportReport& report, const StopToken& stop)
-        : source_(source), voids_(voids), points_(points), report_(report), stop_(stop) {}
+    GridReader(TextSource& source, const ImportPlan& plan, PointSet& points, ImportReport& report,
+               const StopToken& stop)
+        : source_(source), plan_(plan), points_(points), report_(report), stop_(stop) {}
 
     std::optional<ReadFailure> Read(GridFormat format) {
         try {
@@ -49,6 +49,16 @@ private:
         throw failure;
     }
 
+    [[noreturn]] void FailAt(std::string_view field) const {
+        ReadFailure failure;
+        failure.file = source_.Path();
+        failure.line = source_.LinesTaken();
+        failure.content = "\"" + std::string(field.substr(0, 24)) + "\"";
+        failure.cause = failure.content + " is not a number";
+        failure.kind = ReadFailure::Kind::NotANumber;
+        throw failure;
+    }
+
     // The next field, over line ends; nothing at the end of the text.
     std::optional<std::string_view> Next() {
         while (next_ == fields_.size()) {
@@ -67,9 +77,9 @@ private:
         if (!field) {
             Fail("the file ends where a number is expected");
         }
-        const std::optional<double> value = NumberOf(*field, '.');
+        const std::optional<double> value = NumberOf(*field, plan_.decimal);
         if (!value) {
-            Fail("\"" + std::string(field->substr(0, 24)) + "\" is not a number");
+            FailAt(*field);
         }
         return *value;
     }
@@ -95,7 +105,7 @@ private:
             std::transform(key.begin(), key.end(), key.begin(), [](char c) {
                 return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
             });
-            if (NumberOf(key, '.')) {
+            if (NumberOf(key, plan_.decimal)) {
                 --next_;
                 break;
             }
@@ -116,6 +126,8 @@ private:
                 shape_.dy = Number();
             } else if (key == "nodata_value") {
                 shape_.voidValue = Number();
+            } else if (key.find_first_of("0123456789") <= 1) {
+                FailAt(key);
             } else {
                 Fail("\"" + key.substr(0, 24) + "\" is no line of a grid's header");
             }
@@ -162,7 +174,7 @@ private:
 
     [[nodiscard]] bool IsVoidNode(std::string_view field, double height) const {
         return (shape_.voidValue && std::fabs(height - *shape_.voidValue) <= 0) ||
-               IsVoid(field, '.', voids_);
+               IsVoid(field, plan_.decimal, plan_.voids);
     }
 
     void ReadNodes() {
@@ -189,13 +201,13 @@ private:
             Fail("the file ends before the heights of all nodes");
         }
         ++report_.records;
-        const std::optional<double> height = NumberOf(*field, '.');
+        const std::optional<double> height = NumberOf(*field, plan_.decimal);
         if (IsVoidNode(*field, height.value_or(0))) {
             ++report_.voidHeights;
             return;
         }
         if (!height) {
-            Fail("\"" + std::string(field->substr(0, 24)) + "\" is not a number");
+            FailAt(*field);
         }
         points_.Append(shape_.x + static_cast<double>(column) * shape_.dx,
                        shape_.y + static_cast<double>(row) * shape_.dy, *height);
@@ -203,7 +215,7 @@ private:
     }
 
     TextSource& source_;
-    const std::vector<std::string>& voids_;
+    const ImportPlan& plan_;
     PointSet& points_;
     ImportReport& report_;
     const StopToken& stop_;
@@ -214,10 +226,9 @@ private:
 
 } // namespace
 
-std::optional<ReadFailure> ReadGrid(TextSource& source, GridFormat format,
-                                    const std::vector<std::string>& voids, PointSet& points,
-                                    ImportReport& report, const StopToken& stop) {
-    return GridReader(source, voids, points, report, stop).Read(format);
+std::optional<ReadFailure> ReadGrid(TextSource& source, GridFormat format, const ImportPlan& plan,
+                                    PointSet& points, ImportReport& report, const StopToken& stop) {
+    return GridReader(source, plan, points, report, stop).Read(format);
 }
 
 } // namespace terravo

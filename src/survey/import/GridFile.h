@@ -10,9 +10,9 @@
 namespace terravo {
 
 /// Reads the nodes of a grid, the void ones left out and counted.
+/// @param plan  its decimal sign and its voids.
 /// @return what is wrong with the grid; the points are then worth nothing.
-std::optional<ReadFailure> ReadGrid(TextSource& source, GridFormat format,
-                                    const std::vector<std::string>& voids, PointSet& points,
-                                    ImportReport& report, const StopToken& stop);
+std::optional<ReadFailure> ReadGrid(TextSource& source, GridFormat format, const ImportPlan& plan,
+                                    PointSet& points, ImportReport& report, const StopToken& stop);
 
 } // namespace terravo

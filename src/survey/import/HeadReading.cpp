@@ -49,6 +49,25 @@ void FindFirst(HeadReading& reading) {
     }
 }
 
+// The lines from one on that are a record, as one text.
+std::string_view RecordFrom(const std::vector<std::string_view>& lines, std::size_t first,
+                            FieldSeparator separator, char decimal) {
+    const char* const begin = lines[first].data();
+    for (std::size_t i = first; i < lines.size() && i < first + kMostLinesOfRecord; ++i) {
+        const char* const end = lines[i].data() + lines[i].size();
+        const std::string_view text(begin, static_cast<std::size_t>(end - begin));
+        const Quotes quotes =
+            QuotesOf(WithoutComment(text, separator, decimal), separator, decimal);
+        if (quotes == Quotes::Closed) {
+            return text;
+        }
+        if (quotes != Quotes::Open) {
+            break;
+        }
+    }
+    return lines[first];
+}
+
 HeadReading Read(const std::vector<std::string_view>& lines, const ImportWish& wish,
                  FieldSeparator separator, char decimal) {
     HeadReading reading{separator, decimal, {}, {}, 0, 0, 0, 0};
@@ -63,8 +82,15 @@ HeadReading Read(const std::vector<std::string_view>& lines, const ImportWish& w
             }
             continue;
         }
-        HeadRecord record{static_cast<Index>(i + 1), {}, 0, lines[i]};
-        SplitWithoutComment(lines[i], separator, decimal, record.fields);
+        std::string_view text = lines[i];
+        if (text.find('"') != std::string_view::npos) {
+            text = RecordFrom(lines, i, separator, decimal);
+            while (lines[i].data() + lines[i].size() < text.data() + text.size()) {
+                ++i;
+            }
+        }
+        HeadRecord record{static_cast<Index>(i + 1), {}, 0, text};
+        SplitWithoutComment(text, separator, decimal, record.fields);
         for (const std::string_view field : record.fields) {
             record.numbers += NumberOf(field, decimal) ? 1 : 0;
         }

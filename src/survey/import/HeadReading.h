@@ -11,12 +11,12 @@
 
 namespace terravo {
 
-/// One line of data as one way of reading sees it.
+/// One record as one way of reading sees it.
 struct HeadRecord {
-    Index line = 0; // from 1
+    Index line = 0; // its last one, from 1
     std::vector<std::string_view> fields;
     std::size_t numbers = 0;
-    std::string_view text; // the whole line
+    std::string_view text; // the whole line, or lines
 };
 
 struct HeadReading {

@@ -8,6 +8,7 @@
 #include <array>
 #include <map>
 #include <string_view>
+#include <utility>
 
 namespace terravo {
 namespace {
@@ -26,6 +27,8 @@ public:
     ImportPreview Take();
 
 private:
+    [[nodiscard]] bool IsRecord(std::string_view line) const;
+    std::size_t EndOfRecord(std::string_view text, std::size_t end);
     void TakeLine(std::string_view line);
     void TakeRecord(std::string_view line);
     void Keep(LineKind kind, const Fields& fields, const RecordFit& fit = {});
@@ -36,6 +39,8 @@ private:
     bool hasCoordinates_; // else no record is a point yet
     ImportPreview made_;
     Fields fields_;
+    std::int64_t followingLines_ = 0; // of the record, behind its first
+    bool isOneRecord_ = true;         // else its lines may be records of their own
     std::map<std::size_t, std::int64_t> fieldCounts_;
 };
 
@@ -65,7 +70,11 @@ void Preview::TakeRecord(std::string_view line) {
     ++made_.records;
     SplitWithoutComment(line, plan_.separator, plan_.decimal, fields_);
     ++fieldCounts_[fields_.size()];
-    const RecordFit fit = FitRecord(fields_, plan_);
+    RecordFit fit = FitRecord(fields_, plan_);
+    if (!isOneRecord_) {
+        fit.misfit = Misfit::FieldCount;
+        fit.field = 0;
+    }
     if (fit.misfit != Misfit::None) {
         ++made_.badRecords;
         Keep(LineKind::Bad, fields_, fit);
@@ -81,6 +90,12 @@ void Preview::TakeRecord(std::string_view line) {
         }
         Keep(LineKind::Point, fields_);
     }
+}
+
+// The line behind those that were read.
+bool Preview::IsRecord(std::string_view line) const {
+    return made_.linesRead >= plan_.headerLines && !IsBlankLine(line) &&
+           !IsCommentLine(line, plan_.separator);
 }
 
 void Preview::TakeLine(std::string_view line) {
@@ -101,13 +116,52 @@ void Preview::TakeLine(std::string_view line) {
     }
 }
 
+// Where a line that begins at a place ends.
+std::size_t EndOfLine(std::string_view text, std::size_t from) {
+    return std::min(text.find_first_of("\r\n", from), text.size());
+}
+
+// Where the next one begins.
+std::size_t BehindEnd(std::string_view text, std::size_t end) {
+    const bool isPair = text.substr(end).starts_with("\r\n");
+    return std::min(end + (isPair ? 2 : 1), text.size());
+}
+
+// The end of the record whose first line ends at a place; see RecordReader.
+std::size_t Preview::EndOfRecord(std::string_view text, std::size_t end) {
+    const std::size_t first = end;
+    followingLines_ = 0;
+    isOneRecord_ = true;
+    for (int lines = 1; lines <= kMostLinesOfRecord; ++lines) {
+        const Quotes quotes =
+            QuotesOf(WithoutComment(text.substr(0, end), plan_.separator, plan_.decimal),
+                     plan_.separator, plan_.decimal);
+        const std::size_t next = BehindEnd(text, end);
+        if (quotes == Quotes::Closed || quotes == Quotes::Records) {
+            followingLines_ = lines - 1;
+            isOneRecord_ = quotes == Quotes::Closed;
+            return end;
+        }
+        if (quotes == Quotes::Stray || next == text.size()) {
+            break;
+        }
+        end = EndOfLine(text, next);
+    }
+    return first;
+}
+
 ImportPreview Preview::Take() {
     std::string_view text = head_.text;
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        std::size_t end = EndOfLine(text, 0);
+        if (IsRecord(text.substr(0, end)) &&
+            text.substr(0, end).find('"') != std::string_view::npos) {
+            end = EndOfRecord(text, end);
+        }
         TakeLine(text.substr(0, end));
-        const bool isPair = text.substr(end).starts_with("\r\n");
-        text.remove_prefix(std::min(end + (isPair ? 2 : 1), text.size()));
+        text.remove_prefix(BehindEnd(text, end));
+        made_.linesRead += std::exchange(followingLines_, 0);
+        isOneRecord_ = true;
     }
     for (const auto& [count, times] : fieldCounts_) {
         const auto before = fieldCounts_.find(made_.usualFields);

@@ -22,8 +22,9 @@ struct Column {
     std::size_t numbers = 0;
     std::size_t voids = 0; // that are no numbers
     std::size_t texts = 0;
-    bool counts = true; // whole numbers that grow by one
-    bool small = true;  // whole numbers below 1000
+    std::string_view text; // the first of them
+    bool counts = true;    // whole numbers that grow by one
+    bool small = true;     // whole numbers below 1000
     std::optional<double> last;
 
     // A few texts among numbers are faults, which the reading names one by one.
@@ -34,10 +35,13 @@ struct Column {
     [[nodiscard]] bool IsEmpty() const { return numbers == 0 && texts == 0; }
 };
 
-void Include(Column& column, std::string_view field, char decimal) {
+void Include(Column& column, std::string_view field, char decimal,
+             const std::vector<std::string>& voids) {
     const std::optional<double> number = NumberOf(field, decimal);
     if (!number) {
-        IsVoid(field, decimal, {}) ? ++column.voids : ++column.texts;
+        const bool isText = !IsVoid(field, decimal, voids);
+        ++(isText ? column.texts : column.voids);
+        column.text = isText && column.text.empty() ? field : column.text;
         return;
     }
     constexpr double kMostSmall = 1000;
@@ -47,6 +51,16 @@ void Include(Column& column, std::string_view field, char decimal) {
         column.counts && isWhole && (!column.last || std::fabs(*number - *column.last - 1) <= 0);
     column.small = column.small && isWhole && *number >= 0 && *number < kMostSmall;
     column.last = number;
+}
+
+// ReadPoints takes such a file.
+void DoubtOneLine(std::size_t numbers, Inspection& inspection) {
+    inspection.certain = false;
+    inspection.doubt = "all numbers stand on one line";
+    inspection.doubtKind = DoubtKind::ManyNumbers;
+    inspection.doubtCounts = {numbers, 0};
+    inspection.hasNumbers = true;
+    inspection.mayBeFreeList = true;
 }
 
 class Judge {
@@ -66,6 +80,8 @@ private:
     void ListCandidates(const std::vector<std::size_t>& numeric);
     void Propose(const std::vector<std::size_t>& numeric, std::initializer_list<ColumnRole> roles);
     [[nodiscard]] bool CommasMayDivideThousands() const;
+    [[nodiscard]] bool EachFieldMayBeThree() const;
+    [[nodiscard]] bool IsOneLine(std::size_t numbers) const;
     void Doubt(DoubtKind kind, std::string sentence, std::size_t count = 0, std::size_t other = 0);
 
     const HeadReading& reading_;
@@ -92,7 +108,7 @@ void Judge::LookAtColumns() {
         }
         columns_.resize(reading_.fieldCount);
         for (std::size_t k = 0; k < record.fields.size(); ++k) {
-            Include(columns_[k], record.fields[k], reading_.decimal);
+            Include(columns_[k], record.fields[k], reading_.decimal, wish_.voids);
         }
     }
 }
@@ -105,22 +121,6 @@ std::vector<std::size_t> Judge::NumericColumns() const {
         }
     }
     return numeric;
-}
-
-// Names may be divided by another separator than the records.
-NamedHeader HeaderOf(const std::vector<std::string_view>& fields, std::string_view line) {
-    NamedHeader best = ReadHeader(fields);
-    std::vector<std::string_view> split;
-    for (const FieldSeparator separator :
-         {FieldSeparator::Tab, FieldSeparator::Semicolon, FieldSeparator::Bar,
-          FieldSeparator::Comma, FieldSeparator::Blank}) {
-        SplitRecord(line, separator, split);
-        NamedHeader other = ReadHeader(split);
-        if (other.known > best.known) {
-            best = std::move(other);
-        }
-    }
-    return best;
 }
 
 // The line of names next above the points, one in a comment if there is no other. Two that
@@ -140,14 +140,14 @@ std::optional<NamedHeader> Judge::Header() const {
     for (std::size_t i = reading_.first; i-- > 0;) {
         const HeadRecord& record = reading_.records[i];
         if (record.numbers == 0) {
-            take(HeaderOf(record.fields, record.text));
+            take(ReadHeader(record.fields, record.text));
         }
     }
     for (auto comment = reading_.comments.rbegin(); comment != reading_.comments.rend() && !header;
          ++comment) {
         const std::size_t name = comment->find_first_not_of("#;!*%/ \t");
         if (name != std::string_view::npos) {
-            take(HeaderOf({}, comment->substr(name)));
+            take(ReadHeader({}, comment->substr(name)));
         }
     }
     return header;
@@ -172,6 +172,25 @@ bool Judge::CommasMayDivideThousands() const {
     return hasComma;
 }
 
+// Groups of three digits at both commas of every field: three numbers each, or one?
+bool Judge::EachFieldMayBeThree() const {
+    const auto isThree = [this](std::string_view field) {
+        return std::count(field.begin(), field.end(), ',') == 2 &&
+               NumberOf(field, reading_.decimal);
+    };
+    const auto first = reading_.records.begin() + static_cast<std::ptrdiff_t>(reading_.first);
+    return std::all_of(first, reading_.records.end(), [&isThree](const HeadRecord& record) {
+        return std::all_of(record.fields.begin(), record.fields.end(), isThree);
+    });
+}
+
+// One record of very many numbers: a list without line ends.
+bool Judge::IsOneLine(std::size_t numbers) const {
+    constexpr std::size_t kFewest = 9;
+    return isAll_ && reading_.records.size() == 1 && numbers >= kFewest && numbers % 3 == 0 &&
+           result_.mayBeFreeList;
+}
+
 void Judge::TakeHeader(const NamedHeader& header) {
     ImportPlan& plan = result_.plan;
     plan.columns = header.columns;
@@ -188,6 +207,9 @@ void Judge::TakeHeader(const NamedHeader& header) {
                              columns_[k].IsEmpty(); // so far no point has one
         if (IsCoordinate(plan.columns[k]) && !isBlank &&
             (k >= columns_.size() || !columns_[k].IsNumeric())) {
+            if (plan.columns[k] == Height && k < columns_.size()) {
+                result_.heightText = columns_[k].text;
+            }
             Doubt(DoubtKind::NamedText,
                   "the column that is named as a coordinate does not hold numbers alone");
         }
@@ -309,6 +331,10 @@ void Judge::Run() {
                     reading_.records.end(),
                     [](const HeadRecord& r) { return r.numbers == r.fields.size(); }) &&
         reading_.first == 0 && reading_.decimal == '.';
+    if (IsOneLine(numeric.size())) {
+        DoubtOneLine(numeric.size(), result_);
+        return;
+    }
     const std::optional<NamedHeader> header = Header();
     if (header && header->complete) {
         TakeHeader(*header);
@@ -321,6 +347,10 @@ void Judge::Run() {
     }
     ListCandidates(numeric);
     if (result_.candidates.empty()) {
+        for (const Column& column : columns_) {
+            result_.heightText =
+                column.numbers > 0 && column.texts > 0 ? column.text : result_.heightText;
+        }
         Doubt(DoubtKind::TooFewNumbers,
               std::to_string(numeric.size()) +
                   (numeric.size() == 1 ? " column holds" : " columns hold") +
@@ -335,12 +365,16 @@ void Judge::Run() {
     if (reading_.decimal == ',' && !wish_.decimal && CommasMayDivideThousands()) {
         Doubt(DoubtKind::CommaOfNumbers, "a comma may be the decimal sign or divide thousands");
     }
+    if (reading_.decimal == '.' && EachFieldMayBeThree()) {
+        Doubt(DoubtKind::ManyNumbers, "commas may part numbers or divide thousands",
+              3 * reading_.fieldCount);
+    }
 }
 
 GridFormat GridOf(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t\r\n");
     text.remove_prefix(std::min(first, text.size()));
-    if (text.starts_with("DSAA")) {
+    if (text.starts_with("DSAA") && text.substr(4, 1).find_first_of(" \t\r\n") == 0) {
         return GridFormat::Surfer;
     }
     std::string word(text.substr(0, 6));
@@ -370,6 +404,33 @@ void TakeWish(const std::vector<ColumnRole>& columns, const HeadReading& reading
         plan.codeTakesRest || reading.fieldCount < columns.size() ? 0 : reading.fieldCount;
 }
 
+// Numbers that are parted by commas and blanks alone, as far as the text goes.
+std::size_t CountOfList(std::string_view text) {
+    constexpr std::string_view kParting = ", \t";
+    std::size_t numbers = 0;
+    for (std::size_t end = 0; (end = text.find_first_of(kParting)) != std::string_view::npos;) {
+        const std::string_view field = text.substr(0, end);
+        if (!field.empty() && !NumberOf(field, '.')) {
+            return 0;
+        }
+        numbers += field.empty() ? 0 : 1;
+        text.remove_prefix(end + 1);
+    }
+    return numbers;
+}
+
+// Where no record is whole because a line goes on beyond the head.
+void RefuseLongLine(const std::string& path, std::string_view text, Index whole,
+                    Inspection& inspection) {
+    const std::size_t numbers = whole == 0 ? CountOfList(text) : 0;
+    if (numbers > 0) {
+        DoubtOneLine(numbers, inspection);
+        return;
+    }
+    inspection.failure = FailureOf(path, "this line is longer than any record");
+    inspection.failure->line = whole + 1;
+}
+
 } // namespace
 
 Inspection Inspect(TextSource& source, const ImportWish& wish) {
@@ -394,18 +455,25 @@ Inspection Inspect(TextSource& source, const ImportWish& wish) {
     }
     const std::string_view text(source.Cursor(),
                                 static_cast<std::size_t>(source.Limit() - source.Cursor()));
-    inspection.grid = wish.columns ? GridFormat::None : GridOf(text);
+    inspection.grid = GridOf(text);
     if (inspection.grid != GridFormat::None) {
+        plan.decimal = wish.decimal.value_or('.');
         inspection.certain = true;
         return inspection;
     }
     const std::vector<std::string_view> lines = LinesOf(text, source.HeadIsAll());
     if (lines.empty() && !source.HeadIsAll()) {
-        inspection.failure = FailureOf(source.Path(), "its first line is longer than any record");
+        RefuseLongLine(source.Path(), text, 0, inspection);
         return inspection;
     }
     const HeadReading reading = BestReading(lines, wish);
     Judge(reading, source.HeadIsAll(), wish, inspection).Run();
+    const bool isCut =
+        !source.HeadIsAll() && text.size() - text.find_last_of("\r\n") > text.size() / 2;
+    if (isCut && !inspection.hasNumbers) {
+        RefuseLongLine(source.Path(), text, static_cast<Index>(lines.size()), inspection);
+        return inspection;
+    }
     if (wish.columns) {
         TakeWish(*wish.columns, reading, plan);
         // Columns do not tell what a comma means.

@@ -45,12 +45,15 @@ enum class DoubtKind : unsigned char {
 
 struct Inspection {
     std::optional<ReadFailure> failure; // it cannot be read, or is a file of another kind
-    GridFormat grid = GridFormat::None; // the next then mean nothing
+    GridFormat grid = GridFormat::None; // whatever was wished; of the plan then only encoding,
+                                        // decimal and voids mean something
     ImportPlan plan;                    // the likeliest
     bool certain = false;
     std::string doubt; // why it is not certain, a sentence without a full stop
     DoubtKind doubtKind = DoubtKind::None;
     std::array<std::size_t, 2> doubtCounts{};
+    /// Of NamedText and TooFewNumbers: a text among numbers that may stand for a missing height.
+    std::string heightText;
     /// What the columns may be, the likeliest first; empty where no reading gives points.
     std::vector<std::vector<ColumnRole>> candidates;
     bool mayBeFreeList = false;

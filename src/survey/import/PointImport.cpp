@@ -22,8 +22,13 @@ std::optional<ReadFailure> RefuseFolder(const std::string& path) {
 
 // The columns that somebody may name, for the end of a sentence.
 std::string Choices(const Inspection& inspection) {
+    constexpr std::size_t kMostColumns = 16; // of more, what is left out at the end is not told
     std::string names;
-    for (const std::vector<ColumnRole>& columns : inspection.candidates) {
+    for (std::vector<ColumnRole> columns : inspection.candidates) {
+        const bool isWide = columns.size() > kMostColumns;
+        while (isWide && columns.back() == ColumnRole::Ignored) {
+            columns.pop_back();
+        }
         names += (names.empty() ? "" : ", ") + NameOfColumns(columns);
     }
     if (inspection.mayBeFreeList) {
@@ -58,8 +63,8 @@ public:
     // Reads what an inspection has begun.
     void Read(TextSource& source, ImportOutcome& outcome) {
         if (outcome.inspection.grid != GridFormat::None) {
-            outcome.failure = ReadGrid(source, outcome.inspection.grid,
-                                       outcome.inspection.plan.voids, made_, outcome.report, stop_);
+            outcome.failure = ReadGrid(source, outcome.inspection.grid, outcome.inspection.plan,
+                                       made_, outcome.report, stop_);
             return;
         }
         RecordReader reader(source, outcome.inspection.plan, bad_, made_, outcome.report);
@@ -68,6 +73,10 @@ public:
         }
         if (source.Failure()) {
             outcome.failure = source.Failure();
+        } else if (reader.LineOfOtherNames() > 0) {
+            outcome.failure = FailureOf(path_, "this line names the columns in another order than "
+                                               "before; split the file above it");
+            outcome.failure->line = reader.LineOfOtherNames();
         } else if (!outcome.report.bad.empty() && bad_ == BadRecords::Refuse) {
             outcome.failure = FailureOfRecord(path_, outcome.report.bad.front());
             outcome.needsChoice = true;

@@ -55,8 +55,10 @@ bool IsUsualHeight(double height) {
     return height > kFirstVoid && height < kBlanked;
 }
 
+// The last two begin a minus sign and blanks that are not of ASCII.
 bool MayBeginNumber(char c) {
-    return (c >= '0' && c <= '9') || c == '-' || c == '+' || c == '.' || c == ',';
+    return (c >= '0' && c <= '9') || c == '-' || c == '+' || c == '.' || c == ',' || c == '\xE2' ||
+           c == '\xC2';
 }
 
 } // namespace
@@ -176,10 +178,13 @@ void QuickLines::MakeTables(const ImportPlan& plan) {
         const auto column = std::find(columns_.begin(), columns_.end(), kOrder[k]);
         order_[k] = static_cast<std::size_t>(column - columns_.begin());
     }
-    for (const char c : std::string_view("\r\n\"#;!*%/\x1A \t\0", 12)) {
+    for (const char c : std::string_view("\r\n\"#;!*%/\x1A \t\f\v\0", 14)) {
         endsText_[static_cast<unsigned char>(c)] = true;
     }
     endsText_[static_cast<unsigned char>(separator_)] = true;
+    if (plan.separator == FieldSeparator::Blank) { // no-break ones separate, too
+        endsText_[0xC2] = endsText_[0xE2] = endsText_[0xA0] = true;
+    }
     if (plan.encoding == TextEncoding::Latin1) {
         std::fill(endsText_.begin() + 0x80, endsText_.end(), true);
     }

@@ -1,6 +1,7 @@
 #include "survey/import/RecordReader.h"
 
 #include "survey/PointFile.h"
+#include "survey/import/ColumnNames.h"
 #include "survey/import/Records.h"
 
 #include <algorithm>
@@ -56,14 +57,14 @@ void RecordReader::TakeQuickLines(std::int64_t most) {
 
 void RecordReader::AddPoint(double x, double y, double z) {
     points_.Append(x, y, z);
-    points_.labels.NoteLine(points_.count, source_.LinesTaken());
+    points_.labels.NoteLine(points_.count, line_);
 }
 
 // A bad record counts once.
 void RecordReader::Refuse(std::size_t field, std::string cause) {
     ++report_.badRecords;
     if (report_.bad.size() < ImportReport::kMostListed) {
-        report_.bad.push_back({source_.LinesTaken(), static_cast<std::int64_t>(field),
+        report_.bad.push_back({line_, static_cast<std::int64_t>(field),
                                field == 0 ? std::string() : Quoted(fields_[field - 1]),
                                std::move(cause)});
     }
@@ -72,7 +73,7 @@ void RecordReader::Refuse(std::size_t field, std::string cause) {
 void RecordReader::LeaveOutVoid() {
     ++report_.voidHeights;
     if (report_.voidLines.size() < ImportReport::kMostListed) {
-        report_.voidLines.push_back(source_.LinesTaken());
+        report_.voidLines.push_back(line_);
     }
 }
 
@@ -120,25 +121,78 @@ void RecordReader::AddLabels() {
     points_.labels.Append(LabelText(name, plan_.encoding), LabelText(code, plan_.encoding));
 }
 
-// @return false when a bad record ends the reading.
-bool RecordReader::TakeLine(std::string_view line) {
-    if (source_.LinesTaken() <= plan_.headerLines) {
-        ++report_.headerLines;
-    } else if (IsBlankLine(line)) {
-        ++report_.blankLines;
-    } else if (IsCommentLine(line, plan_.separator)) {
-        ++report_.commentLines;
-    } else {
-        ++report_.records;
-        const Index before = points_.count;
-        SplitWithoutComment(line, plan_.separator, plan_.decimal, fields_);
-        TakeRecord();
-        if (hasLabels_ && points_.count > before) {
-            AddLabels();
-        }
-        return bad_ == BadRecords::Skip || report_.badRecords == 0;
+// A quoted field may go on in the next lines, which are then taken, too.
+// @return false where these lines may as well be records of their own.
+bool RecordReader::CompleteQuotes(std::string_view& line) {
+    const std::size_t length = line.size();
+    const std::ptrdiff_t lengthTaken = source_.Cursor() - line.data();
+    const auto look = [this, &line] {
+        return QuotesOf(WithoutComment(line, plan_.separator, plan_.decimal), plan_.separator,
+                        plan_.decimal);
+    };
+    Quotes quotes = look();
+    int lines = 1;
+    for (; quotes == Quotes::Open && lines < kMostLinesOfRecord && source_.Extend(line); ++lines) {
+        quotes = look();
     }
+    if (lines > 1 && (quotes == Quotes::Open || quotes == Quotes::Stray)) {
+        source_.TakeTo(line.data() + lengthTaken, 1 - lines);
+        line = line.substr(0, length);
+    }
+    return quotes != Quotes::Records;
+}
+
+// @return false for a line of names that contradicts the columns so far.
+bool RecordReader::NamesAgree(std::string_view line) {
+    std::optional<std::vector<ColumnRole>> names = NamesIn(line, plan_.separator);
+    if (!names) {
+        return true;
+    }
+    const bool isHeader = report_.records == 0;
+    if (!isHeader && !HaveSameCoordinates(*names, names_.empty() ? plan_.columns : names_)) {
+        lineOfOtherNames_ = line_;
+        return false;
+    }
+    names_ = *std::move(names);
     return true;
+}
+
+bool RecordReader::TakeRecordAt(std::string_view line) {
+    const bool isOneRecord = line.find('"') == std::string_view::npos || CompleteQuotes(line);
+    const std::int64_t badBefore = report_.badRecords;
+    const Index before = points_.count;
+    SplitWithoutComment(line, plan_.separator, plan_.decimal, fields_);
+    if (isOneRecord) {
+        TakeRecord();
+    } else {
+        Refuse(0, "a quoted field goes on over lines that may be records");
+    }
+    if (report_.badRecords > badBefore && !NamesAgree(line)) {
+        return false;
+    }
+    ++report_.records;
+    if (hasLabels_ && points_.count > before) {
+        AddLabels();
+    }
+    return bad_ == BadRecords::Skip || report_.badRecords == 0;
+}
+
+// @return false when a record, or a line of other names, ends the reading.
+bool RecordReader::TakeLine(std::string_view line) {
+    line_ = source_.LinesTaken();
+    if (line_ <= plan_.headerLines) {
+        ++report_.headerLines;
+        return NamesAgree(line);
+    }
+    if (IsBlankLine(line)) {
+        ++report_.blankLines;
+        return true;
+    }
+    if (IsCommentLine(line, plan_.separator)) {
+        ++report_.commentLines;
+        return NamesAgree(line);
+    }
+    return TakeRecordAt(line);
 }
 
 bool RecordReader::GoesOn(const StopToken& stop) {

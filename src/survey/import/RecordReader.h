@@ -26,9 +26,16 @@ public:
     ///         and when there are too many points.
     bool Read(const StopToken& stop);
 
+    /// The line that ended the reading because it names the columns in another order than before
+    /// it: none of the records behind it is to be left to the old order. 0 for none.
+    [[nodiscard]] std::int64_t LineOfOtherNames() const { return lineOfOtherNames_; }
+
 private:
     void TakeQuickLines(std::int64_t most);
     bool TakeLine(std::string_view line);
+    bool TakeRecordAt(std::string_view line);
+    bool CompleteQuotes(std::string_view& line);
+    bool NamesAgree(std::string_view line);
     void TakeRecord();
     void AddPoint(double x, double y, double z);
     void LeaveOutVoid();
@@ -44,6 +51,9 @@ private:
     ImportReport& report_;
     std::vector<std::string_view> fields_;
     QuickLines quick_{plan_};
+    std::vector<ColumnRole> names_; // as the last line of names has them; else those of the plan
+    std::int64_t line_ = 0;         // on which the record begins
+    std::int64_t lineOfOtherNames_ = 0;
     bool hasLabels_ = false;
 };
 

@@ -25,43 +25,86 @@ std::size_t MarkLength(std::string_view text, FieldSeparator separator) {
     return std::string_view("#;!*%").find(text[0]) != std::string_view::npos ? 1 : 0;
 }
 
-// The length of what divides thousands at the start of a text, 0 for nothing: an apostrophe,
-// straight or curved, a blank that does not separate fields, and blanks that keep a number
-// together, in UTF-8 or Latin-1.
-std::size_t ThousandsMark(std::string_view text) {
-    for (const std::string_view mark :
-         {"'", " ", "\xE2\x80\x99", "\xE2\x80\xAF", "\xE2\x80\x89", "\xC2\xA0", "\xA0"}) {
-        if (text.starts_with(mark)) {
-            return mark.size();
+constexpr std::string_view kMinus = "\xE2\x88\x92";
+
+// The length of a blank that does not break lines at the start of a text, 0 for none: no-break,
+// narrow and thin ones, in UTF-8 or Latin-1.
+std::size_t HardBlank(std::string_view text) {
+    for (const std::string_view blank : {"\xC2\xA0", "\xE2\x80\xAF", "\xE2\x80\x89", "\xA0"}) {
+        if (text.starts_with(blank)) {
+            return blank.size();
         }
     }
     return 0;
 }
 
+// The length of what divides thousands at the start of a text, 0 for nothing: an apostrophe,
+// straight or curved, and a blank that does not separate fields.
+std::size_t ThousandsMark(std::string_view text) {
+    for (const std::string_view mark : {"'", " ", "\xE2\x80\x99"}) {
+        if (text.starts_with(mark)) {
+            return mark.size();
+        }
+    }
+    return HardBlank(text);
+}
+
+// In UTF-8 the byte of the Latin-1 blank ends other characters, too.
+std::string_view WithoutHardBlanks(std::string_view text) {
+    while (const std::size_t length = HardBlank(text)) {
+        text.remove_prefix(length);
+    }
+    for (std::size_t length = 1; length != 0;) {
+        length = 0;
+        for (const std::size_t tried : {std::size_t{3}, std::size_t{2}}) {
+            if (text.size() >= tried && HardBlank(text.substr(text.size() - tried)) == tried) {
+                length = tried;
+            }
+        }
+        const bool isLatin =
+            length == 0 && text.ends_with('\xA0') &&
+            (text.size() == 1 || static_cast<unsigned char>(text[text.size() - 2]) < 0x80U);
+        length = isLatin ? 1 : length;
+        text.remove_suffix(length);
+    }
+    return text;
+}
+
 bool BeginsNumber(std::string_view text) {
+    text.remove_prefix(text.starts_with(kMinus) ? kMinus.size() : 0);
     const std::size_t first = text.find_first_not_of("+-.,");
     return first <= 2 && first < text.size() && IsDigit(text[first]);
+}
+
+// The quote that closes the one at a place; doubled ones stand for themselves.
+std::size_t CloseOf(std::string_view text, std::size_t quote) {
+    std::size_t close = text.find('"', quote + 1);
+    while (close != std::string_view::npos && close + 1 < text.size() && text[close + 1] == '"') {
+        close = text.find('"', close + 2);
+    }
+    return close;
+}
+
+// The place behind the blanks that only stand between a separator and a field.
+std::size_t SkipPadding(std::string_view line, std::size_t at, char separator) {
+    while (at < line.size() && IsBlank(line[at]) && line[at] != separator) {
+        ++at;
+    }
+    return at;
 }
 
 // Splits at one character, minding quotes.
 void SplitAt(std::string_view line, char separator, std::vector<std::string_view>& fields) {
     for (std::size_t begin = 0;;) {
-        std::size_t from = begin;
-        while (from < line.size() && line[from] == ' ') {
-            ++from;
-        }
+        const std::size_t from = SkipPadding(line, begin, separator);
         if (from < line.size() && line[from] == '"') {
-            std::size_t close = line.find('"', from + 1);
-            while (close != std::string_view::npos && close + 1 < line.size() &&
-                   line[close + 1] == '"') {
-                close = line.find('"', close + 2);
-            }
+            const std::size_t close = CloseOf(line, from);
             const std::size_t after =
-                close == std::string_view::npos ? close : line.find_first_not_of(' ', close + 1);
+                close == std::string_view::npos ? close : SkipPadding(line, close + 1, separator);
             if (close != std::string_view::npos &&
-                (after == std::string_view::npos || line[after] == separator)) {
+                (after == line.size() || line[after] == separator)) {
                 fields.push_back(line.substr(from + 1, close - from - 1));
-                if (after == std::string_view::npos) {
+                if (after == line.size()) {
                     return;
                 }
                 begin = after + 1;
@@ -77,6 +120,39 @@ void SplitAt(std::string_view line, char separator, std::vector<std::string_view
     }
 }
 
+bool IsNumberOfAnySign(std::string_view text) {
+    return NumberOf(text, '.') || NumberOf(text, ',');
+}
+
+// Adds what stands between blanks. No-break blanks in it separate where that makes more numbers.
+void AddBetweenBlanks(std::string_view text, std::vector<std::string_view>& fields) {
+    text = WithoutHardBlanks(text);
+    if (text.find_first_of("\xA0\xE2") == std::string_view::npos || IsNumberOfAnySign(text)) {
+        if (!text.empty()) {
+            fields.push_back(text);
+        }
+        return;
+    }
+    const std::size_t before = fields.size();
+    std::ptrdiff_t numbers = 0;
+    for (std::size_t begin = 0, at = 0; begin < text.size();) {
+        const std::size_t blank = at == text.size() ? 0 : HardBlank(text.substr(at));
+        if (at == text.size() || blank > 0) {
+            if (at > begin) {
+                fields.push_back(text.substr(begin, at - begin));
+                numbers += IsNumberOfAnySign(fields.back()) ? 1 : 0;
+            }
+            begin = at += blank;
+        } else {
+            ++at;
+        }
+    }
+    if (numbers < 2) {
+        fields.resize(before);
+        fields.push_back(text);
+    }
+}
+
 void SplitAtBlanks(std::string_view line, std::vector<std::string_view>& fields) {
     for (std::size_t begin = 0;;) {
         while (begin < line.size() && IsBlank(line[begin])) {
@@ -87,7 +163,7 @@ void SplitAtBlanks(std::string_view line, std::vector<std::string_view>& fields)
         }
         std::size_t end = begin;
         if (line[begin] == '"') {
-            const std::size_t close = line.find('"', begin + 1);
+            const std::size_t close = CloseOf(line, begin);
             if (close != std::string_view::npos &&
                 (close + 1 == line.size() || IsBlank(line[close + 1]))) {
                 fields.push_back(line.substr(begin + 1, close - begin - 1));
@@ -98,7 +174,7 @@ void SplitAtBlanks(std::string_view line, std::vector<std::string_view>& fields)
         while (end < line.size() && !IsBlank(line[end])) {
             ++end;
         }
-        fields.push_back(line.substr(begin, end - begin));
+        AddBetweenBlanks(line.substr(begin, end - begin), fields);
         begin = end;
     }
 }
@@ -107,38 +183,14 @@ void SplitAtBlanks(std::string_view line, std::vector<std::string_view>& fields)
 // is too long for a number.
 class PlainNumber {
 public:
-    PlainNumber(std::string_view field, char decimal) {
-        int group = -1; // digits since the last mark
+    PlainNumber(std::string_view field, char decimal) : decimal_(decimal) {
         for (std::size_t i = 0; i < field.size();) {
-            const std::size_t mark = length_ > 0 ? ThousandsMark(field.substr(i)) : 0;
-            if (mark > 0) {
-                const bool fits = IsDigit(text_[length_ - 1]) && !hasDecimal_ &&
-                                  (group < 0 ? length_ <= 4 : group == 3);
-                sound_ = sound_ && fits;
-                group = 0;
-                i += mark;
-                continue;
-            }
-            char c = field[i++];
-            if (group >= 0 && !hasDecimal_) {
-                if (IsDigit(c)) {
-                    ++group;
-                } else {
-                    sound_ = sound_ && group == 3;
-                }
-            }
-            if (c == decimal) {
-                hasDecimal_ = true;
-                c = '.';
-            } else if (c == '.' || c == ',') {
-                sound_ = false;
-            } else if (c == 'D' || c == 'd' || c == 'E') {
-                hasDecimal_ = true;
-                c = 'e';
-            }
-            Add(c);
+            i += Take(field.substr(i));
         }
-        sound_ = sound_ && (group < 0 || hasDecimal_ || group == 3);
+        EndGroup();
+        // Once and without a decimal sign behind it, it might be one.
+        sound_ =
+            sound_ && (signMarks_ == 0 || otherMarks_ == 0) && (signMarks_ != 1 || hasDecimal_);
     }
 
     [[nodiscard]] std::optional<double> Value() const {
@@ -161,6 +213,47 @@ public:
     }
 
 private:
+    // Takes a character or a mark, and says how long it is.
+    std::size_t Take(std::string_view rest) {
+        const bool afterDigit = length_ > 0 && IsDigit(text_[length_ - 1]);
+        if (rest.starts_with(kMinus)) {
+            Add('-');
+            return kMinus.size();
+        }
+        const bool isSignMark = (rest[0] == ',' || rest[0] == '.') && rest[0] != decimal_;
+        const std::size_t mark = isSignMark ? 1 : length_ > 0 ? ThousandsMark(rest) : 0;
+        if (mark > 0) {
+            sound_ =
+                sound_ && afterDigit && !isWhole_ && (isGrouped_ ? digits_ == 3 : digits_ <= 3);
+            ++(isSignMark ? signMarks_ : otherMarks_);
+            isGrouped_ = true;
+            digits_ = 0;
+            return mark;
+        }
+        TakePlain(rest[0]);
+        return 1;
+    }
+
+    void TakePlain(char c) {
+        if (IsDigit(c)) {
+            ++digits_;
+        } else if (c == decimal_) {
+            EndGroup();
+            hasDecimal_ = true;
+            c = '.';
+        } else if (c == 'D' || c == 'd' || c == 'E' || c == 'e') {
+            EndGroup();
+            c = 'e';
+        }
+        Add(c);
+    }
+
+    // The digits before the decimal sign or the exponent are all.
+    void EndGroup() {
+        sound_ = sound_ && (isWhole_ || !isGrouped_ || digits_ == 3);
+        isWhole_ = true;
+    }
+
     void Add(char c) {
         if (length_ == text_.size()) {
             sound_ = false;
@@ -169,11 +262,37 @@ private:
         }
     }
 
+    char decimal_;
     std::array<char, 64> text_{};
     std::size_t length_ = 0;
+    int digits_ = 0; // since the start or the last mark
+    int signMarks_ = 0;
+    int otherMarks_ = 0;
+    bool isGrouped_ = false;
+    bool isWhole_ = false; // what divides thousands can no longer come
     bool hasDecimal_ = false;
     bool sound_ = true;
 };
+
+bool HasThreeNumbers(std::string_view line, FieldSeparator separator, char decimal) {
+    constexpr int kCoordinates = 3;
+    std::vector<std::string_view> fields;
+    SplitRecord(line, separator, fields);
+    return std::count_if(fields.begin(), fields.end(), [decimal](std::string_view field) {
+               return NumberOf(field, decimal).has_value();
+           }) >= kCoordinates;
+}
+
+// True where a line behind the first one has three numbers.
+bool HoldsRecord(std::string_view lines, FieldSeparator separator, char decimal) {
+    for (std::size_t end = 0; (end = lines.find_first_of("\r\n")) != std::string_view::npos;) {
+        lines.remove_prefix(end + 1);
+        if (HasThreeNumbers(lines.substr(0, lines.find_first_of("\r\n")), separator, decimal)) {
+            return true;
+        }
+    }
+    return false;
+}
 
 bool EqualIgnoringCase(std::string_view text, std::string_view lower) {
     return std::equal(text.begin(), text.end(), lower.begin(), lower.end(), [](char a, char b) {
@@ -194,7 +313,7 @@ std::string_view Trimmed(std::string_view text) {
 }
 
 bool IsBlankLine(std::string_view line) {
-    return Trimmed(line).empty();
+    return WithoutHardBlanks(Trimmed(line)).empty();
 }
 
 bool IsCommentLine(std::string_view line, FieldSeparator separator) {
@@ -211,35 +330,73 @@ void SplitRecord(std::string_view line, FieldSeparator separator,
     }
 }
 
-void SplitWithoutComment(std::string_view line, FieldSeparator separator, char decimal,
-                         std::vector<std::string_view>& fields) {
-    constexpr int kCoordinates = 3;
-    for (std::size_t at = line.find_first_of("#;!*%/", 1); at != std::string_view::npos;
+std::string_view WithoutComment(std::string_view line, FieldSeparator separator, char decimal) {
+    constexpr int kMostMarks = 16; // a line of marks is no record with a comment
+    int marks = 0;
+    for (std::size_t at = line.find_first_of("#;!*%/", 1);
+         at != std::string_view::npos && marks < kMostMarks;
          at = line.find_first_of("#;!*%/", at + 1)) {
         const std::size_t mark = MarkLength(line.substr(at), separator);
         if (mark == 0 || !IsBlank(line[at - 1]) || BeginsNumber(Trimmed(line.substr(at + mark)))) {
             continue;
         }
-        SplitRecord(Trimmed(line.substr(0, at)), separator, fields);
-        const auto numbers =
-            std::count_if(fields.begin(), fields.end(), [decimal](std::string_view field) {
-                return NumberOf(field, decimal).has_value();
-            });
-        if (numbers >= kCoordinates) {
-            return;
+        ++marks;
+        const std::string_view data = Trimmed(line.substr(0, at));
+        if (HasThreeNumbers(data, separator, decimal) &&
+            QuotesOf(data, separator, decimal) != Quotes::Open) {
+            return data;
         }
     }
-    SplitRecord(line, separator, fields);
+    return line;
+}
+
+void SplitWithoutComment(std::string_view line, FieldSeparator separator, char decimal,
+                         std::vector<std::string_view>& fields) {
+    SplitRecord(WithoutComment(line, separator, decimal), separator, fields);
+}
+
+Quotes QuotesOf(std::string_view lines, FieldSeparator separator, char decimal) {
+    const char mark = CharacterOf(separator);
+    const bool byBlanks = separator == FieldSeparator::Blank;
+    const std::string_view ends = byBlanks ? " \t\f\v\r\n" : std::string_view("\r\n");
+    bool isDoubtful = false;
+    for (std::size_t at = 0;;) {
+        at = SkipPadding(lines, at, byBlanks ? '\0' : mark);
+        if (at < lines.size() && lines[at] == '"') {
+            const std::size_t close = CloseOf(lines, at);
+            if (close == std::string_view::npos) {
+                return IsBlankLine(lines.substr(at + 1)) ? Quotes::Closed : Quotes::Open;
+            }
+            const std::size_t after = byBlanks ? close + 1 : SkipPadding(lines, close + 1, mark);
+            const bool isWhole = after == lines.size();
+            if (isWhole || lines[after] == mark || (byBlanks && IsBlank(lines[after]))) {
+                isDoubtful =
+                    isDoubtful || HoldsRecord(lines.substr(at, close - at), separator, decimal);
+                if (isWhole) {
+                    break;
+                }
+                at = after + 1;
+                continue;
+            }
+        }
+        const std::size_t end = std::min(lines.find(mark, at), lines.find_first_of(ends, at));
+        if (end == std::string_view::npos) {
+            break;
+        }
+        if (lines[end] == '\r' || lines[end] == '\n') {
+            return Quotes::Stray;
+        }
+        at = end + 1;
+    }
+    return isDoubtful ? Quotes::Records : Quotes::Closed;
 }
 
 std::optional<double> NumberOf(std::string_view field, char decimal) {
-    if (field.empty()) {
-        return std::nullopt;
-    }
-    return PlainNumber(field, decimal).Value();
+    return PlainNumber(WithoutHardBlanks(field), decimal).Value();
 }
 
 bool IsVoid(std::string_view field, char decimal, const std::vector<std::string>& others) {
+    field = WithoutHardBlanks(field);
     if (field.empty() || field == "-") {
         return true;
     }
@@ -270,6 +427,11 @@ std::string LabelText(std::string_view field, TextEncoding encoding) {
     std::string text;
     for (std::size_t i = 0; i < field.size(); ++i) {
         const auto byte = static_cast<unsigned char>(field[i]);
+        if (field[i] == '\r' || field[i] == '\n') {
+            text += ' ';
+            i += field.substr(i).starts_with("\r\n") ? 1 : 0;
+            continue;
+        }
         if (encoding == TextEncoding::Latin1 && byte >= 0x80U) {
             text += static_cast<char>(0xC0U | byte >> 6U);
             text += static_cast<char>(0x80U | (byte & 0x3FU));

@@ -227,14 +227,39 @@ void TextSource::DecodeUtf16(std::string_view bytes) {
     Append(text);
 }
 
-// A carriage return at the end of the window may be the first half of a line end.
 bool TextSource::NextLine(std::string_view& line) {
+    if (TakeLine(0, line)) {
+        return true;
+    }
+    if (!failure_ && !ended_ && !textEnded_) {
+        Fail("a line is longer than any record");
+        failure_->line = lines_ + 1;
+    }
+    return false;
+}
+
+bool TextSource::Extend(std::string_view& line) {
+    const auto begun = static_cast<std::size_t>(cursor_ - line.data());
+    const std::size_t length = line.size();
+    cursor_ = line.data();
+    const bool isTaken = TakeLine(begun, line);
+    if (!isTaken) {
+        line = {cursor_, length};
+        cursor_ += begun;
+    }
+    return isTaken;
+}
+
+// Takes a line of which so many characters are known to belong to it. A carriage return at the end
+// of the window may be the first half of a line end.
+bool TextSource::TakeLine(std::size_t begun, std::string_view& line) {
     for (;;) {
-        const auto length = static_cast<std::size_t>(limit_ - cursor_);
-        const char* end = static_cast<const char*>(std::memchr(cursor_, '\n', length));
+        const char* const from = cursor_ + begun;
+        const auto length = static_cast<std::size_t>(limit_ - from);
+        const char* end = static_cast<const char*>(std::memchr(from, '\n', length));
         const char* const lineFeed = end;
-        const auto upTo = static_cast<std::size_t>((end != nullptr ? end : limit_) - cursor_);
-        if (const void* carriageReturn = std::memchr(cursor_, '\r', upTo)) {
+        const auto upTo = static_cast<std::size_t>((end != nullptr ? end : limit_) - from);
+        if (const void* carriageReturn = std::memchr(from, '\r', upTo)) {
             end = static_cast<const char*>(carriageReturn);
         }
         if (end == nullptr || (*end == '\r' && end + 1 == limit_)) {
@@ -242,12 +267,10 @@ bool TextSource::NextLine(std::string_view& line) {
                 continue;
             }
             if (!ended_ && !textEnded_) {
-                Fail("a line is longer than any record");
-                failure_->line = lines_ + 1;
                 return false;
             }
         }
-        if (end == nullptr && cursor_ == limit_) {
+        if (end == nullptr && from == limit_) {
             return false;
         }
         const char* const stop = end != nullptr ? end : limit_;

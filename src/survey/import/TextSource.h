@@ -58,6 +58,13 @@ public:
     ///         window is a failure.
     bool NextLine(std::string_view& line);
 
+    /// Takes the line behind the last one, too.
+    /// @param[in,out] line  of the last call of NextLine or Extend; then both with the end between
+    ///                      them. It may move in memory.
+    /// @return false, with nothing taken, at the end of the text and where the window cannot hold
+    ///         both.
+    bool Extend(std::string_view& line);
+
     /// Lines that have been taken.
     [[nodiscard]] std::int64_t LinesTaken() const { return lines_; }
 
@@ -73,6 +80,7 @@ public:
 
 private:
     void ReadHead();
+    bool TakeLine(std::size_t begun, std::string_view& line);
     std::size_t ReadBlock(char* to, std::size_t room);
     void Decode(std::string_view bytes);
     void Append(std::string_view text);

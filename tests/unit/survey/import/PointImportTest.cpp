@@ -66,6 +66,44 @@ TEST_F(ImportTest, ReadsWhatIsCertain) {
          "000;5\xC2\xA0"
          "000;6\n",
          "xyz; 2 points 4000.0 5000.0 6.0"},
+        // Commas and points that can only divide thousands.
+        {"1,234,567.5\t2,345.5\t3.5\n1,234,568.5\t-2,346.5\t4.5\n",
+         "xyz; 2 points 1234568.5 -2346.5 4.5"},
+        {"\"1,234,567\",\"2,345.5\",\"3\"\n\"1,234,568\",\"2,346.5\",\"4\"\n",
+         "xyz; 2 points 1234568.0 2346.5 4.0"},
+        {"1.234.567,5;2.345,5;3,5\n1.234.568;2.346,5;4,5\n", "xyz; 2 points 1234568.0 2346.5 4.5"},
+        // Minus signs, blanks and page breaks beyond the usual ones.
+        {"1,2,3\n\xE2\x88\x92"
+         "4,5,6\n",
+         "xyz; 2 points -4.0 5.0 6.0"},
+        {"1.5\xC2\xA0"
+         "2.5\xE2\x80\xAF"
+         "3.5\n\xC2\xA0"
+         "4.5\xC2\xA0 5.5 6.5\xC2\xA0\n",
+         "xyz; 2 points 4.5 5.5 6.5"},
+        {"1.5\xA0"
+         "2.5\xA0"
+         "3.5\n4.5\xA0"
+         "5.5\xA0"
+         "6.5\n",
+         "xyz; 2 points 4.5 5.5 6.5"},
+        {"1\xC2\xA0"
+         "234,5 2 3\n4\xC2\xA0"
+         "234,5 5 6\n",
+         "xyz; 2 points 4234.5 5.0 6.0"},
+        {"P\xC2\xA0"
+         "1 1 2 3\nP\xC2\xA0"
+         "2 4 5 6\n",
+         "pxyz; 2 points 4.0 5.0 6.0 'P\xC2\xA0"
+         "2' ''"},
+        {"\f1 2 3\n\f\n\v4 5 6\n", "xyz; 2 points 4.0 5.0 6.0"},
+        // Quotes.
+        {"1,2,3,\"a\"\n4,5,6,\"b\r\nc\"\n", "e,n,z,c; 2 points 4.0 5.0 6.0 '' 'b c'"},
+        {"\"A\nB\",1,2,3\n\"C\nD\",4,5,6\n", "pxyz; 2 points 4.0 5.0 6.0 'C D' ''"},
+        {"\"Point\nno\",\"E\n(m)\",N,Z\n1,1,2,3\n2,4,5,6\n", "pxyz; 2 points 4.0 5.0 6.0 '2' ''"},
+        {"1,2,3,oak\n4,5,6,\"\n", "e,n,z,c; 2 points 4.0 5.0 6.0 '' '\"'"},
+        {"1,2,3,\"5 inch\n4,5,6,7\" pipe\n", "e,n,z,c; 2 points 4.0 5.0 6.0 '' '7\" pipe'"},
+        {"1,2,3,a\n4,5,6,\"lot # five\"\n", "e,n,z,c; 2 points 4.0 5.0 6.0 '' 'lot # five'"},
         {"P1 1 2 3\nP2 4 5 6\n", "pxyz; 2 points 4.0 5.0 6.0 'P2' ''"},
         {"P1 1 2 3 oak tree\nP2 4 5 6 big old oak\n",
          "penzd; 2 points 4.0 5.0 6.0 'P2' 'big old oak'"},
@@ -144,6 +182,13 @@ TEST_F(ImportTest, AsksAboutWhatIsNotCertain) {
         {"1\n2\n3\n", ": 1 column holds numbers, and a point has three; the columns may be free."},
         {"1,234\t2,345\t3,456\n4,567\t5,678\t6,789\n",
          ": a comma may be the decimal sign or divide thousands; the columns may be xyz, yxz."},
+        {"1,234\t2,345\t3.5\n4,567\t5,678\t6.5\n",
+         ": 2 columns hold numbers, and a point has three."},
+        {"1,200,300 2,300,400 3,400,500\n",
+         ": commas may part numbers or divide thousands; the columns may be xyz, yxz, free."},
+        {"1 2 3 4 5 6 7 8 9\n", ": all numbers stand on one line; the columns may be free."},
+        {"1,2,3,\"tree\n7,7,77,\"\n4,5,6,\"b\"\n",
+         ", line 1: a quoted field goes on over lines that may be records."},
         {"Y X H\n1 2 3\n4 5 6\n", ": the names of the columns do not tell easting, northing and "
                                   "height apart; the columns may be xyz, yxz."},
         {"N,E,Z\nX,Y,Z\n1,2,3\n4,5,6\n", ": the names of the columns do not tell easting, "
@@ -192,6 +237,9 @@ TEST_F(ImportTest, NamesFilesThatAreNoTextOfPoints) {
         {"%PDF-1.4", "this is a PDF document"},
         {"AC1015\0\0"s, "this is a CAD drawing"},
         {"1,2,3\n\0\0\0"s, "this is a binary file"},
+        {"\xFF\xFE\0\0001\0\0\0"s, "this is a UTF-32 text"},
+        {"\0\0\0001\0\0\0,\0\0\0002\0\0\0,\0\0\0003"s, "this is a UTF-32 text"},
+        {"X,Y,Z\n1,2,3" + std::string(200000, 'x'), "line 2: this line is longer than any record"},
     };
     for (const Trap& trap : traps) {
         Import(trap.text);
@@ -202,6 +250,41 @@ TEST_F(ImportTest, NamesFilesThatAreNoTextOfPoints) {
     EXPECT_TRUE(outcome.failure) << "a folder";
     outcome = ImportPoints(folder.File("none"), {}, BadRecords::Refuse, points);
     EXPECT_NE(outcome.failure->Sentence().find("No such file"), std::string::npos);
+}
+
+// Files that were put together: what follows the second names is not left to the first ones.
+TEST_F(ImportTest, EndsAtNamesInAnotherOrder) {
+    const std::string other = ", line 4: this line names the columns in another order than before; "
+                              "split the file above it.";
+    const std::string left = "yxz; 3 points; 1 bad records left out 5.0 4.0 6.0";
+    const std::pair<std::string, std::string> files[] = {
+        {"N,E,Z\n1,2,3\n4,5,6\nE,N,Z\n7,8,9\n", other},
+        {"N,E,Z\n1,2,3\n4,5,6\n# E,N,Z\n7,8,9\n", other},
+        {"# N E Z\n1,2,3\n4,5,6\nEasting,Northing,Foo\n7,8,9\n", other},
+        {"1,2,3\n4,5,6\n7,8,9\nY;X;H\n7,8,9\n", other},
+        {"N,E,Z\n1,2,3\n4,5,6\nNorth [m],East [m],Height\n7,8,9\n", left},
+        {"N,E,Z\n1,2,3\n4,5,6\nEnd of the first part\n7,8,9\n", left},
+        {"N,E,Z\n1,2,3\n4,5,6\n# height at point E of N\n7,8,9\n", "yxz; 3 points 5.0 4.0 6.0"},
+    };
+    for (const auto& [text, told] : files) {
+        Import(text, {}, BadRecords::Skip);
+        EXPECT_EQ(Told(), told) << text;
+    }
+    // Somebody has said what an order of two meanings is.
+    ImportWish wish;
+    wish.columns = ParseColumns("xyz");
+    Import("Y,X,H\n1,2,3\n4,5,6\nY,X,H\n7,8,9\n", wish, BadRecords::Skip);
+    EXPECT_EQ(Told(), "xyz; 3 points; 1 bad records left out 4.0 5.0 6.0");
+}
+
+TEST_F(ImportTest, TellsTheLineOnWhichARecordOfManyBegins) {
+    Import("1,2,3,\"a\nb\nc\"\n4,5,6,d\n7,8,,\"e\n\"\n7,8,9,f\n7,8,9,f\n");
+    EXPECT_EQ(Told(), "e,n,z,c; 4 points; 1 without height 4.0 5.0 6.0 '' 'd'");
+    EXPECT_EQ(points.labels.Line(1), 1);
+    EXPECT_EQ(points.labels.Line(2), 4);
+    EXPECT_EQ(points.labels.Line(3), 7);
+    EXPECT_EQ(points.labels.Line(4), 8);
+    EXPECT_EQ(outcome.report.voidLines, std::vector<std::int64_t>{5});
 }
 
 TEST_F(ImportTest, LeavesOutPointsWithoutHeightAndCountsThem) {
@@ -218,6 +301,9 @@ TEST_F(ImportTest, LeavesOutPointsWithoutHeightAndCountsThem) {
     wish.voids = {"0", "no data"};
     Import("1 2 3\n4 5 0.00\n7 8 9\n", wish);
     EXPECT_EQ(Told(), "xyz; 2 points; 1 without height 7.0 8.0 9.0");
+    wish.voids = {"N/A"};
+    Import("E,N,Z\n1,2,3\n4,5,N/A\n4,5,N/A\n7,8,9\n", wish);
+    EXPECT_EQ(Told(), "xyz; 2 points; 2 without height 7.0 8.0 9.0");
 }
 
 TEST_F(ImportTest, ReadsGridsAsThePointsOfTheirNodes) {
@@ -228,6 +314,11 @@ TEST_F(ImportTest, ReadsGridsAsThePointsOfTheirNodes) {
     Import("DSAA\n3 2\n100 120\n200 210\n1 6\n1 2 3\n4 1.70141e38 6\n");
     EXPECT_EQ(Told(), "Surfer ASCII grid; 5 points; 1 without height 110.0 200.0 2.0");
     EXPECT_EQ(points.y[5], 210);
+    ImportWish wish;
+    wish.decimal = ',';
+    wish.columns = ParseColumns("xyz");
+    Import("ncols 2\nnrows 2\nxllcorner 0,5\nyllcorner 0\ncellsize 1\n1,5 2,5\n3 4\n", wish);
+    EXPECT_EQ(Told(), "ESRI ASCII grid; 4 points 2.0 1.5 2.5");
     const Trap wrong[] = {{"DSAA\n3 2\n1 2\n1 2\n1 6\n1 2 3\n4 5\n", "before the heights of all"},
                           {"DSAA\n2 1\n1 2\n1 2\n1 6\n1 2 3\n", "more heights than"},
                           {"ncols 3\nnrows 2\n1 2 3 4 5 6\n", "header of the grid is not complete"},
