@@ -28,6 +28,17 @@ refused 1 'seven, line 3: 1 field where the other records have 3\.' seven --out 
 refused 1 'seven, line 3: the file ends where a number is expected\.$' seven --out out --columns free
 refused 1 'may be pxyz, pyxz, .*free\. --columns says which\.$' numbered --out out
 refused 1 'this is a DXF drawing' drawing --out out
+printf '1,2,3\n4,5,N/A\n7,8,"no, data"\n' >gaps
+refused 1 "a point has three\. --void 'N/A' takes that for a missing height\." gaps --out out
+cat points points points gaps >late
+refused 1 "\"N/A\" is not a number\. --void 'N/A' takes that for a missing height\." late --out out
+refused 1 "\. --void '\"no, data\"' takes that" late --out out --void N/A
+refused 3 '1 point; three are needed' gaps --out out --void 'N/A,"no, data"'
+printf 'ncols 2\nnrows 2\nxllcorner 0\nyllcorner 0\ncellsize 1\n1,5 2\n3 4\n' >grid
+refused 1 '"1,5" is not a number\. --decimal comma' grid --out out
+for option in columns=xyz separator=comma skip=3 bad-records=skip; do
+    refused 2 "grid of heights (ESRI ASCII grid), for which --${option%=*} means" grid --out out --$option
+done
 refused 1 'none: No such file or directory\.$' none --out out
 refused 1 'out: Is a directory\.$' out --out out
 if [[ $EUID != 0 ]]; then
@@ -81,6 +92,15 @@ done <<'END'
 --bad-records keep
 --check xml
 --tolerance near
+--tolerance 1
+--check text --tolerance near
+--columns free --skip 1
+--columns free --separator comma
+--columns free --decimal point
+--columns free --void x
+--columns free --encoding utf-8
+--columns free --bad-records skip
+--void "x
 --theta 360
 --alfa steep
 --rayx 1001

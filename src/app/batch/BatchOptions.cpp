@@ -256,6 +256,9 @@ void ParseCheck(const QCommandLineParser& parser, const Options& known, BatchOpt
         }
         options.summaryWanted = true;
     }
+    if (parser.isSet(known.tolerance) && !parser.isSet(known.check)) {
+        throw UsageError(QStringLiteral("--tolerance means nothing without --check."));
+    }
     options.checkOptions.tolerance = ParseNumber(parser, known.tolerance, 0, 1e9);
 }
 

@@ -181,6 +181,7 @@ public:
 
 private:
     static void EndWhenStopped();
+    void RefuseForGrid(GridFormat grid) const;
     void Read();
     void Check();
     void Draw();
@@ -228,13 +229,41 @@ private:
     BatchFigures figures_;
 };
 
+// A text without a digit in the column of heights may say that there is none.
+std::string VoidHint(const std::string& text) {
+    constexpr std::size_t kMost = 24;
+    const bool mayBe = !text.empty() && text.size() <= kMost &&
+                       text.find_first_of("0123456789'\"") == std::string::npos;
+    const bool hasComma = text.find(',') != std::string::npos;
+    const std::string quoted = hasComma ? "'\"" + text + "\"'" : "'" + text + "'";
+    return mayBe ? " --void " + quoted + " takes that for a missing height." : std::string();
+}
+
+std::string VoidHintFor(const ImportOutcome& input) {
+    const ReadFailure& failure = *input.failure;
+    const std::vector<ColumnRole>& columns = input.inspection.plan.columns;
+    const auto column = static_cast<std::size_t>(failure.field);
+    const bool isHeight = failure.kind == ReadFailure::Kind::NotANumber && column > 0 &&
+                          column <= columns.size() && columns[column - 1] == ColumnRole::Height;
+    const std::string& content = failure.content; // quoted
+    return isHeight && content.size() > 2 ? VoidHint(content.substr(1, content.size() - 2)) : "";
+}
+
 // Which option decides what is not certain.
 std::string HintFor(const ImportOutcome& input) {
+    if (input.inspection.grid != GridFormat::None &&
+        input.failure->content.find(',') != std::string::npos) {
+        return " --decimal comma reads such numbers.";
+    }
     if (!input.needsChoice) {
         return {};
     }
     if (input.failure->line > 0) {
-        return " --bad-records skip leaves such records out, --columns says what the columns are.";
+        return VoidHintFor(input) +
+               " --bad-records skip leaves such records out, --columns says what the columns are.";
+    }
+    if (const std::string hint = VoidHint(input.inspection.heightText); !hint.empty()) {
+        return hint;
     }
     if (input.inspection.doubtKind == DoubtKind::CommaOfNumbers) {
         return " --decimal says which.";
@@ -252,11 +281,22 @@ void BatchRun::EndWhenStopped() {
     }
 }
 
+// Only a look into the file tells that it is one.
+void BatchRun::RefuseForGrid(GridFormat grid) const {
+    const std::string option = ImportOptions::UnusedForGrid(options_.import);
+    if (grid != GridFormat::None && !option.empty()) {
+        throw RunFailure(ExitCode::kUsage, options_.pointFile + ": this is a grid of heights (" +
+                                               NameOfReading(figures_.input.inspection) +
+                                               "), for which " + option + " means nothing.");
+    }
+}
+
 void BatchRun::Read() {
     PointSet points;
     const ImportCall& import = options_.import;
     figures_.input = ImportPoints(options_.pointFile, import.wish, import.bad, points, stop_);
     EndWhenStopped();
+    RefuseForGrid(figures_.input.inspection.grid);
     const std::optional<ReadFailure>& failure = figures_.input.failure;
     if (failure && !figures_.input.inspection.isEmpty) {
         throw RunFailure(ExitCode::kPointFile, failure->Sentence() + HintFor(figures_.input));

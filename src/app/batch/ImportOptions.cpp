@@ -1,6 +1,11 @@
 #include "app/batch/ImportOptions.h"
 
 #include "app/batch/UsageError.h"
+#include "survey/import/Records.h"
+
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace terravo {
 namespace {
@@ -60,7 +65,47 @@ void ParseEncodingInto(const QString& text, ImportWish& wish) {
     }
 }
 
+// A comma in quotes separates nothing.
+void ParseVoidsInto(const std::string& text, ImportWish& wish) {
+    std::vector<std::string_view> voids;
+    if (QuotesOf(text, FieldSeparator::Comma, '.') == Quotes::Open) {
+        throw UsageError(QStringLiteral("--void has a quote that is not closed: %1.")
+                             .arg(QString::fromStdString(text)));
+    }
+    SplitRecord(text, FieldSeparator::Comma, voids);
+    for (const std::string_view one : voids) {
+        if (!one.empty()) {
+            wish.voids.push_back(LabelText(one, TextEncoding::Utf8));
+        }
+    }
+}
+
 } // namespace
+
+// A list of numbers has none of what these say; a value that changes nothing does no harm.
+void ImportOptions::RefuseBesideFree(const QCommandLineParser& parser) const {
+    const auto isSaid = [&parser](const QCommandLineOption& option, const char* nothing) {
+        return parser.isSet(option) && parser.value(option) != QLatin1String(nothing);
+    };
+    for (const auto& [option, nothing] :
+         {std::pair(&separator_, "auto"), std::pair(&decimal_, "auto"), std::pair(&skip_, "0"),
+          std::pair(&void_, ""), std::pair(&encoding_, "auto"), std::pair(&bad_, "refuse")}) {
+        if (isSaid(*option, nothing)) {
+            throw UsageError(
+                QStringLiteral("--%1 means nothing for a list of numbers (--columns free).")
+                    .arg(option->names().first()));
+        }
+    }
+}
+
+std::string ImportOptions::UnusedForGrid(const ImportCall& call) {
+    const ImportWish& wish = call.wish;
+    return wish.columns                                                              ? "--columns"
+           : wish.separator.value_or(FieldSeparator::Blank) != FieldSeparator::Blank ? "--separator"
+           : wish.skip.value_or(0) != 0                                              ? "--skip"
+           : call.bad == BadRecords::Skip ? "--bad-records"
+                                          : "";
+}
 
 void ImportOptions::AddTo(QCommandLineParser& parser) const {
     parser.addOptions({columns_, separator_, decimal_, skip_, void_, encoding_, bad_});
@@ -80,14 +125,15 @@ ImportCall ImportOptions::Parse(const QCommandLineParser& parser) const {
         }
         call.wish.skip = lines;
     }
-    for (const QString& text : parser.value(void_).split(QLatin1Char(','), Qt::SkipEmptyParts)) {
-        call.wish.voids.push_back(text.trimmed().toStdString());
-    }
+    ParseVoidsInto(parser.value(void_).toStdString(), call.wish);
     const QString bad = parser.value(bad_);
     if (bad != QLatin1String("refuse") && bad != QLatin1String("skip")) {
         Refuse(QStringLiteral("bad-records"), "refuse or skip", bad);
     }
     call.bad = bad == QLatin1String("skip") ? BadRecords::Skip : BadRecords::Refuse;
+    if (call.wish.freeList) {
+        RefuseBesideFree(parser);
+    }
     return call;
 }
 

@@ -9,6 +9,8 @@
 #include <QCommandLineOption>
 #include <QCommandLineParser>
 
+#include <string>
+
 namespace terravo {
 
 struct ImportCall {
@@ -23,7 +25,12 @@ public:
     /// Throws UsageError.
     [[nodiscard]] ImportCall Parse(const QCommandLineParser& parser) const;
 
+    /// The option of a call that means nothing for a grid, with its dashes; empty for none.
+    static std::string UnusedForGrid(const ImportCall& call);
+
 private:
+    void RefuseBesideFree(const QCommandLineParser& parser) const;
+
     QCommandLineOption columns_{
         QStringLiteral("columns"),
         QStringLiteral("What the columns are: auto, free (a list of numbers), xyz, yxz, pxyz, "
@@ -43,7 +50,8 @@ private:
                              QStringLiteral("n")};
     QCommandLineOption void_{
         QStringLiteral("void"),
-        QStringLiteral("Further texts for a missing height, separated by commas."),
+        QStringLiteral("Further texts for a missing height, separated by commas; one that holds a "
+                       "comma is put in double quotes."),
         QStringLiteral("list")};
     QCommandLineOption encoding_{QStringLiteral("encoding"),
                                  QStringLiteral("auto, utf-8, utf-16 or latin-1. Default: auto."),
