@@ -46,6 +46,7 @@ void MakeRoomForAll(PointSet& points, std::uint64_t bytesRead, std::uint64_t fil
         for (Array1<double>* values : {&points.x, &points.y, &points.z}) {
             values->Reserve(expected);
         }
+        points.labels.Reserve(expected);
     }
 }
 

@@ -11,6 +11,17 @@ void PointLabels::Append(std::string_view name, std::string_view code) {
     ends_.push_back(text_.size());
 }
 
+void PointLabels::Reserve(Index points) {
+    if (ends_.empty()) {
+        return;
+    }
+    constexpr double kMargin = 1.1; // point numbers grow longer
+    const double lengthOfBoth =
+        static_cast<double>(text_.size()) / (static_cast<double>(ends_.size()) / 2);
+    ends_.reserve(2 * static_cast<std::size_t>(points));
+    text_.reserve(static_cast<std::size_t>(kMargin * lengthOfBoth * points));
+}
+
 void PointLabels::NoteLine(Index point, std::int64_t line) {
     if (runs_.empty() || runs_.back().line + (point - runs_.back().point) != line) {
         runs_.push_back({point, line});

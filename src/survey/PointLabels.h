@@ -18,6 +18,8 @@ class PointLabels {
 public:
     /// Notes the name and the code of the next point, UTF-8. Either all points have labels or none.
     void Append(std::string_view name, std::string_view code);
+    /// Makes room for so many points whose labels are about as long as those so far.
+    void Reserve(Index points);
     /// Notes the line, from 1, of a point. Points come in their order; where none is said for a
     /// point, it stands on the line after the one before.
     void NoteLine(Index point, std::int64_t line);
