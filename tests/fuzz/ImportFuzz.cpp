@@ -1,9 +1,11 @@
 // Files of any bytes, inspected and read as points.
 //
 // Data: the input is the file. Method: what is read must add up, say why it is not read, and come
-// out the same when every line is taken apart instead of being read straight from the text.
+// out the same when every line is taken apart instead of being read straight from the text, and as
+// the preview shows it.
 #include "fuzz/FuzzInput.h"
 #include "support/TemporaryFolder.h"
+#include "survey/import/ImportPreview.h"
 #include "survey/import/PointImport.h"
 
 #include <cmath>
@@ -47,6 +49,20 @@ void CompareWithSlowRoad(const std::string& path, const ImportPlan& plan, const 
     }
 }
 
+void CompareWithPreview(const std::string& path, const ImportPlan& plan, const PointSet& points,
+                        const ImportReport& report) {
+    const ImportPreview preview = PreviewOf(ReadHeadText(path, plan.encoding), plan);
+    Require(preview.isAll && preview.points.x == points.x && preview.points.y == points.y &&
+                preview.points.z == points.z,
+            "the preview shows the same points");
+    Require(preview.records == report.records && preview.badRecords == report.badRecords &&
+                preview.voidHeights == report.voidHeights &&
+                preview.headerLines == report.headerLines &&
+                preview.commentLines == report.commentLines &&
+                preview.blankLines == report.blankLines,
+            "and the same counts");
+}
+
 } // namespace
 } // namespace terravo
 
@@ -72,6 +88,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
         if (!read.failure) {
             CheckReading(read, all);
             CompareWithSlowRoad(path, plan, all, read.report);
+            CompareWithPreview(path, plan, all, read.report);
         }
     }
     return 0;
