@@ -1,14 +1,35 @@
 #include "survey/check/FirstLook.h"
 
+#include "survey/check/TriangleFan.h"
+
+#include <algorithm>
 #include <array>
 #include <cmath>
 
 namespace terravo {
 namespace {
 
+// Weighted changes of height towards the neighbours.
 struct Weighed {
-    double change = 0; // sum of weighted changes of height towards the neighbours
+    double change = 0;
     double weight = 0;
+
+    void operator+=(const Weighed& more) {
+        change += more.change;
+        weight += more.weight;
+    }
+};
+
+// Sizes at the other corners of triangles.
+struct SizeSum {
+    float total = 0;
+    float count = 0;
+
+    void operator+=(const SizeSum& more) {
+        total += more.total;
+        count += more.count;
+    }
+    [[nodiscard]] float Mean() const { return total / count; }
 };
 
 struct Corners {
@@ -28,8 +49,10 @@ Corners CornersOf(const Triangle& triangle, const MeshOrder& points) {
     return corners;
 }
 
-// Each edge takes half its weight from either side; the common factor is of no matter.
-void WeighEdges(const Triangle& triangle, const Corners& corners, Array1<Weighed>& sums) {
+// Calls add(vertex, what) for both ends of each edge. An edge takes half its weight from either
+// side; the common factor is of no matter.
+template <class Add>
+void WeighEdges(const Triangle& triangle, const Corners& corners, Add add) {
     const auto& [x, y, z] = corners;
     const double area = (x[1] - x[0]) * (y[2] - y[0]) - (x[2] - x[0]) * (y[1] - y[0]);
     const double inverse = area > 0 ? 1 / area : 0;
@@ -39,66 +62,135 @@ void WeighEdges(const Triangle& triangle, const Corners& corners, Array1<Weighed
         const double weight =
             ((x[k] - x[j]) * (x[l] - x[j]) + (y[k] - y[j]) * (y[l] - y[j])) * inverse;
         const double change = weight * (z[l] - z[k]);
-        Weighed& from = sums[triangle.vertices[k]];
-        Weighed& to = sums[triangle.vertices[l]];
-        from.change += change;
-        from.weight += weight;
-        to.change -= change;
-        to.weight += weight;
+        add(triangle.vertices[k], Weighed{change, weight});
+        add(triangle.vertices[l], Weighed{-change, weight});
     }
 }
 
-void MarkHull(const Triangle& triangle, Array1<char>& isOnHull) {
-    for (int j = 1; j <= 3; ++j) {
-        if (triangle.Neighbour(j) < 0) {
-            isOnHull[triangle.Vertex(j)] = 1;
-            isOnHull[triangle.Vertex(NextEdge(j))] = 1;
-        }
+// Calls add(vertex, what) for each corner.
+template <class Add>
+void AddSizes(const Triangle& triangle, const Array1<float>& values, Add add) {
+    float total = 0;
+    for (const Index vertex : triangle.vertices) {
+        total += std::abs(values[vertex]);
+    }
+    for (const Index vertex : triangle.vertices) {
+        add(vertex, SizeSum{total - std::abs(values[vertex]), 2});
     }
 }
 
-Array1<float> MeanSizeAbout(const Array1<float>& values, const TriangleList& triangles) {
-    struct Sum {
-        float total = 0;
-        float count = 0;
-    };
-    Array1<Sum> sums(values.UpperBound());
-    for (Index t = 1; t <= triangles.count; ++t) {
-        const auto& vertices = triangles.table[t].vertices;
-        float total = 0;
-        for (const Index vertex : vertices) {
-            total += std::abs(values[vertex]);
-        }
-        for (const Index vertex : vertices) {
-            sums[vertex].total += total - std::abs(values[vertex]);
-            sums[vertex].count += 2;
-        }
+float DeviationOf(const Weighed& sum, bool isOnHull) {
+    const auto size = static_cast<float>(-sum.change / sum.weight);
+    return !isOnHull && std::isfinite(size) ? size : 0;
+}
+
+// Sums at each corner what visit(triangle, add) adds there.
+template <class Sum, class Visit>
+Array1<Sum> SumAtCorners(const MeshOrder& points, Visit visit) {
+    Array1<Sum> sums(points.Count());
+    for (Index t = 1; t <= points.triangles.count; ++t) {
+        visit(points.triangles.table[t],
+              [&](Index vertex, const Sum& what) { sums[vertex] += what; });
     }
-    Array1<float> means(values.UpperBound());
-    for (Index i = 1; i <= means.UpperBound(); ++i) {
-        means[i] = sums[i].total / sums[i].count;
+    return sums;
+}
+
+Array1<float> Deviations(const MeshOrder& points) {
+    const auto sums = SumAtCorners<Weighed>(points, [&](const Triangle& triangle, auto add) {
+        WeighEdges(triangle, CornersOf(triangle, points), add);
+    });
+    Array1<float> deviations(points.Count());
+    for (Index i = 1; i <= points.Count(); ++i) {
+        deviations[i] = DeviationOf(sums[i], points.isOnHull[i] != 0);
+    }
+    return deviations;
+}
+
+Array1<float> MeanSizeAbout(const Array1<float>& values, const MeshOrder& points) {
+    const auto sums = SumAtCorners<SizeSum>(
+        points, [&](const Triangle& triangle, auto add) { AddSizes(triangle, values, add); });
+    Array1<float> means(points.Count());
+    for (Index i = 1; i <= points.Count(); ++i) {
+        means[i] = sums[i].Mean();
     }
     return means;
 }
 
+// The same sums at single corners. Sums depend on the order of what is added, so the triangles are
+// taken in the order of their numbers, as in a look at all.
+class LookAtCorner {
+public:
+    explicit LookAtCorner(const MeshOrder& points) : points_(points) {}
+
+    float Deviation(Index corner) {
+        const auto sum = SumAt<Weighed>(corner, [this](const Triangle& triangle, auto add) {
+            WeighEdges(triangle, CornersOf(triangle, points_), add);
+        });
+        return DeviationOf(sum, points_.isOnHull[corner] != 0);
+    }
+
+    float MeanSize(const Array1<float>& values, Index corner) {
+        const auto sum = SumAt<SizeSum>(
+            corner, [&](const Triangle& triangle, auto add) { AddSizes(triangle, values, add); });
+        return sum.Mean();
+    }
+
+    std::vector<Index> WithNeighbours(const std::vector<Index>& corners) {
+        std::vector<Index> all;
+        for (const Index corner : corners) {
+            for (const Index t : TrianglesAt(corner)) {
+                const auto& vertices = points_.triangles.table[t].vertices;
+                all.insert(all.end(), vertices.begin(), vertices.end());
+            }
+        }
+        std::sort(all.begin(), all.end());
+        all.erase(std::unique(all.begin(), all.end()), all.end());
+        return all;
+    }
+
+private:
+    template <class Sum, class Visit>
+    Sum SumAt(Index corner, Visit visit) {
+        Sum sum;
+        for (const Index t : TrianglesAt(corner)) {
+            visit(points_.triangles.table[t], [&](Index vertex, const Sum& what) {
+                if (vertex == corner) {
+                    sum += what;
+                }
+            });
+        }
+        return sum;
+    }
+
+    const std::vector<Index>& TrianglesAt(Index corner) {
+        fan_.clear();
+        ForTrianglesAt(corner, points_.triangleOf[corner], points_.triangles,
+                       points_.triangles.count, [this](Index t) { fan_.push_back(t); });
+        std::sort(fan_.begin(), fan_.end());
+        return fan_;
+    }
+
+    const MeshOrder& points_;
+    std::vector<Index> fan_;
+};
+
 } // namespace
 
 FirstLook::FirstLook(const MeshOrder& points)
-    : deviation(points.Count()), triangleOf(points.Count()), isOnHull(points.Count(), 0) {
-    Array1<Weighed> sums(points.Count());
-    for (Index t = 1; t <= points.triangles.count; ++t) {
-        const Triangle& triangle = points.triangles.table[t];
-        WeighEdges(triangle, CornersOf(triangle, points), sums);
-        MarkHull(triangle, isOnHull);
-        for (const Index vertex : triangle.vertices) {
-            triangleOf[vertex] = t;
-        }
+    : deviation(Deviations(points)), sizeAbout(MeanSizeAbout(deviation, points)),
+      roughness(MeanSizeAbout(sizeAbout, points)) {}
+
+void FirstLook::Renew(const MeshOrder& points, std::vector<Index> changed) {
+    LookAtCorner look(points);
+    for (const Index i : changed = look.WithNeighbours(changed)) {
+        deviation[i] = look.Deviation(i);
     }
-    for (Index i = 1; i <= points.Count(); ++i) {
-        const auto size = static_cast<float>(-sums[i].change / sums[i].weight);
-        deviation[i] = isOnHull[i] == 0 && std::isfinite(size) ? size : 0;
+    for (const Index i : changed = look.WithNeighbours(changed)) {
+        sizeAbout[i] = look.MeanSize(deviation, i);
     }
-    roughness = MeanSizeAbout(MeanSizeAbout(deviation, points.triangles), points.triangles);
+    for (const Index i : look.WithNeighbours(changed)) {
+        roughness[i] = look.MeanSize(sizeAbout, i);
+    }
 }
 
 } // namespace terravo

@@ -8,15 +8,19 @@
 
 #include "survey/check/MeshOrder.h"
 
+#include <vector>
+
 namespace terravo {
 
 struct FirstLook {
     explicit FirstLook(const MeshOrder& points);
+    /// Looks again where the heights of some corners have changed: all is as in a new look, digit
+    /// for digit.
+    void Renew(const MeshOrder& points, std::vector<Index> changed);
 
-    Array1<float> deviation;  // of each corner from the mean of its neighbours; 0 on the hull
-    Array1<float> roughness;  // mean size of the deviations up to two edges away
-    Array1<Index> triangleOf; // one of the triangles at the corner
-    Array1<char> isOnHull;
+    Array1<float> deviation; // of each corner from the mean of its neighbours; 0 on the hull
+    Array1<float> sizeAbout; // mean size of the deviations up to one edge away
+    Array1<float> roughness; // and up to two edges away
 };
 
 } // namespace terravo

@@ -2,11 +2,13 @@
 
 #include "survey/FileDecimals.h"
 #include "survey/check/FirstLook.h"
+#include "survey/check/TriangleFan.h"
 #include "survey/check/WholeSurvey.h"
 #include "util/NumberText.h"
 #include "util/Parallel.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <iterator>
 #include <optional>
@@ -34,8 +36,9 @@ constexpr double kUsualPart = 0.8;
 // Triangles that a trend needs, and those looked at about one point.
 constexpr std::size_t kFewestTriangles = 4;
 constexpr std::ptrdiff_t kEnoughShort = 12;
-constexpr int kMostTrianglesAbout = 64;
+constexpr Index kMostTrianglesAbout = 64;
 constexpr int kMostRounds = 5;
+constexpr Index kPointsALevelled = 1000;
 
 // Beyond these the arithmetic could leave the doubles.
 constexpr double kSteepest = 1e100;
@@ -50,6 +53,20 @@ template <class T>
 void SortUnique(std::vector<T>& items) {
     std::sort(items.begin(), items.end());
     items.erase(std::unique(items.begin(), items.end()), items.end());
+}
+
+// Leaves each number once, the first time that it comes. The order is of no matter, so this need
+// not sort, which takes longer.
+void LeaveOnce(std::vector<Index>& items) {
+    std::vector<Index> slots(std::bit_ceil(2 * items.size() + 1), 0);
+    const std::size_t mask = slots.size() - 1;
+    std::erase_if(items, [&](Index item) {
+        std::size_t at = static_cast<std::size_t>(item) & mask;
+        while (slots[at] != 0 && slots[at] != item) {
+            at = (at + 1) & mask;
+        }
+        return std::exchange(slots[at], item) == item;
+    });
 }
 
 double TakeQuantile(std::vector<double>& values, double part) {
@@ -79,7 +96,7 @@ class OutlierSearch {
 public:
     OutlierSearch(MeshOrder points, const Array1<char>& isLone)
         : points_(std::move(points)), triangles_(points_.triangles), look_(points_),
-          isKnown_(points_.Count()) {
+          isKnown_(points_.Count()), isDue_(points_.Count(), 1) {
         for (Index i = 1; i <= points_.Count(); ++i) {
             isKnown_[i] = isLone[points_.number[i]];
         }
@@ -89,27 +106,72 @@ public:
         least_ = LeastChange(bulk);
     }
 
-    // An outlier hides smaller ones beside it, so what has been found is levelled and all is looked
-    // at again.
+    // An outlier hides smaller ones beside it, so what has been found is levelled and all that it
+    // was beside is looked at again.
     void Run(FindingCollector& findings) {
-        for (int round = 0; round < kMostRounds && FindMore(findings); ++round) {
-            look_ = FirstLook(points_);
+        for (int round = 0; round < kMostRounds; ++round) {
+            const std::vector<Index> levelled = FindMore(findings);
+            if (levelled.empty()) {
+                return;
+            }
+            LookAgain(levelled);
         }
     }
 
 private:
-    bool FindMore(FindingCollector& findings) {
-        bool found = false;
+    // The points found.
+    std::vector<Index> FindMore(FindingCollector& findings) {
+        std::vector<Index> found;
         for (const Index i : Suspects(Candidates())) {
             for (const double sign : {1.0, -1.0}) {
                 const std::optional<Outlier> outlier = Judge(i, sign);
                 if (outlier) {
                     Tell(*outlier, findings);
-                    found = true;
+                    found.insert(found.end(), outlier->group.begin(), outlier->group.end());
                 }
             }
         }
         return found;
+    }
+
+    // Where many have been found it is as quick to look at everything.
+    void LookAgain(const std::vector<Index>& levelled) {
+        if (std::ssize(levelled) > points_.Count() / kPointsALevelled) {
+            look_ = FirstLook(points_);
+            std::fill(isDue_.begin(), isDue_.end(), char{1});
+            return;
+        }
+        look_.Renew(points_, levelled);
+        std::fill(isDue_.begin(), isDue_.end(), char{0});
+        MarkDue(levelled);
+    }
+
+    // Marks the points from which a group, its surroundings and so the verdict may reach one of
+    // these. Known outliers beside a group join it, so they do not count on the way.
+    void MarkDue(std::vector<Index> ring) {
+        constexpr int kEdgesBehindGroup = 2;
+        for (int edges = 0; edges < kLargestGroup + kEdgesBehindGroup; ++edges) {
+            std::vector<Index> next;
+            while (!ring.empty()) {
+                const Index from = ring.back();
+                ring.pop_back();
+                ForNeighbours(from, [&](Index to) {
+                    if (std::exchange(isDue_[to], char{1}) == 0) {
+                        (isKnown_[to] != 0 ? ring : next).push_back(to);
+                    }
+                });
+            }
+            ring = std::move(next);
+        }
+    }
+
+    template <class Use>
+    void ForNeighbours(Index point, Use use) const {
+        ForTrianglesAt(point, points_.triangleOf[point], triangles_, triangles_.count,
+                       [&](Index t) {
+                           const auto& vertices = triangles_.table[t].vertices;
+                           std::for_each(vertices.begin(), vertices.end(), use);
+                       });
     }
 
     // Heights as coarse as whole metres make steps of their own, and one part in ten thousand of
@@ -123,7 +185,7 @@ private:
     [[nodiscard]] double UsualDeviation() const {
         std::vector<double> sizes;
         for (Index i = 1; i <= points_.Count(); i += points_.Count() / 10000 + 1) {
-            if (look_.isOnHull[i] == 0) {
+            if (points_.isOnHull[i] == 0) {
                 sizes.push_back(std::abs(look_.deviation[i]));
             }
         }
@@ -152,7 +214,7 @@ private:
     [[nodiscard]] std::vector<Index> Candidates() const {
         std::vector<Index> candidates;
         for (Index i = 1; i <= points_.Count(); ++i) {
-            if (look_.isOnHull[i] != 0 || IsWorthALook(i)) {
+            if (isDue_[i] != 0 && (points_.isOnHull[i] != 0 || IsWorthALook(i))) {
                 candidates.push_back(i);
             }
         }
@@ -242,36 +304,9 @@ private:
 
     // Calls use(t) for the triangles at a point; false when there are too many.
     template <class Use>
-    bool ForTrianglesAt(Index point, Use use) const {
-        const Index start = look_.triangleOf[point];
-        Index t = start;
-        int steps = 0;
-        do {
-            use(t);
-            if (++steps > kMostTrianglesAbout) {
-                return false;
-            }
-            t = Turn(t, point, 1);
-        } while (t > 0 && t != start);
-        if (t == start) {
-            return true;
-        }
-        for (t = Turn(start, point, 0); t > 0; t = Turn(t, point, 0)) {
-            use(t);
-            if (++steps > kMostTrianglesAbout) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-    // The next triangle about a point, counter-clockwise or clockwise; 0 or less at the hull.
-    [[nodiscard]] Index Turn(Index t, Index point, int counterClockwise) const {
-        const Triangle& triangle = triangles_.table[t];
-        const int corner = triangle.vertices[0] == point   ? 1
-                           : triangle.vertices[1] == point ? 2
-                                                           : 3;
-        return triangle.Neighbour(counterClockwise != 0 ? NextEdge(NextEdge(corner)) : corner);
+    bool ForSomeTrianglesAt(Index point, Use use) const {
+        return ForTrianglesAt(point, points_.triangleOf[point], triangles_, kMostTrianglesAbout,
+                              use);
     }
 
     static bool Has(const std::vector<Index>& items, Index item) {
@@ -285,7 +320,7 @@ private:
         s.own = static_cast<std::ptrdiff_t>(group.size());
         std::vector<Index> inner;
         for (std::size_t i = 0; i < s.group.size(); ++i) {
-            const bool all = ForTrianglesAt(s.group[i], [&](Index t) { inner.push_back(t); });
+            const bool all = ForSomeTrianglesAt(s.group[i], [&](Index t) { inner.push_back(t); });
             if (!all || std::ssize(s.group) > s.own + kMostHidden) {
                 return {};
             }
@@ -298,7 +333,7 @@ private:
             const auto& corners = triangles_.table[t].vertices;
             next.insert(next.end(), corners.begin(), corners.end());
         }
-        SortUnique(next);
+        LeaveOnce(next);
         s.triangles = TrianglesAt(next, inner);
         return s;
     }
@@ -308,9 +343,9 @@ private:
                                                  const std::vector<Index>& without) const {
         std::vector<Index> triangles;
         for (const Index i : points) {
-            ForTrianglesAt(i, [&](Index t) { triangles.push_back(t); });
+            ForSomeTrianglesAt(i, [&](Index t) { triangles.push_back(t); });
         }
-        SortUnique(triangles);
+        LeaveOnce(triangles);
         std::erase_if(triangles, [&](Index t) {
             const auto& [a, b, c] = triangles_.table[t].vertices;
             return isKnown_[a] + isKnown_[b] + isKnown_[c] > 0 ||
@@ -435,7 +470,7 @@ private:
 
     [[nodiscard]] bool IsGroupOnHull(const Surroundings& s) const {
         return s.own > 1 && std::any_of(s.group.begin(), s.group.end(),
-                                        [this](Index i) { return look_.isOnHull[i] != 0; });
+                                        [this](Index i) { return points_.isOnHull[i] != 0; });
     }
 
     [[nodiscard]] Verdict Weigh(const Surroundings& s, double sign) const {
@@ -444,12 +479,15 @@ private:
             return {};
         }
         const Step step = StepOf(s, *trend, sign);
-        std::vector<double> changes = ChangesOver(Changes(s.triangles, *trend), step.length);
         Verdict verdict;
         verdict.highest = step.highest;
         for (const double rise : step.rises) {
             verdict.above.push_back(sign * (rise - step.middle));
         }
+        if (step.low - step.middle <= kTimesUsualChange * least_) {
+            return verdict;
+        }
+        std::vector<double> changes = ChangesOver(Changes(s.triangles, *trend), step.length);
         verdict.mayGrow = step.low - step.middle >
                           kTimesUsualChange * std::max(TakeQuantile(changes, 0.5), least_);
         verdict.stands = verdict.mayGrow && step.low - step.top > LimitOf(s, *trend, step, changes);
@@ -471,9 +509,10 @@ private:
     const TriangleList& triangles_;
     FirstLook look_;
     Array1<char> isKnown_;
-    double relief_; // between the lowest and the highest heights, a few left out
-    double usual_;  // deviation from the mean of the neighbours
-    double least_;  // change of height that is never worth a finding
+    Array1<char> isDue_; // for a look
+    double relief_;      // between the lowest and the highest heights, a few left out
+    double usual_;       // deviation from the mean of the neighbours
+    double least_;       // change of height that is never worth a finding
 };
 
 } // namespace

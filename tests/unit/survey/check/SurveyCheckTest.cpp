@@ -2,6 +2,7 @@
 
 #include "support/Surveys.h"
 #include "survey/Survey.h"
+#include "survey/check/FirstLook.h"
 #include "survey/import/PointImport.h"
 
 #include <gtest/gtest.h>
@@ -280,23 +281,48 @@ TEST(CheckSurvey, FindsSpikesPitsAndSmallGroupsOfThem) {
 
 TEST(CheckSurvey, FindsSmallErrorsOnSmoothGroundAndSeveralSideBySide) {
     Chance chance(5);
-    PointSet points = Survey2D(RandomPoints(1600, 9), [&](double u, double v) {
+    const PointSet clean = Survey2D(RandomPoints(1600, 9), [&](double u, double v) {
         return 123.45 + 2 * u + 3 * v + 0.01 * chance.Normal();
     });
-    // Digits swapped, a decimal point lost, a small step; the last beside a large one.
-    const std::vector<Index> far = GroupInside(points, 60, chance);
-    const double wrong[] = {0.9, -0.3, 11000, 0.5};
-    const Index planted[] = {far[0], far[20], far[40], far[41]};
-    std::vector<Index> found;
-    for (std::size_t i = 0; i < 4; ++i) {
-        points.z[planted[i]] += wrong[i];
+    const std::vector<Index> far = GroupInside(clean, 60, chance);
+    // Digits swapped, a decimal point lost, a small step; the last beside a large one. With a
+    // single large one, only what is near it is looked at again.
+    const std::vector<std::pair<std::size_t, double>> cases[] = {
+        {{0, 0.9}, {20, -0.3}, {40, 11000}, {41, 0.5}}, {{40, 11000}, {41, 0.5}}};
+    for (const auto& errors : cases) {
+        PointSet points = clean;
+        std::vector<Index> planted;
+        for (const auto& [place, error] : errors) {
+            points.z[far[place]] += error;
+            planted.push_back(far[place]);
+        }
+        std::vector<Index> found;
+        for (const Finding& f : Check(points)) {
+            EXPECT_EQ(f.kind, FindingKind::HeightOutlier);
+            found.insert(found.end(), f.points.begin(), f.points.end());
+        }
+        std::sort(found.begin(), found.end());
+        EXPECT_EQ(found, planted);
     }
-    for (const Finding& f : Check(points)) {
-        EXPECT_EQ(f.kind, FindingKind::HeightOutlier);
-        found.insert(found.end(), f.points.begin(), f.points.end());
+}
+
+TEST(FirstLook, RenewedIsAsANewOneDigitForDigit) {
+    Chance chance(8);
+    for (const Index count : {30, 12000}) {
+        const Survey survey(Survey2D(RandomPoints(count, 6), Hills));
+        MeshOrder mesh(survey.Points(), survey.Triangulation().triangles);
+        FirstLook look(mesh);
+        std::vector<Index> changed;
+        for (int i = 0; i < 9; ++i) {
+            changed.push_back(chance.Number(count));
+            mesh.z[changed.back()] += chance.Normal();
+        }
+        look.Renew(mesh, changed);
+        const FirstLook anew(mesh);
+        EXPECT_EQ(look.deviation, anew.deviation) << count;
+        EXPECT_EQ(look.sizeAbout, anew.sizeAbout) << count;
+        EXPECT_EQ(look.roughness, anew.roughness) << count;
     }
-    std::sort(found.begin(), found.end());
-    EXPECT_EQ(found, std::vector<Index>(std::begin(planted), std::end(planted)));
 }
 
 TEST(CheckSurvey, FindsWhatIsWrongWithPlacesAndColumns) {
