@@ -279,22 +279,34 @@ TEST(CheckSurvey, FindsSpikesPitsAndSmallGroupsOfThem) {
     }
 }
 
+TEST(CheckSurvey, FindsOneWrongPointWhereverItIs) {
+    const PointSet clean = Survey2D(GridPoints(10), Hills);
+    // The first and the last are corners of one triangle: two neighbours tell of no height.
+    for (Index i = 2; i < clean.count; ++i) {
+        PointSet points = clean;
+        points.z[i] += 1000;
+        EXPECT_EQ(Told(Check(points)), "warning height-outlier " + std::to_string(i));
+    }
+}
+
 TEST(CheckSurvey, FindsSmallErrorsOnSmoothGroundAndSeveralSideBySide) {
     Chance chance(5);
     const PointSet clean = Survey2D(RandomPoints(1600, 9), [&](double u, double v) {
         return 123.45 + 2 * u + 3 * v + 0.01 * chance.Normal();
     });
+    const std::vector<Index> pair = GroupInside(clean, 2, chance);
     const std::vector<Index> far = GroupInside(clean, 60, chance);
-    // Digits swapped, a decimal point lost, a small step; the last beside a large one. With a
-    // single large one, only what is near it is looked at again.
-    const std::vector<std::pair<std::size_t, double>> cases[] = {
-        {{0, 0.9}, {20, -0.3}, {40, 11000}, {41, 0.5}}, {{40, 11000}, {41, 0.5}}};
+    // Digits swapped, a decimal point lost beside a small step. With the pair alone, only what is
+    // near the large error is looked at again.
+    const std::vector<std::pair<Index, double>> cases[] = {
+        {{pair[0], 11000}, {pair[1], 0.5}, {far[0], 0.9}, {far[20], -0.3}},
+        {{pair[0], 11000}, {pair[1], 0.5}}};
     for (const auto& errors : cases) {
         PointSet points = clean;
         std::vector<Index> planted;
         for (const auto& [place, error] : errors) {
-            points.z[far[place]] += error;
-            planted.push_back(far[place]);
+            points.z[place] += error;
+            planted.push_back(place);
         }
         std::vector<Index> found;
         for (const Finding& f : Check(points)) {
@@ -302,8 +314,26 @@ TEST(CheckSurvey, FindsSmallErrorsOnSmoothGroundAndSeveralSideBySide) {
             found.insert(found.end(), f.points.begin(), f.points.end());
         }
         std::sort(found.begin(), found.end());
+        std::sort(planted.begin(), planted.end());
         EXPECT_EQ(found, planted);
     }
+}
+
+TEST(FirstLook, OnAPlaneNothingDeviatesButAWrongHeightByItself) {
+    const Survey survey(Survey2D(RandomPoints(300, 6), Hills));
+    MeshOrder mesh(survey.Points(), survey.Triangulation().triangles);
+    for (Index i = 1; i <= mesh.Count(); ++i) {
+        mesh.z[i] = 100 + 0.7 * (mesh.x[i] - 500000) - 0.9 * (mesh.y[i] - 4520000);
+    }
+    for (const float deviation : FirstLook(mesh).deviation) {
+        EXPECT_NEAR(deviation, 0, 1e-6);
+    }
+    Index inner = 1;
+    while (mesh.isOnHull[inner] != 0) {
+        ++inner;
+    }
+    mesh.z[inner] += 7;
+    EXPECT_NEAR(FirstLook(mesh).deviation[inner], 7, 1e-6);
 }
 
 TEST(FirstLook, RenewedIsAsANewOneDigitForDigit) {
@@ -345,6 +375,9 @@ TEST(CheckSurvey, FindsWhatIsWrongWithPlacesAndColumns) {
          }},
         {"warning near-repeat 30 401",
          [](PointSet& p) { p.Append(p.x[30] + 0.001, p.y[30], p.z[30]); }},
+        {"warning near-repeat 30 401",
+         [](PointSet& p) { p.Append(p.x[30] + 0.009, p.y[30], p.z[30]); }},
+        {"", [](PointSet& p) { p.Append(p.x[30] + 0.02, p.y[30], p.z[30]); }},
         {"error constant-column; error no-part",
          [](PointSet& p) {
              std::fill(p.x.begin(), p.x.end(), 5.0);
@@ -374,6 +407,18 @@ TEST(CheckSurvey, FindsWhatIsWrongWithPlacesAndColumns) {
         spoil(points);
         EXPECT_EQ(Told(Check(points)), expected);
     }
+}
+
+TEST(CheckSurvey, FindsNearRepeatsWithoutTrianglesByAGivenTolerance) {
+    PointSet points;
+    for (const int place : {0, 70, 30, 60, 10, 50, 20, 40}) {
+        points.Append(2 * place, place, 0.01 * place * place);
+    }
+    points.Append(60.4, 30.2, 9.1);
+    EXPECT_EQ(Told(Check(points)), "error no-part");
+    CheckOptions options;
+    options.tolerance = 0.5;
+    EXPECT_EQ(Told(Check(points, options)), "error no-part; warning near-repeat 3 9");
 }
 
 TEST(CheckSurvey, TellsOfMissingHeightsAndLines) {

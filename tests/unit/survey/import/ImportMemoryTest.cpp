@@ -58,6 +58,7 @@ TEST_F(ImportMemoryTest, KnowsAFileByItsPathAndOthersByTheirShape) {
     EXPECT_EQ(Recall("a b", "1,2,3,4\n5,6,7,9\n")->columns, nez);
     EXPECT_EQ(Recall("c\xC3\xA9", "1,2,3,4\n")->columns, enz);
     EXPECT_EQ(Recall("new", "9,8,7,6\n\n")->columns, enz) << "the last one chosen";
+    EXPECT_EQ(Recall("new", "9,8,7,6\n5,4,3,2\n1,2,3,4,5\n")->columns, enz) << "a long record";
     EXPECT_EQ(Recall("new", "# \xE9\n9,8,7,6\n")->encoding, TextEncoding::Latin1);
     for (const char* text : {"1;2;3;4\n", "1,2,3,x\n", "1,2,3,4,5\n", "q,q,q,q\n1,2,3,4\n"}) {
         EXPECT_EQ(Recall("a b", text), std::nullopt) << text;

@@ -170,7 +170,7 @@ TEST_F(ImportTest, AsksAboutWhatIsNotCertain) {
         {"1,10,20,3\n2,40,50,6\n",
          ": 4 columns hold numbers; the columns may be pxyz, pyxz, e,n,z,c, e,n,z,-, n,e,z,-, "
          "free."},
-        {"1,10,20,3,a\n2,40,50,6,b\n",
+        {"1,10,20,3,a\n2,40,50,6,\n",
          ": 4 columns hold numbers; the columns may be pnezd, penzd, e,n,z,-,c, n,e,z,-,c."},
         {"10.5 20 3000 7\n40 50 6000 2\n",
          ": 4 columns hold numbers; the columns may be e,n,z,c, e,n,z,-, pxyz, pyxz, n,e,z,-, "
@@ -233,6 +233,7 @@ TEST_F(ImportTest, NamesFilesThatAreNoTextOfPoints) {
         {"PK\x03\x04 a.txt", "this is an archive"},
         {"\x89PNG\r\n", "this is a picture"},
         {"II*\0\0"s, "this is a picture"},
+        {"BM", "no line holds numbers"},
         {"v 1 2 3\nv 4 5 6\nf 1 2 3\n", "this is a mesh"},
         {"%PDF-1.4", "this is a PDF document"},
         {"AC1015\0\0"s, "this is a CAD drawing"},
