@@ -4,6 +4,7 @@
 #include "triangulation/exact/CurveOrder.h"
 #include "triangulation/modDelaunay2D.h"
 #include "util/NumberText.h"
+#include "util/Parallel.h"
 
 #include <algorithm>
 #include <cmath>
@@ -168,9 +169,28 @@ private:
         });
     }
 
+    using Edges = std::vector<std::pair<Index, Index>>;
+
     void FindAlongEdges(double tolerance) {
-        std::vector<std::pair<Index, Index>> shortEdges;
-        for (Index t = 1; t <= Triangles().count; ++t) {
+        constexpr Index kPiece = 65536;
+        const Index count = Triangles().count;
+        std::vector<Edges> found(static_cast<std::size_t>(count / kPiece + 1));
+        InParallel(static_cast<int>(found.size()), [&](int piece) {
+            const Index first = piece * kPiece + 1;
+            found[static_cast<std::size_t>(piece)] =
+                ShortEdges(first, std::min(first + kPiece, count + 1), tolerance);
+        });
+        Edges all;
+        for (const Edges& some : found) {
+            all.insert(all.end(), some.begin(), some.end());
+        }
+        Join(all);
+    }
+
+    // Of the triangles from the first up to the end, in numbers of the point set.
+    [[nodiscard]] Edges ShortEdges(Index first, Index end, double tolerance) const {
+        Edges edges;
+        for (Index t = first; t < end; ++t) {
             for (int j = 1; j <= 3; ++j) {
                 const Index a = Triangles().Vertex(j, t);
                 const Index b = Triangles().Vertex(NextEdge(j), t);
@@ -179,14 +199,14 @@ private:
                 // The length first: it hardly ever passes, so the processor guesses right.
                 if (dx * dx + dy * dy <= tolerance * tolerance &&
                     (a < b || Triangles().Neighbour(j, t) < 0)) {
-                    shortEdges.emplace_back(mesh_.number[a], mesh_.number[b]);
+                    edges.emplace_back(mesh_.number[a], mesh_.number[b]);
                 }
             }
         }
-        Join(shortEdges);
+        return edges;
     }
 
-    void Join(const std::vector<std::pair<Index, Index>>& edges) {
+    void Join(const Edges& edges) {
         std::vector<Index> ends;
         for (const auto& [a, b] : edges) {
             ends.push_back(a);
@@ -207,8 +227,7 @@ private:
     }
 
     // For each end another one of its chain, the first one for the first.
-    static std::vector<std::size_t> LeadersOf(const std::vector<Index>& ends,
-                                              const std::vector<std::pair<Index, Index>>& edges) {
+    static std::vector<std::size_t> LeadersOf(const std::vector<Index>& ends, const Edges& edges) {
         const auto place = [&](Index point) {
             return static_cast<std::size_t>(std::lower_bound(ends.begin(), ends.end(), point) -
                                             ends.begin());

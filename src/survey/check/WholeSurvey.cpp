@@ -23,8 +23,7 @@ bool IsConstant(const Column& column, Index count) {
                        [&](double value) { return value == column.values[1]; });
 }
 
-// A grid of unit spacing counts too, but starts again with each row: over the whole file the
-// values then grow by much less than its points.
+// A grid of unit spacing counts too, but steps back with each row.
 bool CountsLines(const Array1<double>& values, Index count) {
     constexpr Index kFewest = 10;
     constexpr double kMostGaps = 0.02;
@@ -75,8 +74,12 @@ std::vector<std::pair<double, Index>> OutsideBulk(const PointSet& points, const 
     const double reach = std::hypot(x.high - x.low, y.high - y.low);
     std::vector<std::pair<double, Index>> outside;
     for (Index i = 1; i <= points.count; ++i) {
-        const double distance = std::hypot(Outside(points.x[i], x), Outside(points.y[i], y));
-        if (distance > reach / 2) {
+        const double dx = Outside(points.x[i], x);
+        const double dy = Outside(points.y[i], y);
+        if (dx == 0 && dy == 0) {
+            continue;
+        }
+        if (const double distance = std::hypot(dx, dy); distance > reach / 2) {
             outside.emplace_back(distance, i);
         }
     }
