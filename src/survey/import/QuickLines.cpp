@@ -84,6 +84,9 @@ inline const char* QuickLines::PassText(const char* p, std::string_view& text, b
     const auto isOrdinary = [this](char c) { return !endsText_[static_cast<unsigned char>(c)]; };
     while (isOrdinary(*p) || (isRest && *p == separator_) ||
            (IsBlank(*p) && (isRest || separator_ != ' ') && *p != separator_)) {
+        if (isRest && othersAreText_ && MayBeginNumber(p[1]) && !isOrdinary(*p)) {
+            return nullptr; // a number among the words of a code is for a closer look
+        }
         ++p;
     }
     const bool ends =
