@@ -120,6 +120,11 @@ int RunWindows(const std::vector<std::string>& arguments) {
     if (parentState != ParentState::Minimised) {
         WaitUntilPainted(parent);
     }
+    // A signal may have closed the windows meanwhile, which deletes them: there is nothing to
+    // start.
+    if (!parent.isVisible()) {
+        return 0;
+    }
     window->Start(RawCommandLine(arguments), NamedFile(arguments));
     const int exitCode = QApplication::exec();
     // Where the clipboard dies with this program, the caller reads the path of the export here.

@@ -57,7 +57,14 @@ frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
     area_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(area_);
     setStatusBar(status_);
-    connect(status_, &StatusPanel::CloseWanted, this, &QWidget::close);
+    // The next command may have begun before this is heard.
+    connect(status_, &StatusPanel::CloseWanted, this, [this] {
+        if (status_->IsWorking()) {
+            status_->CloseAfterWork();
+        } else {
+            close();
+        }
+    });
     ApplyColourScheme(*this, scheme);
     // These take the window's background from it, so they need the text that goes with it.
     for (QWidget* bar : std::initializer_list<QWidget*>{menuBar(), status_, area_}) {
