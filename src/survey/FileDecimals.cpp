@@ -6,7 +6,6 @@
 #include <string_view>
 
 namespace terravo {
-namespace {
 
 int DecimalsOf(double value) {
     std::array<char, 32> text{};
@@ -24,8 +23,6 @@ int DecimalsOf(double value) {
     std::from_chars(shortest.data() + mark + 2, written.ptr, exponent);
     return std::max(0, digits - (isPositive ? exponent : -exponent));
 }
-
-} // namespace
 
 int FileDecimals(const Array1<double>& values, Index count) {
     constexpr Index kMostLooks = 10000;

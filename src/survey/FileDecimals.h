@@ -8,6 +8,9 @@
 
 namespace terravo {
 
+/// Number of decimals of the shortest text that keeps the value; 0 for one that is not finite.
+int DecimalsOf(double value);
+
 /// Number of decimals with which values are written in their file, judged by up to 10 000 of them,
 /// spread evenly.
 /// @param count  of the values that count, from the first on.
