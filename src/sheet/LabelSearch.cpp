@@ -121,7 +121,7 @@ void LabelSearch::Rank(const LabelStretch& stretch, int stride, double most) {
 
 std::optional<LabelPlace> LabelSearch::Cheapest(const LabelStretch& stretch, double most,
                                                 bool hardPressed) {
-    const Demands demands = hardPressed ? Demands{0.1, 0.05, 0.2, 1} : Demands{0.35, 0.15, 0.75, 3};
+    const Demands demands = hardPressed ? Demands{0.1, 0.05, 0.2, 1} : Demands{0.35, 0.15, 1.2, 3};
     std::optional<LabelPlace> best;
     Rank(stretch, demands.stride, most);
     while (!ranking_.empty() && ranking_.front().first < most) {

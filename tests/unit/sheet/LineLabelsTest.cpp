@@ -1,6 +1,7 @@
 #include "sheet/LineLabels.h"
 
 #include "contour/ContourSet.h"
+#include "sheet/LineGaps.h"
 #include "support/Surveys.h"
 #include "survey/Survey.h"
 
@@ -27,16 +28,16 @@ struct Drawing {
     double width = 6; // of every text
     LabelWish wish;
 
+    static std::vector<LabelLine> Views(const std::vector<Line>& all) {
+        std::vector<LabelLine> views;
+        for (const Line& line : all) {
+            views.push_back({line.points, line.closed, 0, line.higherOnLeft});
+        }
+        return views;
+    }
     [[nodiscard]] LabelPlacement Place() const {
-        const auto views = [](const std::vector<Line>& all) {
-            std::vector<LabelLine> result;
-            for (const Line& line : all) {
-                result.push_back({line.points, line.closed, 0, line.higherOnLeft});
-            }
-            return result;
-        };
         const double widths[] = {width};
-        return PlaceLineLabels(views(lines), widths, frame, taken, wish, views(others));
+        return PlaceLineLabels(Views(lines), widths, frame, taken, wish, Views(others));
     }
 };
 
@@ -367,6 +368,35 @@ TEST(LineLabels, StandInARowUpTheSlope) {
     ASSERT_EQ(placement.labels.size(), 8U);
     for (const LineLabel& label : placement.labels) {
         EXPECT_NEAR(label.middle.x, placement.labels[0].middle.x, drawing.width);
+    }
+}
+
+TEST(LineGaps, AreWhatTextsCover) {
+    Drawing drawing = Hills(40, 2, 50);
+    const LabelPlacement placement = drawing.Place();
+    std::vector<TurnedBox> rooms;
+    for (const LineLabel& label : placement.labels) {
+        rooms.push_back(RoomOf(label, drawing.width, drawing.wish.height));
+    }
+    const std::vector<LineGap> gaps =
+        GapsBeneath(Drawing::Views(drawing.lines), rooms, placement.labels);
+    std::size_t gap = 0;
+    for (std::size_t i = 0; i < drawing.lines.size(); ++i) {
+        for (double s = 0; s < LengthOf(drawing.lines[i]); s += 0.37) {
+            while (gap < gaps.size() &&
+                   (gaps[gap].line < i || (gaps[gap].line == i && gaps[gap].to < s))) {
+                ++gap;
+            }
+            const bool isLeftOut = gap < gaps.size() && gaps[gap].line == i && gaps[gap].from <= s;
+            const SheetPoint p = PlaceAlong(drawing.lines[i], s);
+            const bool isCovered =
+                std::any_of(placement.labels.begin(), placement.labels.end(), [&](const auto& l) {
+                    const double length = LengthOf(drawing.lines[i]);
+                    return Covers(l, drawing, p) ||
+                           (l.line == i && ((s >= l.from && s <= l.to) || s + length <= l.to));
+                });
+            EXPECT_EQ(isLeftOut, isCovered) << i << ' ' << s;
+        }
     }
 }
 
