@@ -8,6 +8,7 @@
 #pragma once
 
 #include "plot2d/Colour.h"
+#include "util/TextCatalogue.h"
 
 #include <array>
 #include <cmath>
@@ -154,7 +155,7 @@ struct SheetScene {
     std::vector<SheetMarks> marks;
     std::vector<SheetText> texts;
     LabelReport labels;
-    std::vector<std::string> remarks; // sentences for the user, such as what does not fit
+    std::vector<Statement> remarks; // for the user, such as what does not fit
 
     [[nodiscard]] std::span<const SheetPiece> PiecesOf(const SheetLine& line) const {
         return std::span(pieces).subspan(line.firstPiece, line.pieces);

@@ -224,6 +224,29 @@ enum class Text : std::size_t {
     ExcludeHint,
     ThreeMustRemain,
     CloseUp,
+    SheetNoBoxes,
+    SheetDoesNotFit,
+    SheetScale,
+    SheetInterval,
+    SheetLevels,
+    SheetDatum,
+    SheetDate,
+    SheetAuthor,
+    SheetPoints,
+    SheetFile,
+    LegendTitle,
+    LegendContour,
+    LegendContourEvery,
+    LegendIndex,
+    LegendIndexEvery,
+    LegendHull,
+    LegendTriangles,
+    LegendPoint,
+    LegendSpotHeight,
+    LegendNumber,
+    LegendCode,
+    LegendGrid,
+    LegendHeights,
     End // one behind the last
 };
 
@@ -244,6 +267,12 @@ public:
 
 private:
     TextTable lines_;
+};
+
+/// A sentence that is put together in the language of whoever reads it.
+struct Statement {
+    Text sentence{};
+    std::vector<std::string> values; // numbers with a decimal point
 };
 
 /// A text with its values in the places of %1, %2 and so on; a place without a value stays.

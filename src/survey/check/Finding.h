@@ -38,12 +38,6 @@ const char* NameOf(FindingKind kind);
 /// "error", "warning" or "note".
 const char* NameOf(Severity severity);
 
-/// A sentence with %1 for the points, %2 and %3 for the values.
-struct Statement {
-    Text sentence = Text::SaysMore;
-    std::vector<std::string> values; // numbers with a decimal point
-};
-
 struct Finding {
     FindingKind kind = FindingKind::NoPart;
     Severity severity = Severity::Note;
@@ -53,7 +47,7 @@ struct Finding {
     double x = 0;                    // of the first point
     double y = 0;
     double z = 0;
-    Statement statement;
+    Statement statement; // %1 stands for the points, its values begin with %2
 
     static constexpr std::size_t kMostListed = 1000;
 };
