@@ -1,0 +1,90 @@
+#include "sheet/MakeSheet.h"
+
+#include "survey/FileDecimals.h"
+#include "util/NumberText.h"
+
+#include <algorithm>
+
+namespace terravo {
+namespace {
+
+void AddPaper(const SheetContext& context, SheetScene& scene) {
+    const SheetBox& paper = context.layout.paper;
+    const SheetPoint corners[] = {{paper.left, paper.top},
+                                  {paper.right, paper.top},
+                                  {paper.right, paper.bottom},
+                                  {paper.left, paper.bottom}};
+    scene.AddArea(SheetLayer::Paper, context.theme.paper, corners);
+}
+
+using LayerFunction = void (*)(const SheetContext&, SheetScene&);
+
+struct LayerStep {
+    SheetLayer layer;
+    LayerFunction add;
+};
+
+// The hull comes before the contours, whose values keep clear of it.
+constexpr LayerStep kSteps[] = {
+    {SheetLayer::Paper, AddPaper},          {SheetLayer::Bands, AddBands},
+    {SheetLayer::Triangles, AddTriangles},  {SheetLayer::Hull, AddHull},
+    {SheetLayer::Contours, AddContours},    {SheetLayer::Points, AddPoints},
+    {SheetLayer::Frame, AddFrameAndGrid},   {SheetLayer::TitleBlock, AddTitleBlock},
+    {SheetLayer::Legend, AddLegend},        {SheetLayer::ScaleBar, AddScaleBar},
+    {SheetLayer::NorthArrow, AddNorthArrow}};
+
+std::string HeightForm(const PointSet& points) {
+    constexpr int kMostDecimals = 3;
+    const int decimals = std::min(FileDecimals(points.z, points.count), kMostDecimals);
+    return decimals == 0 ? "#0" : "#0." + std::string(static_cast<std::size_t>(decimals), '0');
+}
+
+} // namespace
+
+double SheetContext::PartOf(Index level) const {
+    const Index count = source.levels.UpperBound();
+    return count > 1 ? static_cast<double>(level - 1) / (count - 1) : 0.5;
+}
+
+bool SheetContext::IsIndex(Index level) const {
+    return IsIndexLevel(source.rule, source.levels, level, plan.indexEvery);
+}
+
+std::string SheetContext::TextOfLevel(Index level) const {
+    return LevelText(source.rule, source.levels[level].value, source.decimalSeparator);
+}
+
+Colour SheetContext::BandColour(Index band) const {
+    const Index count = source.levels.UpperBound();
+    return theme.BandColour(count > 0 ? static_cast<double>(band) / count : 0.5);
+}
+
+std::string SheetContext::HeightText(Index point) const {
+    return NumberText::FormatScreen(source.points.z[point], heightForm, source.decimalSeparator);
+}
+
+SheetScene MakeSheet(const SheetPlan& plan, const SheetSource& source, const StopToken& stop) {
+    const SheetTheme* theme = FindTheme(plan.theme);
+    const SheetLayout layout = LayOut(plan, source.points);
+    const SheetContext context{plan, source, layout, theme ? *theme : SheetThemes()[0],
+                               HeightForm(source.points)};
+    SheetScene scene;
+    scene.width = layout.paper.right;
+    scene.height = layout.paper.bottom;
+    scene.map = layout.map;
+    scene.scale = layout.scale;
+    scene.remarks = layout.remarks;
+    double done = 0;
+    for (const LayerStep& step : kSteps) {
+        if (!stop.GoesOn("sheet", done++ / static_cast<double>(std::size(kSteps)))) {
+            return scene;
+        }
+        if (plan.Shows(step.layer)) {
+            step.add(context, scene);
+        }
+    }
+    AddPointTexts(context, scene); // they keep out of each other's way
+    return scene;
+}
+
+} // namespace terravo

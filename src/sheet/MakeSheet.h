@@ -1,0 +1,71 @@
+// A sheet from a plan and a survey.
+//
+// Data: the plan; the points, their triangles, levels and contours, made by others and only looked
+// at. Method: first the layout, then one function a layer adds its elements to the scene; each has
+// a file of its own. Values along lines are placed before the lines are added, because they
+// interrupt them.
+#pragma once
+
+#include "contour/ContourSet.h"
+#include "contour/LevelRegions.h"
+#include "contour/LevelRule.h"
+#include "sheet/SheetLayout.h"
+#include "sheet/SheetTheme.h"
+#include "sheet/TextMeasure.h"
+#include "util/StopToken.h"
+#include "util/TextCatalogue.h"
+
+namespace terravo {
+
+/// What a sheet shows. All of it outlives the call.
+struct SheetSource {
+    const PointSet& points;
+    const TriangleList& triangles;
+    const LevelRule& rule;
+    const LevelSet& levels;     // made by the rule
+    const ContourSet& contours; // of these levels
+    const TextCatalogue& texts;
+    const TextMeasure& measure;
+    /// For bands: the whole surface, then the ground at or above each level. Null: no bands.
+    const Array1<LevelRegion>* regions = nullptr;
+    char decimalSeparator = '.';
+};
+
+/// What the functions of the layers work with.
+struct SheetContext {
+    const SheetPlan& plan;
+    const SheetSource& source;
+    const SheetLayout& layout;
+    const SheetTheme& theme;
+    std::string heightForm; // of the heights of points, for NumberText::FormatScreen
+
+    /// 0 for the lowest level, 1 for the highest.
+    [[nodiscard]] double PartOf(Index level) const;
+    [[nodiscard]] bool IsIndex(Index level) const;
+    [[nodiscard]] std::string TextOfLevel(Index level) const;
+    /// The fill of a band: number 0 lies below the lowest level, number k begins at level k.
+    [[nodiscard]] Colour BandColour(Index band) const;
+    /// The height of a point, with as many decimals as the points have, 3 at most.
+    [[nodiscard]] std::string HeightText(Index point) const;
+};
+
+/// Makes the sheet.
+/// @param stop  stage "sheet".
+/// @return a sheet that lacks layers when it was stopped.
+SheetScene MakeSheet(const SheetPlan& plan, const SheetSource& source,
+                     const StopToken& stop = StopToken());
+
+/// The layers, each of its own file. They are called in the order of the drawing only by habit.
+void AddContours(const SheetContext& context, SheetScene& scene); // lines, index lines, labels
+void AddBands(const SheetContext& context, SheetScene& scene);
+void AddTriangles(const SheetContext& context, SheetScene& scene);
+void AddHull(const SheetContext& context, SheetScene& scene);
+void AddPoints(const SheetContext& context, SheetScene& scene);
+void AddPointTexts(const SheetContext& context, SheetScene& scene); // heights, numbers, codes
+void AddFrameAndGrid(const SheetContext& context, SheetScene& scene);
+void AddTitleBlock(const SheetContext& context, SheetScene& scene);
+void AddLegend(const SheetContext& context, SheetScene& scene);
+void AddScaleBar(const SheetContext& context, SheetScene& scene);
+void AddNorthArrow(const SheetContext& context, SheetScene& scene);
+
+} // namespace terravo
