@@ -1,0 +1,114 @@
+#include "export/SheetExport.h"
+
+#include "export/SheetPainter.h"
+#include "export/SheetSvg.h"
+#include "plot2d/PictureFile.h"
+#include "util/AppError.h"
+
+#include <QBuffer>
+#include <QImage>
+#include <QPageLayout>
+#include <QPdfWriter>
+
+#include <cmath>
+
+namespace terravo {
+namespace {
+
+constexpr double kMillimetresPerInch = 25.4;
+constexpr int kPdfDotsPerInch = 1200;
+constexpr double kFinestOnPaper = 0.01; // millimetres
+
+[[noreturn]] void ThrowNotBegun(const std::string& path) {
+    throw AppError(ErrorNumber::kDeviceIo, path, path + ": the sheet cannot be begun.");
+}
+
+void WritePng(const OutputTarget& target, const SheetScene& scene, int dotsPerInch) {
+    const double pixels = dotsPerInch / kMillimetresPerInch; // a millimetre
+    const auto size = [pixels](double millimetres) {
+        return static_cast<int>(std::lround(millimetres * pixels));
+    };
+    QImage picture(size(scene.width), size(scene.height), QImage::Format_RGB32);
+    if (picture.isNull()) {
+        throw AppError(ErrorNumber::kDrawing, target.path,
+                       target.path + ": a sheet of " + std::to_string(size(scene.width)) + " x " +
+                           std::to_string(size(scene.height)) +
+                           " pixels is too large; fewer dots per inch make it smaller.");
+    }
+    picture.fill(Qt::white);
+    picture.setDotsPerMeterX(static_cast<int>(std::lround(pixels * 1000)));
+    picture.setDotsPerMeterY(picture.dotsPerMeterX());
+    QPainter painter(&picture);
+    painter.scale(picture.width() / scene.width, picture.height() / scene.height);
+    constexpr double kPartOfPixel = 0.25;
+    SheetPaintWish wish;
+    wish.finest = kPartOfPixel / pixels;
+    PaintSheet(painter, scene, wish);
+    painter.end();
+    SavePicture(picture, target);
+}
+
+// The library notes when it wrote the file; a date that is always the same keeps the bytes so.
+void ForgetDate(QByteArray& pdf) {
+    const QByteArray key = "/CreationDate (D:";
+    const QByteArray date = "20000101000000";
+    if (const qsizetype at = pdf.indexOf(key); at >= 0) {
+        pdf.replace(at + key.size(), date.size(), date);
+    }
+}
+
+QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const std::string& title) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter pdf(&buffer);
+    pdf.setTitle(PrintableText(title));
+    pdf.setCreator(QStringLiteral("Terravo"));
+    pdf.setResolution(kPdfDotsPerInch);
+    const bool isAcross = scene.width > scene.height;
+    const QSizeF paper(std::min(scene.width, scene.height), std::max(scene.width, scene.height));
+    pdf.setPageLayout(
+        QPageLayout(QPageSize(paper, QPageSize::Millimeter, QString(), QPageSize::ExactMatch),
+                    isAcross ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(),
+                    QPageLayout::Millimeter));
+    QPainter painter;
+    if (!painter.begin(&pdf)) {
+        ThrowNotBegun(path);
+    }
+    const double dots = kPdfDotsPerInch / kMillimetresPerInch;
+    painter.scale(dots, dots);
+    SheetPaintWish wish;
+    wish.finest = kFinestOnPaper;
+    PaintSheet(painter, scene, wish);
+    if (!painter.end()) {
+        ThrowNotBegun(path);
+    }
+    QByteArray bytes = buffer.data();
+    ForgetDate(bytes);
+    return bytes;
+}
+
+void WritePdf(const OutputTarget& target, const SheetScene& scene, const std::string& title) {
+    const QByteArray bytes = PdfBytes(target.path, scene, title);
+    OutputFile file(target);
+    file.Append({bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    file.Commit();
+}
+
+} // namespace
+
+void WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& scene,
+                const SheetFileWish& wish) {
+    switch (kind) {
+    case PictureKind::Pdf:
+        WritePdf(target, scene, wish.title);
+        return;
+    case PictureKind::Svg:
+        WriteSheetSvg(target, scene, wish.title, SheetTextMeasure());
+        return;
+    case PictureKind::Png:
+        break;
+    }
+    WritePng(target, scene, wish.dotsPerInch);
+}
+
+} // namespace terravo

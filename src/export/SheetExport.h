@@ -1,0 +1,26 @@
+// A sheet as a file: PDF, SVG or PNG, at true scale.
+//
+// Data: a finished sheet. Method: a PDF and a PNG are painted by the same code as the window shows;
+// the SVG has a writer of its own, for its groups. The same sheet gives the same bytes: a PDF says
+// no date of its own.
+#pragma once
+
+#include "export/PictureExport.h"
+#include "sheet/SheetScene.h"
+#include "util/OutputFile.h"
+
+#include <string>
+
+namespace terravo {
+
+struct SheetFileWish {
+    std::string title;     // of the document
+    int dotsPerInch = 300; // of a PNG
+};
+
+/// Writes a sheet, whole or not at all. Throws AppError: kDeviceIo where the file cannot be
+/// written, kDrawing for a picture of more pixels than memory holds.
+void WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& scene,
+                const SheetFileWish& wish);
+
+} // namespace terravo

@@ -1,0 +1,149 @@
+#include "export/SheetPainter.h"
+
+#include <QPainterPath>
+#include <QPolygonF>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace terravo {
+namespace {
+
+QPen PenOf(const SheetInk& ink, double thinnest) {
+    const double width = std::max(ink.width, thinnest);
+    QPen pen(SheetColour(ink.colour), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    if (!ink.dashes.empty()) {
+        QList<qreal> pattern;
+        for (const double dash : ink.dashes) {
+            pattern.append(dash / width);
+        }
+        pen.setCapStyle(Qt::FlatCap);
+        pen.setDashPattern(pattern);
+    }
+    return pen;
+}
+
+class ScenePainter {
+public:
+    ScenePainter(QPainter& painter, const SheetScene& scene, const SheetPaintWish& wish)
+        : painter_(painter), scene_(scene), wish_(wish) {}
+
+    void Paint() {
+        painter_.save();
+        painter_.setRenderHint(QPainter::Antialiasing);
+        painter_.setRenderHint(QPainter::TextAntialiasing);
+        for (std::size_t i = 0; i < kSheetLayers; ++i) {
+            PaintLayer(static_cast<SheetLayer>(i));
+        }
+        painter_.restore();
+    }
+
+private:
+    void PaintLayer(SheetLayer layer) {
+        const auto forThose = [layer](const auto& elements, auto paint) {
+            for (const auto& element : elements) {
+                if (element.layer == layer) {
+                    paint(element);
+                }
+            }
+        };
+        forThose(scene_.areas, [this](const SheetArea& area) { PaintArea(area); });
+        forThose(scene_.lines, [this](const SheetLine& line) { PaintLine(line); });
+        forThose(scene_.marks, [this](const SheetMarks& marks) { PaintMarks(marks); });
+        forThose(scene_.texts, [this](const SheetText& text) { PaintText(text); });
+    }
+
+    const QPolygonF& Thinned(const SheetPiece& piece) {
+        polygon_.clear();
+        const std::span<const SheetPoint> points = scene_.VerticesOf(piece);
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const SheetPoint p = points[i];
+            const bool isEnd = i == 0 || i + 1 == points.size();
+            if (isEnd || std::fabs(p.x - polygon_.last().x()) > wish_.finest ||
+                std::fabs(p.y - polygon_.last().y()) > wish_.finest) {
+                polygon_.append(QPointF(p.x, p.y));
+            }
+        }
+        return polygon_;
+    }
+
+    void PaintArea(const SheetArea& area) {
+        QPainterPath path;
+        path.setFillRule(Qt::OddEvenFill);
+        for (const SheetPiece& piece : scene_.PiecesOf(area)) {
+            path.addPolygon(Thinned(piece));
+            path.closeSubpath();
+        }
+        painter_.fillPath(path, SheetColour(area.fill));
+    }
+
+    void PaintLine(const SheetLine& line) {
+        painter_.setPen(PenOf(scene_.inks[line.ink], wish_.thinnest));
+        painter_.setBrush(Qt::NoBrush);
+        for (const SheetPiece& piece : scene_.PiecesOf(line)) {
+            const QPolygonF& points = Thinned(piece);
+            if (piece.closed) {
+                painter_.drawPolygon(points);
+            } else {
+                painter_.drawPolyline(points);
+            }
+        }
+    }
+
+    void PaintMarks(const SheetMarks& marks) {
+        const SheetInk& ink = scene_.inks[marks.ink];
+        const double half = marks.size / 2;
+        const bool isDot = marks.shape == SheetMarkShape::Dot;
+        painter_.setPen(isDot ? QPen(SheetColour(ink.colour), std::max(marks.size, wish_.thinnest),
+                                     Qt::SolidLine, Qt::RoundCap)
+                              : PenOf(ink, wish_.thinnest));
+        for (const SheetPoint& place : marks.places) {
+            if (!wish_.visible.Contains(place)) {
+                continue;
+            }
+            if (isDot) {
+                painter_.drawPoint(QPointF(place.x, place.y));
+            } else {
+                painter_.drawLine(QPointF(place.x - half, place.y),
+                                  QPointF(place.x + half, place.y));
+                painter_.drawLine(QPointF(place.x, place.y - half),
+                                  QPointF(place.x, place.y + half));
+            }
+        }
+    }
+
+    void PaintText(const SheetText& text) {
+        if (text.text.empty()) {
+            return;
+        }
+        const QString characters = PrintableText(text.text);
+        const double size = kSheetFontSize * kCapitalPart; // of a capital, in units of the font
+        const double width = SheetTextWidth(characters, text.bold) * size;
+        const double left = text.anchor == TextAnchor::Left    ? 0
+                            : text.anchor == TextAnchor::Right ? -width
+                                                               : -width / 2;
+        const double base = text.anchor == TextAnchor::Centre ? size / 2 : 0;
+        painter_.save();
+        painter_.translate(text.place.x, text.place.y);
+        painter_.rotate(-text.angle * 180 / std::numbers::pi);
+        painter_.scale(text.height / size, text.height / size);
+        painter_.setFont(SheetFont(text.bold));
+        painter_.setPen(SheetColour(text.colour));
+        painter_.drawText(QPointF(left, base), characters);
+        painter_.restore();
+    }
+
+    QPainter& painter_;
+    const SheetScene& scene_;
+    const SheetPaintWish& wish_;
+    QPolygonF polygon_;
+};
+
+} // namespace
+
+void PaintSheet(QPainter& painter, const SheetScene& scene, const SheetPaintWish& wish) {
+    ScenePainter(painter, scene, wish).Paint();
+}
+
+} // namespace terravo

@@ -1,0 +1,43 @@
+// Draws a sheet with a painter, on whatever device it has.
+//
+// Data: a finished sheet in millimetres. Method: the painter's units are millimetres, so screen,
+// picture, page and printer show the same; the layers come in their order. Vertices nearer to each
+// other than the device can show are left out.
+#pragma once
+
+#include "plot2d/SheetFont.h"
+#include "sheet/SheetScene.h"
+#include "sheet/TextMeasure.h"
+
+#include <QColor>
+#include <QPainter>
+
+namespace terravo {
+
+/// Texts as the painter writes them.
+class SheetTextMeasure : public TextMeasure {
+public:
+    [[nodiscard]] double Width(const std::string& text, double height, bool bold) const override {
+        return SheetTextWidth(PrintableText(text), bold) * height;
+    }
+};
+
+struct SheetPaintWish {
+    /// Vertices this near to the last one may be left out, millimetres.
+    double finest = 0;
+    /// Lines are at least this wide, millimetres: about a pixel of a screen.
+    double thinnest = 0;
+    /// Only what may be seen in here has to be drawn.
+    SheetBox visible{-1e9, -1e9, 1e9, 1e9};
+};
+
+/// @param painter  its units are millimetres from the upper left corner of the paper. Its state is
+///                 kept.
+void PaintSheet(QPainter& painter, const SheetScene& scene, const SheetPaintWish& wish = {});
+
+/// The colour as Qt's.
+inline QColor SheetColour(Colour colour) {
+    return {RedOf(colour), GreenOf(colour), BlueOf(colour)};
+}
+
+} // namespace terravo
