@@ -46,7 +46,9 @@ struct Options {
                               QStringLiteral("file")};
     QCommandLineOption paper{
         QStringLiteral("paper"),
-        QStringLiteral("Page of PDF pictures: A4, A3, A2, A1, A0 or Letter, across. Default: A4."),
+        QStringLiteral(
+            "Page of PDF pictures, across, and of the sheet: A4, A3, A2, A1, A0 or Letter; of the "
+            "sheet also Tabloid or WxH in millimetres. Default: A4."),
         QStringLiteral("size"), QStringLiteral("A4")};
     QCommandLineOption background{
         QStringLiteral("background"),
@@ -122,9 +124,11 @@ struct Options {
                                QStringLiteral("Print the version.")};
 
     ImportOptions import;
+    SheetOptions sheet;
 
     void AddTo(QCommandLineParser& parser) const {
         import.AddTo(parser);
+        sheet.AddTo(parser);
         parser.addOptions({out,           map,        segments, mesh,    qrzTriangles, qrzLevels,
                            view3D,        view3DKind, surface,  theta,   alfa,         rayx,
                            blackAndWhite, levels,     mode,     labels,  triangles,    perimeter,
@@ -263,12 +267,14 @@ void ParseCheck(const QCommandLineParser& parser, const Options& known, BatchOpt
 }
 
 void ParsePaper(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
+    options.sheet = known.sheet.Parse(parser, parser.isSet(known.paper) ? parser.value(known.paper)
+                                                                        : QString());
     const std::optional<QPageSize::PageSizeId> size = PaperSizeOf(parser.value(known.paper));
-    if (!size) {
+    if (!size && options.sheet.file.empty()) {
         throw UsageError(QStringLiteral("--paper takes A4, A3, A2, A1, A0 or Letter, not \"%1\".")
                              .arg(parser.value(known.paper)));
     }
-    options.pageSize = *size;
+    options.pageSize = size.value_or(QPageSize::A4);
     if (parser.isSet(known.background)) {
         options.paper = ParseChoice(QStringLiteral("background"), parser.value(known.background),
                                     QStringLiteral("black"), Paper::Black, QStringLiteral("white"),
@@ -331,8 +337,8 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
 
 std::vector<std::string> BatchOptions::Outputs() const {
     std::vector<std::string> outputs;
-    for (const std::string& file :
-         {mapFile, segmentsFile, meshFile, qrzTrianglesFile, qrzLevelsFile, view3DFile}) {
+    for (const std::string& file : {mapFile, segmentsFile, meshFile, qrzTrianglesFile,
+                                    qrzLevelsFile, view3DFile, sheet.file}) {
         if (!file.empty()) {
             outputs.push_back(file);
         }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/batch/ImportOptions.h"
+#include "app/batch/SheetOptions.h"
 #include "app/session/ContourMap.h"
 #include "export/PictureExport.h"
 #include "survey/check/SurveyCheck.h"
@@ -45,6 +46,7 @@ struct BatchOptions {
     View3DOptions view3D;
     QPageSize::PageSizeId pageSize = QPageSize::A4; // of PDF files
     std::optional<Paper> paper;                     // of SVG and PDF files
+    SheetCall sheet;
     ImportCall import;
     CheckForm check = CheckForm::None;
     CheckOptions checkOptions;

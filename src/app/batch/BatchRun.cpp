@@ -3,12 +3,15 @@
 #include "app/batch/BatchSummary.h"
 #include "app/batch/ExitCode.h"
 #include "app/batch/OutputFolders.h"
+#include "app/session/SheetMaker.h"
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
 #include "export/MeshFile.h"
 #include "export/PictureExport.h"
 #include "export/QrzWriter.h"
 #include "export/SegmentFile.h"
+#include "export/SheetExport.h"
+#include "export/SheetPainter.h"
 #include "plot2d/PictureFile.h"
 #include "plot2d/RasterSurface.h"
 #include "survey/PointFile.h"
@@ -195,6 +198,7 @@ private:
     void DrawView3DOn(DrawSurface& surface, AxonometricView& view);
     template <class Drawing>
     void WriteVector(const std::string& file, const std::string& title, Drawing draw);
+    void DrawSheet();
     void CountWhatWasMade();
     void Deliver();
     bool IsDrawn(const std::string& file, const std::optional<std::string>& failure);
@@ -341,9 +345,10 @@ std::optional<std::string> BatchRun::FailureOf(Drawing draw) {
 }
 
 void BatchRun::Draw() {
+    const bool isSheetAlone = !options_.sheet.file.empty() && options_.mapFile.empty();
     if (SegmentsAreWanted()) {
         DrawMapAndSegments();
-    } else {
+    } else if (!isSheetAlone) {
         DrawMapPicture({});
     }
     if (!options_.view3DFile.empty()) {
@@ -351,7 +356,34 @@ void BatchRun::Draw() {
         viewFailure_ = FailureOf([this] { DrawView3D(); });
         figures_.milliseconds.draw += watch.Lap() * 1e3;
     }
+    if (!options_.sheet.file.empty()) {
+        Stopwatch watch;
+        DrawSheet();
+        figures_.milliseconds.draw += watch.Lap() * 1e3;
+    }
     CountWhatWasMade();
+}
+
+// Without a choice the levels of a sheet are round.
+void BatchRun::DrawSheet() {
+    const SheetCall& call = options_.sheet;
+    SheetMaker maker(survey_, state_);
+    const std::optional<SheetScene> scene =
+        maker.Make(call.plan, RoundLevels(survey_.Points().extentZ), SheetTextMeasure(), stop_);
+    EndWhenStopped();
+    const std::string title =
+        call.plan.texts.title.empty() ? survey_.Points().sourceName : call.plan.texts.title;
+    WriteSheet({call.file, &files_}, *PictureKindOf(call.file), *scene, {title, call.dotsPerInch});
+    EndWhenStopped();
+    figures_.files.push_back(call.file);
+    SheetFigures figures{scene->width, scene->height, scene->scale, {}, scene->labels, {}};
+    for (const LevelRecord& level : maker.Levels()) {
+        figures.levels.push_back(level.value);
+    }
+    for (const Statement& remark : scene->remarks) {
+        figures.remarks.push_back(WithValues(state_.texts[remark.sentence], remark.values));
+    }
+    figures_.sheet = std::move(figures);
 }
 
 // Areas have no segments: the lines are drawn as well, as the window's export does.

@@ -83,6 +83,29 @@ QJsonArray FindingsToJson(const BatchFigures& figures) {
     return findings;
 }
 
+QJsonObject SheetToJson(const SheetFigures& sheet) {
+    QJsonArray levels;
+    for (const double level : sheet.levels) {
+        levels.append(level);
+    }
+    QJsonArray remarks;
+    for (const std::string& remark : sheet.remarks) {
+        remarks.append(QString::fromStdString(remark));
+    }
+    const auto count = [](std::size_t value) { return static_cast<qint64>(value); };
+    const LabelReport& labels = sheet.labels;
+    return {{"width_mm", sheet.width},
+            {"height_mm", sheet.height},
+            {"scale", sheet.scale},
+            {"level_values", levels},
+            {"labels", QJsonObject{{"texts", count(labels.texts)},
+                                   {"lines", count(labels.lines)},
+                                   {"labelled", count(labels.labelled)},
+                                   {"too_short", count(labels.tooShort)},
+                                   {"no_room", count(labels.noRoom)}}},
+            {"remarks", remarks}};
+}
+
 std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures) {
     QJsonArray files;
     for (const std::string& file : figures.files) {
@@ -108,6 +131,9 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
                                      {"write", Tenths(spent.write)},
                                      {"total", Tenths(spent.total)}}},
     };
+    if (figures.sheet) {
+        summary.insert("sheet", SheetToJson(*figures.sheet));
+    }
     if (options.check != CheckForm::None) {
         summary.insert("findings", FindingsToJson(figures));
     }
@@ -117,6 +143,24 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
 std::string RangeText(const char* name, const Extent& extent) {
     return std::string(name) + " " + NumberText::FormatScreen(extent.min, "#0.0##", '.') + " to " +
            NumberText::FormatScreen(extent.max, "#0.0##", '.');
+}
+
+std::string SheetText(const SheetFigures& sheet) {
+    std::string text =
+        "sheet " + NumberText::General(sheet.width) + " x " + NumberText::General(sheet.height) +
+        " mm, 1:" + NumberText::General(sheet.scale) + ", " + std::to_string(sheet.levels.size()) +
+        " levels, " + std::to_string(sheet.labels.texts) + " values on " +
+        std::to_string(sheet.labels.labelled) + " of " + std::to_string(sheet.labels.lines) +
+        " lines";
+    if (sheet.labels.labelled < sheet.labels.lines) {
+        text += " (" + std::to_string(sheet.labels.tooShort) + " too short, " +
+                std::to_string(sheet.labels.noRoom) + " without room)";
+    }
+    text += "\n";
+    for (const std::string& remark : sheet.remarks) {
+        text += remark + "\n";
+    }
+    return text;
 }
 
 std::string PlainSummary(const BatchOptions& options, const BatchFigures& figures) {
@@ -131,6 +175,9 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
             RangeText("z", figures.z) + "\n";
     text += std::to_string(figures.levels) + " levels, " + std::to_string(figures.segments) +
             " segments, " + NumberText::General(Tenths(figures.milliseconds.total)) + " ms\n";
+    if (figures.sheet) {
+        text += SheetText(*figures.sheet);
+    }
     for (const std::string& file : figures.files) {
         text += "wrote " + file + "\n";
     }

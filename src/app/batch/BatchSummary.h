@@ -8,6 +8,16 @@
 
 namespace terravo {
 
+/// What is on the sheet of a run.
+struct SheetFigures {
+    double width = 0; // of the paper, millimetres
+    double height = 0;
+    double scale = 0; // the N of 1:N
+    std::vector<double> levels;
+    LabelReport labels;
+    std::vector<std::string> remarks; // sentences
+};
+
 struct BatchFigures {
     ImportOutcome input;
     std::vector<Finding> findings; // when the check was made
@@ -20,6 +30,7 @@ struct BatchFigures {
     Extent x;
     Extent y;
     Extent z;
+    std::optional<SheetFigures> sheet;
     Index levels = 0;
     std::int64_t segments = 0;
     std::vector<std::string> files;    // written, in order
