@@ -7,6 +7,7 @@
 #include "BenchRun.h"
 #include "contour/ContourSet.h"
 #include "contour/LevelCut.h"
+#include "contour/LevelRule.h"
 #include "plot2d/ColourScale.h"
 #include "survey/Survey.h"
 
@@ -21,10 +22,8 @@ const Survey& SurveyOf(Index count) {
 }
 
 LevelSet LevelsOf(const PointSet& points, Index levelCount) {
-    LevelRequest request;
-    request.levelCount = levelCount;
-    return MakeLevelSet(points.extentZ, ColourScale::MakePalette(ColourScale::kPlanColours),
-                        request);
+    return MakeLevelSet(RuleByCount(levelCount), points.extentZ,
+                        ColourScale::MakePalette(ColourScale::kPlanColours), LevelRequest());
 }
 
 void Cut(benchmark::State& state, Index count, Index levelCount) {

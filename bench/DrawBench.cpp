@@ -73,7 +73,7 @@ void Register(Index count) {
             ->Unit(benchmark::kMillisecond);
     };
     MapOptions options;
-    options.levelCount = 10;
+    options.levels = RuleByCount(10);
     add("10", options);
     options.showLevelValues = true;
     add("10 labelled", options);
@@ -81,7 +81,7 @@ void Register(Index count) {
     options.mode = MapMode::Areas;
     add("10 areas", options);
     options.mode = MapMode::Lines;
-    options.levelCount = 50;
+    options.levels = RuleByCount(50);
     add("50", options);
 }
 
@@ -93,14 +93,14 @@ void RegisterChanges(Index count) {
         {"labels", [](MapOptions& options) { options.showLevelValues = true; }},
         {"triangles", [](MapOptions& options) { options.showTriangles = true; }},
         {"perimeter", [](MapOptions& options) { options.showPerimeter = true; }},
-        {"2 levels", [](MapOptions& options) { options.levelCount = 2; }},
-        {"50 levels", [](MapOptions& options) { options.levelCount = 50; }},
-        {"100 levels", [](MapOptions& options) { options.levelCount = 100; }},
+        {"2 levels", [](MapOptions& options) { options.levels = RuleByCount(2); }},
+        {"50 levels", [](MapOptions& options) { options.levels = RuleByCount(50); }},
+        {"100 levels", [](MapOptions& options) { options.levels = RuleByCount(100); }},
     };
     for (const auto& [mode, title] :
          {std::pair{MapMode::Lines, "lines"}, std::pair{MapMode::Areas, "areas"}}) {
         MapOptions before;
-        before.levelCount = 10;
+        before.levels = RuleByCount(10);
         before.mode = mode;
         const auto add = [&, of = title](const char* change, const MapOptions& options) {
             const std::string name = BenchName("change", of, change, std::to_string(count));

@@ -27,7 +27,7 @@ BenchMap& MapWithFiles(Index count) {
     if (!std::filesystem::exists(kept.folder.File(kMeshFileName))) {
         RasterSurface surface(1200, 900);
         MapOptions options;
-        options.levelCount = kLevelCount;
+        options.levels = RuleByCount(kLevelCount);
         kept.Draw(surface, options);
         WriteMeshFile(kept.folder.File(kMeshFileName), kept.survey.Points(),
                       kept.survey.Triangulation().triangles);

@@ -17,10 +17,10 @@ namespace {
 constexpr const char* kSource = "DELLIV_Lines";
 constexpr Colour kOverlayColour = kWhite;
 
-void RequireLevels(Index count, const RunState& run) {
-    if (count < kFewestLevels) {
+void RequireLevels(Index count, const ContourInput& input) {
+    if (count < input.fewestLevels) {
         throw AppError(ErrorNumber::kDrawing, kSource,
-                       run.texts[Text::TooFewLevels] + " NLiv = " + std::to_string(count));
+                       input.run.texts[Text::TooFewLevels] + " NLiv = " + std::to_string(count));
     }
 }
 
@@ -144,7 +144,7 @@ RunContourRoutine(const LevelSet& levels, const ContourInput& input,
     ContourReport report;
     report.levelCount = levels.UpperBound();
     try {
-        RequireLevels(report.levelCount, input.run);
+        RequireLevels(report.levelCount, input);
         Stopwatch watch;
         const TriangulationOutcome& made = input.survey.Triangulation(input.stop);
         report.triangulate = watch.Lap();

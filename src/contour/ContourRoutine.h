@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace terravo {
@@ -19,7 +20,10 @@ struct ContourInput {
     const RunState& run; // texts of errors
     bool showTriangles = false;
     bool showPerimeter = false;
-    const StopToken& stop; // looked at between levels, or between filled triangles
+    const StopToken& stop;              // looked at between levels, or between filled triangles
+    Index fewestLevels = kFewestLevels; // fewer are refused
+    /// Areas: of the surface below the first level; none: that of the last level.
+    std::optional<Colour> colourBelow = std::nullopt;
 };
 
 /// How one contour drawing ended, and the seconds spent in its parts.
@@ -45,7 +49,7 @@ AppError TriangulationError(Index ierr, const RunState& run);
 void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
                          const TriangleList& triangles);
 
-/// Runs a contour routine: refuses fewer than 2 levels with error 1001, gets the triangulation,
+/// Runs a contour routine: refuses too few levels with error 1001, gets the triangulation,
 /// hands it to the body unless the work was stopped, and catches whatever ends it.
 ContourReport
 RunContourRoutine(const LevelSet& levels, const ContourInput& input,

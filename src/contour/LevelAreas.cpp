@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <limits>
 #include <numeric>
+#include <optional>
 #include <span>
 #include <type_traits>
 #include <vector>
@@ -142,8 +143,9 @@ void SortCorners(BandPolygon& polygon, MessageService& messages) {
 template <class Surface>
 class PieceFiller {
 public:
-    PieceFiller(Surface& surface, const LevelSet& levels, MessageService& messages)
-        : surface_(surface), levels_(levels), messages_(messages) {}
+    PieceFiller(Surface& surface, const LevelSet& levels, std::optional<Colour> colourBelow,
+                MessageService& messages)
+        : surface_(surface), levels_(levels), colourBelow_(colourBelow), messages_(messages) {}
 
     void FillBandPolygon(BandPolygon& polygon) {
         FindCorners(polygon);
@@ -151,7 +153,7 @@ public:
             SortCorners(polygon, messages_);
             FindCorners(polygon);
         }
-        FillInColour(surface_, corners_, BandColour(levels_, Mean(polygon.z)));
+        FillInColour(surface_, corners_, BandColour(levels_, Mean(polygon.z), colourBelow_));
     }
 
 private:
@@ -166,6 +168,7 @@ private:
 
     Surface& surface_;
     const LevelSet& levels_;
+    std::optional<Colour> colourBelow_;
     MessageService& messages_;
     std::vector<Place> corners_;
 };
@@ -174,11 +177,11 @@ private:
 template <class Surface>
 class BandPainter {
 public:
-    BandPainter(Surface& surface, const LevelSet& levels, const PointSet& points,
+    BandPainter(Surface& surface, const LevelSet& levels, const ContourInput& input,
                 const TriangleList& triangles, MessageService& messages)
-        : surface_(surface), levels_(levels), points_(points), triangles_(triangles),
-          reach_(points, levels), mapPoints_(MapPointsOf(surface, levels, points, reach_)),
-          filler_(surface, levels, messages) {}
+        : surface_(surface), levels_(levels), points_(input.survey.Points()), triangles_(triangles),
+          reach_(points_, levels), mapPoints_(MapPointsOf(surface, levels, points_, reach_)),
+          filler_(surface, levels, input.colourBelow, messages) {}
 
     void Paint(Index t) {
         PrefetchCorners(triangles_, t, mapPoints_);
@@ -315,7 +318,7 @@ private:
 template <class Surface>
 bool PaintBands(Surface& surface, const LevelSet& levels, const ContourInput& input,
                 const TriangleList& triangles, MessageService& messages) {
-    BandPainter<Surface> painter(surface, levels, input.survey.Points(), triangles, messages);
+    BandPainter<Surface> painter(surface, levels, input, triangles, messages);
     for (Index t = 1; t <= triangles.count; ++t) {
         painter.Paint(t);
         const bool goesOn =
@@ -331,12 +334,16 @@ bool PaintBands(Surface& surface, const LevelSet& levels, const ContourInput& in
 
 } // namespace
 
-Colour BandColour(const LevelSet& levels, double meanHeight) {
+Colour BandColour(const LevelSet& levels, double meanHeight,
+                  const std::optional<Colour>& colourBelow) {
     const auto above = std::upper_bound(
         levels.begin(), levels.end(), meanHeight,
         [](double height, const LevelRecord& level) { return height < level.value; });
-    return above == levels.begin() || above == levels.end() ? levels[levels.UpperBound()].colour
-                                                            : std::prev(above)->colour;
+    const Colour top = levels[levels.UpperBound()].colour;
+    if (above == levels.begin()) {
+        return colourBelow.value_or(top);
+    }
+    return above == levels.end() ? top : std::prev(above)->colour;
 }
 
 ContourReport DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,

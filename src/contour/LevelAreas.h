@@ -13,13 +13,14 @@ namespace terravo {
 
 /// Fills the bands on a surface whose scale is set.
 /// @param messages  of the sort.
-/// @return an error for fewer than 2 levels and for a fault of the triangulation. Points without a
+/// @return an error for too few levels and for a fault of the triangulation. Points without a
 ///         triangulation draw nothing and are no error here.
 ContourReport DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
                              MessageService& messages);
 
-/// Colour of a piece by its mean height: that of the level at or just below it; of the top level
-/// when it is below the lowest.
-Colour BandColour(const LevelSet& levels, double meanHeight);
+/// Colour of a piece by its mean height: that of the level at or just below it. Below the lowest it
+/// is colourBelow, and without one that of the top level.
+Colour BandColour(const LevelSet& levels, double meanHeight,
+                  const std::optional<Colour>& colourBelow = std::nullopt);
 
 } // namespace terravo

@@ -19,7 +19,7 @@ using LevelSink = std::function<void(double level, const std::vector<LevelPiece>
 /// Draws the contour lines on a surface whose scale is set.
 /// @param levels  line widths below 1 and label sizes below 8 are raised in place.
 /// @param sink    called for each level in turn; may be empty.
-/// @return an error for fewer than 2 levels, without a triangulation, and when the sink fails.
+/// @return an error for too few levels, without a triangulation, and when the sink fails.
 ContourReport DrawLevelLines(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
                              const LevelSink& sink = {});
 

@@ -1,5 +1,6 @@
 #include "contour/LevelRule.h"
 
+#include "contour/LevelRuleText.h"
 #include "survey/FileDecimals.h"
 #include "util/AppError.h"
 #include "util/DecimalText.h"
@@ -10,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace terravo {
 namespace {
@@ -113,6 +115,11 @@ std::vector<double> ValuesWithin(const LevelRule& rule, const Extent& range) {
     return values;
 }
 
+double CountOfMultiples(const LevelRule& rule, const Extent& range) {
+    const Multiples multiples(rule);
+    return multiples.LastBelow(range.max) - multiples.FirstAbove(range.min) + 1;
+}
+
 LevelFault FaultOfInterval(const LevelRule& rule, const Extent& range) {
     if (!IsSpan(range)) {
         return LevelFault::NoneWithin;
@@ -124,8 +131,7 @@ LevelFault FaultOfInterval(const LevelRule& rule, const Extent& range) {
     if (IsTooFine(rule, range)) {
         return LevelFault::TooFine;
     }
-    const Multiples multiples(rule);
-    const double count = multiples.LastBelow(range.max) - multiples.FirstAbove(range.min) + 1;
+    const double count = CountOfMultiples(rule, range);
     return count < 1             ? LevelFault::NoneWithin
            : count > kMostLevels ? LevelFault::TooMany
                                  : LevelFault::None;
@@ -149,9 +155,31 @@ LevelFault FaultOfList(const std::vector<double>& values) {
 
 LevelSet LevelsByCount(Index n, const Extent& range, std::span<const Colour> palette,
                        const LevelRequest& request) {
-    LevelRequest byCount = request;
-    byCount.levelCount = n;
-    return MakeLevelSet(range, palette, byCount);
+    if (n < kFewestLevels) {
+        throw AppError(ErrorNumber::kDrawing, "DrawContourMap",
+                       "Two levels are needed at least: NLiv = " + std::to_string(n));
+    }
+    const double spacing = (range.max - range.min) / (n - 1);
+    if (!std::isfinite(spacing)) {
+        throw AppError(ErrorNumber::kOverflow, "DrawContourMap",
+                       "The heights are too far apart to compute levels.");
+    }
+    LevelSet levels(n);
+    for (Index k = 1; k <= n; ++k) {
+        LevelRecord& level = levels[k];
+        level.value = k == n ? range.max : range.min + (k - 1) * spacing;
+        const double place = (k - 1) * 255.0 / (n - 1);
+        level.colour = palette[static_cast<std::size_t>(modUtilita::RoundHalfEven(place))];
+        level.labelColour = level.colour;
+        if (request.showValues) {
+            level.label = NumberText::FormatScreen(level.value, "#0.000", request.decimalSeparator);
+        }
+    }
+    if (request.nudgeEnds) {
+        levels[1].value += spacing * 1e-9;
+        levels[n].value -= spacing * 1e-9;
+    }
+    return levels;
 }
 
 Colour ColourAt(double height, const Extent& range, std::span<const Colour> palette) {
@@ -161,6 +189,27 @@ Colour ColourAt(double height, const Extent& range, std::span<const Colour> pale
 }
 
 } // namespace
+
+LevelRule RuleByCount(Index count) {
+    LevelRule rule;
+    rule.count = count;
+    return rule;
+}
+
+LevelRule RuleByInterval(double interval, double base) {
+    LevelRule rule;
+    rule.kind = LevelRuleKind::ByInterval;
+    rule.interval = interval;
+    rule.base = base;
+    return rule;
+}
+
+LevelRule RuleByList(std::vector<double> values) {
+    LevelRule rule;
+    rule.kind = LevelRuleKind::ByList;
+    rule.values = std::move(values);
+    return rule;
+}
 
 LevelFault FaultOf(const LevelRule& rule) {
     switch (rule.kind) {
@@ -190,23 +239,23 @@ LevelFault FaultOf(const LevelRule& rule, const Extent& range) {
 
 Index LevelCountOf(const LevelRule& rule, const Extent& range) {
     const LevelFault fault = FaultOf(rule, range);
-    if (rule.kind == LevelRuleKind::ByCount) {
-        return fault == LevelFault::TooFew ? 0 : rule.count;
+    if (fault != LevelFault::None && fault != LevelFault::TooMany) {
+        return 0;
     }
-    if (fault == LevelFault::TooMany && rule.kind == LevelRuleKind::ByInterval) {
-        const double count = (range.max / rule.interval) - (range.min / rule.interval);
-        constexpr auto kMost = std::numeric_limits<Index>::max();
-        return count < kMost ? static_cast<Index>(count) : kMost;
-    }
-    if (fault != LevelFault::None) {
-        return fault == LevelFault::TooMany ? static_cast<Index>(ValuesWithin(rule, range).size())
-                                            : 0;
-    }
-    if (rule.kind == LevelRuleKind::ByList) {
+    switch (rule.kind) {
+    case LevelRuleKind::ByCount:
+        return rule.count;
+    case LevelRuleKind::ByList:
         return static_cast<Index>(ValuesWithin(rule, range).size());
+    case LevelRuleKind::ByInterval:
+        break;
     }
-    const Multiples multiples(rule);
-    return static_cast<Index>(multiples.LastBelow(range.max) - multiples.FirstAbove(range.min)) + 1;
+    if (fault == LevelFault::None) {
+        return static_cast<Index>(CountOfMultiples(rule, range));
+    }
+    constexpr Index kLargest = std::numeric_limits<Index>::max();
+    const double about = range.max / rule.interval - range.min / rule.interval;
+    return about < kLargest ? static_cast<Index>(about) : kLargest;
 }
 
 std::vector<double> LevelValuesOf(const LevelRule& rule, const Extent& range) {
@@ -227,6 +276,9 @@ std::vector<double> LevelValuesOf(const LevelRule& rule, const Extent& range) {
     }
     case LevelRuleKind::ByCount: {
         const double spacing = (range.max - range.min) / (rule.count - 1);
+        if (!std::isfinite(spacing)) {
+            break;
+        }
         for (Index k = 1; k < rule.count; ++k) {
             values.push_back(range.min + (k - 1) * spacing);
         }
@@ -244,7 +296,8 @@ LevelSet MakeLevelSet(const LevelRule& rule, const Extent& range, std::span<cons
     }
     const LevelFault fault = FaultOf(rule, range);
     if (fault != LevelFault::None) {
-        throw AppError(ErrorNumber::kDrawing, "MakeLevelSet", "The rule gives no levels here.");
+        throw AppError(ErrorNumber::kDrawing, "MakeLevelSet",
+                       SentenceOf(fault, rule, range, TextCatalogue(), '.'));
     }
     const std::vector<double> values = LevelValuesOf(rule, range);
     LevelSet levels(static_cast<Index>(values.size()));
@@ -258,6 +311,10 @@ LevelSet MakeLevelSet(const LevelRule& rule, const Extent& range, std::span<cons
         }
     }
     return levels;
+}
+
+std::optional<Colour> ColourBelowFirst(const LevelRule& rule, std::span<const Colour> palette) {
+    return rule.kind == LevelRuleKind::ByCount ? std::nullopt : std::optional(palette.front());
 }
 
 bool IsIndexLevel(const LevelRule& rule, const LevelSet& levels, Index level, Index every) {
@@ -307,12 +364,11 @@ std::vector<double> ProposedIntervals(const Extent& range) {
         for (const char* const digits : {"10", "20", "25", "50"}) {
             // From its text, so that 0.1 is the 0.1 that a user types.
             const std::string text = digits + ("e" + std::to_string(exponent - 1));
-            LevelRule rule;
-            rule.kind = LevelRuleKind::ByInterval;
-            std::from_chars(text.data(), text.data() + text.size(), rule.interval);
-            const Index count = LevelCountOf(rule, range);
+            double interval = 0;
+            std::from_chars(text.data(), text.data() + text.size(), interval);
+            const Index count = LevelCountOf(RuleByInterval(interval), range);
             if (count >= kFewest && count <= kMost) {
-                found.emplace_back(std::fabs(std::log(double{1} * count) - middle), rule.interval);
+                found.emplace_back(std::fabs(std::log(double{1} * count) - middle), interval);
             }
         }
     }
@@ -322,36 +378,6 @@ std::vector<double> ProposedIntervals(const Extent& range) {
         intervals.push_back(interval);
     }
     return intervals;
-}
-
-std::optional<std::vector<double>> ParseLevelList(std::string_view text, char decimalSeparator) {
-    const bool hasDecimalComma = decimalSeparator == ',';
-    std::string plain(text);
-    for (std::size_t i = 0; i < plain.size(); ++i) {
-        char& c = plain[i];
-        const bool endsValue = i + 1 == plain.size() || std::string_view(" \t;").find(
-                                                            plain[i + 1]) != std::string_view::npos;
-        if (c == ',') {
-            c = hasDecimalComma && !endsValue ? '.' : ' ';
-        } else if (c == ';' || c == '\t' || c == '\r' || c == '\n') {
-            c = ' ';
-        }
-    }
-    std::vector<double> values;
-    const char* const end = plain.data() + plain.size();
-    for (const char* at = plain.data();
-         (at = std::find_if(at, end, [](char c) { return c != ' '; })) != end;) {
-        double value = 0;
-        const char* const first = *at == '+' ? at + 1 : at;
-        const auto read = std::from_chars(first, end, value);
-        const bool isWhole = read.ptr == end || *read.ptr == ' ';
-        if (read.ec != std::errc() || !isWhole || !IsUsable(value)) {
-            return std::nullopt;
-        }
-        values.push_back(value);
-        at = read.ptr;
-    }
-    return values.empty() ? std::nullopt : std::optional(Tidied(std::move(values)));
 }
 
 } // namespace terravo

@@ -10,10 +10,11 @@
 #pragma once
 
 #include "contour/LevelSet.h"
+#include "survey/PointSet.h"
 
-#include <cstdint>
 #include <optional>
-#include <string_view>
+#include <span>
+#include <string>
 #include <vector>
 
 namespace terravo {
@@ -29,6 +30,10 @@ struct LevelRule {
 
     bool operator==(const LevelRule&) const = default;
 };
+
+LevelRule RuleByCount(Index count);
+LevelRule RuleByInterval(double interval, double base = 0);
+LevelRule RuleByList(std::vector<double> values);
 
 /// Why a rule gives no levels.
 enum class LevelFault : unsigned char {
@@ -61,9 +66,20 @@ std::vector<double> LevelValuesOf(const LevelRule& rule, const Extent& range);
 /// its place between the lowest and the highest point is its place in the palette.
 /// @param range    of the points' z.
 /// @param palette  256 colours, from MakePalette.
-/// Throws AppError for a rule with a fault, and for a range too wide to divide.
+/// Throws AppError for a rule with a fault (a count has none but being too small), and for a range
+/// too wide to divide.
 LevelSet MakeLevelSet(const LevelRule& rule, const Extent& range, std::span<const Colour> palette,
                       const LevelRequest& request);
+
+/// Fewest levels that a drawing by this rule can have: a count says two, the others may have one.
+inline Index FewestLevelsOf(const LevelRule& rule) {
+    return rule.kind == LevelRuleKind::ByCount ? kFewestLevels : 1;
+}
+
+/// The colour of the surface below the first level: none by count, whose first level is the lowest
+/// point, so that what rounding puts below takes the colour of the last. Above the last level that
+/// level's colour goes on.
+std::optional<Colour> ColourBelowFirst(const LevelRule& rule, std::span<const Colour> palette);
 
 /// Whether a level is to be drawn heavier than the others: by interval when its k is a multiple of
 /// `every`, so that with base 0, interval 2 and every 5 the lines at 10, 20, 30 are the heavy ones,
@@ -82,11 +98,5 @@ std::string LevelText(const LevelRule& rule, double value, char decimalSeparator
 /// Round intervals, 1, 2, 2.5 or 5 times a power of ten, that give 8 to 20 levels on base 0; the
 /// one whose count is nearest to the middle comes first. Empty for a range without an extent.
 std::vector<double> ProposedIntervals(const Extent& range);
-
-/// The values of a list that a user has typed, in increasing order, each once. They are separated
-/// by blanks, semicolons, and by commas where the decimal sign is a period; where it is a comma, a
-/// period is taken as well, and a comma at the end of a value separates.
-/// @return nothing when something else than finite numbers stands there, or no number at all.
-std::optional<std::vector<double>> ParseLevelList(std::string_view text, char decimalSeparator);
 
 } // namespace terravo

@@ -1,14 +1,13 @@
 // The levels at which a surface is cut, and how each is drawn.
 //
-// Data: a 1-based array of records in increasing level order. Method: equally spaced from the
-// lowest to the highest point, ends included; colours from the palette in proportion.
+// Data: a 1-based array of records in increasing level order. Method: plain values; a LevelRule
+// says which heights they have.
 #pragma once
 
 #include "plot2d/Colour.h"
-#include "survey/PointSet.h"
 #include "util/Array1.h"
 
-#include <span>
+#include <cstdint>
 #include <string>
 
 namespace terravo {
@@ -29,19 +28,11 @@ inline constexpr Index kFewestLevels = 2;
 inline constexpr Index kMostLevels = 100000;
 
 struct LevelRequest {
-    Index levelCount = 10;
     bool showValues = false;
     char decimalSeparator = '.'; // of the labels
-    /// Lines only: moves the first and the last level inwards by a billionth of the spacing, so
-    /// that the lowest and the highest point do not lie exactly on a level.
+    /// Lines by count only: moves the first and the last level inwards by a billionth of the
+    /// spacing, so that the lowest and the highest point do not lie exactly on a level.
     bool nudgeEnds = true;
 };
-
-/// Builds the levels over the range of heights.
-/// @param range    of the points' z.
-/// @param palette  256 colours, from MakePalette.
-/// Throws AppError for fewer than 2 levels and for a range too wide to divide.
-LevelSet MakeLevelSet(const Extent& range, std::span<const Colour> palette,
-                      const LevelRequest& request);
 
 } // namespace terravo

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -59,11 +60,13 @@ struct Layer {
 };
 
 // First pass over the segments: writes the layer blocks and counts the segments of each layer.
-// Nothing when the first level is exactly 0: it equals the level before the first, so no layer is
-// open to count its segment in.
-std::optional<std::vector<Layer>> WriteLayers(OutputFile& file, SegmentReader& segments) {
+// Nothing when the first level is 0 and has no layer: it equals the level before the first, so none
+// is open to count its segment in.
+std::optional<std::vector<Layer>> WriteLayers(OutputFile& file, SegmentReader& segments,
+                                              ZeroLevel zero) {
     std::vector<Layer> layers;
-    double previousLevel = 0;
+    double previousLevel =
+        zero == ZeroLevel::HasLayer ? std::numeric_limits<double>::quiet_NaN() : 0;
     LevelSegment segment;
     while (segments.Next(segment)) {
         if (!modUtilita::IsExactly(segment.start.z, previousLevel)) {
@@ -179,13 +182,13 @@ void WriteQrzLineEntity(std::string& out, const std::string& layer, const SpaceP
     AppendLine(out, kSeparator);
 }
 
-Content WriteQrzLevels(const std::string& segmentFile, Index levelCount,
-                       const OutputTarget& target) {
+Content WriteQrzLevels(const std::string& segmentFile, Index levelCount, const OutputTarget& target,
+                       ZeroLevel zero) {
     OutputFile file(target);
     AppendHeader(file.Buffer(), levelCount, levelCount);
     // One reader for both readings: another instance may put its own file in the place meanwhile.
     SegmentReader segments(segmentFile);
-    const std::optional<std::vector<Layer>> layers = WriteLayers(file, segments);
+    const std::optional<std::vector<Layer>> layers = WriteLayers(file, segments, zero);
     if (layers) {
         WriteSegments(file, segments, *layers);
     }

@@ -250,6 +250,31 @@ constexpr EnglishText kEnglish[] = {
     {Text::LegendCode, "Point code"},
     {Text::LegendGrid, "Grid, every %1 m"},
     {Text::LegendHeights, "Heights in metres"},
+    {Text::LevelsEntry, "&Levels..."},
+    {Text::LevelsTitle, "Levels"},
+    {Text::LevelsRange, "The heights of the points go from %1 to %2."},
+    {Text::RuleCount, "&Number of levels:"},
+    {Text::RuleInterval, "&Interval:"},
+    {Text::RuleBase, "&Base:"},
+    {Text::RuleList, "&List of heights:"},
+    {Text::RuleListHint, "heights, with blanks or semicolons between"},
+    {Text::LevelsResult, "Levels: %1"},
+    {Text::LevelsLeftOut, "heights left out, because no surface crosses them: %1"},
+    {Text::LevelsHold,
+     "The rule holds for the map, the areas and every file that is written. Another point file "
+     "begins with a number of levels again; a number typed beside the map returns to it as well."},
+    {Text::LevelsDraw, "&Draw"},
+    {Text::LevelsTooFew, "The number of levels must be a whole number from %1 to %2."},
+    {Text::LevelsTooMany, "These would be more than %1 levels."},
+    {Text::LevelsNoNumber, "Interval, base and heights must be numbers."},
+    {Text::LevelsNotPositive, "The interval must be greater than zero."},
+    {Text::LevelsTooFine, "The interval %1 is too small for heights or a base of this size."},
+    {Text::LevelsNoValues, "The list holds no heights."},
+    {Text::LevelsNoneWithin,
+     "No such level lies between the lowest point, %1, and the highest, %2."},
+    {Text::LevelsLevelGround, "All points have the same height, so no level lies between them."},
+    {Text::LevelsByCountAgain, "The rule of the levels does not fit these points. The map is drawn "
+                               "by number of levels again."},
 };
 
 constexpr bool StandInTheirPlaces() {

@@ -79,7 +79,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     MemorySurface surface(1 + bytes.Byte(), 1 + bytes.Byte());
     const int switches = bytes.Byte();
     MapOptions options;
-    options.levelCount = bytes.Byte() % 24;
+    options.levels = RuleByCount(bytes.Byte() % 24);
     options.showTriangles = (switches & 1) != 0;
     options.showPerimeter = (switches & 2) != 0;
     options.showLevelValues = (switches & 4) != 0;
@@ -90,7 +90,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     map.Draw(surface, options);
     options.mode = MapMode::Lines;
     if (DrawLines(bench, map, surface, options)) {
-        CheckExports(bench, options.levelCount, survey);
+        CheckExports(bench, options.levels.count, survey);
     }
     if (survey.Triangulation().ierr == modDelaunay2D::Ierr::kDone) {
         CheckCut(survey.Points(), survey.Triangulation().triangles, LevelsOf(survey.Points(), 12));

@@ -55,12 +55,41 @@ TEST(BatchProgram, TellsWhatItDidAsJson) {
     EXPECT_EQ(summary["hull_edges"].toInt(), 4);
     EXPECT_EQ(summary["levels"].toInt(), 4);
     EXPECT_EQ(summary["segments"].toInt(), 10);
+    EXPECT_EQ(summary["level_values"].toArray(), (QJsonArray{0, 10 / 3.0, 20 / 3.0, 10}));
     EXPECT_EQ(summary["extents"].toObject()["x"].toArray(), (QJsonArray{0.5, 9.0}));
     EXPECT_EQ(summary["files"].toArray(), (QJsonArray{QString::fromStdString(map)}));
     for (const char* stage : {"read", "triangulate", "contour", "draw", "write", "total"}) {
         EXPECT_TRUE(summary["milliseconds"].toObject()[QLatin1String(stage)].isDouble()) << stage;
     }
     EXPECT_EQ(QImage(QString::fromStdString(map)).size(), QSize(320, 240));
+}
+
+TEST(BatchProgram, FollowsALevelRuleInEveryOutput) {
+    const test::TemporaryFolder folder;
+    const struct {
+        std::vector<std::string> options;
+        QJsonArray levels;
+    } cases[] = {
+        {{"--interval", "2.5"}, {2.5, 5, 7.5}},
+        {{"--interval=5", "--base=-2"}, {3, 8}},
+        {{"--interval", "0.7", "--base", "9.9"},
+         {0.1, 0.8, 1.5, 2.2, 2.9, 3.6, 4.3, 5, 5.7, 6.4, 7.1, 7.8, 8.5, 9.2, 9.9}},
+        {{"--level-list", "8,3,99, 3"}, {3, 8}},
+    };
+    for (const auto& c : cases) {
+        for (const char* mode : {"lines", "areas"}) {
+            std::vector<std::string> call{
+                DataFile("small.dat"), "--summary", "json", "--mode", mode, "--out", folder.Path()};
+            call.insert(call.end(), c.options.begin(), c.options.end());
+            const Ended ended = Batch(call);
+            ASSERT_EQ(ended.exitCode, 0) << ended.error;
+            const QJsonObject summary = QJsonDocument::fromJson(ended.output).object();
+            EXPECT_EQ(summary["level_values"].toArray(), c.levels) << c.options.front();
+            EXPECT_EQ(summary["levels"].toInt(), c.levels.size());
+            const std::string count = std::to_string(c.levels.size());
+            EXPECT_EQ(folder.Read("levels.qrz").find("N.Layer -\r\n " + count + " \r\n"), 0U);
+        }
+    }
 }
 
 int CountOf(const std::string& text, const std::string& part) {

@@ -72,6 +72,18 @@ done <<'END'
 --levels 1000000000
 --levels 1e9
 --levels ten
+--interval 0
+--interval=-5
+--interval five
+--interval 1e999
+--interval nan
+--interval 1,5
+--interval 1 --base inf
+--base 5
+--levels 5 --interval 1
+--interval 1 --level-list 2
+--level-list 1,two
+--level-list ,
 --size 0x0
 --size 100000x100000
 --size 300
@@ -108,6 +120,9 @@ done <<'END'
 --segments out/a --mesh out/a
 END
 refused 2 '' points --map ''
+refused 2 'points: No such level lies between the lowest point, 0, and the highest, 9\.$' points --interval 10 --out out
+refused 2 'between the lowest point, 0, and the highest, 9' points --level-list 0,9,12 --out out
+refused 2 'more than 100000 levels' points --interval 1e-300 --out out
 refused 2 'name of a folder' points --out ''
 check "the points are as they were" test "$(cat points)" = $'1,1,0\n9,1,5\n5,7,9'
 finish "wrong calls"

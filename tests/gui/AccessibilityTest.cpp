@@ -3,6 +3,7 @@
 #include "app/windows/CheckWindow.h"
 #include "app/windows/HelpWindow.h"
 #include "app/windows/ImportDialog.h"
+#include "app/windows/LevelsDialog.h"
 #include "app/windows/SettingsDialog.h"
 #include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
@@ -87,6 +88,9 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
     ExpectOrder(help, {"txtFind", "cmdNext", "lstContents", "txtGuide"});
     SettingsDialog dialog(state);
     ExpectOrder(dialog, {"cmbLanguage", "cmbColours", "cmdSave", "cmdCancel"});
+    LevelsDialog levels(state, RuleByCount(10), session->Points().extentZ);
+    ExpectOrder(levels, {"optCount", "spnCount", "cmbInterval", "txtBase", "txtList", "txtLevels",
+                         "cmdDraw", "cmdCancel"});
     CheckWindow check(state, *session, scheme);
     session->SetExcluded({5}, true);
     check.Refresh();
@@ -199,6 +203,7 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     paused.AddControls(view);
     Letters{"help", {}}.AddControls(HelpWindow(state, GetParam()));
     Letters{"settings", {}}.AddControls(SettingsDialog(state));
+    Letters{"levels", {}}.AddControls(LevelsDialog(state, {}, {0, 9}));
     Letters{"import", {}}.AddControls(ImportDialog(state, {}, {}, std::nullopt));
 }
 

@@ -82,7 +82,7 @@ TEST_F(frmProveTest, StartsEmptyAndSaysHowToGetAMap) {
     }
     TypeLevels("7", Qt::Key_Return);
     EXPECT_TRUE(messages.boxes.empty());
-    EXPECT_EQ(session->Options().levelCount, 7);
+    EXPECT_EQ(session->Options().levels.count, 7);
 }
 
 TEST_F(frmProveTest, OpensAFileWithTheKeyboardAndHidesItsMapAfterAnError) {
@@ -185,7 +185,7 @@ TEST_F(frmProveTest, TakesTheNumberOfLevelsWithEnterAndDigitsOnly) {
     const QImage ten = Map()->Picture();
     TypeLevels("7", Qt::Key_Return);
     MapOptions options;
-    options.levelCount = 7;
+    options.levels = RuleByCount(7);
     EXPECT_NE(Map()->Picture(), ten);
     EXPECT_EQ(Map()->Picture(), ExpectedPicture(path, options));
 
@@ -196,7 +196,7 @@ TEST_F(frmProveTest, TakesTheNumberOfLevelsWithEnterAndDigitsOnly) {
     EXPECT_EQ(shown(), "7");
     TypeLevels("1-.a2 e", Qt::Key_Backspace);
     EXPECT_EQ(shown(), "1");
-    EXPECT_EQ(session->Options().levelCount, 7);
+    EXPECT_EQ(session->Options().levels.count, 7);
 }
 
 TEST_F(frmProveTest, TellsWhereThePointerIsWhileItIsOnTheMap) {

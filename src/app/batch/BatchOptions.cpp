@@ -1,6 +1,7 @@
 #include "app/batch/BatchOptions.h"
 
 #include "app/batch/ExitCode.h"
+#include "app/batch/LevelOptions.h"
 #include "app/batch/UsageError.h"
 #include "export/MeshFile.h"
 #include "export/SegmentFile.h"
@@ -74,12 +75,6 @@ struct Options {
         QStringLiteral("r")};
     QCommandLineOption blackAndWhite{QStringLiteral("bw"),
                                      QStringLiteral("Draw the marks grey, not by height.")};
-    QCommandLineOption levels{
-        QStringLiteral("levels"),
-        QStringLiteral("Number of levels from the lowest to the highest point, 2 to %1. "
-                       "Default: 10.")
-            .arg(kMostLevels),
-        QStringLiteral("n"), QStringLiteral("10")};
     QCommandLineOption mode{QStringLiteral("mode"),
                             QStringLiteral("lines or areas. Default: lines."),
                             QStringLiteral("mode"), QStringLiteral("lines")};
@@ -124,31 +119,20 @@ struct Options {
                                QStringLiteral("Print the version.")};
 
     ImportOptions import;
+    LevelOptions levels;
     SheetOptions sheet;
 
     void AddTo(QCommandLineParser& parser) const {
         import.AddTo(parser);
+        levels.AddTo(parser);
         sheet.AddTo(parser);
-        parser.addOptions({out,           map,        segments, mesh,    qrzTriangles, qrzLevels,
-                           view3D,        view3DKind, surface,  theta,   alfa,         rayx,
-                           blackAndWhite, levels,     mode,     labels,  triangles,    perimeter,
-                           size,          language,   comma,    summary, progress,     quiet,
-                           paper,         background, exact,    check,   tolerance,    help,
-                           version});
+        parser.addOptions({out,           map,        segments, mesh,      qrzTriangles, qrzLevels,
+                           view3D,        view3DKind, surface,  theta,     alfa,         rayx,
+                           blackAndWhite, mode,       labels,   triangles, perimeter,    size,
+                           language,      comma,      summary,  progress,  quiet,        paper,
+                           background,    exact,      check,    tolerance, help,         version});
     }
 };
-
-Index ParseLevels(const QString& text) {
-    bool isNumber = false;
-    const qlonglong count = text.toLongLong(&isNumber);
-    if (!isNumber || count < kFewestLevels || count > kMostLevels) {
-        throw UsageError(QStringLiteral("--levels takes a whole number from %1 to %2, not \"%3\".")
-                             .arg(kFewestLevels)
-                             .arg(kMostLevels)
-                             .arg(text));
-    }
-    return static_cast<Index>(count);
-}
 
 void ParseSize(const QString& text, BatchOptions& options) {
     static const QRegularExpression form(QStringLiteral("^(\\d{1,6})x(\\d{1,6})$"));
@@ -310,7 +294,8 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     options.pointFile = files.first().toStdString();
     options.import = known.import.Parse(parser);
     options.triangulation.exact = parser.isSet(known.exact);
-    options.map.levelCount = ParseLevels(parser.value(known.levels));
+    options.map.levels = known.levels.Parse(parser);
+    options.levelsAreChosen = known.levels.AreChosen(parser);
     options.map.mode =
         ParseChoice(QStringLiteral("mode"), parser.value(known.mode), QStringLiteral("lines"),
                     MapMode::Lines, QStringLiteral("areas"), MapMode::Areas);

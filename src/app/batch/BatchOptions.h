@@ -52,7 +52,8 @@ struct BatchOptions {
     CheckOptions checkOptions;
     TriangulationWish triangulation;
     MapOptions map;
-    int width = 1200; // pixels
+    bool levelsAreChosen = false; // else those of a sheet are round
+    int width = 1200;             // pixels
     int height = 900;
     std::string language; // prefix of the language file
     bool decimalComma = false;

@@ -6,6 +6,7 @@
 #include "app/session/SheetMaker.h"
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
+#include "contour/LevelRuleText.h"
 #include "export/MeshFile.h"
 #include "export/PictureExport.h"
 #include "export/QrzWriter.h"
@@ -173,6 +174,7 @@ public:
         EndWhenStopped();
         RequireTriangles(options_.pointFile, survey_.Points(), survey_.Triangulation());
         figures_.milliseconds.triangulate = watch.Lap() * 1e3;
+        RequireLevels();
         Check();
         Draw();
         watch.Lap();
@@ -186,6 +188,7 @@ private:
     static void EndWhenStopped();
     void RefuseForGrid(GridFormat grid) const;
     void Read();
+    void RequireLevels() const;
     void Check();
     void Draw();
     template <class Drawing>
@@ -208,6 +211,14 @@ private:
     void DeliverFile(const std::string& file, Writer write);
     void WriteLevels(const OutputTarget& target) const;
     void ThrowMessage();
+    [[nodiscard]] bool IsSheetAlone() const {
+        return !options_.sheet.file.empty() && options_.mapFile.empty() && !SegmentsAreWanted();
+    }
+    // Without a choice the levels of a sheet are round.
+    [[nodiscard]] LevelRule SheetLevels() const {
+        return options_.levelsAreChosen ? options_.map.levels
+                                        : RoundLevels(survey_.Points().extentZ);
+    }
     [[nodiscard]] bool SegmentsAreWanted() const {
         return !options_.segmentsFile.empty() || !options_.qrzLevelsFile.empty();
     }
@@ -308,6 +319,18 @@ void BatchRun::Read() {
     survey_.Replace(std::move(points), options_.triangulation);
 }
 
+// Levels that the call asks for and the heights do not have; a count fits any.
+void BatchRun::RequireLevels() const {
+    const LevelRule& rule = options_.map.levels;
+    const Extent& heights = survey_.Points().extentZ;
+    const LevelFault fault = FaultOf(rule, heights);
+    if (fault != LevelFault::None) {
+        throw RunFailure(ExitCode::kUsage,
+                         options_.pointFile + ": " +
+                             SentenceOf(fault, rule, heights, TextCatalogue(), '.'));
+    }
+}
+
 void BatchRun::Check() {
     if (options_.check == CheckForm::None) {
         return;
@@ -345,10 +368,9 @@ std::optional<std::string> BatchRun::FailureOf(Drawing draw) {
 }
 
 void BatchRun::Draw() {
-    const bool isSheetAlone = !options_.sheet.file.empty() && options_.mapFile.empty();
     if (SegmentsAreWanted()) {
         DrawMapAndSegments();
-    } else if (!isSheetAlone) {
+    } else if (!IsSheetAlone()) {
         DrawMapPicture({});
     }
     if (!options_.view3DFile.empty()) {
@@ -364,12 +386,11 @@ void BatchRun::Draw() {
     CountWhatWasMade();
 }
 
-// Without a choice the levels of a sheet are round.
 void BatchRun::DrawSheet() {
     const SheetCall& call = options_.sheet;
     SheetMaker maker(survey_, state_);
     const std::optional<SheetScene> scene =
-        maker.Make(call.plan, RoundLevels(survey_.Points().extentZ), SheetTextMeasure(), stop_);
+        maker.Make(call.plan, SheetLevels(), SheetTextMeasure(), stop_);
     EndWhenStopped();
     const std::string title =
         call.plan.texts.title.empty() ? survey_.Points().sourceName : call.plan.texts.title;
@@ -428,7 +449,9 @@ void BatchRun::CountWhatWasMade() {
     figures_.x = points.extentX;
     figures_.y = points.extentY;
     figures_.z = points.extentZ;
-    figures_.levels = options_.map.levelCount;
+    const LevelRule rule = IsSheetAlone() ? SheetLevels() : options_.map.levels;
+    figures_.levels = LevelCountOf(rule, points.extentZ);
+    figures_.levelValues = LevelValuesOf(rule, points.extentZ);
 }
 
 ViewData BatchRun::DataFor3D() {
@@ -571,8 +594,10 @@ void BatchRun::Deliver() {
 }
 
 void BatchRun::WriteLevels(const OutputTarget& target) const {
-    const QrzWriter::Content content = QrzWriter::WriteQrzLevels(
-        state_.workFolder + kSegmentFileName, options_.map.levelCount, target);
+    const QrzWriter::Content content =
+        QrzWriter::WriteQrzLevels(state_.workFolder + kSegmentFileName,
+                                  LevelCountOf(options_.map.levels, survey_.Points().extentZ),
+                                  target, QrzWriter::ZeroLevelFor(options_.map.levels));
     if (content == QrzWriter::Content::HeaderOnly) {
         throw RunFailure(ExitCode::kOutput,
                          options_.pointFile +

@@ -1,5 +1,6 @@
 #include "app/batch/BatchSummary.h"
 
+#include "contour/LevelRuleText.h"
 #include "util/NumberText.h"
 
 #include <QJsonArray>
@@ -17,6 +18,14 @@ double Tenths(double value) {
 
 QJsonArray ToJson(const Extent& extent) {
     return {extent.min, extent.max};
+}
+
+QJsonArray ToJson(const std::vector<double>& values) {
+    QJsonArray array;
+    for (const double value : values) {
+        array.append(value);
+    }
+    return array;
 }
 
 QJsonObject InputToJson(const ImportOutcome& input) {
@@ -122,6 +131,7 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
         {"extents",
          QJsonObject{{"x", ToJson(figures.x)}, {"y", ToJson(figures.y)}, {"z", ToJson(figures.z)}}},
         {"levels", figures.levels},
+        {"level_values", ToJson(figures.levelValues)},
         {"segments", static_cast<qint64>(figures.segments)},
         {"files", files},
         {"milliseconds", QJsonObject{{"read", Tenths(spent.read)},
@@ -163,6 +173,19 @@ std::string SheetText(const SheetFigures& sheet) {
     return text;
 }
 
+std::string RuleText(const LevelRule& rule) {
+    switch (rule.kind) {
+    case LevelRuleKind::ByCount:
+        break;
+    case LevelRuleKind::ByInterval:
+        return " every " + TypedNumber(rule.interval, '.') +
+               (rule.base > 0 || rule.base < 0 ? " on base " + TypedNumber(rule.base, '.') : "");
+    case LevelRuleKind::ByList:
+        return " of the list";
+    }
+    return {};
+}
+
 std::string PlainSummary(const BatchOptions& options, const BatchFigures& figures) {
     std::string text = options.pointFile + ": " + DescribeImport(figures.input, figures.points);
     if (figures.unusedPoints > 0) {
@@ -173,8 +196,9 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
             (figures.arithmetic == Arithmetic::Exact ? ", exact signs\n" : "\n");
     text += RangeText("x", figures.x) + ", " + RangeText("y", figures.y) + ", " +
             RangeText("z", figures.z) + "\n";
-    text += std::to_string(figures.levels) + " levels, " + std::to_string(figures.segments) +
-            " segments, " + NumberText::General(Tenths(figures.milliseconds.total)) + " ms\n";
+    text += std::to_string(figures.levels) + (figures.levels == 1 ? " level" : " levels") +
+            RuleText(options.map.levels) + ", " + std::to_string(figures.segments) + " segments, " +
+            NumberText::General(Tenths(figures.milliseconds.total)) + " ms\n";
     if (figures.sheet) {
         text += SheetText(*figures.sheet);
     }

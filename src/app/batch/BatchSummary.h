@@ -32,6 +32,7 @@ struct BatchFigures {
     Extent z;
     std::optional<SheetFigures> sheet;
     Index levels = 0;
+    std::vector<double> levelValues; // without the nudge of the ends
     std::int64_t segments = 0;
     std::vector<std::string> files;    // written, in order
     std::vector<std::string> failures; // sentences about what could not be drawn

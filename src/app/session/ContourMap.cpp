@@ -44,12 +44,17 @@ void ContourMap::DrawFrame(DrawSurface& surface, MapReport& report) const {
 ContourReport ContourMap::DrawContours(DrawSurface& surface, const MapOptions& options,
                                        const StopToken& stop, const LevelSink& sink) const {
     LevelRequest request;
-    request.levelCount = options.levelCount;
     request.showValues = options.showLevelValues;
     request.decimalSeparator = run_.decimalSeparator;
     request.nudgeEnds = options.mode == MapMode::Lines;
-    LevelSet levels = MakeLevelSet(survey_.Points().extentZ, palette_, request);
-    const ContourInput input{survey_, run_, options.showTriangles, options.showPerimeter, stop};
+    LevelSet levels = MakeLevelSet(options.levels, survey_.Points().extentZ, palette_, request);
+    const ContourInput input{survey_,
+                             run_,
+                             options.showTriangles,
+                             options.showPerimeter,
+                             stop,
+                             FewestLevelsOf(options.levels),
+                             ColourBelowFirst(options.levels, palette_)};
     if (options.mode == MapMode::Areas) {
         return DrawLevelAreas(surface, levels, input, messages_);
     }

@@ -7,6 +7,7 @@
 
 #include "contour/ContourRoutine.h"
 #include "contour/LevelLines.h"
+#include "contour/LevelRule.h"
 #include "plot2d/Colour.h"
 #include "util/Services.h"
 
@@ -22,7 +23,7 @@ enum class MapMode { Lines, Areas };
 
 /// What the user has chosen to see.
 struct MapOptions {
-    Index levelCount = 10;
+    LevelRule levels;
     MapMode mode = MapMode::Lines;
     bool showTriangles = false;
     bool showPerimeter = false;

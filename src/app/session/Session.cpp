@@ -3,6 +3,7 @@
 #include "app/session/FileDialog.h"
 #include "app/session/StartUpRules.h"
 #include "app/session/WorkGuard.h"
+#include "contour/LevelRuleText.h"
 #include "export/MeshFile.h"
 #include "export/QrzWriter.h"
 #include "export/SegmentFile.h"
@@ -77,7 +78,16 @@ void Session::SetMode(MapMode mode) {
 }
 
 void Session::SetLevelCount(Index count) {
-    options_.levelCount = count;
+    options_.levels = RuleByCount(count);
+    DrawContourMap();
+}
+
+void Session::SetLevelRule(const LevelRule& rule) {
+    const Index count = options_.levels.count;
+    options_.levels = rule;
+    if (rule.kind != LevelRuleKind::ByCount) {
+        options_.levels.count = count; // to return to
+    }
     DrawContourMap();
 }
 
@@ -111,6 +121,7 @@ void Session::DrawContourMap() {
 
 void Session::DrawMap() {
     const bool wasComplete = complete_;
+    LeaveRuleThatDoesNotFit();
     const MapReport report = DrawMapAndSegments();
     state_.lastDrawError = report.contours.error;
     if (report.contours.levelCount > 0) { // else the contour routine never began
@@ -126,6 +137,21 @@ void Session::DrawMap() {
     if (complete_ != wasComplete) {
         UpdateStatus();
     }
+}
+
+void Session::LeaveRuleThatDoesNotFit() {
+    LevelRule& rule = options_.levels;
+    const Extent& heights = survey_.Points().extentZ;
+    const LevelFault fault =
+        rule.kind == LevelRuleKind::ByCount ? LevelFault::None : FaultOf(rule, heights);
+    if (fault != LevelFault::None) {
+        const std::string reason =
+            SentenceOf(fault, rule, heights, state_.texts, state_.decimalSeparator);
+        rule = RuleByCount(rule.count);
+        services_.messages.ShowCritical(reason + "\r\n" + state_.texts[Text::LevelsByCountAgain],
+                                        kDrawErrorTitle);
+    }
+    view_->ShowLevelCount(LevelCountOf(rule, heights));
 }
 
 // The segments of an earlier drawing go first: what the file holds belongs to the map in the
@@ -298,7 +324,8 @@ void Session::ExportLevels() {
     const std::string segments = state_.workFolder + kSegmentFileName;
     try {
         const QrzWriter::Content content =
-            QrzWriter::WriteQrzLevels(segments, state_.lastLevelCount, state_.qrzExportPath);
+            QrzWriter::WriteQrzLevels(segments, state_.lastLevelCount, state_.qrzExportPath,
+                                      QrzWriter::ZeroLevelFor(options_.levels));
         if (content == QrzWriter::Content::Whole) {
             TellOfExport();
         } else {
@@ -352,6 +379,7 @@ bool Session::LoadPointFile(const std::string& path) {
 
 void Session::TakePoints(PointSet points, const std::string& path) {
     survey_.Replace(std::move(points), wish_);
+    options_.levels = RuleByCount(options_.levels.count);
     view_->ShowMark(std::nullopt);
     view_->ShowPointCount(survey_.Points().count);
     recent_.Add(AbsolutePath(path));

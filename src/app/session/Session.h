@@ -33,6 +33,8 @@ public:
     /// The surface of the map, at its present size.
     virtual DrawSurface& MapSurface() = 0;
     virtual void ShowPointCount(Index count) = 0;
+    /// The number of levels in force, whatever their rule.
+    virtual void ShowLevelCount(Index count) = 0;
     /// Shows or hides the map and the 3D view, and lets or forbids saving.
     virtual void SetResultViewsVisible(bool visible) = 0;
     virtual void ShowRecentFiles() = 0;
@@ -143,7 +145,12 @@ public:
     void SetShowTriangles(bool on);
     void SetShowLevelValues(bool on);
     void SetMode(MapMode mode);
+    /// The levels go by number from now on.
     void SetLevelCount(Index count);
+    /// The levels follow the rule, until another file is read or a number is set. Where points that
+    /// are excluded leave it no level, the user is told and the levels go by the last number again.
+    /// @param rule  without a fault over the heights of the points.
+    void SetLevelRule(const LevelRule& rule);
 
     /// Triangulates with exact signs at any size, or with plain arithmetic where the set is small;
     /// draws and hands over anew.
@@ -196,6 +203,7 @@ private:
     void TakePoints(PointSet points, const std::string& path);
     void SavePointSet(const PointSet& points, const std::string& proposedName);
     void DrawMap();
+    void LeaveRuleThatDoesNotFit();
     MapReport DrawMapAndSegments();
     void TellOfDrawing(const MapReport& report);
     void TriangulateAndShow3D();

@@ -14,6 +14,7 @@ public:
 
     /// Shows the count in force.
     void ShowCount(terravo::Index count);
+    [[nodiscard]] terravo::Index Count() const { return count_; }
 
 signals:
     /// Enter was pressed on another count; the map is to be drawn with it.

@@ -6,6 +6,7 @@
 #include "app/windows/GradientButton.h"
 #include "app/windows/HelpWindow.h"
 #include "app/windows/LevelBox.h"
+#include "app/windows/LevelsDialog.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SettingsDialog.h"
 #include "app/windows/StatusPanel.h"
@@ -71,7 +72,7 @@ QBoxLayout* frmProve::MakeOptionsColumn() {
     txtNLiv = new LevelBox(Frame1);
     txtNLiv->setObjectName(QStringLiteral("txtNLiv"));
     txtNLiv->setToolTip(QStringLiteral("Invio, per confermare "));
-    txtNLiv->ShowCount(session_.Options().levelCount);
+    txtNLiv->ShowCount(session_.Options().levels.count);
     txtNLiv->setMaximumWidth(70);
     zLabel02->setBuddy(txtNLiv);
     optLinee = Named(new QRadioButton(Frame1), "optLinee");
@@ -137,6 +138,10 @@ void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
     mnuSurvey = Named(menuBar.addMenu(QString()), "mnuSurvey");
     mnuCheck = Named(mnuSurvey->addAction(QString()), "mnuCheck");
     mnuCheck->setShortcut(QKeySequence(Qt::Key_F7));
+    mnuLevels = Named(mnuSurvey->addAction(QString()), "mnuLevels");
+    mnuLevels->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
+    mnuLevels->setEnabled(false);
+    mnuSurvey->setToolTipsVisible(true);
     mnuSurvey->addSeparator();
     mnuExact = Named(mnuSurvey->addAction(QString()), "mnuExact");
     mnuExact->setCheckable(true);
@@ -158,6 +163,7 @@ void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
             [this] { session_.Export(terravo::QrzKind::Levels); });
     connect(mnuEsci, &QAction::triggered, this, &frmProve::ExitAsked);
     connect(mnuCheck, &QAction::triggered, this, &frmProve::CheckAsked);
+    connect(mnuLevels, &QAction::triggered, this, &frmProve::ShowLevels);
     connect(mnuExact, &QAction::triggered, this, [this](bool on) { session_.SetExact(on); });
     connect(mnuFreeLists, &QAction::triggered, this,
             [this](bool on) { session_.SetReadsFreeLists(on); });
@@ -208,6 +214,8 @@ void frmProve::SetCaptions() {
     mnuRecenti[0]->setText(text(Text::RecentFiles));
     mnuSurvey->setTitle(text(Text::SurveyMenu));
     mnuCheck->setText(text(Text::CheckEntry));
+    mnuLevels->setText(text(Text::LevelsEntry));
+    mnuLevels->setToolTip(mnuLevels->isEnabled() ? QString() : text(Text::CheckNoPoints));
     mnuExact->setText(text(Text::ExactTriangulation));
     mnuFreeLists->setText(text(Text::ReadFreeLists));
     mnuSavePoints->setText(text(Text::SavePointsAs));
@@ -258,7 +266,16 @@ terravo::DrawSurface& frmProve::MapSurface() {
 
 void frmProve::ShowPointCount(terravo::Index count) {
     mnuSavePoints->setEnabled(count > 0);
+    mnuLevels->setEnabled(count > 0);
+    mnuLevels->setToolTip(count > 0 ? QString() : Caption(state_, Text::CheckNoPoints));
     lblND->setText(QString::number(count));
+}
+
+// A number that is being typed stays, as long as another one does not come into force.
+void frmProve::ShowLevelCount(terravo::Index count) {
+    if (count != txtNLiv->Count()) {
+        txtNLiv->ShowCount(count);
+    }
 }
 
 void frmProve::SetResultViewsVisible(bool visible) {
@@ -398,6 +415,13 @@ void frmProve::ShowHelp() {
 void frmProve::ShowSettings() {
     SettingsDialog dialog(state_, this);
     dialog.exec();
+}
+
+void frmProve::ShowLevels() {
+    LevelsDialog dialog(state_, session_.Options().levels, session_.Points().extentZ, this);
+    if (dialog.exec() == QDialog::Accepted) {
+        session_.SetLevelRule(dialog.Rule());
+    }
 }
 
 void frmProve::SelectLines() {

@@ -58,6 +58,7 @@ public:
     // terravo::MainView
     terravo::DrawSurface& MapSurface() override;
     void ShowPointCount(terravo::Index count) override;
+    void ShowLevelCount(terravo::Index count) override;
     void SetResultViewsVisible(bool visible) override;
     void ShowRecentFiles() override;
     void ShowTriangles3D(const terravo::PointSet& points, const terravo::TriangleList& triangles,
@@ -110,6 +111,7 @@ private:
     void ShowAbout();
     void ShowHelp();
     void ShowSettings();
+    void ShowLevels();
     void DescribeMap();
     void ShowView3D();
 
@@ -147,6 +149,7 @@ private:
     QAction* mnuFreeLists = nullptr;
     QAction* mnuSavePoints = nullptr;
     QAction* mnuCheck = nullptr;
+    QAction* mnuLevels = nullptr;
     QAction* mnuExact = nullptr;
     QAction* mnuHelp = nullptr;
     QAction* mnuSettings = nullptr;

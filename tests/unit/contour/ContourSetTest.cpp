@@ -1,5 +1,6 @@
 #include "contour/ContourSet.h"
 
+#include "contour/LevelRule.h"
 #include "plot2d/ColourScale.h"
 #include "support/CheckContours.h"
 #include "support/Surveys.h"
@@ -21,9 +22,8 @@ LevelSet LevelsAt(std::initializer_list<double> values) {
 
 LevelSet LevelsOver(const PointSet& points, Index count, bool nudge) {
     LevelRequest request;
-    request.levelCount = count;
     request.nudgeEnds = nudge;
-    return MakeLevelSet(points.extentZ, ColourScale::MakePalette(256), request);
+    return MakeLevelSet(RuleByCount(count), points.extentZ, ColourScale::MakePalette(256), request);
 }
 
 // Heights in rows from north to south; every second row lies half a step to the east, so that each

@@ -84,6 +84,8 @@ TEST_F(AreasTest, TakesTheTopColourOutsideTheLevels) {
     for (const auto& c : cases) {
         EXPECT_EQ(BandColour(levels, c.height), c.colour) << c.height;
     }
+    EXPECT_EQ(BandColour(levels, -1, 7), 7U) << "or one of its own below";
+    EXPECT_EQ(BandColour(levels, 9, 7), 3U);
     EXPECT_EQ(BandColour({Level(5, 1), Level(5, 2), Level(5, 3)}, 5), 3U) << "level ground";
 }
 
@@ -103,6 +105,11 @@ TEST_F(AreasTest, CoversEveryPixelOfTheHullAtAnySize) {
         EXPECT_EQ(Draw(points, {Level(-1e9, 1), Level(1e9, 2)}), "");
         const double triangles = DoubledAreaOfFills();
         EXPECT_NEAR(pieces, triangles, 1e-9 * triangles) << "no corner is rounded";
+        surface.Forget();
+        // With surface below the first level and above the last, and levels on points.
+        const double middle = std::round((points.extentZ.min + points.extentZ.max) / 2);
+        EXPECT_EQ(Draw(points, {Level(middle, 1), Level(middle + 1, 2)}), "");
+        EXPECT_NEAR(DoubledAreaOfFills(), triangles, 1e-9 * triangles);
         surface.Forget();
     }
 }

@@ -1,5 +1,6 @@
 #include "contour/LevelCut.h"
 
+#include "contour/LevelRule.h"
 #include "plot2d/ColourScale.h"
 #include "support/CheckContours.h"
 #include "support/Surveys.h"
@@ -12,9 +13,8 @@ namespace {
 
 LevelSet Levels(const PointSet& points, Index count, bool nudge) {
     LevelRequest request;
-    request.levelCount = count;
     request.nudgeEnds = nudge;
-    return MakeLevelSet(points.extentZ, ColourScale::MakePalette(256), request);
+    return MakeLevelSet(RuleByCount(count), points.extentZ, ColourScale::MakePalette(256), request);
 }
 
 TEST(LevelCutter, GivesEveryPieceInTriangleOrder) {

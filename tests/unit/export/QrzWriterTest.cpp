@@ -73,6 +73,9 @@ TEST_F(QrzTest, WritesTheHeaderAloneForNoSegments) {
 TEST_F(QrzTest, WritesTheHeaderAloneWhenTheFirstLevelIsZero) {
     EXPECT_EQ(Levels("1 1 0\n2 2 0\n1 1 5\n2 2 5\n"), kHeaderOf7);
     EXPECT_EQ(content, QrzWriter::Content::HeaderOnly);
+    QrzWriter::WriteQrzLevels(folder.Write("livelli.txt", "1 1 0\n2 2 0\n1 1 5\n2 2 5\n"), 7,
+                              folder.File("out.qrz"), QrzWriter::ZeroLevelFor(RuleByInterval(5)));
+    EXPECT_EQ(Outline(folder.Read("out.qrz")), " 1)LL_0  2)LL_1 LINE@LL_0 LINE@LL_1 ");
     // Zero further on is a level like any other.
     EXPECT_EQ(Outline(Levels("1 1 -1\n2 2 -1\n1 1 0\n2 2 0\n")),
               " 1)LL_0  2)LL_1 LINE@LL_0 LINE@LL_1 ");

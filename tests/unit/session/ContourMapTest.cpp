@@ -1,5 +1,6 @@
 #include "app/session/ContourMap.h"
 
+#include "plot2d/ColourScale.h"
 #include "support/FakeServices.h"
 #include "support/RecordingSurface.h"
 #include "support/Surveys.h"
@@ -31,6 +32,24 @@ TEST_F(ContourMapTest, ReturnsTheErrorOfADrawing) {
     EXPECT_EQ(failed.contours.error, "the disk is full");
     EXPECT_EQ(failed.contours.errorNumber, ErrorNumber::kDeviceIo);
     EXPECT_TRUE(messages.boxes.empty()) << "whoever asked for the drawing tells";
+}
+
+TEST_F(ContourMapTest, FillsTheSurfaceBelowTheFirstLevelOfAnIntervalInTheLowestColour) {
+    survey.Replace(test::MakeSurvey({{1, 1, 0}, {9, 1, 4}, {5, 9, 10}}));
+    options.mode = MapMode::Areas;
+    const auto coloursBy = [this](const LevelRule& rule) {
+        surface.Forget();
+        options.levels = rule;
+        EXPECT_EQ(map.Draw(surface, options).contours.error, "");
+        std::vector<Colour> colours;
+        for (const UserCall& call : surface.UserCallsOf(UserCall::Kind::Polygons)) {
+            colours.push_back(*call.tools.brush);
+        }
+        return colours;
+    };
+    const std::vector<Colour> palette = ColourScale::MakePalette(256);
+    EXPECT_EQ(coloursBy(RuleByInterval(5)), (std::vector{palette[0], palette[128]}));
+    EXPECT_EQ(coloursBy(RuleByList({2, 5})), (std::vector{palette[0], palette[51], palette[128]}));
 }
 
 } // namespace

@@ -83,7 +83,8 @@ TEST(NumericTrouble, EndsInASentenceOrAMap) {
             const Survey survey(SurveyOf(trouble));
             const ContourMap map(survey, state, messages, clock);
             RecordingSurface surface(trouble.width, 600);
-            const MapReport report = map.Draw(surface, {trouble.levels, mode, true, true, true});
+            const MapReport report =
+                map.Draw(surface, {RuleByCount(trouble.levels), mode, true, true, true});
             const std::string sentence =
                 report.frameFailure ? report.frameFailure->text : report.contours.error;
             EXPECT_TRUE(AllPlacesAreNumbers(surface));

@@ -13,6 +13,7 @@ namespace {
 struct FakeView : MainView {
     RecordingSurface surface{800, 600};
     Index pointCount = -1;
+    Index levelCount = -1;
     std::vector<bool> visible;
     std::string counts;
     std::string remark;
@@ -26,6 +27,7 @@ struct FakeView : MainView {
 
     DrawSurface& MapSurface() override { return surface; }
     void ShowPointCount(Index count) override { pointCount = count; }
+    void ShowLevelCount(Index count) override { levelCount = count; }
     void SetResultViewsVisible(bool on) override { visible.push_back(on); }
     void ShowRecentFiles() override {}
     void ShowTriangles3D(const PointSet&, const TriangleList& triangles,
@@ -325,6 +327,37 @@ TEST_F(SessionTest, ExportsTrianglesAndLevelsWhereTheUserSays) {
     dialogs.error = AppError(70, "Dialog", "Permission denied");
     session.Export(QrzKind::Levels);
     EXPECT_EQ(messages.boxes.at(0).text, "Error File QRZ....");
+}
+
+TEST_F(SessionTest, FollowsARuleUntilItFitsNoMoreOrAnotherFileIsRead) {
+    const std::string path = folder.Write("a.dat", hill); // heights 0, 2, 4, 6 and 9
+    session.LoadNamedFile(path);
+    session.SetLevelCount(12);
+    EXPECT_EQ(view.levelCount, 12);
+    const auto hasLevel = [this](const char* height) {
+        return folder.Read("livelli.txt").find(height) != std::string::npos;
+    };
+    session.SetLevelRule(RuleByInterval(2.25));
+    EXPECT_EQ(view.levelCount, 3);
+    EXPECT_TRUE(hasLevel(" 2.25 ") && hasLevel(" 4.5 ") && hasLevel(" 6.75 "));
+    session.SetMode(MapMode::Areas);
+    dialogs.answer = folder.File("levels.qrz");
+    session.Export(QrzKind::Levels);
+    EXPECT_EQ(folder.Read("levels.qrz").find("N.Layer -\r\n 3 \r\n"), 0U) << "drawn as lines";
+
+    session.SetLevelRule(RuleByList({8}));
+    EXPECT_EQ(view.levelCount, 1);
+    EXPECT_TRUE(messages.boxes.empty());
+    EXPECT_TRUE(session.SetExcluded({5}, true));
+    ASSERT_EQ(messages.boxes.size(), 1U) << "there is nothing above 6 any more";
+    EXPECT_NE(messages.boxes[0].text.find("and the highest, 6."), std::string::npos);
+    EXPECT_EQ(view.levelCount, 12);
+
+    session.SetLevelRule(RuleByInterval(1));
+    EXPECT_EQ(view.levelCount, 5);
+    session.LoadNamedFile(path);
+    EXPECT_EQ(session.Options().levels, RuleByCount(12));
+    EXPECT_EQ(view.levelCount, 12);
 }
 
 TEST_F(SessionTest, RefusesToExportWhatWasStoppedUntilADrawingIsComplete) {
