@@ -231,6 +231,17 @@ def print_view(results):
     print_table(size_head("random points"), rows)
 
 
+def print_sheet(results):
+    print("### The sheet in its window, one frame\n")
+    rows = []
+    for look in ["whole", "x4", "x16", "whole with points", "whole with bands", "x4 with bands"]:
+        for step in ["first", "pan", "zoom", "still"]:
+            rows.append([f"{look}, {step}, ms",
+                         *cells(results.get(f"sheet/{step} {look}/{count}", "cpu_ms")
+                                for count in (100000, 1000000))])
+    print_table(["sheet of 50 levels", "100 000", "1 000 000"], rows)
+
+
 def print_machine():
     with open("/proc/cpuinfo", encoding="utf-8") as file:
         models = re.findall(r"^model name\s*:\s*(.*)$", file.read(), re.MULTILINE)
@@ -252,7 +263,7 @@ def print_check(results):
 
 PRINTERS = {"read": print_read, "triangulate": print_triangulate, "check": print_check, "cut": print_cut,
             "draw": print_draw, "export": print_export, "print": print_print,
-            "view": print_view}
+            "sheet": print_sheet, "view": print_view}
 
 
 def main():

@@ -11,6 +11,7 @@
 #include "app/windows/QtServices.h"
 #include "app/windows/QtTexts.h"
 #include "app/windows/SchemeStyle.h"
+#include "app/windows/SheetWindow.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/frm3D.h"
 #include "app/windows/frmOrografix.h"
@@ -110,6 +111,8 @@ int RunWindows(const std::vector<std::string>& arguments) {
     auto* window = new frmProve(state, session, parent.Status());
     parent.AddMainWindow(window, RestoredBox(settings, "frmProve", QSize(960, 640)));
     parent.SetView3D([&] { return new frm3D(state, messages, scheme); }, settings);
+    parent.SetSheet(
+        [&] { return new SheetWindow(state, session, parent.Status(), settings, scheme); });
     parent.SetCheck([&] { return new CheckWindow(state, session, scheme); });
     window->SetCaptions();
     window->SetColours(scheme);

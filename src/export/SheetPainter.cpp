@@ -1,5 +1,7 @@
 #include "export/SheetPainter.h"
 
+#include "export/DetailPainter.h"
+
 #include <QPainterPath>
 #include <QPolygonF>
 
@@ -33,7 +35,7 @@ public:
         painter_.save();
         painter_.setRenderHint(QPainter::Antialiasing);
         painter_.setRenderHint(QPainter::TextAntialiasing);
-        for (std::size_t i = 0; i < kSheetLayers; ++i) {
+        for (std::size_t i = wish_.fromLayer; i < wish_.toLayer; ++i) {
             PaintLayer(static_cast<SheetLayer>(i));
         }
         painter_.restore();
@@ -48,9 +50,13 @@ private:
                 }
             }
         };
-        forThose(scene_.areas, [this](const SheetArea& area) { PaintArea(area); });
-        forThose(scene_.lines, [this](const SheetLine& line) { PaintLine(line); });
-        forThose(scene_.marks, [this](const SheetMarks& marks) { PaintMarks(marks); });
+        if (wish_.detail != nullptr) {
+            DetailPainter(painter_, scene_, wish_).PaintLayer(layer);
+        } else {
+            forThose(scene_.areas, [this](const SheetArea& area) { PaintArea(area); });
+            forThose(scene_.lines, [this](const SheetLine& line) { PaintLine(line); });
+            forThose(scene_.marks, [this](const SheetMarks& marks) { PaintMarks(marks); });
+        }
         forThose(scene_.texts, [this](const SheetText& text) { PaintText(text); });
     }
 
@@ -113,8 +119,47 @@ private:
         }
     }
 
+    // A text that may be seen; wider than any is.
+    [[nodiscard]] bool IsVisible(const SheetText& text) const {
+        constexpr double kWidestCharacter = 1.6; // in heights of a capital
+        const double reach =
+            text.height * (2 + kWidestCharacter * static_cast<double>(text.text.size()));
+        const SheetBox& box = wish_.visible;
+        return text.place.x > box.left - reach && text.place.x < box.right + reach &&
+               text.place.y > box.top - reach && text.place.y < box.bottom + reach;
+    }
+
+    // Too small to be read in pixels: a bar of its length. Returns whether it is so small.
+    bool PaintSmallText(const SheetText& text) {
+        constexpr double kReadable = 1.8; // pixels of a capital
+        constexpr double kReadableInPassing = 5;
+        constexpr double kSeen = 0.4;
+        constexpr double kFaint = 0.5;
+        const double pixels = text.height * painter_.worldTransform().m11();
+        if (wish_.detail == nullptr || pixels >= (wish_.coarse ? kReadableInPassing : kReadable)) {
+            return false;
+        }
+        if (pixels > kSeen) {
+            constexpr double kUsualCharacter = 0.78;
+            const double width =
+                text.height * kUsualCharacter * static_cast<double>(text.text.size());
+            const double left = text.anchor == TextAnchor::Left    ? 0
+                                : text.anchor == TextAnchor::Right ? -width
+                                                                   : -width / 2;
+            const double up = text.anchor == TextAnchor::Centre ? 0 : text.height / 2;
+            const QPointF along(std::cos(text.angle), -std::sin(text.angle));
+            const QPointF across(-std::sin(text.angle), -std::cos(text.angle));
+            const QPointF start = QPointF(text.place.x, text.place.y) + across * up + along * left;
+            QColor colour = SheetColour(text.colour);
+            colour.setAlphaF(kFaint);
+            painter_.setPen(QPen(colour, text.height / 2, Qt::SolidLine, Qt::FlatCap));
+            painter_.drawLine(start, start + along * width);
+        }
+        return true;
+    }
+
     void PaintText(const SheetText& text) {
-        if (text.text.empty()) {
+        if (text.text.empty() || !IsVisible(text) || PaintSmallText(text)) {
             return;
         }
         const QString characters = PrintableText(text.text);

@@ -2,10 +2,12 @@
 //
 // Data: a finished sheet in millimetres. Method: the painter's units are millimetres, so screen,
 // picture, page and printer show the same; the layers come in their order. Vertices nearer to each
-// other than the device can show are left out.
+// other than the device can show are left out. A window, which draws parts of the same sheet again
+// and again, takes lines, areas and marks from an index, at one level of detail.
 #pragma once
 
 #include "plot2d/SheetFont.h"
+#include "sheet/SceneIndex.h"
 #include "sheet/SheetScene.h"
 #include "sheet/TextMeasure.h"
 
@@ -29,6 +31,13 @@ struct SheetPaintWish {
     double thinnest = 0;
     /// Only what may be seen in here has to be drawn.
     SheetBox visible{-1e9, -1e9, 1e9, 1e9};
+    /// Of the sheet, for a device of pixels; else everything is taken from the sheet itself.
+    const SceneDetail* detail = nullptr;
+    /// Only for a moment, while something moves.
+    bool coarse = false;
+    /// The first layer that is drawn, and the one behind the last.
+    std::size_t fromLayer = 0;
+    std::size_t toLayer = kSheetLayers;
 };
 
 /// @param painter  its units are millimetres from the upper left corner of the paper. Its state is

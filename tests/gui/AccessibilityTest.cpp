@@ -5,6 +5,7 @@
 #include "app/windows/ImportDialog.h"
 #include "app/windows/LevelsDialog.h"
 #include "app/windows/SettingsDialog.h"
+#include "app/windows/SheetWindow.h"
 #include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
 
@@ -87,7 +88,7 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
     HelpWindow help(state, "en");
     ExpectOrder(help, {"txtFind", "cmdNext", "lstContents", "txtGuide"});
     SettingsDialog dialog(state);
-    ExpectOrder(dialog, {"cmbLanguage", "cmbColours", "cmdSave", "cmdCancel"});
+    ExpectOrder(dialog, {"cmbLanguage", "cmbColours", "cmbOpensWith", "cmdSave", "cmdCancel"});
     LevelsDialog levels(state, RuleByCount(10), session->Points().extentZ);
     ExpectOrder(levels, {"optCount", "spnCount", "cmbInterval", "txtBase", "txtList", "txtLevels",
                          "cmdDraw", "cmdCancel"});
@@ -96,6 +97,14 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
     check.Refresh();
     ExpectOrder(check,
                 {"lstFindings", "cmdCheck", "cmdTakeBack", "cmdSaveRest", "cmdSaveExcluded"});
+    SheetWindow sheet(state, *session, parent->Status(), settings, scheme);
+    ASSERT_TRUE(Soon([&] { return sheet.HasSheet(); }));
+    ExpectOrder(sheet,
+                {"picSheet",      "cmdFit",      "cmdTrueSize",  "cmdMeasure",    "cmdExport",
+                 "cmdPrint",      "cmbStyle",    "cmdKeepStyle", "cmbPaper",      "cmbOrientation",
+                 "cmbScale",      "spnRotation", "cmbTheme",     "lstLayers",     "cmbGrid",
+                 "spnIndexEvery", "cmbLabels",   "spnSpacing",   "spnTextHeight", "chkUphill",
+                 "txtTitle",      "txtProject",  "txtDate",      "txtDatum",      "txtAuthor"});
     const std::string path = folder.Write("numbered.txt", "1,2,3,4\n2,3,4,5\n");
     ImportDialog import(state, path, InspectPointFile(path), std::nullopt);
     ExpectOrder(import,
@@ -160,7 +169,7 @@ struct Letters {
             Add(button->text(), button->objectName() != QStringLiteral("cmdCancel")); // Escape
         }
         for (const auto* option : window.findChildren<QAbstractButton*>()) {
-            if (option->isCheckable()) {
+            if (option->isCheckable() && qobject_cast<const QPushButton*>(option) == nullptr) {
                 Add(option->text());
             }
         }
@@ -179,10 +188,12 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     Letters map{"map", {}};
     Letters idle{"3D", {}};
     Letters check{"survey check", {}};
+    Letters sheet{"sheet", {}};
     for (const QAction* menu : parent->menuBar()->actions()) {
         map.Add(menu->text());
         idle.Add(menu->text());
         check.Add(menu->text());
+        sheet.Add(menu->text());
         Letters entries{"menu " + menu->text().toStdString(), {}};
         for (const QAction* entry : menu->menu()->actions()) {
             // The recent files are numbered, and their heading cannot be chosen.
@@ -193,6 +204,7 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     }
     map.AddControls(*window);
     check.AddControls(CheckWindow(state, *session, scheme));
+    sheet.AddControls(SheetWindow(state, *session, parent->Status(), settings, scheme));
     frm3D view(state, messages, scheme);
     idle.AddControls(view);
     Letters rotating{"rotating", {}};

@@ -42,6 +42,7 @@ void Session::LoadStartUpFile(const std::string& rawCommandLine) {
         return;
     }
     // The companion program expects what it has always had.
+    opensView3D_ = true;
     wish_.keepsFirstPointsRule = true;
     const bool loaded = LoadPointFile(*path);
     wish_.keepsFirstPointsRule = false;
@@ -79,12 +80,14 @@ void Session::SetMode(MapMode mode) {
 
 void Session::SetLevelCount(Index count) {
     options_.levels = RuleByCount(count);
+    levelsChosen_ = true;
     DrawContourMap();
 }
 
 void Session::SetLevelRule(const LevelRule& rule) {
     const Index count = options_.levels.count;
     options_.levels = rule;
+    levelsChosen_ = true;
     if (rule.kind != LevelRuleKind::ByCount) {
         options_.levels.count = count; // to return to
     }
@@ -246,7 +249,8 @@ bool Session::DrawMapOn(DrawSurface& surface) {
 }
 
 void Session::ExportPicture(const std::string& proposedName,
-                            const std::function<void(const std::string& path)>& write) {
+                            const std::function<void(const std::string& path)>& write,
+                            const std::string& extension) {
     if (RefusesToExport()) {
         return;
     }
@@ -254,9 +258,9 @@ void Session::ExportPicture(const std::string& proposedName,
                                 .description = "PNG, SVG, PDF ",
                                 .pattern = "*.png;*.svg;*.pdf",
                                 .initialFolder = survey_.Points().sourceFolder,
-                                .defaultName = proposedName + ".png",
+                                .defaultName = proposedName + "." + extension,
                                 .title = state_.texts[Text::ChooseFile],
-                                .extension = "png"};
+                                .extension = extension};
     try {
         const std::string path = FileDialog(services_.dialogs, question, state_);
         write(path);
@@ -380,6 +384,7 @@ bool Session::LoadPointFile(const std::string& path) {
 void Session::TakePoints(PointSet points, const std::string& path) {
     survey_.Replace(std::move(points), wish_);
     options_.levels = RuleByCount(options_.levels.count);
+    levelsChosen_ = false;
     view_->ShowMark(std::nullopt);
     view_->ShowPointCount(survey_.Points().count);
     recent_.Add(AbsolutePath(path));
@@ -388,9 +393,15 @@ void Session::TakePoints(PointSet points, const std::string& path) {
 
 void Session::LoadAndShow(const std::string& path, bool isRecent) {
     if (ReadUserFile(path, isRecent)) {
+        const OpeningWindows windows = OpensWith();
+        opensView3D_ = windows != OpeningWindows::MapAndSheet;
         RunPipeline();
+        opensView3D_ = true;
         ShowResultViews(drawn_);
         view_->ShowFindings();
+        if (drawn_ && windows != OpeningWindows::MapAnd3D) {
+            view_->ShowSheet();
+        }
     }
 }
 

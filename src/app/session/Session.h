@@ -9,8 +9,10 @@
 
 #include "app/session/ContourMap.h"
 #include "app/session/PointerText.h"
+#include "app/session/SheetMaker.h"
 #include "app/session/SurveyReview.h"
 #include "app/settings/Configuration.h"
+#include "app/settings/OpeningWindows.h"
 #include "app/settings/RecentFiles.h"
 #include "app/settings/WindowPosition.h"
 #include "survey/PointFile.h"
@@ -47,6 +49,8 @@ public:
     virtual void ShowNote(const std::string& text) = 0;
     /// The findings of the check, or which points are excluded, have changed.
     virtual void ShowFindings() = 0;
+    /// A file that the user has opened is drawn, and a sheet is to be shown with it.
+    virtual void ShowSheet() = 0;
     /// Marks a place on the map, or takes the mark away.
     virtual void ShowMark(std::optional<PlanPoint> place) = 0;
     /// A long command begins, advances and ends.
@@ -163,8 +167,26 @@ public:
     /// Asks where to and has a picture written there, as `write` does it; a failure (AppError) is
     /// shown.
     /// @param proposedName  without an extension.
+    /// @param extension     of a name that is typed without one.
     void ExportPicture(const std::string& proposedName,
-                       const std::function<void(const std::string& path)>& write);
+                       const std::function<void(const std::string& path)>& write,
+                       const std::string& extension = "png");
+
+    /// The levels that a sheet shows: those of the map, and round ones while nobody has chosen the
+    /// levels of this file.
+    [[nodiscard]] LevelRule SheetLevels() const;
+
+    /// Makes a sheet of the points in use.
+    /// @return nothing when there are no points, another command is at work, or it was stopped.
+    /// Throws AppError for levels that cannot be.
+    std::optional<SheetScene> MakeSheet(const SheetPlan& plan, const TextMeasure& measure);
+
+    /// Which windows open with a file that the user opens; kept in the settings.
+    [[nodiscard]] OpeningWindows OpensWith() const;
+    void SetOpensWith(OpeningWindows windows);
+
+    /// Whether the hand-over of triangles opens the 3D window.
+    [[nodiscard]] bool OpensView3D() const { return opensView3D_; }
 
     /// Says that the last drawing was stopped, and returns true, if it was: there is nothing
     /// complete to hand out.
@@ -227,6 +249,9 @@ private:
     ContourMap map_;
     PointerText pointerText_{survey_};
     SurveyReview review_{survey_};
+    SheetMaker sheets_{survey_, state_};
+    bool levelsChosen_ = false; // by the user, for the present points
+    bool opensView3D_ = true;
     RecentFiles recent_;
     bool readsFreeLists_ = false;
     std::string readAs_; // how the present file was read; empty for that of the start-up

@@ -17,18 +17,25 @@ enum class ColourChoice { Dark, Light, AsInTheFile };
 
 } // namespace
 
-SettingsDialog::SettingsDialog(const terravo::RunState& state, QWidget* parent)
+SettingsDialog::SettingsDialog(const terravo::RunState& state, terravo::OpeningWindows opensWith,
+                               QWidget* parent)
     : QDialog(parent), state_(state), cmbLanguage(new QComboBox(this)),
-      cmbColours(new QComboBox(this)), lblNote(new QLabel(this)) {
+      cmbColours(new QComboBox(this)), cmbOpensWith(new QComboBox(this)),
+      lblNote(new QLabel(this)) {
     setObjectName(QStringLiteral("SettingsDialog"));
     setWindowTitle(Caption(state_, Text::SettingsTitle));
     cmbLanguage->setObjectName(QStringLiteral("cmbLanguage"));
     cmbColours->setObjectName(QStringLiteral("cmbColours"));
+    cmbOpensWith->setObjectName(QStringLiteral("cmbOpensWith"));
     lblNote->setObjectName(QStringLiteral("lblNote"));
     lblNote->setText(Caption(state_, Text::NextStart));
     lblNote->setWordWrap(true);
     FillLanguages();
     FillColours();
+    for (const Text text : {Text::OpensClassic, Text::OpensBoth, Text::OpensSheet}) {
+        cmbOpensWith->addItem(Caption(state_, text)); // in the order of the choices
+    }
+    cmbOpensWith->setCurrentIndex(static_cast<int>(opensWith));
 
     auto* form = new QFormLayout;
     form->addRow(Caption(state_, Text::Language), cmbLanguage);
@@ -38,6 +45,8 @@ SettingsDialog::SettingsDialog(const terravo::RunState& state, QWidget* parent)
         box->setAccessibleName(Spoken(label->text()));
         box->setAccessibleDescription(lblNote->text());
     }
+    form->addRow(Caption(state_, Text::OpensLabel), cmbOpensWith);
+    cmbOpensWith->setAccessibleName(Spoken(Caption(state_, Text::OpensLabel)));
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Save)->setText(Caption(state_, Text::Save));
     buttons->button(QDialogButtonBox::Cancel)->setText(Caption(state_, Text::Cancel));
@@ -51,6 +60,10 @@ SettingsDialog::SettingsDialog(const terravo::RunState& state, QWidget* parent)
     layout->addStretch(1);
     layout->addWidget(buttons);
     setMinimumWidth(380);
+}
+
+terravo::OpeningWindows SettingsDialog::OpensWith() const {
+    return static_cast<terravo::OpeningWindows>(cmbOpensWith->currentIndex());
 }
 
 void SettingsDialog::FillLanguages() {

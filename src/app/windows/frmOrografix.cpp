@@ -3,6 +3,8 @@
 #include "app/settings/WindowPosition.h"
 #include "app/windows/CheckWindow.h"
 #include "app/windows/SchemeStyle.h"
+#include "app/windows/SheetMenu.h"
+#include "app/windows/SheetWindow.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/WindowMenu.h"
 #include "app/windows/frm3D.h"
@@ -75,7 +77,8 @@ frmOrografix::frmOrografix(const terravo::ColourScheme& scheme)
 void frmOrografix::AddMainWindow(frmProve* window, const DocumentBox& box) {
     mainWindow_ = window;
     windowMenu_ = new WindowMenu(*area_, *places_, this);
-    window->AddMenus(*menuBar(), windowMenu_);
+    sheetMenu_ = new SheetMenu(this);
+    window->AddMenus(*menuBar(), sheetMenu_, windowMenu_);
     // Without the close button: the window goes with the exit command and with its parent.
     mainFrame_ =
         area_->addSubWindow(window, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -138,6 +141,25 @@ void frmOrografix::ShowCheck() {
         frame->show();
     }
     windowMenu_->Activate(*check_);
+}
+
+void frmOrografix::SetSheet(std::function<SheetWindow*()> make) {
+    makeSheet_ = std::move(make);
+    connect(mainWindow_, &frmProve::SheetAsked, this, &frmOrografix::ShowSheet);
+    connect(sheetMenu_, &SheetMenu::OpenAsked, this, &frmOrografix::ShowSheet);
+}
+
+void frmOrografix::ShowSheet() {
+    static constexpr DocumentKind kKind{"SheetWindow", {860, 620}, {520, 400}};
+    if (sheet_ == nullptr) {
+        sheet_ = makeSheet_();
+        QMdiSubWindow* frame = AddDocument(sheet_, kKind);
+        connect(sheet_, &SheetWindow::Closing, this, [this, frame] { KeepPlace(frame, kKind); });
+        connect(mainWindow_, &frmProve::WorkEnded, sheet_, &SheetWindow::Refresh);
+        sheetMenu_->SetWindow(sheet_);
+        frame->show();
+    }
+    windowMenu_->Activate(*sheet_);
 }
 
 QMdiSubWindow* frmOrografix::AddDocument(QWidget* content, const DocumentKind& kind) {

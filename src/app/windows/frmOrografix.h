@@ -15,6 +15,8 @@
 #include <optional>
 
 class CheckWindow;
+class SheetMenu;
+class SheetWindow;
 class StatusPanel;
 class WindowMenu;
 class frm3D;
@@ -43,6 +45,9 @@ public:
     /// How the window of the survey check is made. To be called after SetView3D.
     void SetCheck(std::function<CheckWindow*()> make);
 
+    /// How the window of the sheet is made. To be called after SetView3D.
+    void SetSheet(std::function<SheetWindow*()> make);
+
     /// Shows the window as designed, minimised or maximised.
     void ShowIn(terravo::ParentState state);
 
@@ -61,6 +66,7 @@ private:
     frm3D* View3DWindow(bool open);
     QMdiSubWindow* OpenView3D();
     void ShowCheck();
+    void ShowSheet();
     QMdiSubWindow* AddDocument(QWidget* content, const DocumentKind& kind);
     void KeepPlace(const QMdiSubWindow* frame, const DocumentKind& kind);
     DocumentBox BoxFor(const DocumentKind& kind, QSize minimum);
@@ -72,9 +78,12 @@ private:
 
     std::function<frm3D*()> makeView3D_;
     std::function<CheckWindow*()> makeCheck_;
+    std::function<SheetWindow*()> makeSheet_;
     terravo::SettingsStore* settings_ = nullptr;
     QPointer<frm3D> view3D_;
     QPointer<CheckWindow> check_;
+    QPointer<SheetWindow> sheet_;
+    SheetMenu* sheetMenu_ = nullptr;
     WindowMenu* windowMenu_ = nullptr;
     frmProve* mainWindow_ = nullptr;
     QMdiSubWindow* mainFrame_ = nullptr;

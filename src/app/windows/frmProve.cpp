@@ -9,6 +9,7 @@
 #include "app/windows/LevelsDialog.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SettingsDialog.h"
+#include "app/windows/SheetMenu.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/SurfaceView.h"
 #include "app/windows/WindowMenu.h"
@@ -110,7 +111,7 @@ QBoxLayout* frmProve::MakeOptionsColumn() {
     return column;
 }
 
-void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
+void frmProve::AddMenus(QMenuBar& menuBar, SheetMenu* sheet, WindowMenu* windows) {
     mnuFile = Named(menuBar.addMenu(QStringLiteral("&File")), "mnuFile");
     mnuLeggiDati = Named(mnuFile->addAction(QString()), "mnuLeggiDati");
     mnuLeggiDati->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
@@ -147,6 +148,8 @@ void frmProve::AddMenus(QMenuBar& menuBar, WindowMenu* windows) {
     mnuExact->setCheckable(true);
     mnuFreeLists = Named(mnuSurvey->addAction(QString()), "mnuFreeLists");
     mnuFreeLists->setCheckable(true);
+    mnuSheet = sheet;
+    menuBar.addMenu(mnuSheet);
     mnuWindow = windows;
     menuBar.addMenu(mnuWindow);
     mnuQM = Named(menuBar.addMenu(QStringLiteral("&?")), "mnuQM");
@@ -219,6 +222,7 @@ void frmProve::SetCaptions() {
     mnuExact->setText(text(Text::ExactTriangulation));
     mnuFreeLists->setText(text(Text::ReadFreeLists));
     mnuSavePoints->setText(text(Text::SavePointsAs));
+    mnuSheet->SetCaptions(state_);
     mnuWindow->SetCaptions(state_);
     mnuHelp->setText(text(Text::Help));
     mnuSettings->setText(text(Text::Settings));
@@ -284,6 +288,7 @@ void frmProve::SetResultViewsVisible(bool visible) {
     mnusalva->setEnabled(visible);
     mnuExportMap->setEnabled(visible);
     mnuPrint->setEnabled(visible);
+    mnuSheet->SetPossible(visible);
     mnuWindow->SetView3DPossible(visible);
     frm3D* view = view3D ? view3D(false) : nullptr;
     if (view != nullptr) {
@@ -293,7 +298,7 @@ void frmProve::SetResultViewsVisible(bool visible) {
 
 void frmProve::ShowTriangles3D(const terravo::PointSet& points,
                                const terravo::TriangleList& triangles, const std::string& title) {
-    frm3D* view = view3D ? view3D(true) : nullptr;
+    frm3D* view = view3D ? view3D(session_.OpensView3D()) : nullptr;
     if (view != nullptr) {
         connect(view, &frm3D::ExportAsked, this, &frmProve::Export3D, Qt::UniqueConnection);
         connect(view, &frm3D::PrintAsked, this, &frmProve::Print3D, Qt::UniqueConnection);
@@ -345,6 +350,10 @@ void frmProve::ShowFindings() {
     emit FindingsChanged();
 }
 
+void frmProve::ShowSheet() {
+    emit SheetAsked();
+}
+
 void frmProve::ShowMark(std::optional<terravo::PlanPoint> place) {
     picLivelli->SetMark(place ? std::optional(terravo::UserPosition{place->x, place->y})
                               : std::nullopt);
@@ -373,6 +382,7 @@ void frmProve::ShowProgress(double done) {
 void frmProve::EndWork() {
     status_.EndWork();
     DescribeMap();
+    emit WorkEnded();
 }
 
 void frmProve::ShowPointer(double x, double y) {
@@ -413,8 +423,10 @@ void frmProve::ShowHelp() {
 }
 
 void frmProve::ShowSettings() {
-    SettingsDialog dialog(state_, this);
-    dialog.exec();
+    SettingsDialog dialog(state_, session_.OpensWith(), this);
+    if (dialog.exec() == QDialog::Accepted) {
+        session_.SetOpensWith(dialog.OpensWith());
+    }
 }
 
 void frmProve::ShowLevels() {

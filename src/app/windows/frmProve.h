@@ -20,6 +20,7 @@
 class GradientButton;
 class HelpWindow;
 class LevelBox;
+class SheetMenu;
 class QBoxLayout;
 class QMenuBar;
 class QMimeData;
@@ -34,9 +35,10 @@ class frmProve : public QWidget, public terravo::MainView {
 public:
     frmProve(terravo::RunState& state, terravo::Session& session, StatusPanel& status);
 
-    /// Puts this window's menus into the parent's menu bar, and among them the one of the windows.
-    /// @param windows  of the parent, which lives as long as this window.
-    void AddMenus(QMenuBar& menuBar, WindowMenu* windows);
+    /// Puts this window's menus into the parent's menu bar, and among them those of the sheet and
+    /// of the windows.
+    /// @param sheet, windows  of the parent, which lives as long as this window.
+    void AddMenus(QMenuBar& menuBar, SheetMenu* sheet, WindowMenu* windows);
 
     /// The captions that the text table gives.
     void SetCaptions();
@@ -65,6 +67,7 @@ public:
                          const std::string& title) override;
     void ShowNote(const std::string& text) override;
     void ShowFindings() override;
+    void ShowSheet() override;
     void ShowMark(std::optional<terravo::PlanPoint> place) override;
     void ShowStatus(const std::string& counts, const std::string& remark) override;
     void BeginWork() override;
@@ -82,6 +85,10 @@ signals:
     void CheckAsked();
     /// Other findings, or other points are excluded.
     void FindingsChanged();
+    /// The window of the sheet is wanted.
+    void SheetAsked();
+    /// A command has come to its end; it may have changed anything.
+    void WorkEnded();
 
 public:
     // Files may be dropped anywhere on the program, so the parent passes its drags on.
@@ -135,6 +142,7 @@ private:
 
     QMenu* mnuFile = nullptr;
     QMenu* mnuSurvey = nullptr;
+    SheetMenu* mnuSheet = nullptr;
     WindowMenu* mnuWindow = nullptr;
     QMenu* mnuQM = nullptr;
     QAction* mnuLeggiDati = nullptr;

@@ -23,6 +23,7 @@ struct FakeView : MainView {
     std::string title3D;
     std::string note;
     int findingsShown = 0;
+    int sheetsShown = 0;
     std::optional<PlanPoint> mark;
 
     DrawSurface& MapSurface() override { return surface; }
@@ -35,6 +36,7 @@ struct FakeView : MainView {
         title3D = title + ", " + std::to_string(triangles.count);
     }
     void ShowFindings() override { ++findingsShown; }
+    void ShowSheet() override { ++sheetsShown; }
     void ShowMark(std::optional<PlanPoint> place) override { mark = place; }
     void ShowNote(const std::string& text) override { note = text; }
     void ShowStatus(const std::string& newCounts, const std::string& newRemark) override {

@@ -1,0 +1,103 @@
+// The window of the map sheet: the paper, and beside it what it is to be like.
+//
+// Data: the plan in the panel; the sheet that the session made of it. Method: any change makes the
+// sheet anew, after a moment where that takes long; what is on the screen is what is written and
+// printed.
+#pragma once
+
+#include "app/session/Session.h"
+#include "app/settings/ColourScheme.h"
+#include "app/windows/SheetPanel.h"
+#include "app/windows/SheetStyleBox.h"
+#include "app/windows/SheetView.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+class QBoxLayout;
+class QPrinter;
+class StatusPanel;
+
+class SheetWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    /// @param settings  keep the styles.
+    SheetWindow(const terravo::RunState& state, terravo::Session& session, StatusPanel& status,
+                terravo::SettingsStore& settings, const terravo::ColourScheme& scheme);
+
+    /// Points or levels may have changed.
+    void Refresh();
+
+    /// Whether there is a sheet to look at, write and print.
+    [[nodiscard]] bool HasSheet() const { return picSheet->Scene() != nullptr; }
+    [[nodiscard]] SheetView& View() { return *picSheet; }
+
+    void Export();
+    void Print();
+    /// Measures, or chooses a rectangle; the tool that is chosen already ends.
+    void Toggle(SheetTool tool);
+
+    /// Has the user choose a printer and its page; false: none.
+    std::function<bool(QPrinter& printer)> askPrinter;
+    /// Asks whether to print in spite of what a sentence says.
+    std::function<bool(const QString& sentence)> askAnyway;
+
+signals:
+    /// The window closes; its place is to be kept.
+    void Closing();
+    /// There is a sheet, or none any more, or another tool.
+    void StateChanged();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    // What a sheet was made of.
+    struct Origin {
+        terravo::SheetPlan plan;
+        terravo::LevelRule levels;
+        std::uint64_t survey = 0;
+
+        bool operator==(const Origin&) const = default;
+    };
+
+    QWidget* MakeColumn(terravo::SettingsStore& settings);
+    QBoxLayout* MakeButtons(QWidget* parent);
+    void ConnectControls();
+    void ConnectView();
+    void MakeSoon();
+    void MakeNow();
+    void ShowSheet(std::optional<terravo::SheetScene> scene);
+    void ForgetPlaceOfOtherFile();
+    void ShowPointer(double x, double y);
+    void MoveMap(double right, double down);
+    void CentreAgain();
+    void ShowState();
+    [[nodiscard]] QString Description() const;
+    [[nodiscard]] QString MeasureText(const SheetDistance& distance) const;
+    [[nodiscard]] Origin WantedOrigin() const;
+
+    const terravo::RunState& state_;
+    terravo::Session& session_;
+    StatusPanel& status_;
+    QTimer soon_;
+    std::optional<Origin> made_; // of the last sheet, or of what could not be made
+    std::string file_;           // of the points that were shown last
+    QString trouble_;            // why there is no such sheet
+    SheetView* picSheet = nullptr;
+    SheetPanel* pnlSheet = nullptr;
+    SheetStyleBox* pnlStyles = nullptr;
+    QLabel* lblSheet = nullptr;
+    QPushButton* cmdFit = nullptr;
+    QPushButton* cmdTrueSize = nullptr;
+    QPushButton* cmdMeasure = nullptr;
+    QPushButton* cmdCentre = nullptr;
+    QPushButton* cmdExport = nullptr;
+    QPushButton* cmdPrint = nullptr;
+};

@@ -1,0 +1,67 @@
+// The sheet window's commands that hand the sheet out: as a file and on paper.
+#include "app/windows/Controls.h"
+#include "app/windows/SheetWindow.h"
+#include "export/SheetExport.h"
+#include "export/SheetPrint.h"
+#include "util/AppError.h"
+
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+
+using terravo::Text;
+
+void SheetWindow::Export() {
+    const std::shared_ptr<const terravo::SheetScene> scene = picSheet->SharedScene();
+    if (!scene) {
+        return;
+    }
+    session_.ExportPicture(
+        "sheet",
+        [&](const std::string& path) {
+            const std::optional<terravo::PictureKind> kind = terravo::PictureKindOf(path);
+            if (!kind) {
+                throw terravo::AppError(terravo::ErrorNumber::kDeviceIo, path,
+                                        path + ": " + state_.texts[Text::UnknownPictureKind]);
+            }
+            terravo::SheetFileWish wish;
+            const std::string& title = made_->plan.texts.title;
+            wish.title = title.empty() ? session_.Points().sourceName : title;
+            terravo::WriteSheet(path, *kind, *scene, wish);
+        },
+        "pdf");
+}
+
+void SheetWindow::Print() {
+    const std::shared_ptr<const terravo::SheetScene> scene = picSheet->SharedScene();
+    if (!scene || session_.RefusesToExport()) {
+        return;
+    }
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(terravo::PageOfSheet(*scene));
+    printer.setFullPage(true);
+    printer.setDocName(ToQString(session_.Points().sourceName));
+    printer.setCreator(QStringLiteral("Terravo"));
+    const bool chosen =
+        askPrinter ? askPrinter(printer) : QPrintDialog(&printer, this).exec() == QDialog::Accepted;
+    if (!chosen) {
+        return;
+    }
+    printer.setFullPage(true);
+    if (const auto cut = terravo::WhatPageCuts(printer.pageLayout(), *scene)) {
+        const QString sentence =
+            ToQString(terravo::WithValues(state_.texts[cut->sentence], cut->values)) +
+            QStringLiteral("\n\n") + Caption(state_, Text::PrintAllTheSame);
+        const bool anyway =
+            askAnyway ? askAnyway(sentence)
+                      : QMessageBox::question(this, windowTitle(), sentence) == QMessageBox::Yes;
+        if (!anyway) {
+            return;
+        }
+    }
+    try {
+        terravo::PaintOnPage(printer, *scene);
+    } catch (const terravo::AppError& error) {
+        QMessageBox::critical(this, windowTitle(), ToQString(error.what()));
+    }
+}
