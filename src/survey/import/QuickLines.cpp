@@ -181,7 +181,9 @@ void QuickLines::MakeTables(const ImportPlan& plan) {
         const auto column = std::find(columns_.begin(), columns_.end(), kOrder[k]);
         order_[k] = static_cast<std::size_t>(column - columns_.begin());
     }
-    for (const char c : std::string_view("\r\n\"#;!*%/\x1A \t\f\v\0", 14)) {
+    // With the zero at its end, which closes the window of a file: nothing may pass it.
+    static constexpr char kEnds[] = "\r\n\"#;!*%/\x1A \t\f\v";
+    for (const char c : std::string_view(kEnds, sizeof kEnds)) {
         endsText_[static_cast<unsigned char>(c)] = true;
     }
     endsText_[static_cast<unsigned char>(separator_)] = true;
