@@ -9,3 +9,8 @@ draw map-lines.png --size 900x640 --labels --perimeter samples/davis_hills.dat
 draw map-triangles.png --size 900x640 --triangles samples/davis_hills.dat
 draw map-volcano.png --size 900x640 --levels 12 --labels samples/volcano.dat
 build/release/bin/terravo-batch --quiet --size 900x640 --surface --view3d docs/pictures/view-surface.png samples/volcano.dat
+build/release/bin/terravo-batch --quiet --dpi 110 --title Volcano --interval 10 \
+    --layers contours,bands,hull,grid,spot-heights,legend,scale-bar,north-arrow,title-block \
+    --sheet docs/pictures/sheet-volcano.png samples/volcano.dat
+build/release/bin/terravo-batch --quiet --dpi 110 --title Volcano --interval 5 --scale 4000 \
+    --sheet docs/pictures/sheet-volcano-5m.png samples/volcano.dat

@@ -374,6 +374,7 @@ std::vector<double> ProposedIntervals(const Extent& range) {
     }
     std::sort(found.begin(), found.end());
     std::vector<double> intervals;
+    intervals.reserve(found.size());
     for (const auto& [distance, interval] : found) {
         intervals.push_back(interval);
     }

@@ -110,10 +110,12 @@ private:
             return beneath;
         }
         std::vector<LabelLine> lines;
+        lines.reserve(parts_.size());
         for (std::size_t i = 0; i < parts_.size(); ++i) {
             lines.push_back(LineOf(i));
         }
         std::vector<TurnedBox> rooms;
+        rooms.reserve(labels.size());
         for (const LineLabel& label : labels) {
             rooms.push_back(
                 RoomOf(label, widths_[lines[label.line].text], context_.plan.textHeight));

@@ -53,6 +53,7 @@ void AddHull(const SheetContext& context, SheetScene& scene) {
     ClippedLine inside;
     for (const HullRing& ring : HullRings(context.source.triangles)) {
         std::vector<SheetPoint> paper;
+        paper.reserve(ring.size());
         for (const HullStep& step : ring) {
             paper.push_back(OnPaper(context, step.point));
         }
