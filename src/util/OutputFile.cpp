@@ -121,11 +121,17 @@ void OutputFile::Flush() {
     buffer_.clear();
 }
 
-void OutputFile::Commit() {
+void OutputFile::Finish() {
     Flush();
     errno = 0;
     if (std::fclose(file_.release()) != 0) {
         Throw(errno);
+    }
+}
+
+void OutputFile::Commit() {
+    if (file_) {
+        Finish();
     }
     if (writtenPath_ != finalPath_) {
         TakeFinalName();

@@ -79,8 +79,17 @@ public:
         }
     }
 
-    /// Writes the rest, closes the file, and gives it its final name or leaves that to its group.
+    /// Writes the rest and closes the file, so that it can be read back before it gets its name.
     /// Throws AppError.
+    void Finish();
+    /// The file to be read back after Finish; empty for what is written in place, which may be a
+    /// pipe.
+    [[nodiscard]] std::string FinishedPath() const {
+        return writtenPath_ == finalPath_ ? std::string() : writtenPath_;
+    }
+
+    /// Finishes the file where that has not been done, and gives it its final name or leaves that
+    /// to its group. Throws AppError.
     void Commit();
 
 private:

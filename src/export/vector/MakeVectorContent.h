@@ -1,0 +1,37 @@
+// Makes the content of vector files from a surface and its contours.
+//
+// Data: points, triangles, contours, levels and what the user wants. Method: every coordinate is
+// rounded once, where decimals are asked for, before lines are closed; vertices that fall together
+// and lines that shrink to a point are left out.
+#pragma once
+
+#include "contour/ContourSet.h"
+#include "contour/LevelRule.h"
+#include "export/vector/VectorContent.h"
+
+namespace terravo {
+
+/// What content is made of; all outlives the call.
+struct VectorSource {
+    const PointSet& points;
+    const TriangleList& triangles;
+    const LevelRule& rule;
+    const LevelSet& levels;     // made by the rule
+    const ContourSet& contours; // of the levels, with repeats left out
+};
+
+struct VectorWish {
+    VectorParts parts;
+    LengthUnit unit = LengthUnit::Metre;
+    std::optional<int> epsg;
+    std::optional<int> decimals;      // 0 to 12; else every digit
+    std::optional<double> textHeight; // data units; else 2 mm at the usual scale that fits a sheet
+    Index indexEvery = 5;
+};
+
+/// Largest number of decimals that can be asked for.
+inline constexpr int kMostVectorDecimals = 12;
+
+VectorContent MakeVectorContent(const VectorSource& source, const VectorWish& wish);
+
+} // namespace terravo

@@ -1,0 +1,55 @@
+// The vector formats that other programs read: what each is called, what it holds, who writes it.
+//
+// Data: one entry a format. Method: menus, options, help and tests are made from the entries.
+#pragma once
+
+#include "export/vector/VectorContent.h"
+#include "util/OutputFile.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace terravo {
+
+enum class DxfVersion : unsigned char { R12, R2000 };
+
+/// What the user may choose about a file; each format looks at what it knows.
+struct VectorOptions {
+    DxfVersion dxfVersion = DxfVersion::R2000;
+    bool contoursIn3D = false;  // DXF: as 3D polylines
+    bool layerPerLevel = false; // DXF: the height in the name of the layer
+};
+
+/// Writes the parts of the content that the format knows.
+/// Throws AppError for content that the format cannot hold, and when the file cannot be written.
+/// What had to be changed, such as a name, is told in `remarks`, one sentence each.
+using VectorWriter = void (*)(OutputFile& out, const VectorContent& content,
+                              const VectorOptions& options, std::vector<std::string>& remarks);
+
+/// Reads a file back and compares it with what it was made from.
+/// @return the first difference as a sentence, nothing when there is none.
+/// Throws AppError when the file cannot be read.
+using VectorCheck = std::optional<std::string> (*)(const std::string& path,
+                                                   const VectorContent& content,
+                                                   const VectorOptions& options);
+
+struct VectorFormat {
+    std::string_view option;    // of the batch program, and the key in settings: "dxf"
+    std::string_view name;      // "DXF"
+    std::string_view extension; // without a period
+    std::string_view help;      // of the option, a sentence
+    VectorParts known;          // parts that the format can hold
+    VectorParts usual;          // those written where none are chosen
+    VectorWriter write = nullptr;
+    VectorCheck check = nullptr; // null: the file is not read back
+};
+
+/// All of them, in the order of menus and help.
+std::span<const VectorFormat> VectorFormats();
+
+/// The format of that option; null when there is none.
+const VectorFormat* VectorFormatOf(std::string_view option);
+
+} // namespace terravo
