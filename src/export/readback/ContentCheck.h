@@ -30,7 +30,9 @@ inline constexpr std::size_t kSpaceLineKindCount = 3;
 class ContentCheck {
 public:
     /// @param content  outlives the check.
-    /// @param parts    those that were written; the file must hold all of their lists.
+    /// @param parts    those that were written; the file must hold all of their lists. Numbers,
+    ///                 Codes and Heights only where they are texts that stand apart from the
+    ///                 points.
     ContentCheck(const VectorContent& content, const VectorParts& parts);
 
     /// @param isIndex  as far as the file tells; nothing where it cannot.
@@ -58,7 +60,12 @@ public:
 
 private:
     void Differ(std::string sentence);
-    bool SkipHiddenContours();
+    [[nodiscard]] bool IsWritten(const VectorContour& contour) const;
+    const VectorContour* NextContour();
+    [[nodiscard]] bool HasText(PointText kind, Index point) const;
+    void CheckCount(VectorPart part, std::string_view what, std::size_t found,
+                    std::size_t expected);
+    void CheckPointTexts(PointText kind);
 
     const VectorContent& content_;
     VectorParts parts_;

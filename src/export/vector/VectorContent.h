@@ -17,15 +17,16 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace terravo {
 
 /// The kinds of content that a file may have.
 enum class VectorPart : unsigned char {
-    Contours, // all levels
-    Index,    // the heavier ones, told apart; without Contours they alone
-    Labels,   // values along the contours
+    Contours,      // all levels
+    IndexContours, // the heavier ones, told apart; without Contours they alone
+    Labels,        // values along the contours
     Bands,
     Triangles,
     Points,
@@ -128,13 +129,17 @@ struct VectorContent {
     [[nodiscard]] std::string NameOf(Index point) const {
         return pointLabels.HasLabels() ? pointLabels.NameOrNumber(point) : std::to_string(point);
     }
+    /// The code of a point, maybe empty.
+    [[nodiscard]] std::string_view CodeOf(Index point) const {
+        return pointLabels.HasLabels() ? pointLabels.Code(point) : std::string_view();
+    }
     [[nodiscard]] const SpacePoint& PointAt(Index point) const {
         return points[static_cast<std::size_t>(point) - 1];
     }
     /// Whether the contour is to be written: one of its kind is asked for.
     [[nodiscard]] bool Shows(const VectorContour& contour) const {
         return parts.Has(VectorPart::Contours) ||
-               (parts.Has(VectorPart::Index) && LevelOf(contour).index);
+               (parts.Has(VectorPart::IndexContours) && LevelOf(contour).index);
     }
 };
 
