@@ -6,16 +6,12 @@
 #include "sheet/FitText.h"
 #include "sheet/MakeSheet.h"
 #include "util/NumberText.h"
+#include "util/PathText.h"
 
 #include <algorithm>
 
 namespace terravo {
 namespace {
-
-std::string NameWithoutExtension(const std::string& file) {
-    const std::size_t point = file.rfind('.');
-    return point == std::string::npos || point == 0 ? file : file.substr(0, point);
-}
 
 class TitleBlock {
 public:

@@ -19,6 +19,11 @@ PathParts SplitPath(const std::string& path) {
     return parts;
 }
 
+std::string NameWithoutExtension(const std::string& name) {
+    const std::size_t point = name.rfind('.');
+    return point == std::string::npos || point == 0 ? name : name.substr(0, point);
+}
+
 std::string AbsolutePath(const std::string& path) {
     std::error_code error;
     const std::filesystem::path absolute = std::filesystem::absolute(path, error);

@@ -19,6 +19,9 @@ struct PathParts {
 /// dot gives a long one.
 PathParts SplitPath(const std::string& path);
 
+/// A file name up to its last "."; the whole name where that stands at its beginning or is missing.
+std::string NameWithoutExtension(const std::string& name);
+
 /// The path from the root, so that it still leads to the file from another folder; the path itself
 /// when the present folder cannot be told.
 std::string AbsolutePath(const std::string& path);

@@ -118,6 +118,8 @@ struct VectorContent {
     std::vector<SpaceLine> boundary;
     std::vector<SpaceLine> breaklines;
 
+    std::vector<std::string> remarks; // sentences on what is not as in the survey
+
     [[nodiscard]] std::span<const PlanPoint> VerticesOf(const VectorContour& contour) const {
         return std::span(contourVertices).subspan(contour.first, contour.count);
     }
