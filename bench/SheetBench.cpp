@@ -34,7 +34,8 @@ struct BenchSheet {
     }
 
     std::shared_ptr<const SheetScene> Make() {
-        SheetMaker maker(survey, state);
+        SurveyContours contours(survey);
+        SheetMaker maker(contours, state);
         return std::make_shared<const SheetScene>(
             *maker.Make(plan, FiftyLevels(), SheetTextMeasure()));
     }

@@ -231,6 +231,7 @@ private:
     QTemporaryDir folder_;
     StopToken stop_;
     Survey survey_;
+    SurveyContours contours_{survey_};
     ContourMap map_;
     RasterSurface surface_;
     OutputFolders outputFolders_;
@@ -388,7 +389,7 @@ void BatchRun::Draw() {
 
 void BatchRun::DrawSheet() {
     const SheetCall& call = options_.sheet;
-    SheetMaker maker(survey_, state_);
+    SheetMaker maker(contours_, state_);
     const std::optional<SheetScene> scene =
         maker.Make(call.plan, SheetLevels(), SheetTextMeasure(), stop_);
     EndWhenStopped();
@@ -398,7 +399,7 @@ void BatchRun::DrawSheet() {
     EndWhenStopped();
     figures_.files.push_back(call.file);
     SheetFigures figures{scene->width, scene->height, scene->scale, {}, scene->labels, {}};
-    for (const LevelRecord& level : maker.Levels()) {
+    for (const LevelRecord& level : contours_.Levels()) {
         figures.levels.push_back(level.value);
     }
     for (const Statement& remark : scene->remarks) {

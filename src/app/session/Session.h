@@ -249,7 +249,8 @@ private:
     ContourMap map_;
     PointerText pointerText_{survey_};
     SurveyReview review_{survey_};
-    SheetMaker sheets_{survey_, state_};
+    SurveyContours contours_{survey_};
+    SheetMaker sheets_{contours_, state_};
     bool levelsChosen_ = false; // by the user, for the present points
     bool opensView3D_ = true;
     RecentFiles recent_;

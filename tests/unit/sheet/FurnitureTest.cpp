@@ -33,7 +33,8 @@ constexpr double kTiny = 1e-6;
 struct Made {
     Made(PointSet points, const SheetPlan& plan, const LevelRule& rule, RunState run = {})
         : survey(std::move(points)), layout(LayOut(plan, survey.Points())) {
-        scene = SheetMaker(survey, run).Make(plan, rule, FixedMeasure()).value();
+        SurveyContours contours(survey);
+        scene = SheetMaker(contours, run).Make(plan, rule, FixedMeasure()).value();
     }
     explicit Made(PointSet points, const SheetPlan& plan = {})
         : Made(std::move(points), plan, RoundLevels(points.extentZ)) {}

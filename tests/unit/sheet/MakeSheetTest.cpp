@@ -18,7 +18,8 @@ struct MakeSheetTest : ::testing::Test {
     test::FakeTextMeasure measure;
     RunState run;
     Survey survey{test::HillySurvey(test::RandomPoints(3000, 5), false)};
-    SheetMaker maker{survey, run};
+    SurveyContours contours{survey};
+    SheetMaker maker{contours, run};
     LevelRule rule;
     SheetPlan plan;
 
@@ -138,7 +139,8 @@ TEST_F(MakeSheetTest, ShowsOnlyTheLayersOfThePlanAndTheSameEveryTime) {
     };
     const std::string all = svg();
     EXPECT_EQ(svg(), all);
-    EXPECT_EQ(SheetMaker(survey, run).Make(plan, rule, measure)->vertices, Make().vertices);
+    SurveyContours anew(survey);
+    EXPECT_EQ(SheetMaker(anew, run).Make(plan, rule, measure)->vertices, Make().vertices);
     for (const SheetLayer layer : SwitchableLayers()) {
         const std::string group = std::string("<g id=\"") + NameOf(layer) + '"';
         const bool hasNames = survey.Points().labels.HasLabels();

@@ -1,0 +1,43 @@
+// The contours of a survey, kept while neither the points nor the levels change.
+//
+// Data: the survey; levels, contours and regions of the last rule. Method: the sheet and the vector
+// files ask for the same lines, which are made anew when the survey or the rule has changed.
+#pragma once
+
+#include "contour/ContourSet.h"
+#include "contour/LevelRegions.h"
+#include "contour/LevelRule.h"
+#include "survey/Survey.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace terravo {
+
+class SurveyContours {
+public:
+    /// @param survey  looked at in each call; outlives this.
+    explicit SurveyContours(const Survey& survey) : survey_(survey) {}
+
+    /// Makes the contours of a rule where they are not those that are kept.
+    /// @return false when it was stopped; nothing is kept then.
+    /// Throws AppError for a rule without levels.
+    [[nodiscard]] bool Prepare(const LevelRule& rule, const StopToken& stop = StopToken());
+
+    [[nodiscard]] const Survey& TheSurvey() const { return survey_; }
+    /// Of the rule that was prepared last.
+    [[nodiscard]] const LevelSet& Levels() const { return levels_; }
+    [[nodiscard]] const ContourSet& Contours() const { return contours_; }
+    /// The whole surface, then the ground at or above each level; made when it is first asked for.
+    const Array1<LevelRegion>& Regions();
+
+private:
+    const Survey& survey_;
+    std::optional<LevelRule> rule_; // of the contours; none: there are none
+    std::uint64_t version_ = 0;     // of their survey
+    LevelSet levels_;
+    ContourSet contours_;
+    Array1<LevelRegion> regions_; // empty until they are needed
+};
+
+} // namespace terravo
