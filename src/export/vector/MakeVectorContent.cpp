@@ -29,18 +29,6 @@ double LengthOf(std::span<const PlanPoint> line) {
     return length;
 }
 
-double MillimetresIn(LengthUnit unit) {
-    switch (unit) {
-    case LengthUnit::Metre:
-        break;
-    case LengthUnit::Foot:
-        return 304.8;
-    case LengthUnit::UsSurveyFoot:
-        return 1200000.0 / 3937.0;
-    }
-    return 1000;
-}
-
 class Maker {
 public:
     Maker(const VectorSource& source, const VectorWish& wish)

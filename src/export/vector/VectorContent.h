@@ -39,6 +39,11 @@ enum class VectorPart : unsigned char {
 };
 inline constexpr std::size_t kVectorPartCount = 12;
 
+/// All of them, in the order in which they are listed.
+std::span<const VectorPart> AllVectorParts();
+/// The name of a part in option lists and settings: "contours", "index", ...
+const char* NameOf(VectorPart part);
+
 /// A set of parts.
 class VectorParts {
 public:
@@ -52,6 +57,7 @@ public:
     [[nodiscard]] bool Has(VectorPart part) const {
         return bits_.test(static_cast<std::size_t>(part));
     }
+    void Add(const VectorParts& others) { bits_ |= others.bits_; }
     [[nodiscard]] bool IsEmpty() const { return bits_.none(); }
     /// Those that both have.
     [[nodiscard]] VectorParts And(const VectorParts& other) const {
@@ -65,7 +71,14 @@ private:
     std::bitset<kVectorPartCount> bits_;
 };
 
+/// "contours,points,hull": any of the names, blanks around them allowed.
+/// @return nothing when one is unknown, or when there is none.
+std::optional<VectorParts> ParseVectorParts(std::string_view list);
+
 enum class LengthUnit : unsigned char { Metre, Foot, UsSurveyFoot };
+
+/// Millimetres in one.
+double MillimetresIn(LengthUnit unit);
 
 struct VectorLevel {
     double value = 0;   // height, as written
