@@ -57,14 +57,13 @@ std::uint32_t TakeCharacter(std::string_view& text) {
     return character;
 }
 
-// Takes as many letters as must not be parted: those that a reader might take for a control code.
-std::string TakeLetters(std::string_view& text) {
+// Takes a character and writes it so that no reader takes it for a part of a control code.
+// @param before  the character in front of it, if it is ASCII.
+std::string TakeLetters(std::string_view& text, char before) {
     std::string letters;
-    if (text.starts_with("%%")) {
-        // Three signs are one that is shown; the last of a row needs it as well.
-        const std::size_t count = std::min(text.find_first_not_of('%'), text.size());
-        text.remove_prefix(count);
-        letters.assign(3 * count, '%');
+    if (text.starts_with("%%") || (text[0] == '%' && before == '%')) {
+        text.remove_prefix(1);
+        letters = "%%%";
     } else if (text.starts_with("\\U+") || text.starts_with("\\M+")) {
         text.remove_prefix(1);
         AppendUnit(letters, '\\');
@@ -93,14 +92,16 @@ DxfText EncodeDxfText(std::string_view text) {
     }
     const std::string clean = CleanText(text);
     DxfText result;
+    char before = 0;
     for (std::string_view left = clean; !left.empty();) {
-        const std::string_view before = left;
-        const std::string letters = TakeLetters(left);
+        const std::string_view rest = left;
+        const std::string letters = TakeLetters(left, before);
         if (result.bytes.size() + letters.size() > kMostDxfBytes) {
-            result.cutOff = before;
+            result.cutOff = rest;
             break;
         }
         result.bytes += letters;
+        before = rest[0];
     }
     return result;
 }
