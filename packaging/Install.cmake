@@ -34,6 +34,11 @@ function(install_compressed file folder)
 endfunction()
 
 install(TARGETS terravo terravo-batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+# The programs look for it in ../lib/terravo, whatever the system's own folder of libraries is.
+if(TARGET terravo_gis)
+    install(TARGETS terravo_gis LIBRARY DESTINATION lib/terravo
+        PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
+endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/supporto DESTINATION ${CMAKE_INSTALL_DATADIR}/terravo)
 
 install_compressed(${packaging}/man/terravo.1 ${CMAKE_INSTALL_MANDIR}/man1)
@@ -74,6 +79,13 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The fonts are for who looks at an SVG file.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation, qt6-translations-l10n")
+# GDAL brings some hundred packages along: the programs do without it.
+if(TERRAVO_GDAL_PACKAGE)
+    string(APPEND CPACK_DEBIAN_PACKAGE_RECOMMENDS ", ${TERRAVO_GDAL_PACKAGE}")
+    set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_BINARY_DIR}/packaging/CPackProject.cmake)
+    file(WRITE ${CPACK_PROJECT_CONFIG_FILE}
+        "set(SHLIBDEPS_EXECUTABLE ${packaging}/shlibdeps.sh)\n")
+endif()
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "contour maps from scattered survey points")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "\
 Terravo triangulates the points of a survey in plan, cuts the triangles at

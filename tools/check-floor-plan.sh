@@ -15,11 +15,12 @@ survey util triangulation
 contour util triangulation survey plot2d
 sheet util triangulation survey plot2d contour
 export util triangulation survey plot2d contour sheet
+gis util triangulation survey plot2d contour export
 view3d util triangulation survey plot2d
 app/settings util plot2d sheet
-app/session util triangulation survey plot2d contour sheet export view3d app/settings
-app/batch util triangulation survey plot2d contour sheet export view3d app/settings app/session
-app/windows util triangulation survey plot2d contour sheet export view3d app/settings app/session
+app/session util triangulation survey plot2d contour sheet export gis view3d app/settings
+app/batch util triangulation survey plot2d contour sheet export gis view3d app/settings app/session
+app/windows util triangulation survey plot2d contour sheet export gis view3d app/settings app/session
 PLAN
 }
 

@@ -27,7 +27,7 @@ ensure_packages() {
 }
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libpng-dev libfontconfig-dev libexpat1-dev
-    libsimdjson-dev fonts-liberation qt6-translations-l10n)
+    libsimdjson-dev libgdal-dev fonts-liberation qt6-translations-l10n)
 test_packages=(libgtest-dev libgmp-dev clang-format clang-tidy xvfb openbox xclip xdotool x11-utils desktop-file-utils
     appstream shared-mime-info libglib2.0-bin bash-completion man-db mandoc bsdextrautils
     qt6-svg-dev poppler-utils)

@@ -67,6 +67,11 @@ void OutputGroup::Commit() {
         }
         members_.pop_back();
     }
+    for (const std::string& path : outdated_) {
+        std::error_code ignored;
+        fs::remove(path, ignored);
+    }
+    outdated_.clear();
 }
 
 void OutputFile::ChoosePlace() {
@@ -122,6 +127,9 @@ void OutputFile::Flush() {
 }
 
 void OutputFile::Finish() {
+    if (!file_) {
+        return;
+    }
     Flush();
     errno = 0;
     if (std::fclose(file_.release()) != 0) {
@@ -130,9 +138,7 @@ void OutputFile::Finish() {
 }
 
 void OutputFile::Commit() {
-    if (file_) {
-        Finish();
-    }
+    Finish();
     if (writtenPath_ != finalPath_) {
         TakeFinalName();
         writtenPath_ = finalPath_;

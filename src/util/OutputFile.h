@@ -28,6 +28,9 @@ public:
     /// Removes what has no final name yet.
     ~OutputGroup();
 
+    /// Has a file removed, where there is one, with the others getting their names.
+    void RemoveOnCommit(std::string path) { outdated_.push_back(std::move(path)); }
+
     /// Gives all files that are complete their names. Throws AppError.
     void Commit();
 
@@ -40,6 +43,7 @@ private:
         std::string writtenPath;
     };
     std::vector<Member> members_;
+    std::vector<std::string> outdated_;
 };
 
 /// What a writer is given: the path of a file, and the group that it appears with, if any.
@@ -66,6 +70,9 @@ public:
     /// Removes what was written unless it was committed.
     ~OutputFile();
 
+    /// As the user has named it.
+    [[nodiscard]] const std::string& Path() const { return target_.path; }
+
     /// Buffer to append to; call Flush now and then.
     std::string& Buffer() { return buffer_; }
     void Append(std::string_view text) {
@@ -79,11 +86,11 @@ public:
         }
     }
 
-    /// Writes the rest and closes the file, so that it can be read back before it gets its name.
-    /// Throws AppError.
+    /// Writes the rest and closes the file, so that it can be read back before it gets its name. A
+    /// second call does nothing. Throws AppError.
     void Finish();
-    /// The file to be read back after Finish; empty for what is written in place, which may be a
-    /// pipe.
+    /// The file to be read back, or to be replaced by another of its name, after Finish; empty for
+    /// what is written in place, which may be a pipe.
     [[nodiscard]] std::string FinishedPath() const {
         return writtenPath_ == finalPath_ ? std::string() : writtenPath_;
     }

@@ -12,6 +12,9 @@ for file in bin/terravo share/applications/terravo.desktop share/mime/packages/t
     share/bash-completion/completions/terravo-batch; do
     [ -s "$tree/$file" ] || { echo "$file is missing." && exit 1; }
 done
+if [ -f "$1/bin/terravo_gis.so" ]; then
+    [ -s "$tree/lib/terravo/terravo_gis.so" ]
+fi
 gzip -dc "$tree/share/man/man1/terravo-batch.1.gz" | cmp - \
     "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/../../packaging/man/terravo-batch.1"
 
