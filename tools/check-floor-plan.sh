@@ -16,11 +16,12 @@ contour util triangulation survey plot2d
 sheet util triangulation survey plot2d contour
 export util triangulation survey plot2d contour sheet
 gis util triangulation survey plot2d contour export
+exchange util triangulation survey plot2d contour sheet export gis
 view3d util triangulation survey plot2d
-app/settings util plot2d sheet
-app/session util triangulation survey plot2d contour sheet export gis view3d app/settings
-app/batch util triangulation survey plot2d contour sheet export gis view3d app/settings app/session
-app/windows util triangulation survey plot2d contour sheet export gis view3d app/settings app/session
+app/settings util plot2d sheet export exchange
+app/session util triangulation survey plot2d contour sheet export exchange gis view3d app/settings
+app/batch util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/session
+app/windows util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/session
 PLAN
 }
 

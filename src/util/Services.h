@@ -19,10 +19,13 @@ struct Message {
     bool operator==(const Message&) const = default;
 };
 
-/// Message boxes with the critical icon.
+/// Message boxes.
 class MessageService {
 public:
     virtual ~MessageService() = default;
+    /// Says what the user should know of something that was done.
+    virtual void ShowInformation(const std::string& text, const std::string& title) = 0;
+    /// With the critical icon.
     virtual void ShowCritical(const std::string& text, const std::string& title) = 0;
 };
 

@@ -19,7 +19,11 @@ struct FakeMessages : MessageService {
         bool operator==(const Box&) const = default;
     };
     std::vector<Box> boxes;
+    std::vector<Box> informations;
 
+    void ShowInformation(const std::string& text, const std::string& title) override {
+        informations.push_back({text, title});
+    }
     void ShowCritical(const std::string& text, const std::string& title) override {
         boxes.push_back({text, title});
     }

@@ -121,11 +121,13 @@ struct Options {
     ImportOptions import;
     LevelOptions levels;
     SheetOptions sheet;
+    ExchangeOptions exchange;
 
     void AddTo(QCommandLineParser& parser) const {
         import.AddTo(parser);
         levels.AddTo(parser);
         sheet.AddTo(parser);
+        exchange.AddTo(parser);
         parser.addOptions({out,           map,        segments, mesh,      qrzTriangles, qrzLevels,
                            view3D,        view3DKind, surface,  theta,     alfa,         rayx,
                            blackAndWhite, mode,       labels,   triangles, perimeter,    size,
@@ -251,8 +253,9 @@ void ParseCheck(const QCommandLineParser& parser, const Options& known, BatchOpt
 }
 
 void ParsePaper(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
-    options.sheet = known.sheet.Parse(parser, parser.isSet(known.paper) ? parser.value(known.paper)
-                                                                        : QString());
+    options.sheet =
+        known.sheet.Parse(parser, parser.isSet(known.paper) ? parser.value(known.paper) : QString(),
+                          known.exchange.AreWanted(parser));
     const std::optional<QPageSize::PageSizeId> size = PaperSizeOf(parser.value(known.paper));
     if (!size && options.sheet.file.empty()) {
         throw UsageError(QStringLiteral("--paper takes A4, A3, A2, A1, A0 or Letter, not \"%1\".")
@@ -314,6 +317,8 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     ParseView3D(parser, known, options.view3D);
     ParseOutputs(parser, known, options);
     ParsePaper(parser, known, options);
+    options.exchange =
+        known.exchange.Parse(parser, known.sheet.TextHeight(), known.sheet.IndexEvery());
     RefuseCollisions(options);
     return options;
 }
@@ -327,6 +332,9 @@ std::vector<std::string> BatchOptions::Outputs() const {
         if (!file.empty()) {
             outputs.push_back(file);
         }
+    }
+    for (const ExchangeFile& file : exchange.files) {
+        outputs.push_back(file.path);
     }
     return outputs;
 }

@@ -4,6 +4,7 @@
 // every value is checked, so that a wrong call ends before anything is read or written.
 #pragma once
 
+#include "app/batch/ExchangeOptions.h"
 #include "app/batch/ImportOptions.h"
 #include "app/batch/SheetOptions.h"
 #include "app/session/ContourMap.h"
@@ -47,6 +48,7 @@ struct BatchOptions {
     QPageSize::PageSizeId pageSize = QPageSize::A4; // of PDF files
     std::optional<Paper> paper;                     // of SVG and PDF files
     SheetCall sheet;
+    ExchangeCall exchange;
     ImportCall import;
     CheckForm check = CheckForm::None;
     CheckOptions checkOptions;

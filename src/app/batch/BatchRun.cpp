@@ -62,6 +62,7 @@ std::string OnOneLine(std::string text) {
 // Keeps the first message of a drawing, which becomes the cause of its failure.
 class KeptMessages : public MessageService {
 public:
+    void ShowInformation(const std::string& /*text*/, const std::string& /*title*/) override {}
     void ShowCritical(const std::string& text, const std::string& title) override {
         if (!text_.empty()) {
             return;
@@ -202,6 +203,7 @@ private:
     template <class Drawing>
     void WriteVector(const std::string& file, const std::string& title, Drawing draw);
     void DrawSheet();
+    void WriteExchange();
     void CountWhatWasMade();
     void Deliver();
     bool IsDrawn(const std::string& file, const std::optional<std::string>& failure);
@@ -212,7 +214,11 @@ private:
     void WriteLevels(const OutputTarget& target) const;
     void ThrowMessage();
     [[nodiscard]] bool IsSheetAlone() const {
-        return !options_.sheet.file.empty() && options_.mapFile.empty() && !SegmentsAreWanted();
+        return !options_.sheet.file.empty() && options_.exchange.files.empty() && !MapIsWanted();
+    }
+    // A run without any output draws the map all the same: the summary tells of it.
+    [[nodiscard]] bool MapIsWanted() const {
+        return !options_.mapFile.empty() || SegmentsAreWanted();
     }
     // Without a choice the levels of a sheet are round.
     [[nodiscard]] LevelRule SheetLevels() const {
@@ -371,7 +377,7 @@ std::optional<std::string> BatchRun::FailureOf(Drawing draw) {
 void BatchRun::Draw() {
     if (SegmentsAreWanted()) {
         DrawMapAndSegments();
-    } else if (!IsSheetAlone()) {
+    } else if (MapIsWanted() || (options_.sheet.file.empty() && options_.exchange.files.empty())) {
         DrawMapPicture({});
     }
     if (!options_.view3DFile.empty()) {
@@ -570,12 +576,32 @@ void BatchRun::DeliverPicture(const std::string& file, const QImage& picture,
     }
 }
 
+void BatchRun::WriteExchange() {
+    if (options_.exchange.files.empty()) {
+        return;
+    }
+    if (!contours_.Prepare(options_.map.levels, stop_)) {
+        EndWhenStopped();
+    }
+    try {
+        figures_.exchange = DeliverExchange(options_.exchange, options_.map.levels, contours_,
+                                            files_, [] { EndWhenStopped(); });
+    } catch (const AppError& error) {
+        throw RunFailure(ExitCode::kOutput, error.what());
+    }
+    EndWhenStopped();
+    for (const ExchangeFigures& file : figures_.exchange) {
+        figures_.files.push_back(file.file);
+    }
+}
+
 void BatchRun::Deliver() {
     const std::string segmentFile = state_.workFolder + kSegmentFileName;
     const std::string meshFile = state_.workFolder + kMeshFileName;
     if (!options_.meshFile.empty() || !options_.qrzTrianglesFile.empty()) {
         WriteMeshFile(meshFile, survey_.Points(), survey_.Triangulation().triangles);
     }
+    WriteExchange();
     DeliverPicture(options_.mapFile, picture_, mapFailure_);
     DeliverPicture(options_.view3DFile, viewPicture_, viewFailure_);
     if (IsDrawn(options_.segmentsFile, segmentFailure_)) {

@@ -115,6 +115,28 @@ QJsonObject SheetToJson(const SheetFigures& sheet) {
             {"remarks", remarks}};
 }
 
+QJsonArray ToJson(const std::vector<ExchangeFigures>& files) {
+    const auto count = [](std::size_t value) { return static_cast<qint64>(value); };
+    QJsonArray array;
+    for (const ExchangeFigures& file : files) {
+        QJsonArray remarks;
+        for (const std::string& remark : file.remarks) {
+            remarks.append(QString::fromStdString(remark));
+        }
+        array.append(QJsonObject{{"file", QString::fromStdString(file.file)},
+                                 {"format", QString::fromStdString(file.format)},
+                                 {"verified", file.verified},
+                                 {"contours", count(file.contours)},
+                                 {"labels", count(file.labels)},
+                                 {"polygons", count(file.polygons)},
+                                 {"points", count(file.points)},
+                                 {"triangles", count(file.triangles)},
+                                 {"milliseconds", Tenths(file.writeMilliseconds)},
+                                 {"remarks", remarks}});
+    }
+    return array;
+}
+
 std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures) {
     QJsonArray files;
     for (const std::string& file : figures.files) {
@@ -144,6 +166,9 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
     if (figures.sheet) {
         summary.insert("sheet", SheetToJson(*figures.sheet));
     }
+    if (!figures.exchange.empty()) {
+        summary.insert("exchange", ToJson(figures.exchange));
+    }
     if (options.check != CheckForm::None) {
         summary.insert("findings", FindingsToJson(figures));
     }
@@ -169,6 +194,18 @@ std::string SheetText(const SheetFigures& sheet) {
     text += "\n";
     for (const std::string& remark : sheet.remarks) {
         text += remark + "\n";
+    }
+    return text;
+}
+
+std::string ExchangeText(const std::vector<ExchangeFigures>& files) {
+    std::string text;
+    for (const ExchangeFigures& file : files) {
+        text += file.format + " " + file.file + ": " + CountsOf(file) +
+                (file.verified ? ", verified\n" : ", not verified\n");
+        for (const std::string& remark : file.remarks) {
+            text += remark + "\n";
+        }
     }
     return text;
 }
@@ -202,6 +239,7 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
     if (figures.sheet) {
         text += SheetText(*figures.sheet);
     }
+    text += ExchangeText(figures.exchange);
     for (const std::string& file : figures.files) {
         text += "wrote " + file + "\n";
     }

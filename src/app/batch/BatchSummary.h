@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/batch/BatchOptions.h"
+#include "app/batch/ExchangeDelivery.h"
 
 #include <string>
 #include <vector>
@@ -31,6 +32,7 @@ struct BatchFigures {
     Extent y;
     Extent z;
     std::optional<SheetFigures> sheet;
+    std::vector<ExchangeFigures> exchange; // one a vector file
     Index levels = 0;
     std::vector<double> levelValues; // without the nudge of the ends
     std::int64_t segments = 0;

@@ -68,23 +68,30 @@ void SheetOptions::AddTo(QCommandLineParser& parser) const {
                        title_, project_, author_, datum_, date_});
 }
 
-void SheetOptions::RefuseWithoutSheet(const QCommandLineParser& parser) const {
+void SheetOptions::RefuseWithoutSheet(const QCommandLineParser& parser, bool withVectors) const {
     for (const QCommandLineOption* option :
          {&landscape_, &portrait_, &scale_, &rotation_, &dpi_, &theme_, &indexEvery_, &layers_,
           &gridLines_, &label_, &labelSpacing_, &labelUphill_, &textHeight_, &title_, &project_,
           &author_, &datum_, &date_}) {
-        if (parser.isSet(*option)) {
+        const bool isShared = option == &textHeight_ || option == &indexEvery_;
+        if (parser.isSet(*option) && !(isShared && withVectors)) {
             throw UsageError(QStringLiteral("--%1 is for a sheet: --sheet FILE writes one.")
                                  .arg(option->names().last()));
         }
     }
 }
 
-SheetCall SheetOptions::Parse(const QCommandLineParser& parser, const QString& paper) const {
+SheetCall SheetOptions::Parse(const QCommandLineParser& parser, const QString& paper,
+                              bool withVectors) const {
     SheetCall call;
     if (!parser.isSet(sheet_)) {
-        RefuseWithoutSheet(parser);
+        RefuseWithoutSheet(parser, withVectors);
         return call;
+    }
+    if (withVectors && parser.isSet(textHeight_)) {
+        throw UsageError(
+            QStringLiteral("--text-height is in millimetres for a sheet and in drawing units for "
+                           "vector files: write them in two runs."));
     }
     call.file = parser.value(sheet_).toStdString();
     if (call.file.empty()) {

@@ -22,14 +22,20 @@ class SheetOptions {
 public:
     void AddTo(QCommandLineParser& parser) const;
 
-    /// @param paper  text of the option that all pages share; empty: not given.
+    /// @param paper        text of the option that all pages share; empty: not given.
+    /// @param withVectors  vector files are asked for, too, which have some of the options.
     /// Throws UsageError.
-    [[nodiscard]] SheetCall Parse(const QCommandLineParser& parser, const QString& paper) const;
+    [[nodiscard]] SheetCall Parse(const QCommandLineParser& parser, const QString& paper,
+                                  bool withVectors) const;
+
+    /// The options that vector files have as well.
+    [[nodiscard]] const QCommandLineOption& TextHeight() const { return textHeight_; }
+    [[nodiscard]] const QCommandLineOption& IndexEvery() const { return indexEvery_; }
 
 private:
     void ParseStyle(const QCommandLineParser& parser, SheetPlan& plan) const;
     void ParseLabels(const QCommandLineParser& parser, SheetPlan& plan) const;
-    void RefuseWithoutSheet(const QCommandLineParser& parser) const;
+    void RefuseWithoutSheet(const QCommandLineParser& parser, bool withVectors) const;
 
     QCommandLineOption sheet_{
         QStringLiteral("sheet"),
@@ -58,7 +64,8 @@ private:
         QStringLiteral("name"), QStringLiteral("brown")};
     QCommandLineOption indexEvery_{
         QStringLiteral("index-every"),
-        QStringLiteral("Every n-th contour of the sheet is heavier; 0: none. Default: 5."),
+        QStringLiteral("Every n-th contour of the sheet and of vector files is heavier; 0: none. "
+                       "Default: 5."),
         QStringLiteral("n"), QStringLiteral("5")};
     QCommandLineOption layers_{
         QStringLiteral("layers"),
@@ -83,8 +90,9 @@ private:
         QStringLiteral("Values have their tops uphill. Default: they are never upside down.")};
     QCommandLineOption textHeight_{
         QStringLiteral("text-height"),
-        QStringLiteral("Height of the capital letters on the sheet, millimetres. Default: 1.8."),
-        QStringLiteral("mm")};
+        QStringLiteral("Height of the capital letters: of a sheet in millimetres, default 1.8; of "
+                       "a DXF file in drawing units, default 2 mm at a usual scale."),
+        QStringLiteral("h")};
     QCommandLineOption title_{QStringLiteral("title"),
                               QStringLiteral("Title of the sheet. Default: the name of the file."),
                               QStringLiteral("text")};

@@ -73,19 +73,32 @@ bool KeptClear(const QString& name, std::uintmax_t mostBytes) {
 
 } // namespace
 
-void QtMessages::ShowCritical(const std::string& text, const std::string& title) {
+namespace {
+
+void ShowBox(QMessageBox::Icon icon, const char* name, const std::string& text,
+             const std::string& title) {
     // The system ends the session: nobody will answer a box.
     if (StopSignals::Received() != 0) {
         std::fprintf(stderr, "terravo: %s\n", text.c_str());
         return;
     }
-    QMessageBox box(QMessageBox::Critical, ToQString(title), ToQString(text), QMessageBox::Ok,
+    QMessageBox box(icon, ToQString(title), ToQString(text), QMessageBox::Ok,
                     QApplication::activeWindow());
-    box.setObjectName(QStringLiteral("criticalMessage"));
+    box.setObjectName(QLatin1String(name));
     // Commands show the wait cursor while they work; a question is no work.
     QApplication::setOverrideCursor(Qt::ArrowCursor);
     box.exec();
     QApplication::restoreOverrideCursor();
+}
+
+} // namespace
+
+void QtMessages::ShowInformation(const std::string& text, const std::string& title) {
+    ShowBox(QMessageBox::Information, "informationMessage", text, title);
+}
+
+void QtMessages::ShowCritical(const std::string& text, const std::string& title) {
+    ShowBox(QMessageBox::Critical, "criticalMessage", text, title);
 }
 
 // An owner of the clipboard that does not answer costs seconds at every question, while nothing

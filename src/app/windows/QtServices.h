@@ -10,9 +10,10 @@
 
 namespace terravo {
 
-/// Message boxes with the critical icon, over the window that is active.
+/// Message boxes, over the window that is active.
 class QtMessages : public MessageService {
 public:
+    void ShowInformation(const std::string& text, const std::string& title) override;
     void ShowCritical(const std::string& text, const std::string& title) override;
 };
 

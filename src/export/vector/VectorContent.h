@@ -75,6 +75,9 @@ private:
 /// @return nothing when one is unknown, or when there is none.
 std::optional<VectorParts> ParseVectorParts(std::string_view list);
 
+/// Largest code of a coordinate system that is taken.
+inline constexpr int kLargestEpsg = 999999;
+
 enum class LengthUnit : unsigned char { Metre, Foot, UsSurveyFoot };
 
 /// Millimetres in one.

@@ -1,15 +1,17 @@
-// The vector formats that other programs read: what each is called, what it holds, who writes it.
+// What a vector format is: how it is called, what it holds, who writes it and who reads it back.
 //
-// Data: one entry a format. Method: menus, options, help and tests are made from the entries.
+// Data: one record a format; the list of them is in exchange/VectorFormats. Method: the functions
+// of all formats have the same arguments, so that nobody needs to know which one it is.
 #pragma once
 
 #include "export/vector/VectorContent.h"
 #include "util/OutputFile.h"
+#include "util/TextCatalogue.h"
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace terravo {
 
@@ -35,21 +37,21 @@ using VectorCheck = std::optional<std::string> (*)(const std::string& path,
                                                    const VectorContent& content,
                                                    const VectorOptions& options);
 
+/// Writes a format that is a folder of files, whole or not at all.
+using VectorFolderWriter = void (*)(const OutputTarget& folder, const VectorContent& content,
+                                    std::vector<std::string>& remarks);
+
 struct VectorFormat {
-    std::string_view option;    // of the batch program, and the key in settings: "dxf"
-    std::string_view name;      // "DXF"
-    std::string_view extension; // without a period
-    std::string_view help;      // of the option, a sentence
-    VectorParts known;          // parts that the format can hold
-    VectorParts usual;          // those written where none are chosen
+    std::string_view option;      // of the batch program, and the key in settings: "dxf"
+    std::string_view name;        // "DXF"
+    std::string_view extension{}; // without a period; empty for a folder
+    Text purpose{};               // what it is for, for menus
+    std::string_view help;        // of the option, a sentence
+    VectorParts known;            // parts that the format can hold
+    VectorParts usual;            // those written where none are chosen
     VectorWriter write = nullptr;
-    VectorCheck check = nullptr; // null: the file is not read back
+    VectorCheck check = nullptr;              // null: the file is not read back
+    VectorFolderWriter writeFolder = nullptr; // in place of both: the format is a folder
 };
-
-/// All of them, in the order of menus and help.
-std::span<const VectorFormat> VectorFormats();
-
-/// The format of that option; null when there is none.
-const VectorFormat* VectorFormatOf(std::string_view option);
 
 } // namespace terravo

@@ -1,4 +1,4 @@
-#include "export/vector/VectorFile.h"
+#include "exchange/VectorFile.h"
 
 #include "util/AppError.h"
 
@@ -24,6 +24,10 @@ VectorOutcome WriteVectorFile(const OutputTarget& target, const VectorFormat& fo
                               bool verify) {
     VectorOutcome outcome;
     outcome.remarks = content.remarks;
+    if (format.writeFolder != nullptr) {
+        format.writeFolder(target, content, outcome.remarks);
+        return outcome;
+    }
     OutputFile file(target);
     format.write(file, content, options, outcome.remarks);
     file.Finish();
