@@ -15,6 +15,8 @@
 #include "app/settings/OpeningWindows.h"
 #include "app/settings/RecentFiles.h"
 #include "app/settings/WindowPosition.h"
+#include "exchange/VectorFile.h"
+#include "export/vector/MakeVectorContent.h"
 #include "survey/PointFile.h"
 #include "survey/import/ImportChoice.h"
 #include "util/SettingsStore.h"
@@ -172,6 +174,18 @@ public:
                        const std::function<void(const std::string& path)>& write,
                        const std::string& extension = "png");
 
+    /// Writes content to a path in a format, and tells how that went; the parts of the content are
+    /// those of the wish.
+    using VectorWrite = std::function<VectorOutcome(
+        const std::string& path, const VectorFormat& format, VectorContent& content)>;
+
+    /// Asks where to and has a file for other programs written there, of the levels in force; a
+    /// failure (AppError) is shown, and what had to be changed.
+    void ExportVector(const VectorFormat& format, const VectorWish& wish, const VectorWrite& write);
+
+    /// The settings, for the habits of dialogs.
+    [[nodiscard]] SettingsStore& Settings() { return services_.settings; }
+
     /// The levels that a sheet shows: those of the map, and round ones while nobody has chosen the
     /// levels of this file.
     [[nodiscard]] LevelRule SheetLevels() const;
@@ -230,6 +244,8 @@ private:
     void TellOfDrawing(const MapReport& report);
     void TriangulateAndShow3D();
     void HandToView3D(const TriangleList& triangles);
+    VectorOutcome WriteVector(const std::string& path, const VectorFormat& format,
+                              const VectorWish& wish, const VectorWrite& write);
     void ExportTriangles();
     void ExportLevels();
     void TellOfExport();

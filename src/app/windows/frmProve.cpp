@@ -287,6 +287,7 @@ void frmProve::SetResultViewsVisible(bool visible) {
     XPButton1->setEnabled(visible);
     mnusalva->setEnabled(visible);
     mnuExportMap->setEnabled(visible);
+    mnuExportVector->setEnabled(visible);
     mnuPrint->setEnabled(visible);
     mnuSheet->SetPossible(visible);
     mnuWindow->SetView3DPossible(visible);

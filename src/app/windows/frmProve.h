@@ -114,6 +114,8 @@ private:
     void PrintPicture(const terravo::Picture& picture);
     [[nodiscard]] terravo::Paper ChosenPaper() const;
     void Export3D();
+    /// Asks for a format and its content and has a file for other programs written.
+    void ExportVector();
     void Print3D();
     void ShowAbout();
     void ShowHelp();
@@ -149,6 +151,7 @@ private:
     QMenu* mnusalva = nullptr;
     std::vector<QAction*> mnut; // triangles, levels
     QAction* mnuExportMap = nullptr;
+    QAction* mnuExportVector = nullptr;
     QAction* mnuPrint = nullptr;
     QAction* mnuWhitePaper = nullptr;
     QMenu* mnuPaperSize = nullptr;

@@ -17,6 +17,10 @@ void frmProve::AddPictureEntries() {
     mnuExportMap = Named(mnuFile->addAction(QString()), "mnuExportMap");
     mnuExportMap->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_E));
     mnuExportMap->setEnabled(false);
+    mnuExportVector = Named(mnuFile->addAction(QString()), "mnuExportVector");
+    mnuExportVector->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D));
+    mnuExportVector->setEnabled(false);
+    connect(mnuExportVector, &QAction::triggered, this, &frmProve::ExportVector);
     mnuPrint = Named(mnuFile->addAction(QString()), "mnuPrint");
     mnuPrint->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_P));
     mnuPrint->setEnabled(false);
@@ -41,6 +45,7 @@ void frmProve::AddPictureEntries() {
 
 void frmProve::SetPictureCaptions() {
     mnuExportMap->setText(Caption(state_, Text::ExportMap));
+    mnuExportVector->setText(Caption(state_, Text::ExportVector));
     mnuPrint->setText(Caption(state_, Text::Print));
     mnuWhitePaper->setText(Caption(state_, Text::WhitePaper));
     mnuPaperSize->setTitle(Caption(state_, Text::PaperSize));
