@@ -2,10 +2,11 @@
 //
 // Data: random points on a smooth terrain and their triangulation, made before the clock starts.
 // Method: a cutter is made and asked for every level, lowest first, as a drawing does; then the
-// same levels are made into joined lines.
+// same levels are made into joined lines, and those into bands.
 #include "BenchData.h"
 #include "BenchRun.h"
 #include "contour/ContourSet.h"
+#include "contour/LevelBands.h"
 #include "contour/LevelCut.h"
 #include "contour/LevelRule.h"
 #include "plot2d/ColourScale.h"
@@ -66,6 +67,24 @@ void Join(benchmark::State& state, Index count, Index levelCount) {
     state.counters["vertices"] = static_cast<double>(vertices);
 }
 
+void Fill(benchmark::State& state, Index count, Index levelCount) {
+    const PointSet& points = SurveyOf(count).Points();
+    const TriangleList& triangles = SurveyOf(count).Triangulation().triangles;
+    const std::optional<ContourSet> contours =
+        MakeContourSet(points, triangles, LevelsOf(points, levelCount));
+    std::size_t polygons = 0;
+    for (auto _ : state) {
+        polygons = 0;
+        for (const LevelBand& band : MakeLevelBands(points, triangles, *contours)) {
+            polygons += band.polygons.size();
+        }
+    }
+    if (polygons == 0) {
+        state.SkipWithError("no band has ground");
+    }
+    state.counters["polygons"] = static_cast<double>(polygons);
+}
+
 void TriangulatePoints(benchmark::State& state, Index count) {
     const PointSet& points = KeptSurvey(Layout::Random, count);
     for (auto _ : state) {
@@ -86,6 +105,11 @@ void Register(Index count) {
             BenchName("cut", std::to_string(levelCount) + " joined", size).c_str(), Join, count,
             levelCount)
             ->Unit(benchmark::kMillisecond);
+        benchmark::RegisterBenchmark(
+            BenchName("cut", std::to_string(levelCount) + " bands", size).c_str(), Fill, count,
+            levelCount)
+            ->Unit(benchmark::kMillisecond)
+            ->UseRealTime();
     }
     benchmark::RegisterBenchmark(BenchName("cut", "triangulate", size).c_str(), TriangulatePoints,
                                  count)

@@ -13,6 +13,7 @@
 #include "util/StopToken.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -78,6 +79,18 @@ struct EdgeEnds {
 
 /// The ends of an edge, the lower first. Only for an edge of two heights.
 EdgeEnds EndsOf(const PointSet& points, const TriangleList& triangles, TriangleEdge edge);
+
+/// How far up an edge a level lies, 0 at the lower end and 1 at the upper one.
+inline double PartOfEdge(const PointSet& points, EdgeEnds ends, double level) {
+    return (level - points.z[ends.lower]) / (points.z[ends.upper] - points.z[ends.lower]);
+}
+
+/// The place of such a part. Both triangles of an edge get the same one; 1 gives the coordinates of
+/// the upper end itself, and no part a place beyond an end.
+inline PlanPoint PlaceOnEdge(const PointSet& points, EdgeEnds ends, double part) {
+    return {std::lerp(points.x[ends.lower], points.x[ends.upper], part),
+            std::lerp(points.y[ends.lower], points.y[ends.upper], part)};
+}
 
 /// The triangle on the other side of an edge; 0 when there is none: the edge of the surface.
 inline Index TriangleAcross(const TriangleList& triangles, TriangleEdge edge) {

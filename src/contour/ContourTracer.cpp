@@ -1,7 +1,5 @@
 #include "contour/ContourTracer.h"
 
-#include <cmath>
-
 namespace terravo {
 namespace {
 
@@ -40,22 +38,17 @@ TriangleEdge ContourTracer::ExitFrom(TriangleEdge entry) const {
     return {entry.triangle, lastAbove ? afterEntry : last};
 }
 
-// Always computed from the lower end, so both triangles of an edge have the same vertex. lerp gives
-// the upper end itself at 1, and never a place beyond an end.
-void ContourTracer::AddVertex(TriangleEdge edge, Index lower, Index upper,
-                              ContourLineBuilder& lines) const {
-    const double zLower = points_.z[lower];
-    const double part = (level_ - zLower) / (points_.z[upper] - zLower);
-    const double x = std::lerp(points_.x[lower], points_.x[upper], part);
-    const double y = std::lerp(points_.y[lower], points_.y[upper], part);
-    lines.Add({x, y, edge}, part < kNearEnd || part > 1 - kNearEnd);
+void ContourTracer::AddVertex(TriangleEdge edge, EdgeEnds ends, ContourLineBuilder& lines) const {
+    const double part = PartOfEdge(points_, ends, level_);
+    const PlanPoint place = PlaceOnEdge(points_, ends, part);
+    lines.Add({place.x, place.y, edge}, part < kNearEnd || part > 1 - kNearEnd);
 }
 
 void ContourTracer::Follow(TriangleEdge entry, ContourLineBuilder& lines) {
     const bool open = TriangleAcross(triangles_, entry) == 0;
     if (open) {
         const Triangle& first = triangles_.table[entry.triangle];
-        AddVertex(entry, first.Vertex(NextEdge(entry.edge)), first.Vertex(entry.edge), lines);
+        AddVertex(entry, {first.Vertex(NextEdge(entry.edge)), first.Vertex(entry.edge)}, lines);
     }
     TriangleEdge exit;
     // A used triangle is the first one again: the line is closed.
@@ -64,7 +57,7 @@ void ContourTracer::Follow(TriangleEdge entry, ContourLineBuilder& lines) {
         exit = ExitFrom(entry);
         const Triangle& triangle = triangles_.table[exit.triangle];
         const Index upper = triangle.Vertex(NextEdge(exit.edge));
-        AddVertex(exit, triangle.Vertex(exit.edge), upper, lines);
+        AddVertex(exit, {triangle.Vertex(exit.edge), upper}, lines);
         entry.triangle = TriangleAcross(triangles_, exit);
         if (entry.triangle != 0) {
             entry.edge = EdgeFrom(triangles_.table[entry.triangle], upper);

@@ -31,7 +31,7 @@ private:
     }
     [[nodiscard]] int EntryEdge(const Triangle& triangle) const;
     [[nodiscard]] TriangleEdge ExitFrom(TriangleEdge entry) const;
-    void AddVertex(TriangleEdge edge, Index lower, Index upper, ContourLineBuilder& lines) const;
+    void AddVertex(TriangleEdge edge, EdgeEnds ends, ContourLineBuilder& lines) const;
     void Follow(TriangleEdge entry, ContourLineBuilder& lines);
 
     const PointSet& points_;

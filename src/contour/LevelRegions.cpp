@@ -1,5 +1,6 @@
 #include "contour/LevelRegions.h"
 
+#include "contour/RingArea.h"
 #include "triangulation/HullRings.h"
 #include "util/Parallel.h"
 
@@ -234,18 +235,11 @@ Array1<LevelRegion> MakeLevelRegions(const PointSet& points, const TriangleList&
 }
 
 double AreaOf(const LevelRegion& region) {
-    double twice = 0;
+    double area = 0;
     for (const RegionRing& ring : region.rings) {
-        // From a vertex of its own: far from the origin the products would lose digits.
-        const std::span<const PlanPoint> vertices = region.VerticesOf(ring);
-        const PlanPoint o = vertices.front();
-        for (std::size_t i = 2; i < vertices.size(); ++i) {
-            const PlanPoint a = vertices[i - 1];
-            const PlanPoint b = vertices[i];
-            twice += (a.x - o.x) * (b.y - o.y) - (b.x - o.x) * (a.y - o.y);
-        }
+        area += AreaOfRing(region.VerticesOf(ring));
     }
-    return twice / 2;
+    return area;
 }
 
 } // namespace terravo
