@@ -1,7 +1,8 @@
 #include "sheet/LegendRows.h"
 
 #include "sheet/GridLines.h"
-#include "util/NumberText.h"
+
+#include <algorithm>
 
 namespace terravo {
 namespace {
@@ -11,9 +12,7 @@ std::string Word(const SheetContext& context, Text text) {
 }
 
 std::string WithMetres(const SheetContext& context, Text text, double value) {
-    return WithValues(
-        Word(context, text),
-        {NumberText::FormatScreen(value, "#0.######", context.source.decimalSeparator)});
+    return WithValues(Word(context, text), {context.ShortNumber(value)});
 }
 
 Index LevelCount(const SheetContext& context) {
@@ -33,6 +32,12 @@ Index FirstWithCode(const PointSet& points) {
         }
     }
     return 0;
+}
+
+// Level ground has levels by count, and no line at any.
+bool HasLines(const ContourSet& contours) {
+    return std::any_of(contours.begin(), contours.end(),
+                       [](const ContourLevel& level) { return !level.lines.empty(); });
 }
 
 // Index lines and the others, with their interval where they have one.
@@ -94,7 +99,7 @@ std::vector<LegendRow> SymbolRows(const SheetContext& context) {
     std::vector<LegendRow> rows;
     const SheetPlan& plan = context.plan;
     const SheetTheme& theme = context.theme;
-    if (plan.Shows(SheetLayer::Contours)) {
+    if (plan.Shows(SheetLayer::Contours) && HasLines(context.source.contours)) {
         AddContourRows(context, rows);
     }
     if (plan.Shows(SheetLayer::Hull)) {

@@ -4,6 +4,7 @@
 #include "util/NumberText.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace terravo {
 namespace {
@@ -61,6 +62,15 @@ Colour SheetContext::BandColour(Index band) const {
 
 std::string SheetContext::HeightText(Index point) const {
     return NumberText::FormatScreen(source.points.z[point], heightForm, source.decimalSeparator);
+}
+
+std::string SheetContext::ShortNumber(double value) const {
+    constexpr double kUsual = 6;
+    constexpr double kMost = 30;
+    const double places = value == 0 ? 0 : 3 - std::floor(std::log10(std::fabs(value)));
+    const auto decimals = static_cast<std::size_t>(std::clamp(places, kUsual, kMost));
+    return NumberText::FormatScreen(value, "#0." + std::string(decimals, '#'),
+                                    source.decimalSeparator);
 }
 
 SheetScene MakeSheet(const SheetPlan& plan, const SheetSource& source, const StopToken& stop) {

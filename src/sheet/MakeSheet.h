@@ -47,6 +47,8 @@ struct SheetContext {
     [[nodiscard]] Colour BandColour(Index band) const;
     /// The height of a point, with as many decimals as the points have, 3 at most.
     [[nodiscard]] std::string HeightText(Index point) const;
+    /// An interval, a distance, a scale: 6 decimals at most, more for what is less than 0.001.
+    [[nodiscard]] std::string ShortNumber(double value) const;
 };
 
 /// Makes the sheet.

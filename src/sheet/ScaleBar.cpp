@@ -4,7 +4,6 @@
 // quarters are round, the longest is taken that leaves room for its values.
 #include "sheet/FitText.h"
 #include "sheet/MakeSheet.h"
-#include "util/NumberText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,22 +29,19 @@ public:
         AddBar(left, top, onPaper);
         AddValues(left, onPaper, length);
         const FittedText scale =
-            FitText(context_.source.measure, "1:" + Number(context_.layout.scale), 1.25 * height_,
-                    true, box_.Width());
+            FitText(context_.source.measure, "1:" + context_.ShortNumber(context_.layout.scale),
+                    1.25 * height_, true, box_.Width());
         Write(scale, {box_.Middle().x, top - 0.9 * height_});
     }
 
 private:
-    [[nodiscard]] std::string Number(double value) const {
-        return NumberText::FormatScreen(value, "#0.######", context_.source.decimalSeparator);
-    }
     [[nodiscard]] FittedText Value(const std::string& text) const {
         return {text, height_, false, context_.source.measure.Width(text, height_, false)};
     }
 
     static bool IsInKilometres(double length) { return length >= 2000; }
     [[nodiscard]] std::string ValueText(double value, double length) const {
-        return Number(IsInKilometres(length) ? value / 1000 : value);
+        return context_.ShortNumber(IsInKilometres(length) ? value / 1000 : value);
     }
     static const char* UnitOf(double length) { return IsInKilometres(length) ? " km" : " m"; }
 

@@ -48,12 +48,9 @@ private:
     void CollectLines() {
         const SheetTexts& texts = context_.plan.texts;
         const SheetSource& source = context_.source;
-        const auto number = [&source](double value) {
-            return NumberText::FormatScreen(value, "#0.######", source.decimalSeparator);
-        };
-        AddLineOf(Text::SheetScale, "1:" + number(context_.layout.scale));
+        AddLineOf(Text::SheetScale, "1:" + context_.ShortNumber(context_.layout.scale));
         if (source.rule.kind == LevelRuleKind::ByInterval) {
-            AddLineOf(Text::SheetInterval, number(source.rule.interval) + " m");
+            AddLineOf(Text::SheetInterval, context_.ShortNumber(source.rule.interval) + " m");
         } else {
             AddLineOf(Text::SheetLevels, std::to_string(source.levels.UpperBound()));
         }

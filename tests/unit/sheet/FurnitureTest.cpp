@@ -193,9 +193,14 @@ TEST(Furniture, KeepsInsideItsBoxesOnEveryPaper) {
 }
 
 TEST(Furniture, LegendNamesOnlyWhatIsShown) {
-    const auto words = [](const SheetPlan& plan) {
+    const auto words = [](const SheetPlan& plan, double relief = 1) {
         std::vector<std::string> all;
-        const Made made(Hills(860, 600), plan);
+        PointSet points = Hills(860, 600);
+        for (Index i = 1; i <= points.count; ++i) {
+            points.z[i] *= relief;
+        }
+        points.extentZ = {points.extentZ.min * relief, points.extentZ.max * relief};
+        const Made made(points, plan);
         for (const SheetText* text : made.TextsOf(SheetLayer::Legend)) {
             all.push_back(text->text);
         }
@@ -205,6 +210,9 @@ TEST(Furniture, LegendNamesOnlyWhatIsShown) {
     EXPECT_EQ(words(plan),
               (std::vector<std::string>{"Legend", "Index contour, every 25 m", "Contour, every 5 m",
                                         "Edge of the survey", "Grid, every 200 m"}));
+    EXPECT_EQ(words(plan, 1e-9)[2], "Contour, every 0.000000005 m");
+    EXPECT_EQ(words(plan, 0),
+              (std::vector<std::string>{"Legend", "Edge of the survey", "Grid, every 200 m"}));
     plan.layers = ParseLayers("bands,legend").value();
     const std::vector<std::string> bands = words(plan);
     ASSERT_GT(bands.size(), 12U);
