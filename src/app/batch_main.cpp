@@ -2,6 +2,7 @@
 #include "app/batch/BatchRun.h"
 
 #include <QGuiApplication>
+#include <QHashFunctions>
 
 #include <cstdio>
 
@@ -18,6 +19,7 @@ void PassFatalMessagesOnly(QtMsgType type, const QMessageLogContext&, const QStr
 } // namespace
 
 int main(int argc, char** argv) {
+    QHashSeed::setDeterministicGlobalSeed(); // else the fonts of a PDF stand in any order
     qInstallMessageHandler(PassFatalMessagesOnly);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QGuiApplication application(argc, argv);

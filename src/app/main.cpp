@@ -22,6 +22,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QHashFunctions>
 #include <QSocketNotifier>
 #include <QWindow>
 
@@ -145,6 +146,7 @@ int main(int argc, char** argv) {
     if (AnswerAtOnce(arguments)) {
         return 0;
     }
+    QHashSeed::setDeterministicGlobalSeed(); // else the fonts of a PDF stand in any order
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Terravo Vortak"));
     QApplication::setApplicationVersion(QStringLiteral(TERRAVO_VERSION));

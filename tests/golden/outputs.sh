@@ -125,6 +125,37 @@ check "white margins" test "$(colour_at 210 5)" = "255 255 255"
 check "black to the edge of the picture" test "$(colour_at 210 285)" = "0 0 0"
 finish "pages"
 
+# A field of 80 by 80 m: 160 mm at 1:500.
+printf '%s\n' 1000,2000,1 1080,2000,11 1080,2080,21 1000,2080,6 1050,2050,9 >field.dat
+sheet() { # FILE OPTIONS...
+    draws field.dat --scale 500 --title 'A<B>' --interval 2 --sheet "$@"
+}
+sheet s.svg --portrait --layers contours,hull,grid,title-block
+check "millimetres" grep -q '<svg .*width="210mm" height="297mm" viewBox="0 0 210 297">' s.svg
+for layer in paper grid frame hull contours index-contours labels title-block; do
+    check "the group $layer" test "$(grep -c "<g id=\"$layer\"" s.svg)" = 1
+done
+check "no group of what is switched off" test "$(grep -c '<g id="[lps][echou]' s.svg)" = 0
+check "levels" test "$(grep -o 'data-level="[^"]*"' s.svg | sort -u | wc -l)" = 10
+hull=$(grep -A1 '<g id="hull"' s.svg | grep -o ' d="[^"]*"' | tr 'dMLZ="' '\n')
+for axis in 1 2; do
+    side=$(awk -v n=$axis 'NF == 2 { print $n }' <<<"$hull" | sort -g | awk 'NR == 1 { a = $1 } END { print $1 - a }')
+    check "1:500 along axis $axis, not $side mm" awk -v d="$side" 'BEGIN { exit !(d > 159.9 && d < 160.1) }'
+done
+sheet s.pdf --paper 500x300 --landscape
+check "the page in points" grep -q '1417 x 850' <(pdfinfo s.pdf)
+check "the title of the block" grep -q 'A<B>' <(pdftotext s.pdf -)
+check "two fonts, embedded" test "$(pdffonts s.pdf | grep -c ' yes no  yes ')" = 2
+sheet s.png --portrait --dpi 100
+check "pixels of a sheet" test "$(size_of s.png)" = "827 1169"
+for again in {1..6}; do # the order of the fonts in a PDF is no matter of chance
+    sheet again.pdf --paper 500x300 --landscape
+    check "the same PDF, $again" cmp again.pdf s.pdf
+done
+sheet again.svg --portrait --layers contours,hull,grid,title-block
+check "the same SVG" cmp again.svg s.svg
+finish "sheets"
+
 # Names, codes and missing heights; a pit of a point among its neighbours.
 {
     echo 'Point;Est;Nord;Quota;Codice'
