@@ -23,8 +23,12 @@ constexpr double kFinestOnPaper = 0.01; // millimetres
     throw AppError(ErrorNumber::kDeviceIo, path, path + ": the sheet cannot be begun.");
 }
 
-void WritePng(const OutputTarget& target, const SheetScene& scene, int dotsPerInch) {
-    const double pixels = dotsPerInch / kMillimetresPerInch; // a millimetre
+bool IsStopped(const SheetFileWish& wish) {
+    return wish.stop != nullptr && wish.stop->IsStopRequested();
+}
+
+void WritePng(const OutputTarget& target, const SheetScene& scene, const SheetFileWish& file) {
+    const double pixels = file.dotsPerInch / kMillimetresPerInch; // a millimetre
     const auto size = [pixels](double millimetres) {
         return static_cast<int>(std::lround(millimetres * pixels));
     };
@@ -43,9 +47,12 @@ void WritePng(const OutputTarget& target, const SheetScene& scene, int dotsPerIn
     constexpr double kPartOfPixel = 0.25;
     SheetPaintWish wish;
     wish.finest = kPartOfPixel / pixels;
+    wish.stop = file.stop;
     PaintSheet(painter, scene, wish);
     painter.end();
-    SavePicture(picture, target);
+    if (!IsStopped(file)) {
+        SavePicture(picture, target);
+    }
 }
 
 // The library notes when it wrote the file; a date that is always the same keeps the bytes so.
@@ -57,11 +64,11 @@ void ForgetDate(QByteArray& pdf) {
     }
 }
 
-QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const std::string& title) {
+QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const SheetFileWish& file) {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter pdf(&buffer);
-    pdf.setTitle(PrintableText(title));
+    pdf.setTitle(PrintableText(file.title));
     pdf.setCreator(QStringLiteral("Terravo"));
     pdf.setResolution(kPdfDotsPerInch);
     const bool isAcross = scene.width > scene.height;
@@ -78,6 +85,7 @@ QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const std:
     painter.scale(dots, dots);
     SheetPaintWish wish;
     wish.finest = kFinestOnPaper;
+    wish.stop = file.stop;
     PaintSheet(painter, scene, wish);
     if (!painter.end()) {
         ThrowNotBegun(path);
@@ -87,8 +95,11 @@ QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const std:
     return bytes;
 }
 
-void WritePdf(const OutputTarget& target, const SheetScene& scene, const std::string& title) {
-    const QByteArray bytes = PdfBytes(target.path, scene, title);
+void WritePdf(const OutputTarget& target, const SheetScene& scene, const SheetFileWish& wish) {
+    const QByteArray bytes = PdfBytes(target.path, scene, wish);
+    if (IsStopped(wish)) {
+        return;
+    }
     OutputFile file(target);
     file.Append({bytes.constData(), static_cast<std::size_t>(bytes.size())});
     file.Commit();
@@ -96,19 +107,20 @@ void WritePdf(const OutputTarget& target, const SheetScene& scene, const std::st
 
 } // namespace
 
-void WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& scene,
+bool WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& scene,
                 const SheetFileWish& wish) {
     switch (kind) {
     case PictureKind::Pdf:
-        WritePdf(target, scene, wish.title);
-        return;
+        WritePdf(target, scene, wish);
+        break;
     case PictureKind::Svg:
         WriteSheetSvg(target, scene, wish.title, SheetTextMeasure());
-        return;
+        return true;
     case PictureKind::Png:
+        WritePng(target, scene, wish);
         break;
     }
-    WritePng(target, scene, wish.dotsPerInch);
+    return !IsStopped(wish);
 }
 
 } // namespace terravo

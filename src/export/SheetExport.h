@@ -8,19 +8,22 @@
 #include "export/PictureExport.h"
 #include "sheet/SheetScene.h"
 #include "util/OutputFile.h"
+#include "util/StopToken.h"
 
 #include <string>
 
 namespace terravo {
 
 struct SheetFileWish {
-    std::string title;     // of the document
-    int dotsPerInch = 300; // of a PNG
+    std::string title;               // of the document
+    int dotsPerInch = 300;           // of a PNG
+    const StopToken* stop = nullptr; // asked while a PDF or a PNG is painted
 };
 
 /// Writes a sheet, whole or not at all. Throws AppError: kDeviceIo where the file cannot be
 /// written, kDrawing for a picture of more pixels than memory holds.
-void WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& scene,
+/// @return false when it was stopped; there is no file then.
+bool WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& scene,
                 const SheetFileWish& wish);
 
 } // namespace terravo

@@ -43,9 +43,9 @@ public:
 
 private:
     void PaintLayer(SheetLayer layer) {
-        const auto forThose = [layer](const auto& elements, auto paint) {
+        const auto forThose = [this, layer](const auto& elements, auto paint) {
             for (const auto& element : elements) {
-                if (element.layer == layer) {
+                if (element.layer == layer && GoesOn()) {
                     paint(element);
                 }
             }
@@ -58,6 +58,10 @@ private:
             forThose(scene_.marks, [this](const SheetMarks& marks) { PaintMarks(marks); });
         }
         forThose(scene_.texts, [this](const SheetText& text) { PaintText(text); });
+    }
+
+    [[nodiscard]] bool GoesOn() const {
+        return wish_.stop == nullptr || wish_.stop->GoesOn("sheet", 1);
     }
 
     const QPolygonF& Thinned(const SheetPiece& piece) {

@@ -10,6 +10,7 @@
 #include "sheet/SceneIndex.h"
 #include "sheet/SheetScene.h"
 #include "sheet/TextMeasure.h"
+#include "util/StopToken.h"
 
 #include <QColor>
 #include <QPainter>
@@ -38,6 +39,8 @@ struct SheetPaintWish {
     /// The first layer that is drawn, and the one behind the last.
     std::size_t fromLayer = 0;
     std::size_t toLayer = kSheetLayers;
+    /// Asked before each element, stage "sheet"; a sheet that it stops lacks the rest.
+    const StopToken* stop = nullptr;
 };
 
 /// @param painter  its units are millimetres from the upper left corner of the paper. Its state is

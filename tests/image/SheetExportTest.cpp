@@ -131,6 +131,19 @@ TEST_F(SheetExportTest, TheSamePdfTwiceHasTheSamePageAndNoDateOfItsOwn) {
     EXPECT_EQ(Written("b.pdf", PictureKind::Pdf, {"Hills", 300}), pdf);
 }
 
+TEST_F(SheetExportTest, AWishToStopIsHeardAmongTheElements) {
+    for (const PictureKind kind : {PictureKind::Pdf, PictureKind::Png}) {
+        int asked = 0;
+        StopToken* self = nullptr;
+        StopToken stop(
+            [&](std::string_view, double) { ++asked == 2 ? self->RequestStop() : void(); });
+        self = &stop;
+        EXPECT_FALSE(WriteSheet(folder.File("stopped"), kind, Sample(), {"", 300, &stop}));
+        EXPECT_EQ(asked, 2 + 4) << "the other elements are asked for, not painted";
+        EXPECT_FALSE(std::filesystem::exists(folder.File("stopped")));
+    }
+}
+
 TEST_F(SheetExportTest, WhatCannotBeWrittenLeavesNothing) {
     EXPECT_THROW(WriteSheet(folder.File("none/a.pdf"), PictureKind::Pdf, Sample(), {}), AppError);
     SheetScene huge = Sample();

@@ -401,7 +401,8 @@ void BatchRun::DrawSheet() {
     EndWhenStopped();
     const std::string title =
         call.plan.texts.title.empty() ? survey_.Points().sourceName : call.plan.texts.title;
-    WriteSheet({call.file, &files_}, *PictureKindOf(call.file), *scene, {title, call.dotsPerInch});
+    WriteSheet({call.file, &files_}, *PictureKindOf(call.file), *scene,
+               {title, call.dotsPerInch, &stop_});
     EndWhenStopped();
     figures_.files.push_back(call.file);
     SheetFigures figures{scene->width, scene->height, scene->scale, {}, scene->labels, {}};
