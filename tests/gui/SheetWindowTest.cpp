@@ -4,6 +4,7 @@
 #include "gui/WindowFixture.h"
 
 #include <QFile>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPrinter>
 
@@ -14,8 +15,12 @@ struct SheetWindowTest : WindowFixture {
     QPointer<SheetWindow> sheet;
     SheetView* view = nullptr;
 
-    void OpenSheet(const std::string& language = "en") {
+    void OpenSheet(const std::string& language = "en", QSize parentSize = {}) {
         Open({}, language);
+        if (!parentSize.isEmpty()) {
+            parent->resize(parentSize);
+            QTest::qWait(50); // the documents settle after the parent
+        }
         parent->SetView3D([this] { return new frm3D(state, messages, scheme); }, settings);
         parent->SetSheet([this] {
             return new SheetWindow(state, *session, parent->Status(), settings, scheme);
@@ -53,6 +58,17 @@ struct SheetWindowTest : WindowFixture {
         QTest::mouseRelease(view, button, keys, to.toPoint());
     }
 };
+
+TEST_F(SheetWindowTest, TheFirstOneCoversNotTheControlsOfTheMap) {
+    OpenSheet("en", {1100, 700});
+    const QRect place = sheet->parentWidget()->geometry();
+    EXPECT_TRUE(QRect({}, sheet->parentWidget()->parentWidget()->size()).contains(place));
+    const auto* levels = Find<QLineEdit>("txtNLiv");
+    const QPoint right = levels->mapToGlobal(levels->rect().bottomRight());
+    EXPECT_LT(right.x(), sheet->mapToGlobal(QPoint()).x());
+    const auto* layers = Find<QListWidget>("lstLayers");
+    EXPECT_GE(layers->viewport()->width(), layers->sizeHintForColumn(0)) << "whole words";
+}
 
 TEST_F(SheetWindowTest, OpensWithAFileOfTheUserByTheSettingAndNeverWithTheCompanions) {
     OpenSheet();

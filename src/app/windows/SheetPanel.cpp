@@ -129,6 +129,7 @@ void SheetPanel::AddLookGroup() {
     }
     lstLayers->setMinimumHeight(lstLayers->sizeHintForRow(0) * lstLayers->count() +
                                 2 * lstLayers->frameWidth() + 2);
+    lstLayers->setMinimumWidth(lstLayers->sizeHintForColumn(0) + 2 * lstLayers->frameWidth() + 2);
     lstLayers->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     cmbGrid = AddRow(form, Text::PanelGrid, NarrowBox(this), "cmbGrid");
     cmbGrid->addItems({Say(Text::GridCrosses), Say(Text::GridLines)});

@@ -150,6 +150,9 @@ void SheetWindow::Refresh() {
 }
 
 void SheetWindow::MakeSoon() {
+    if (session_.Points().count > 0) { // there is nothing to open while the first sheet is made
+        picSheet->SetHint(QString());
+    }
     soon_.start(session_.Points().count > kManyPoints ? kSoonMilliseconds : 0);
 }
 

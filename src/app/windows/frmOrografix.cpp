@@ -132,7 +132,7 @@ void frmOrografix::SetCheck(std::function<CheckWindow*()> make) {
 }
 
 void frmOrografix::ShowCheck() {
-    static constexpr DocumentKind kKind{"CheckWindow", {620, 640}, {420, 360}};
+    static constexpr DocumentKind kKind{"CheckWindow", {620, 640}, {420, 360}, true};
     if (check_ == nullptr) {
         check_ = makeCheck_();
         QMdiSubWindow* frame = AddDocument(check_, kKind);
@@ -150,7 +150,7 @@ void frmOrografix::SetSheet(std::function<SheetWindow*()> make) {
 }
 
 void frmOrografix::ShowSheet() {
-    static constexpr DocumentKind kKind{"SheetWindow", {860, 620}, {520, 400}};
+    static constexpr DocumentKind kKind{"SheetWindow", {860, 620}, {520, 400}, true};
     if (sheet_ == nullptr) {
         sheet_ = makeSheet_();
         QMdiSubWindow* frame = AddDocument(sheet_, kKind);
@@ -186,7 +186,8 @@ DocumentBox frmOrografix::BoxFor(const DocumentKind& kind, QSize minimum) {
     const QSize size = wanted.box.size().expandedTo(minimum);
     const QSize least = kind.useful.boundedTo(size).expandedTo(minimum);
     if (!wanted.isPlaceChosen) {
-        wanted.box = BoxBesideMap(size, least).value_or(wanted.box);
+        wanted.box = BoxBesideMap(size, least)
+                         .value_or(kind.isAtRightEdge ? BoxAtRightEdge(size) : wanted.box);
     } else if (!wanted.isSizeChosen) {
         const QPoint place = wanted.box.topLeft();
         wanted.box.setSize(
@@ -210,6 +211,20 @@ std::optional<QRect> frmOrografix::BoxBesideMap(QSize size, QSize least) {
         places_->Replace(mainFrame_, map);
     }
     return beside;
+}
+
+// In a narrow room the controls at the left of the map stay in sight.
+QRect frmOrografix::BoxAtRightEdge(QSize size) {
+    const QSize room = places_->Room();
+    const QRect box(QPoint(0, 0), size.boundedTo(room));
+    const bool isFree = !mainFrame_->isMaximized() && !mainFrame_->isMinimized() &&
+                        !places_->Wanted(mainFrame_).isPlaceChosen;
+    const QRect map = mainFrame_->geometry();
+    if (isFree) {
+        places_->Replace(mainFrame_, {QPoint(0, map.top()), map.size()});
+    }
+    return box.translated(room.width() - box.width(),
+                          std::clamp(map.top(), 0, room.height() - box.height()));
 }
 
 DocumentBox RestoredBox(const terravo::SettingsStore& settings, const std::string& windowName,

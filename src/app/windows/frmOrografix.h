@@ -61,7 +61,8 @@ private:
     struct DocumentKind {
         const char* name;
         QSize designed;
-        QSize useful; // less is no use beside the map
+        QSize useful;               // less is no use beside the map
+        bool isAtRightEdge = false; // over the map where there is no room beside it
     };
     frm3D* View3DWindow(bool open);
     QMdiSubWindow* OpenView3D();
@@ -71,6 +72,7 @@ private:
     void KeepPlace(const QMdiSubWindow* frame, const DocumentKind& kind);
     DocumentBox BoxFor(const DocumentKind& kind, QSize minimum);
     std::optional<QRect> BoxBesideMap(QSize size, QSize least);
+    QRect BoxAtRightEdge(QSize size);
 
     QMdiArea* area_;
     DocumentPlaces* places_;
