@@ -5,7 +5,6 @@
 // text height follows from the room, and each text is brought to its column.
 #include "sheet/FitText.h"
 #include "sheet/MakeSheet.h"
-#include "util/NumberText.h"
 #include "util/PathText.h"
 
 #include <algorithm>

@@ -361,7 +361,6 @@ constexpr EnglishText kEnglish[] = {
     {Text::ExportVector, "Export for &CAD and GIS..."},
     {Text::VectorTitle, "Export for CAD and GIS"},
     {Text::VectorFormatLabel, "&Format:"},
-    {Text::VectorLevels, "Levels:"},
     {Text::VectorContentGroup, "Content"},
     {Text::PartIndex, "index contours apart"},
     {Text::PartValues, "values along contours"},

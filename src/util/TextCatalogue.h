@@ -352,7 +352,6 @@ enum class Text : std::size_t {
     ExportVector,
     VectorTitle,
     VectorFormatLabel,
-    VectorLevels,
     VectorContentGroup,
     PartIndex,
     PartValues,

@@ -68,7 +68,7 @@ void ExportDialog::MakeControls() {
 
     auto* form = new QFormLayout;
     form->addRow(Caption(state_, Text::VectorFormatLabel), cmbFormat);
-    form->addRow(Caption(state_, Text::VectorLevels), levels);
+    form->addRow(levels);
     form->addRow(MakeContent());
     form->addRow(MakeDxf());
     AddValues(*form);
