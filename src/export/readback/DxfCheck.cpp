@@ -3,6 +3,7 @@
 #include "export/readback/ContentCheck.h"
 #include "export/readback/DxfFrame.h"
 #include "export/readback/DxfPlainText.h"
+#include "util/Prefetch.h"
 
 #include <algorithm>
 #include <cctype>
@@ -325,7 +326,18 @@ private:
         if (ReadPlace(13) != corners[2]) {
             tags_.Differ("the fourth corner is not the third");
         }
+        LookAhead();
         check_.Corners(corners);
+    }
+
+    // The corners lie anywhere among the points: those of the next triangles are asked for.
+    void LookAhead() {
+        constexpr std::size_t kAhead = 8;
+        if (++faces_ + kAhead < content_.triangles.size()) {
+            for (const Index corner : content_.triangles[faces_ + kAhead].vertices) {
+                PrefetchLine(&content_.PointAt(corner));
+            }
+        }
     }
 
     void ReadPoint() {
@@ -425,6 +437,7 @@ private:
     std::unordered_map<std::string, Layer> layers_;
     Layer* layer_ = nullptr; // of the entity that is being read
     std::uint64_t highest_ = 0;
+    std::size_t faces_ = 0;
     DxfExtents extents_;
     std::vector<SpacePoint> vertices_;
     std::array<std::size_t, kPointTextCount> told_{};

@@ -11,13 +11,11 @@
 namespace terravo {
 namespace {
 
-// A line is 255 bytes long, or a number of some thousand digits.
-constexpr std::size_t kLongestLine = 4096;
 constexpr std::size_t kWindow = std::size_t{1} << 18;
 
 } // namespace
 
-DxfTags::DxfTags(const std::string& path) : path_(path), window_(kWindow) {
+DxfTags::DxfTags(const std::string& path) : path_(path), window_(kWindow + 1) {
     errno = 0;
     file_.reset(std::fopen(path.c_str(), "rb"));
     if (!file_) {
@@ -31,13 +29,13 @@ DxfTags::DxfTags(const std::string& path) : path_(path), window_(kWindow) {
 bool DxfTags::Fill() {
     const auto left = static_cast<std::size_t>(limit_ - cursor_);
     std::memmove(window_.data(), cursor_, left);
-    const std::size_t got =
-        std::fread(window_.data() + left, 1, window_.size() - left, file_.get());
+    const std::size_t got = std::fread(window_.data() + left, 1, kWindow - left, file_.get());
     if (std::ferror(file_.get()) != 0) {
         throw AppError(ErrorNumber::kDeviceIo, path_, path_ + ": the file cannot be read back.");
     }
     cursor_ = window_.data();
     limit_ = cursor_ + left + got;
+    window_[left + got] = '\0';
     hasEnded_ = got == 0;
     return !hasEnded_;
 }
@@ -56,7 +54,7 @@ std::string_view DxfTags::Line() {
 
 void DxfTags::Read() {
     // Both lines stay where they are until the next call.
-    if (!hasEnded_ && static_cast<std::size_t>(limit_ - cursor_) < 2 * kLongestLine) {
+    if (!hasEnded_ && limit_ - cursor_ < 2 * kLongestLine) {
         Fill();
     }
     std::string_view code = Line();
@@ -78,6 +76,11 @@ bool DxfTags::TakeIf(int code, std::string_view value) {
 }
 
 std::string_view DxfTags::Text(int code) {
+    if (IsAt(code)) {
+        cursor_ += kCodeLine;
+        ++lines_;
+        return Line();
+    }
     const DxfTag& tag = Take();
     if (tag.code != code) {
         Differ("group " + std::to_string(code) + " is expected instead of group " +
@@ -86,7 +89,7 @@ std::string_view DxfTags::Text(int code) {
     return tag.value;
 }
 
-double DxfTags::Real(int code) {
+double DxfTags::TakeReal(int code) {
     double value = 0;
     if (!ReadDxfReal(Text(code), value)) {
         Differ("a number with a period is expected");
@@ -110,10 +113,10 @@ std::uint64_t DxfTags::Handle(int code) {
     return static_cast<std::uint64_t>(value);
 }
 
-void DxfTags::Expect(int code, std::string_view value) {
-    if (Text(code) != value) {
-        Differ("\"" + std::string(value) + "\" is expected instead of \"" +
-               std::string(tag_.value) + "\"");
+void DxfTags::TakeExpected(int code, std::string_view value) {
+    const std::string found(Text(code));
+    if (found != value) {
+        Differ("\"" + std::string(value) + "\" is expected instead of \"" + found + "\"");
     }
 }
 

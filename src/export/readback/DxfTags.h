@@ -4,10 +4,12 @@
 // the one that is asked for; what is not ends the reading with a sentence that names the line.
 #pragma once
 
+#include "util/DecimalText.h"
 #include "util/FileHandle.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,11 +51,19 @@ public:
     // Each takes the next group, which must have the code, and throws DxfDifference where it has
     // not or where the value is none of the kind.
     std::string_view Text(int code);
-    double Real(int code);
+    /// A finite number in plain digits with a period.
+    double Real(int code) {
+        double value = 0;
+        return TakeQuickReal(code, value) ? value : TakeReal(code);
+    }
     std::int64_t Integer(int code);
     std::uint64_t Handle(int code);
     /// The value must be this one.
-    void Expect(int code, std::string_view value);
+    void Expect(int code, std::string_view value) {
+        if (!TakeQuick(code, value)) {
+            TakeExpected(code, value);
+        }
+    }
 
     /// Throws unless nothing is left in the file.
     void ExpectEnd();
@@ -62,13 +72,58 @@ public:
     [[noreturn]] void Differ(const std::string& what) const;
 
 private:
+    // A line is 255 bytes long, or a number of some thousand digits.
+    static constexpr std::ptrdiff_t kLongestLine = 4096;
+    static constexpr std::ptrdiff_t kCodeLine = 4; // bytes of a code in three columns
+
     void Read();
     bool Fill();
     std::string_view Line();
+    double TakeReal(int code);
+    void TakeExpected(int code, std::string_view value);
+
+    // Whether the next group has the code, written in the usual way, and lies in the window.
+    [[nodiscard]] bool IsAt(int code) const {
+        const auto digit = [](int number) { return static_cast<char>('0' + number % 10); };
+        return !isPeeked_ && limit_ - cursor_ >= 2 * kLongestLine && cursor_[3] == '\n' &&
+               cursor_[2] == digit(code) && cursor_[1] == (code < 10 ? ' ' : digit(code / 10)) &&
+               cursor_[0] == (code < 100 ? ' ' : digit(code / 100));
+    }
+    void Pass(const char* end) {
+        cursor_ = end;
+        lines_ += 2;
+    }
+
+    bool TakeQuick(int code, std::string_view value) {
+        if (!IsAt(code) || std::memcmp(cursor_ + kCodeLine, value.data(), value.size()) != 0 ||
+            cursor_[kCodeLine + static_cast<std::ptrdiff_t>(value.size())] != '\n') {
+            return false;
+        }
+        Pass(cursor_ + kCodeLine + value.size() + 1);
+        return true;
+    }
+
+    // A number that is a quotient of whole numbers, which most are.
+    bool TakeQuickReal(int code, double& value) {
+        if (!IsAt(code)) {
+            return false;
+        }
+        const char* const begin = cursor_ + kCodeLine;
+        const bool isNegative = *begin == '-';
+        const char* const digits = begin + (isNegative ? 1 : 0);
+        const char* const end = DecimalText::Read(digits, value);
+        if (end == nullptr || *end != '\n' ||
+            std::memchr(digits, '.', static_cast<std::size_t>(end - digits)) == nullptr) {
+            return false;
+        }
+        value = isNegative ? -value : value;
+        Pass(end + 1);
+        return true;
+    }
 
     std::string path_;
     FileHandle file_;
-    std::vector<char> window_;
+    std::vector<char> window_; // a byte that is no digit follows what has been read
     const char* cursor_ = nullptr;
     const char* limit_ = nullptr;
     std::int64_t lines_ = 0; // taken
