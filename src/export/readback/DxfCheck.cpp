@@ -400,8 +400,17 @@ private:
         const std::string whole = point == 0 || kind == PointText::Height ? text
                                   : kind == PointText::Number             ? content_.NameOf(point)
                                                               : std::string(content_.CodeOf(point));
-        const bool isCut = bytes + kLongestLetter > kMostBytes && whole.starts_with(text);
-        check_.PointLabel(kind, isCut ? whole : text);
+        check_.PointLabel(kind, IsCut(text, whole, bytes) ? whole : text);
+    }
+
+    // Whether the text is what fits of a longer one: the next letter would have been too much.
+    static bool IsCut(const std::string& text, const std::string& whole, std::size_t bytes) {
+        if (text.size() >= whole.size() || !whole.starts_with(text)) {
+            return false;
+        }
+        const bool isPair = static_cast<unsigned char>(whole[text.size()]) >= 0xf0;
+        const std::size_t longest = std::string_view("\\U+FFFF").size() * (isPair ? 2 : 1);
+        return bytes + longest > kMostBytes;
     }
 
     // The point whose text of the kind comes next; 0 when all have been told.
@@ -427,7 +436,6 @@ private:
     static constexpr std::int64_t kClosed = 1;
     static constexpr std::int64_t kInSpace = 8;
     static constexpr std::size_t kMostBytes = 255;
-    static constexpr std::size_t kLongestLetter = 14; // two halves of a character
 
     DxfTags tags_;
     DxfFrame frame_;

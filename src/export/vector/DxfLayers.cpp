@@ -33,14 +33,11 @@ DxfLayer ContourLayer(std::string name, bool heavy) {
     return {std::move(name), heavy ? kBrightBrown : kBrown, heavy ? kThick : kThin};
 }
 
-// A height as part of a name: 102.5 is 102_5.
+// A height as part of a name: 102.5 is 102_5; empty for a text that is none.
 std::string NamePartOf(std::string_view text) {
-    std::string name;
-    for (const char c : text) {
-        const bool stays = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || c == '-';
-        name += stays ? c : '_';
-    }
-    return name;
+    std::string name(text);
+    std::replace(name.begin(), name.end(), '.', '_');
+    return name.find_first_not_of("0123456789-_") == std::string::npos ? name : std::string();
 }
 
 std::string NamePartOf(double value) {
