@@ -108,8 +108,7 @@ void Register(Index count) {
         benchmark::RegisterBenchmark(
             BenchName("cut", std::to_string(levelCount) + " bands", size).c_str(), Fill, count,
             levelCount)
-            ->Unit(benchmark::kMillisecond)
-            ->UseRealTime();
+            ->Unit(benchmark::kMillisecond);
     }
     benchmark::RegisterBenchmark(BenchName("cut", "triangulate", size).c_str(), TriangulatePoints,
                                  count)

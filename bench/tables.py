@@ -139,6 +139,7 @@ def print_cut(results):
         joined = results.over_sizes(f"cut/{levels} joined")
         rows.append([f"{levels} levels, joined", *cells(joined)])
         rows.append([f"{levels} levels, joined / cut", *cells(ratios(joined, cut))])
+        rows.append([f"{levels} levels, bands", *cells(results.over_sizes(f"cut/{levels} bands"))])
     print_table(size_head("random points"), rows)
 
 
