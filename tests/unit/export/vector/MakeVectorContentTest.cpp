@@ -235,8 +235,14 @@ TEST_F(ContentCheckTest, FindsWhateverDiffers) {
     const double off = std::nextafter(9.0, 10.0);
     const std::function<void(VectorContent&)> changes[] = {
         [&](VectorContent& c) { c.points[1].x = off; },
-        [](VectorContent& c) { c.points.pop_back(); },
-        [](VectorContent& c) { c.points.push_back(c.points[0]); },
+        [](VectorContent& c) {
+            c.points.pop_back();
+            c.triangles.clear(); // which have it as a corner
+        },
+        [](VectorContent& c) {
+            c.points.push_back(c.points[0]);
+            c.pointLabels.Append("5", "c");
+        },
         [](VectorContent& c) { c.contourVertices[1].y += 1e-9; },
         [](VectorContent& c) { c.contours.pop_back(); },
         [](VectorContent& c) { c.contours.push_back(c.contours[0]); },
