@@ -6,6 +6,8 @@
 #pragma once
 
 #include "export/vector/VectorContent.h"
+#include "gis/GisSource.h"
+#include "util/StopToken.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,6 +19,10 @@ namespace terravo {
 /// To be raised whenever the table, or a value that its functions take, changes.
 inline constexpr int kGisVersion = 1;
 
+inline constexpr std::size_t kSizeOfGisValues = sizeof(VectorContent) + sizeof(GisSource) +
+                                                sizeof(GisLayer) + sizeof(GisWish) +
+                                                sizeof(GisContent);
+
 /// A file of such a set cannot have more bytes: offsets in it are numbers of 31 bits.
 inline constexpr std::int64_t kMostShapefileBytes = 2147483647;
 
@@ -24,7 +30,7 @@ inline constexpr std::int64_t kMostShapefileBytes = 2147483647;
 struct GisFunctions {
     int version = kGisVersion;
     /// Catches most libraries of other sources that have kept the version.
-    std::size_t sizeOfContent = sizeof(VectorContent);
+    std::size_t sizeOfValues = kSizeOfGisValues;
 
     /// Writes a new GeoPackage in one transaction.
     /// @param path  no file may have that name.
@@ -36,6 +42,14 @@ struct GisFunctions {
     /// @param mostBytes  that a file may have; kMostShapefileBytes unless a test says otherwise.
     void (*writeShapefiles)(const std::string& folder, const VectorContent& content,
                             std::int64_t mostBytes, std::vector<std::string>& remarks) = nullptr;
+
+    /// Lists what a file, or a folder of Shapefiles, holds.
+    GisSource (*list)(const std::string& path, const StopToken& stop) = nullptr;
+
+    /// Reads layers of it. Throws also for a layer or a field that is not there, for a system that
+    /// is not known or that some places cannot be projected to, and for too many points.
+    GisContent (*read)(const std::string& path, const GisWish& wish,
+                       const StopToken& stop) = nullptr;
 };
 
 /// The library's symbol, and its type.

@@ -46,7 +46,7 @@ const GisFunctions& LoadGisFrom(const std::string& programFolder) {
     }
     const GisFunctions* functions = EntryOf(FileIn(programFolder))();
     if (functions == nullptr || functions->version != kGisVersion ||
-        functions->sizeOfContent != sizeof(VectorContent)) {
+        functions->sizeOfValues != kSizeOfGisValues) {
         Throw("The file " + std::string(kFileName) +
               " belongs to another version of this program; please install the program again.");
     }

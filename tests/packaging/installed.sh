@@ -12,8 +12,12 @@ for file in bin/terravo share/applications/terravo.desktop share/mime/packages/t
     share/bash-completion/completions/terravo-batch; do
     [ -s "$tree/$file" ] || { echo "$file is missing." && exit 1; }
 done
-if [ -f "$1/bin/terravo_gis.so" ]; then
-    [ -s "$tree/lib/terravo/terravo_gis.so" ]
+if [ -f "$1/bin/terravo_gis.so" ]; then # found where it is installed, named where it is not
+    raster=$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/../data/gis/heights.tif
+    "$tree/bin/terravo-batch" "$raster" | grep -q "GeoTIFF: band 1; 19 points"
+    rm "$tree/lib/terravo/terravo_gis.so"
+    ! "$tree/bin/terravo-batch" "$raster" 2>"$stage/error"
+    grep -q "needs the file lib/terravo/terravo_gis.so" "$stage/error"
 fi
 gzip -dc "$tree/share/man/man1/terravo-batch.1.gz" | cmp - \
     "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/../../packaging/man/terravo-batch.1"

@@ -119,12 +119,14 @@ struct Options {
                                QStringLiteral("Print the version.")};
 
     ImportOptions import;
+    GisOptions gis;
     LevelOptions levels;
     SheetOptions sheet;
     ExchangeOptions exchange;
 
     void AddTo(QCommandLineParser& parser) const {
         import.AddTo(parser);
+        gis.AddTo(parser);
         levels.AddTo(parser);
         sheet.AddTo(parser);
         exchange.AddTo(parser);
@@ -296,6 +298,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     }
     options.pointFile = files.first().toStdString();
     options.import = known.import.Parse(parser);
+    options.gis = known.gis.Parse(parser);
     options.triangulation.exact = parser.isSet(known.exact);
     options.map.levels = known.levels.Parse(parser);
     options.levelsAreChosen = known.levels.AreChosen(parser);
@@ -349,8 +352,9 @@ BatchCall ParseBatchCall(const QStringList& arguments) {
         QStringLiteral("Draws a contour map of scattered survey points, without a window."));
     parser.addPositionalArgument(
         QStringLiteral("file"),
-        QStringLiteral("Point file: a text of x, y, z with or without names and codes, or an ASCII "
-                       "grid."));
+        QStringLiteral("Point file: a text of x, y, z with or without names and codes, an ASCII "
+                       "grid, or, through GDAL, a DXF, GeoPackage, Shapefile, GeoJSON, KML or "
+                       "GeoTIFF file."));
     const Options known;
     known.AddTo(parser);
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/batch/ExchangeOptions.h"
+#include "app/batch/GisOptions.h"
 #include "app/batch/ImportOptions.h"
 #include "app/batch/SheetOptions.h"
 #include "app/session/ContourMap.h"
@@ -50,6 +51,7 @@ struct BatchOptions {
     SheetCall sheet;
     ExchangeCall exchange;
     ImportCall import;
+    GisPlan gis; // of a file that goes through GDAL
     CheckForm check = CheckForm::None;
     CheckOptions checkOptions;
     TriangulationWish triangulation;

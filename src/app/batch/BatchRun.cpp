@@ -13,6 +13,7 @@
 #include "export/SegmentFile.h"
 #include "export/SheetExport.h"
 #include "export/SheetPainter.h"
+#include "gis/GisImport.h"
 #include "plot2d/PictureFile.h"
 #include "plot2d/RasterSurface.h"
 #include "survey/PointFile.h"
@@ -188,6 +189,9 @@ public:
 private:
     static void EndWhenStopped();
     void RefuseForGrid(GridFormat grid) const;
+    void RefuseUnused(const std::string& option, const char* kind) const;
+    void ReadText(PointSet& points);
+    void ReadGis(PointSet& points);
     void Read();
     void RequireLevels() const;
     void Check();
@@ -313,8 +317,15 @@ void BatchRun::RefuseForGrid(GridFormat grid) const {
     }
 }
 
-void BatchRun::Read() {
-    PointSet points;
+// Options of one kind of file say nothing of the other.
+void BatchRun::RefuseUnused(const std::string& option, const char* kind) const {
+    if (!option.empty()) {
+        throw RunFailure(ExitCode::kUsage, options_.pointFile + ": this is " + kind +
+                                               ", for which " + option + " means nothing.");
+    }
+}
+
+void BatchRun::ReadText(PointSet& points) {
     const ImportCall& import = options_.import;
     figures_.input = ImportPoints(options_.pointFile, import.wish, import.bad, points, stop_);
     EndWhenStopped();
@@ -323,6 +334,21 @@ void BatchRun::Read() {
     if (failure && !figures_.input.inspection.isEmpty) {
         throw RunFailure(ExitCode::kPointFile, failure->Sentence() + HintFor(figures_.input));
     }
+    RefuseUnused(GisOptions::FirstIn(options_.gis), "a text of points");
+}
+
+void BatchRun::ReadGis(PointSet& points) {
+    RefuseUnused(ImportOptions::FirstIn(options_.import), "no text of points");
+    figures_.input = ImportGis(options_.pointFile, options_.gis, points, stop_).import;
+    EndWhenStopped();
+    if (figures_.input.failure) {
+        throw RunFailure(ExitCode::kPointFile, figures_.input.failure->Sentence());
+    }
+}
+
+void BatchRun::Read() {
+    PointSet points;
+    IsGisFile(options_.pointFile) ? ReadGis(points) : ReadText(points);
     survey_.Replace(std::move(points), options_.triangulation);
 }
 

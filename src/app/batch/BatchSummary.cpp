@@ -31,17 +31,21 @@ QJsonArray ToJson(const std::vector<double>& values) {
 QJsonObject InputToJson(const ImportOutcome& input) {
     const ImportPlan& plan = input.inspection.plan;
     const ImportReport& report = input.report;
-    const bool isTable = !plan.freeList && input.inspection.grid == GridFormat::None;
+    const std::string& readAs = input.inspection.readAs;
+    const bool isTable =
+        !plan.freeList && input.inspection.grid == GridFormat::None && readAs.empty();
     const auto ifTable = [isTable](const char* name) {
         return isTable ? QJsonValue(QLatin1String(name)) : QJsonValue();
     };
     const auto count = [](std::int64_t value) { return static_cast<qint64>(value); };
-    return {{"columns", isTable         ? QString::fromStdString(NameOfColumns(plan.columns))
-                        : plan.freeList ? QStringLiteral("free")
-                                        : QStringLiteral("grid")},
+    return {{"columns", isTable           ? QString::fromStdString(NameOfColumns(plan.columns))
+                        : !readAs.empty() ? QString::fromStdString(readAs)
+                        : plan.freeList   ? QStringLiteral("free")
+                                          : QStringLiteral("grid")},
             {"separator", ifTable(NameOf(plan.separator))},
             {"decimal", ifTable(plan.decimal == ',' ? "comma" : "point")},
-            {"encoding", QLatin1String(NameOf(plan.encoding))},
+            {"encoding",
+             readAs.empty() ? QJsonValue(QLatin1String(NameOf(plan.encoding))) : QJsonValue()},
             {"records", count(report.records)},
             {"header_lines", count(report.headerLines)},
             {"comment_lines", count(report.commentLines)},

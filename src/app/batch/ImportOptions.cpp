@@ -107,6 +107,18 @@ std::string ImportOptions::UnusedForGrid(const ImportCall& call) {
                                           : "";
 }
 
+std::string ImportOptions::FirstIn(const ImportCall& call) {
+    const ImportWish& wish = call.wish;
+    return wish.columns || wish.freeList  ? "--columns"
+           : wish.separator               ? "--separator"
+           : wish.decimal                 ? "--decimal"
+           : wish.skip                    ? "--skip"
+           : !wish.voids.empty()          ? "--void"
+           : wish.encoding                ? "--encoding"
+           : call.bad == BadRecords::Skip ? "--bad-records"
+                                          : "";
+}
+
 void ImportOptions::AddTo(QCommandLineParser& parser) const {
     parser.addOptions({columns_, separator_, decimal_, skip_, void_, encoding_, bad_});
 }

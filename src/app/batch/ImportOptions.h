@@ -28,6 +28,9 @@ public:
     /// The option of a call that means nothing for a grid, with its dashes; empty for none.
     static std::string UnusedForGrid(const ImportCall& call);
 
+    /// The first of these options that says something, with its dashes; empty for none.
+    static std::string FirstIn(const ImportCall& call);
+
 private:
     void RefuseBesideFree(const QCommandLineParser& parser) const;
 

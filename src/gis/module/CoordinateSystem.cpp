@@ -2,6 +2,9 @@
 
 #include "util/AppError.h"
 
+#include <cmath>
+#include <vector>
+
 namespace terravo {
 namespace {
 
@@ -29,6 +32,38 @@ OGRSpatialReference UndefinedPlaneSystem() {
     system.importFromWkt(kUndefinedPlane);
     system.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
     return system;
+}
+
+ToSystem::ToSystem(const OGRSpatialReference* from, int toEpsg, const std::string& path) {
+    if (from == nullptr || from->IsEmpty()) {
+        throw AppError(ErrorNumber::kInvalidCall, path,
+                       path + ": the file does not tell its coordinate system, so its coordinates "
+                              "cannot be projected.");
+    }
+    OGRSpatialReference flat(*from);
+    flat.DemoteTo2D(nullptr);
+    flat.SetAxisMappingStrategy(OAMS_TRADITIONAL_GIS_ORDER);
+    const OGRSpatialReference to = SystemOf(toEpsg, path);
+    if (to.IsProjected() == 0) {
+        throw AppError(ErrorNumber::kInvalidCall, path,
+                       path + ": EPSG:" + std::to_string(toEpsg) + " is no projected system.");
+    }
+    way_.reset(OGRCreateCoordinateTransformation(&flat, &to));
+    if (!way_) {
+        throw AppError(ErrorNumber::kInvalidCall, path,
+                       path + ": there is no way from its coordinate system to EPSG:" +
+                           std::to_string(toEpsg) + ".");
+    }
+}
+
+std::size_t ToSystem::Change(std::span<double> x, std::span<double> y) const {
+    std::vector<int> isDone(x.size());
+    way_->Transform(static_cast<int>(x.size()), x.data(), y.data(), nullptr, isDone.data());
+    std::size_t failures = 0;
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        failures += isDone[i] != 0 && std::isfinite(x[i]) && std::isfinite(y[i]) ? 0U : 1U;
+    }
+    return failures;
 }
 
 } // namespace terravo

@@ -45,8 +45,38 @@ constexpr Setting kSettings[] = {
     {"GDAL_HTTP_MAX_RETRY", "0"},
 };
 
-// One line, without what would double our own punctuation.
-std::string Tidied(std::string text) {
+struct Rewording {
+    std::string_view words; // of GDAL
+    const char* cause;
+};
+
+constexpr Rewording kRewordings[] = {
+    {"not recognized as", "GDAL does not know this format, or the file is damaged"},
+    {"SHAPE_RESTORE_SHX", "the file of the same name that ends in .shx is missing or damaged"},
+};
+
+void EraseAll(std::string& text, std::string_view part) {
+    for (std::size_t at = 0; (at = text.find(part)) != std::string::npos;) {
+        text.erase(at, part.size());
+    }
+}
+
+// One line, without the file, which stands in front, the places in GDAL's sources, and what would
+// double our own punctuation.
+std::string Tidied(std::string text, const std::string& path) {
+    for (const Rewording& known : kRewordings) {
+        if (text.find(known.words) != std::string::npos) {
+            return known.cause;
+        }
+    }
+    EraseAll(text, path + ": ");
+    EraseAll(text, path + ":");
+    EraseAll(text, " of " + path);
+    EraseAll(text, path + " ");
+    if (const std::size_t source = text.find(".cpp, "); source != std::string::npos) {
+        const std::size_t end = text.find(": ", source);
+        text.erase(0, end != std::string::npos ? end + 2 : 0);
+    }
     std::replace_if(
         text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
     while (!text.empty() && (text.back() == '.' || text.back() == ' ')) {
@@ -81,7 +111,7 @@ void CPL_STDCALL GdalScope::Note(CPLErr kind, CPLErrorNum number, const char* me
 }
 
 void GdalScope::Throw(const std::string& path) const {
-    const std::string cause = Tidied(failure_);
+    const std::string cause = Tidied(failure_, path);
     throw AppError(ErrorNumber::kDeviceIo, path,
                    path + ": " + (cause.empty() ? "GDAL gives no reason" : cause) + ".");
 }

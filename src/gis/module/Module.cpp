@@ -5,6 +5,8 @@ extern "C" [[gnu::visibility("default")]] const terravo::GisFunctions* TerravoGi
     static const terravo::GisFunctions functions{
         .writeGeoPackage = terravo::WriteGeoPackageFile,
         .writeShapefiles = terravo::WriteShapefileSets,
+        .list = terravo::ListSource,
+        .read = terravo::ReadSource,
     };
     return &functions;
 }

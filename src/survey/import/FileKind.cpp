@@ -92,12 +92,20 @@ bool IsMesh(std::string_view text) {
            text.starts_with("OFF\n") || text.starts_with("OFF\r");
 }
 
+bool IsGeoJson(std::string_view text) {
+    return (text.starts_with('{') || text.starts_with('[')) &&
+           (text.find("\"coordinates\"") != std::string_view::npos ||
+            text.find("FeatureCollection") != std::string_view::npos);
+}
+
+bool IsKml(std::string_view text) {
+    return text.starts_with('<') && text.find("<kml") != std::string_view::npos;
+}
+
 std::optional<std::string> MarkupOf(std::string_view text) {
     if (text.starts_with('{') || text.starts_with('[')) {
-        const bool isGeo = text.find("\"coordinates\"") != std::string_view::npos ||
-                           text.find("FeatureCollection") != std::string_view::npos;
-        if (isGeo || text.starts_with("{\"") || text.starts_with("[{") || text.starts_with("{\n") ||
-            text.starts_with("{\r")) {
+        if (IsGeoJson(text) || text.starts_with("{\"") || text.starts_with("[{") ||
+            text.starts_with("{\n") || text.starts_with("{\r")) {
             return "this is a GeoJSON or other JSON file; export its points as a text of x, y, z "
                    "and open that";
         }
@@ -109,6 +117,25 @@ std::optional<std::string> MarkupOf(std::string_view text) {
         return "this is an XML or HTML file; export its points as a text of x, y, z and open that";
     }
     return std::nullopt;
+}
+
+constexpr std::array kGisMarks{
+    Signature{0, "II*\0"sv, nullptr},
+    Signature{0, "MM\0*"sv, nullptr},
+    Signature{0, "II+\0"sv, nullptr},
+    Signature{0, "MM\0+"sv, nullptr},
+    Signature{0, "\0\0\x27\x0A\0\0\0\0"sv, nullptr},
+    Signature{68, "GPKG"sv, nullptr},
+    Signature{68, "GP10"sv, nullptr},
+    Signature{68, "GP11"sv, nullptr},
+    Signature{0, "EHFA_HEADER_TAG"sv, nullptr},
+    Signature{0, "UHL1"sv, nullptr},
+    Signature{0, "DSBB"sv, nullptr},
+    Signature{0, "DSRB"sv, nullptr},
+};
+
+bool HasMark(std::string_view head, const Signature& mark) {
+    return head.size() >= mark.offset && head.substr(mark.offset).starts_with(mark.bytes);
 }
 
 // Four bytes a character, of which three are 0 where the text is ASCII.
@@ -136,8 +163,7 @@ std::optional<std::string> ForeignFormatOf(std::string_view head, bool isUtf16) 
         return "this is a UTF-32 text; save it as UTF-8 and open that";
     }
     for (const Signature& signature : kSignatures) {
-        if (head.size() >= signature.offset &&
-            head.substr(signature.offset).starts_with(signature.bytes)) {
+        if (HasMark(head, signature)) {
             return signature.sentence;
         }
     }
@@ -162,6 +188,14 @@ std::optional<std::string> ForeignFormatOf(std::string_view head, bool isUtf16) 
         return kBinaryDxf;
     }
     return MarkupOf(text);
+}
+
+bool IsGisFormat(std::string_view head) {
+    const std::string_view text = WithoutBlanks(head);
+    return std::any_of(kGisMarks.begin(), kGisMarks.end(),
+                       [head](const Signature& mark) { return HasMark(head, mark); }) ||
+           (head.find('\0') == std::string_view::npos &&
+            (IsDxf(text) || IsGeoJson(text) || IsKml(text)));
 }
 
 } // namespace terravo

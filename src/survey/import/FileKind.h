@@ -16,4 +16,8 @@ namespace terravo {
 /// @param isUtf16  zero bytes belong to its characters.
 std::optional<std::string> ForeignFormatOf(std::string_view head, bool isUtf16);
 
+/// Whether these are the first bytes of a drawing (DXF), a GeoPackage, a Shapefile, a GeoJSON or
+/// KML file or a raster of heights, which are no texts of points but can be read in another way.
+bool IsGisFormat(std::string_view head);
+
 } // namespace terravo

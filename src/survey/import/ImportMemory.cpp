@@ -2,6 +2,7 @@
 
 #include "survey/import/ImportPreview.h"
 #include "survey/import/Records.h"
+#include "util/EscapedText.h"
 
 #include <algorithm>
 #include <array>
@@ -16,60 +17,12 @@ constexpr std::size_t kMostHeader = 200; // characters that tell one header from
 constexpr std::size_t kFieldsOfPlan = 9;
 constexpr std::array<const char*, 4> kEncodings{"utf-8", "latin-1", "utf-16le", "utf-16be"};
 
-bool IsPlain(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-           std::string_view("._-/").find(c) != std::string_view::npos;
-}
-
-std::string Escaped(std::string_view text) {
-    constexpr const char* kDigits = "0123456789ABCDEF";
-    std::string escaped;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (IsPlain(c)) {
-            escaped += c;
-        } else {
-            escaped += {'%', kDigits[byte / 16], kDigits[byte % 16]};
-        }
-    }
-    return escaped;
-}
-
 template <class Number>
-std::optional<Number> WholeNumber(std::string_view text, int base = 10) {
+std::optional<Number> WholeNumber(std::string_view text) {
     Number value{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     return error == std::errc() && end == text.data() + text.size() ? std::optional(value)
                                                                     : std::nullopt;
-}
-
-std::optional<std::string> Unescaped(std::string_view text) {
-    std::string plain;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '%') {
-            plain += text[i];
-            continue;
-        }
-        const auto byte = WholeNumber<unsigned char>(text.substr(i + 1, 2), 16);
-        if (!byte || i + 2 >= text.size()) {
-            return std::nullopt;
-        }
-        plain += static_cast<char>(*byte);
-        i += 2;
-    }
-    return plain;
-}
-
-std::vector<std::string_view> Split(std::string_view text, char at) {
-    std::vector<std::string_view> parts;
-    for (;;) {
-        const std::size_t end = text.find(at);
-        parts.push_back(text.substr(0, end));
-        if (end == std::string_view::npos) {
-            return parts;
-        }
-        text.remove_prefix(end + 1);
-    }
 }
 
 // Of the voids each begins with a comma, so that none and an empty one differ.

@@ -45,6 +45,7 @@ enum class DoubtKind : unsigned char {
 
 struct Inspection {
     std::optional<ReadFailure> failure; // it cannot be read, or is a file of another kind
+    std::string readAs; // by another reader than that of texts: "GeoPackage: points"
     GridFormat grid = GridFormat::None; // whatever was wished; of the plan then only encoding,
                                         // decimal and voids mean something
     ImportPlan plan;                    // the likeliest

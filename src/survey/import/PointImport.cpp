@@ -173,6 +173,9 @@ ImportOutcome ImportByPlan(const std::string& path, const ImportPlan& plan, BadR
 }
 
 std::string NameOfReading(const Inspection& inspection) {
+    if (!inspection.readAs.empty()) {
+        return inspection.readAs;
+    }
     if (inspection.plan.freeList) {
         return "free list";
     }
