@@ -40,4 +40,10 @@ void AppendShort(std::string& out, double value) {
     out += Print(digits, value);
 }
 
+void AppendWhole(std::string& out, std::int64_t value) {
+    std::array<char, 20> digits;
+    out.append(digits.data(),
+               std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr);
+}
+
 } // namespace terravo::VectorNumber

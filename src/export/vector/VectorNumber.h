@@ -4,6 +4,7 @@
 // reader gets in between.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace terravo::VectorNumber {
@@ -15,5 +16,8 @@ void AppendReal(std::string& out, double value);
 /// Appends a number as short as it goes: 100000, -0.5. Zero has no sign.
 /// Throws AppError for a number that is not finite.
 void AppendShort(std::string& out, double value);
+
+/// Appends a whole number.
+void AppendWhole(std::string& out, std::int64_t value);
 
 } // namespace terravo::VectorNumber
