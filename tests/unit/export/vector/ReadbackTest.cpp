@@ -29,8 +29,8 @@ class ReadbackTest : public testing::TestWithParam<Format> {};
 INSTANTIATE_TEST_SUITE_P(Formats, ReadbackTest,
                          testing::Values(Format{"LandXml", WriteLandXml, CheckLandXml, "<Units"},
                                          Format{"GeoJson", WriteGeoJson, CheckGeoJson, ",\"crs\""}),
-                         [](const testing::TestParamInfo<Format>& info) {
-                             return info.param.name;
+                         [](const testing::TestParamInfo<Format>& format) {
+                             return format.param.name;
                          });
 
 TEST_P(ReadbackTest, VerifiesWhatWasWritten) {
