@@ -259,6 +259,14 @@ void ContentCheck::Corners(const std::array<SpacePoint, 3>& corners) {
     }
 }
 
+void ContentCheck::CornerNumbers(const std::array<Index, 3>& points) {
+    if (corners_ >= content_.triangles.size()) {
+        Differ("there is a triangle too many");
+    } else if (points != content_.triangles[corners_++].vertices) {
+        Differ("triangle " + std::to_string(corners_) + " has other corners");
+    }
+}
+
 void ContentCheck::Neighbours(const std::array<Index, 3>& neighbours) {
     if (neighbours_ >= content_.triangles.size()) {
         Differ("there are neighbours of a triangle too many");

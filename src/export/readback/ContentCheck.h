@@ -47,6 +47,8 @@ public:
                std::optional<std::string_view> code);
     void PointLabel(PointText kind, std::string_view text);
     void Corners(const std::array<SpacePoint, 3>& corners);
+    /// The same by the numbers of the points.
+    void CornerNumbers(const std::array<Index, 3>& points);
     /// A triangle by its place in the list; neighbours 1-based, 0 for none.
     void Neighbours(const std::array<Index, 3>& neighbours);
     /// Something that the content does not have.

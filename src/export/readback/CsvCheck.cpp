@@ -61,16 +61,9 @@ void TakePoint(const Fields& fields, ContentCheck& check) {
         fields[0], fields[4]);
 }
 
-void TakeTriangle(const Fields& fields, const VectorContent& content, ContentCheck& check) {
-    std::array<SpacePoint, 3> corners;
-    for (std::size_t j = 0; j < corners.size(); ++j) {
-        const auto point = NumberIn<Index>(fields[j]);
-        if (point < 1 || static_cast<std::size_t>(point) > content.points.size()) {
-            throw CsvFault{"there is no point " + std::to_string(point)};
-        }
-        corners[j] = content.PointAt(point);
-    }
-    check.Corners(corners);
+void TakeTriangle(const Fields& fields, ContentCheck& check) {
+    check.CornerNumbers(
+        {NumberIn<Index>(fields[0]), NumberIn<Index>(fields[1]), NumberIn<Index>(fields[2])});
 }
 
 void RequireNames(CsvRecords& records, const Fields& names) {
@@ -138,7 +131,7 @@ std::optional<std::string> CheckCsvTriangles(const std::string& path, const Vect
     ContentCheck check(content, {VectorPart::Triangles});
     return DifferenceIn(check, [&] {
         ReadRecords(path, {"point1", "point2", "point3"}, check,
-                    [&](const Fields& fields) { TakeTriangle(fields, content, check); });
+                    [&check](const Fields& fields) { TakeTriangle(fields, check); });
     });
 }
 

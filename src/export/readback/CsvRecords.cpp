@@ -2,6 +2,7 @@
 
 #include "util/AppError.h"
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -10,14 +11,24 @@ namespace {
 
 constexpr std::size_t kWindow = std::size_t{1} << 18;
 
-// Moves the characters together; returns where they end.
-std::size_t JoinDoubledQuotes(char* first, char* last) {
+// What ends a field without quotes, or must not stand in one.
+constexpr auto kEnds = [] {
+    std::array<bool, 256> ends{};
+    for (const char c : {',', '\n', '\r', '"'}) {
+        ends[static_cast<unsigned char>(c)] = true;
+    }
+    return ends;
+}();
+
+// Moves the characters together where quotes are doubled.
+void JoinDoubledQuotes(char* window, std::string_view& field) {
+    char* const first = window + (field.data() - window);
     char* to = first;
-    for (const char* from = first; from != last; ++from) {
+    for (const char* from = first; from != first + field.size(); ++from) {
         *to++ = *from;
         from += *from == '"' ? 1 : 0;
     }
-    return static_cast<std::size_t>(to - first);
+    field = {first, static_cast<std::size_t>(to - first)};
 }
 
 } // namespace
@@ -28,70 +39,71 @@ CsvRecords::CsvRecords(const std::string& path) : path_(path), window_(kWindow) 
     if (!file_) {
         throw AppError(ErrorNumber::kDeviceIo, path, path + ": " + std::strerror(errno));
     }
+    begin_ = limit_ = next_ = window_.data();
+    *limit_ = '\n';
 }
 
 // Moves the record to the front and reads more behind it; false when there is no more.
 bool CsvRecords::Fill() {
-    const std::size_t left = limit_ - begin_;
-    std::memmove(window_.data(), window_.data() + begin_, left);
+    const auto left = static_cast<std::size_t>(limit_ - begin_);
+    std::memmove(window_.data(), begin_, left);
     if (left > window_.size() / 2) {
         window_.resize(2 * window_.size());
     }
-    begin_ = 0;
-    const std::size_t got =
-        std::fread(window_.data() + left, 1, window_.size() - left, file_.get());
+    begin_ = window_.data();
+    const std::size_t got = std::fread(begin_ + left, 1, window_.size() - left - 1, file_.get());
     if (std::ferror(file_.get()) != 0) {
         throw AppError(ErrorNumber::kDeviceIo, path_, path_ + ": the file cannot be read back.");
     }
-    limit_ = left + got;
+    limit_ = begin_ + left + got;
+    *limit_ = '\n';
     return got > 0;
 }
 
-// From behind the first quote to behind the field.
-CsvRecords::Scan CsvRecords::ScanQuoted(std::size_t& at) {
-    const std::size_t first = ++at;
-    bool hasDoubled = false;
+// From the first quote to behind the field.
+CsvRecords::Scan CsvRecords::ScanQuoted(char*& at, std::vector<std::string_view>& fields) {
+    const char* const first = ++at;
     for (;;) {
-        const void* const quote = std::memchr(window_.data() + at, '"', limit_ - at);
-        if (quote == nullptr) {
+        at = static_cast<char*>(std::memchr(at, '"', static_cast<std::size_t>(limit_ - at)));
+        if (at == nullptr || ++at == limit_) {
             return Scan::NeedsMore;
         }
-        at = static_cast<std::size_t>(static_cast<const char*>(quote) - window_.data()) + 1;
-        if (at == limit_) {
-            return Scan::NeedsMore;
-        }
-        if (window_[at] != '"') {
+        if (*at != '"') {
             break;
         }
-        hasDoubled = true;
+        hasDoubled_ = true;
         ++at;
     }
-    if (window_[at] != ',' && window_[at] != '\n') {
+    if (*at != ',' && *at != '\n') {
         throw CsvFault{"something follows a quote that closes a field"};
     }
-    found_.push_back({first, at - 1, hasDoubled});
+    fields.emplace_back(first, static_cast<std::size_t>(at - 1 - first));
     return Scan::Done;
 }
 
-CsvRecords::Scan CsvRecords::ScanPlain(std::size_t& at) {
-    const std::size_t first = at;
-    while (at < limit_ && window_[at] != ',' && window_[at] != '\n') {
-        if (window_[at] == '"' || window_[at] == '\r') {
-            throw CsvFault{"a quote or a carriage return stands in a field without quotes"};
-        }
+CsvRecords::Scan CsvRecords::ScanPlain(char*& at, std::vector<std::string_view>& fields) {
+    const char* const first = at;
+    while (!kEnds[static_cast<unsigned char>(*at)]) {
         ++at;
     }
-    found_.push_back({first, at, false});
-    return at < limit_ ? Scan::Done : Scan::NeedsMore;
+    if (at == limit_) {
+        return Scan::NeedsMore;
+    }
+    if (*at != ',' && *at != '\n') {
+        throw CsvFault{"a quote or a carriage return stands in a field without quotes"};
+    }
+    fields.emplace_back(first, static_cast<std::size_t>(at - first));
+    return Scan::Done;
 }
 
-CsvRecords::Scan CsvRecords::ScanRecord() {
-    found_.clear();
-    for (std::size_t at = begin_; at < limit_; ++at) {
-        if ((window_[at] == '"' ? ScanQuoted(at) : ScanPlain(at)) == Scan::NeedsMore) {
+CsvRecords::Scan CsvRecords::ScanRecord(std::vector<std::string_view>& fields) {
+    fields.clear();
+    hasDoubled_ = false;
+    for (char* at = begin_; at != limit_; ++at) {
+        if ((*at == '"' ? ScanQuoted(at, fields) : ScanPlain(at, fields)) == Scan::NeedsMore) {
             return Scan::NeedsMore;
         }
-        if (window_[at] == '\n') {
+        if (*at == '\n') {
             next_ = at + 1;
             return Scan::Done;
         }
@@ -102,21 +114,19 @@ CsvRecords::Scan CsvRecords::ScanRecord() {
 bool CsvRecords::Next(std::vector<std::string_view>& fields) {
     begin_ = next_;
     ++number_;
-    while (ScanRecord() == Scan::NeedsMore) {
+    while (ScanRecord(fields) == Scan::NeedsMore) {
         if (!Fill()) {
-            if (limit_ > 0) {
+            if (begin_ != limit_) {
                 throw CsvFault{"the file ends within a record"};
             }
+            next_ = limit_;
             return false;
         }
     }
-    fields.clear();
-    for (const Field& field : found_) {
-        char* const first = window_.data() + field.first;
-        const std::size_t size = field.hasDoubled
-                                     ? JoinDoubledQuotes(first, window_.data() + field.last)
-                                     : field.last - field.first;
-        fields.emplace_back(first, size);
+    for (std::string_view& field : fields) {
+        if (hasDoubled_) {
+            JoinDoubledQuotes(window_.data(), field);
+        }
     }
     return true;
 }

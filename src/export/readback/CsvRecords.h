@@ -36,24 +36,18 @@ private:
     enum class Scan { Done, NeedsMore };
 
     bool Fill();
-    Scan ScanRecord();
-    Scan ScanQuoted(std::size_t& at);
-    Scan ScanPlain(std::size_t& at);
+    Scan ScanRecord(std::vector<std::string_view>& fields);
+    Scan ScanQuoted(char*& at, std::vector<std::string_view>& fields);
+    Scan ScanPlain(char*& at, std::vector<std::string_view>& fields);
 
     std::string path_;
     FileHandle file_;
-    std::vector<char> window_;
-    std::size_t begin_ = 0; // of the record, in the window
-    std::size_t limit_ = 0; // of what has been read
-    std::size_t next_ = 0;  // of the record behind
-    // Where the fields are, and whether they have doubled quotes.
-    struct Field {
-        std::size_t first;
-        std::size_t last;
-        bool hasDoubled;
-    };
-    std::vector<Field> found_;
+    std::vector<char> window_; // and a line feed behind what has been read
+    char* begin_ = nullptr;    // of the record, in the window
+    char* limit_ = nullptr;    // of what has been read
+    char* next_ = nullptr;     // of the record behind
     std::int64_t number_ = 0;
+    bool hasDoubled_ = false; // quotes, in the record
 };
 
 } // namespace terravo

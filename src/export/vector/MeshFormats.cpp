@@ -6,6 +6,7 @@
 #include "util/AppError.h"
 
 #include <bit>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -19,22 +20,30 @@ constexpr std::size_t kStlHeader = 80;
 
 using Corner = std::array<float, 3>;
 
-template <class Unsigned>
-void AppendBytes(std::string& out, Unsigned value) {
-    static_assert(std::is_unsigned_v<Unsigned>);
-    for (std::size_t i = 0; i < sizeof(Unsigned); ++i) {
-        out += static_cast<char>(value & 0xffU);
-        value = static_cast<Unsigned>(std::uint64_t{value} >> 8U);
+// A record of a binary file, put together byte by byte, the lowest first.
+template <std::size_t kSize>
+class LittleEndianRecord {
+public:
+    template <class Unsigned>
+    void Add(Unsigned value) {
+        static_assert(std::is_unsigned_v<Unsigned>);
+        for (std::size_t i = 0; i < sizeof(Unsigned); ++i) {
+            bytes_[size_++] = static_cast<char>(std::uint64_t{value} >> 8 * i & 0xffU);
+        }
     }
-}
+    void Add(float value) { Add(std::bit_cast<std::uint32_t>(value)); }
+    void Add(double value) { Add(std::bit_cast<std::uint64_t>(value)); }
+    void Add(const Corner& corner) {
+        for (const float value : corner) {
+            Add(value);
+        }
+    }
+    [[nodiscard]] std::string_view Bytes() const { return {bytes_.data(), size_}; }
 
-void AppendFloat(std::string& out, float value) {
-    AppendBytes(out, std::bit_cast<std::uint32_t>(value));
-}
-
-void AppendDouble(std::string& out, double value) {
-    AppendBytes(out, std::bit_cast<std::uint64_t>(value));
-}
+private:
+    std::array<char, kSize> bytes_; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::size_t size_ = 0;
+};
 
 void TellOrigin(const MeshFrame& frame, std::vector<std::string>& remarks) {
     remarks.push_back("Coordinates are relative to " + frame.Origin() + "; 1 is one " + frame.unit +
@@ -42,12 +51,14 @@ void TellOrigin(const MeshFrame& frame, std::vector<std::string>& remarks) {
 }
 
 void AppendFace(std::string& out, const std::array<Index, 3>& triangle) {
-    out += 'f';
+    std::array<char, 48> line{'f'};
+    char* end = &line[1];
     for (const Index corner : triangle) {
-        out += ' ';
-        out += std::to_string(corner);
+        *end++ = ' ';
+        end = std::to_chars(end, line.data() + line.size(), corner).ptr;
     }
-    out += '\n';
+    *end++ = '\n';
+    out.append(line.data(), end);
 }
 
 Corner SingleOf(const SpacePoint& p) {
@@ -62,14 +73,40 @@ Corner NormalOf(const Corner& a, const Corner& b, const Corner& c) {
     const double x = side(b, 1) * side(c, 2) - side(b, 2) * side(c, 1);
     const double y = side(b, 2) * side(c, 0) - side(b, 0) * side(c, 2);
     const double z = side(b, 0) * side(c, 1) - side(b, 1) * side(c, 0);
-    const double length = std::hypot(x, y, z);
+    const double length = std::sqrt(x * x + y * y + z * z);
     return length > 0 ? SingleOf({x / length, y / length, z / length}) : Corner{};
 }
 
-void AppendCorner(std::string& out, const Corner& corner) {
-    for (const float value : corner) {
-        AppendFloat(out, value);
+void AppendPlyVertex(std::string& out, const SpacePoint& p, bool isSingle) {
+    LittleEndianRecord<3 * sizeof(double)> record;
+    for (const double value : {p.x, p.y, p.z}) {
+        if (isSingle) {
+            record.Add(static_cast<float>(value));
+        } else {
+            record.Add(value);
+        }
     }
+    out += record.Bytes();
+}
+
+// Corners count from 0.
+void AppendPlyFace(std::string& out, const std::array<Index, 3>& triangle) {
+    LittleEndianRecord<13> record;
+    record.Add(std::uint8_t{3});
+    for (const Index corner : triangle) {
+        record.Add(static_cast<std::uint32_t>(corner - 1));
+    }
+    out += record.Bytes();
+}
+
+void AppendStlTriangle(std::string& out, const std::array<Corner, 3>& corners) {
+    LittleEndianRecord<50> record;
+    record.Add(NormalOf(corners[0], corners[1], corners[2]));
+    for (const Corner& corner : corners) {
+        record.Add(corner);
+    }
+    record.Add(std::uint16_t{0});
+    out += record.Bytes();
 }
 
 } // namespace
@@ -115,20 +152,11 @@ void WritePly(OutputFile& out, const VectorContent& content, const VectorOptions
              std::to_string(frame.triangles.size()) +
              "\nproperty list uchar int vertex_indices\nend_header\n";
     for (const SpacePoint& corner : frame.corners) {
-        for (const double value : {corner.x, corner.y, corner.z}) {
-            if (frame.floatsKeepMillimetres) {
-                AppendFloat(bytes, static_cast<float>(value));
-            } else {
-                AppendDouble(bytes, value);
-            }
-        }
+        AppendPlyVertex(bytes, corner, frame.floatsKeepMillimetres);
         out.FlushWhenFull();
     }
     for (const std::array<Index, 3>& triangle : frame.triangles) {
-        AppendBytes(bytes, std::uint8_t{3});
-        for (const Index corner : triangle) {
-            AppendBytes(bytes, static_cast<std::uint32_t>(corner - 1)); // counted from 0
-        }
+        AppendPlyFace(bytes, triangle);
         out.FlushWhenFull();
     }
     TellOrigin(frame, remarks);
@@ -146,17 +174,15 @@ void WriteStl(OutputFile& out, const VectorContent& content, const VectorOptions
     head.resize(kStlHeader, ' ');
     std::string& bytes = out.Buffer();
     bytes += head;
-    AppendBytes(bytes, static_cast<std::uint32_t>(frame.triangles.size()));
+    LittleEndianRecord<4> count;
+    count.Add(static_cast<std::uint32_t>(frame.triangles.size()));
+    bytes += count.Bytes();
     for (const std::array<Index, 3>& triangle : frame.triangles) {
         std::array<Corner, 3> corners;
         for (std::size_t j = 0; j < corners.size(); ++j) {
             corners[j] = SingleOf(frame.corners[static_cast<std::size_t>(triangle[j]) - 1]);
         }
-        AppendCorner(bytes, NormalOf(corners[0], corners[1], corners[2]));
-        for (const Corner& corner : corners) {
-            AppendCorner(bytes, corner);
-        }
-        AppendBytes(bytes, std::uint16_t{0});
+        AppendStlTriangle(bytes, corners);
         out.FlushWhenFull();
     }
     TellOrigin(frame, remarks);
