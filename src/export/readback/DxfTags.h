@@ -103,6 +103,14 @@ private:
         return true;
     }
 
+    // Of digits, a point or none, and a line end.
+    static bool HasPoint(const char* number) {
+        while (*number >= '0') {
+            ++number;
+        }
+        return *number == '.';
+    }
+
     // A number that is a quotient of whole numbers, which most are.
     bool TakeQuickReal(int code, double& value) {
         if (!IsAt(code)) {
@@ -112,8 +120,7 @@ private:
         const bool isNegative = *begin == '-';
         const char* const digits = begin + (isNegative ? 1 : 0);
         const char* const end = DecimalText::Read(digits, value);
-        if (end == nullptr || *end != '\n' ||
-            std::memchr(digits, '.', static_cast<std::size_t>(end - digits)) == nullptr) {
+        if (end == nullptr || *end != '\n' || !HasPoint(digits)) {
             return false;
         }
         value = isNegative ? -value : value;

@@ -23,12 +23,25 @@ int DecimalsOf(double height) {
     return last == 0 ? 0 : last % 100 == 0 ? 1 : last % 10 == 0 ? 2 : 3;
 }
 
+// Decimals in a place that keep it to a hundredth of the text height; none where that takes too
+// many.
+std::optional<int> DecimalsForTexts(double textHeight) {
+    constexpr int kMost = 12;
+    for (int decimals = 0; decimals <= kMost; ++decimals) {
+        if (textHeight * DecimalText::kPowersOfTen[static_cast<std::size_t>(decimals)] >= 100) {
+            return decimals;
+        }
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 DxfPlan::DxfPlan(const VectorContent& content, const VectorOptions& options,
                  std::vector<std::string>& remarks)
     : content_(content), isR12_(options.dxfVersion == DxfVersion::R12),
-      contoursIn3D_(options.contoursIn3D), layers_(content, options, remarks) {
+      contoursIn3D_(options.contoursIn3D), layers_(content, options, remarks),
+      roundText_(DecimalsForTexts(content.textHeight)) {
     MeasureContours();
     MeasureLabels();
     MeasureTriangles();
@@ -57,7 +70,8 @@ SpacePoint DxfPlan::TextPlace(VectorPart kind, Index point) const {
                         : kind == VectorPart::Heights ? kHeightLine
                                                       : kCodeLine;
     const SpacePoint& place = content_.PointAt(point);
-    return {place.x + kBeside * content_.textHeight, place.y + line * content_.textHeight, place.z};
+    return {roundText_(place.x + kBeside * content_.textHeight),
+            roundText_(place.y + line * content_.textHeight), place.z};
 }
 
 SpacePoint DxfPlan::LabelPlace(const VectorLabel& label) const {

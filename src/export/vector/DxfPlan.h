@@ -4,6 +4,7 @@
 // places of texts are computed here for all who need them.
 #pragma once
 
+#include "export/vector/DecimalRounding.h"
 #include "export/vector/DxfLayers.h"
 
 #include <algorithm>
@@ -77,6 +78,7 @@ private:
     bool isR12_;
     bool contoursIn3D_;
     DxfLayers layers_;
+    DecimalRounding roundText_; // places of texts, to less than a hundredth of their height
     DxfBox box_;
     std::uint64_t entities_ = 0;
     std::string heightForm_; // of the heights of points, for NumberText::FormatScreen
