@@ -191,6 +191,21 @@ def print_export(results):
     print_table(size_head("random points"), rows)
 
 
+def print_vector(results):
+    print("### Files for CAD and GIS\n")
+    rows = []
+    for name in sorted({name.rsplit("/", 2)[0] for name in results.entries}):
+        for size in ("100000", "1000000"):
+            write = results.get(f"{name}/write/{size}")
+            check = results.get(f"{name}/check/{size}")
+            field = lambda what: results.get(f"{name}/write/{size}", what) / 1e6
+            rows.append([f"{name.removeprefix('vector/')}, {int(size):,} points".replace(",", " "),
+                         *cells([field("bytes"), write, field("bytes_per_second"), check,
+                                 check / write if check else None])])
+    print_table(["content", "MB", "writing, ms", "MB/s", "reading back, ms", "reading / writing"],
+                rows)
+
+
 def print_print(results):
     print("### Printing numbers\n")
     rows = []
@@ -264,7 +279,7 @@ def print_check(results):
 
 PRINTERS = {"read": print_read, "triangulate": print_triangulate, "check": print_check, "cut": print_cut,
             "draw": print_draw, "export": print_export, "print": print_print,
-            "sheet": print_sheet, "view": print_view}
+            "sheet": print_sheet, "vector": print_vector, "view": print_view}
 
 
 def main():
