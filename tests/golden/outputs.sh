@@ -176,4 +176,15 @@ finish "reading and survey check"
 check "help" grep -q -- --perimeter <("$batch" --help)
 check "version" grep -q '^terravo-batch [0-9]' <("$batch" --version)
 finish "help and version"
+"$batch" small.dat --summary json --interval 1 --dxf d.dxf --landxml s.xml --geojson g.json --csv p.csv \
+    --contours-csv c.csv --triangles-csv t.csv --obj o.obj --ply o.ply --stl o.stl >summary 2>said
+check "exit code 0" test $? = 0
+check "six of them are verified" test "$(grep -c '"verified": true' summary)" = 6
+check "a sentence on the missing coordinate system" grep -q 'names no coordinate system' summary
+"$batch" --quiet p.csv --mesh again
+check "the table of points comes back" cmp again "$data/small.point_qrw.txt"
+draws small.dat --dxf r12.dxf --dxf-version r12 --no-verify
+check "R12" grep -q AC1009 r12.dxf
+finish "files for CAD and GIS"
+
 end

@@ -27,7 +27,7 @@ refused 1 'bad, line 2, field 2: "five" is not a number\. --bad-records skip' ba
 refused 1 'seven, line 3: 1 field where the other records have 3\.' seven --out out
 refused 1 'seven, line 3: the file ends where a number is expected\.$' seven --out out --columns free
 refused 1 'may be pxyz, pyxz, .*free\. --columns says which\.$' numbered --out out
-refused 1 'this is a DXF drawing' drawing --out out
+refused 1 'GDAL does not know this format' drawing --out out
 printf '1,2,3\n4,5,N/A\n7,8,"no, data"\n' >gaps
 refused 1 "a point has three\. --void 'N/A' takes that for a missing height\." gaps --out out
 cat points points points gaps >late
@@ -139,6 +139,17 @@ printf '%s\n' 1e200,1e200,0 -1e200,2e200,1 3e200,-1e200,2 1e199,5e199,3 >huge
 refused 5 '' huge --out out
 refused 5 narrow points --size 20x20 --map out/m.png
 finish "numeric failures"
+
+refused 2 'drawing units for vector files' points --sheet out/s.pdf --dxf out/d.dxf --text-height 2
+refused 2 'dxf-3d is for a DXF file' points --geojson out/g.json --dxf-3d
+refused 2 'units is for vector files' points --units foot --out out
+refused 2 'stl can hold none of "labels,hull", only: triangles' points --stl out/s.stl --content labels,hull
+refused 2 'content takes contours, index, ' points --dxf out/d.dxf --content lines
+refused 2 'crs takes EPSG: and a number' points --dxf out/d.dxf --crs 25832
+refused 2 'decimals takes a whole number from 0 to 12' points --csv out/p.csv --decimals 13
+refused 2 'named twice' points --csv out/p.csv --dxf out/p.csv
+refused 4 '' points --csv missing/p.csv
+finish "files for CAD and GIS"
 
 awk 'BEGIN { for (i = 0; i < 300000; ++i)
     print 1 + i * 7919 % 100003 "," 1 + i * 104729 % 99991 "," int(i * 7919 % 100003 / 1000) }' >many
