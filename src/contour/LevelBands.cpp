@@ -15,6 +15,7 @@ struct BandSource {
     const PointSet& points;
     const TriangleList& triangles;
     const SurfaceOutline& outline;
+    const std::function<PlanPoint(PlanPoint)>& round;
 };
 
 // Makes the band between two levels, of which either may be missing.
@@ -29,6 +30,10 @@ public:
         for (const TriangleEdge& edge : source_.outline.edges) {
             AddOuterEdge(source_.triangles.Vertex(edge.edge, edge.triangle),
                          source_.triangles.Vertex(NextEdge(edge.edge), edge.triangle));
+        }
+        if (source_.round) {
+            std::transform(lines_.places.begin(), lines_.places.end(), lines_.places.begin(),
+                           source_.round);
         }
         const GroundEdges edges(lines_);
         const GroundRings rings = MakeGroundRings(edges);
@@ -148,9 +153,10 @@ private:
 } // namespace
 
 Array1<LevelBand> MakeLevelBands(const PointSet& points, const TriangleList& triangles,
-                                 const ContourSet& contours) {
+                                 const ContourSet& contours,
+                                 const std::function<PlanPoint(PlanPoint)>& round) {
     const SurfaceOutline outline = OutlineOf(points, triangles);
-    const BandSource source{points, triangles, outline};
+    const BandSource source{points, triangles, outline, round};
     const Index levels = contours.UpperBound();
     Array1<LevelBand> bands(levels + 1);
     InParallel(levels + 1, [&](int piece) {

@@ -11,6 +11,7 @@
 #include "triangulation/TriangleList.h"
 
 #include <cstddef>
+#include <functional>
 #include <span>
 #include <vector>
 
@@ -38,9 +39,13 @@ struct LevelBand {
 /// polygon may touch each other in single points but do not cross.
 /// @param triangles  of the points.
 /// @param contours   of both, increasing, with repeats left out.
+/// @param round      moves every place before rings are made, so that rings are whole again where
+///                   places fall together; none where places stay. Heights of bands stay as they
+///                   are. Edges that cross after they were moved are left so.
 /// @return one more than there are levels; bands without ground have no polygons.
 Array1<LevelBand> MakeLevelBands(const PointSet& points, const TriangleList& triangles,
-                                 const ContourSet& contours);
+                                 const ContourSet& contours,
+                                 const std::function<PlanPoint(PlanPoint)>& round = nullptr);
 
 /// Square data units.
 double AreaOf(const LevelBand& band);

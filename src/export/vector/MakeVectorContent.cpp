@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -226,8 +227,12 @@ private:
     }
 
     void AddBands() {
+        std::function<PlanPoint(PlanPoint)> round;
+        if (round_.Rounds()) {
+            round = round_;
+        }
         Array1<LevelBand> bands =
-            MakeLevelBands(source_.points, source_.triangles, source_.contours);
+            MakeLevelBands(source_.points, source_.triangles, source_.contours, round);
         for (Index k = 1; k <= bands.UpperBound(); ++k) {
             LevelBand& band = bands[k];
             const auto above = static_cast<std::size_t>(k) - 1;
@@ -235,37 +240,10 @@ private:
                 above == 0 ? round_(source_.points.extentZ.min) : content_.levels[above - 1].value;
             band.high = above == content_.levels.size() ? round_(source_.points.extentZ.max)
                                                         : content_.levels[above].value;
-            if (round_.Rounds()) {
-                RoundBand(band);
-            }
             if (!band.polygons.empty()) {
                 content_.bands.push_back(std::move(band));
             }
         }
-    }
-
-    // A ring that shrinks to a line goes, with its holes where it is an outer one.
-    void RoundBand(LevelBand& band) {
-        for (PlanPoint& vertex : band.vertices) {
-            vertex = round_(vertex);
-        }
-        const auto shrinks = [&band](RegionRing& ring) {
-            const auto begin = band.vertices.begin() + static_cast<std::ptrdiff_t>(ring.first);
-            const auto end = begin + static_cast<std::ptrdiff_t>(ring.count);
-            auto last = std::unique(begin, end);
-            while (last - begin > 1 && *(last - 1) == *begin) {
-                --last;
-            }
-            ring.count = static_cast<std::size_t>(last - begin);
-            return ring.count < 3;
-        };
-        const auto vanishes = [&shrinks](BandPolygon& polygon) {
-            polygon.holes.erase(std::remove_if(polygon.holes.begin(), polygon.holes.end(), shrinks),
-                                polygon.holes.end());
-            return shrinks(polygon.outer);
-        };
-        band.polygons.erase(std::remove_if(band.polygons.begin(), band.polygons.end(), vanishes),
-                            band.polygons.end());
     }
 
     void AddHull() {

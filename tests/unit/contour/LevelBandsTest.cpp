@@ -206,6 +206,25 @@ TEST(LevelBands, FillRealSurveys) {
     }
 }
 
+// Whole metres on a grid of 10 m: many places fall together, and the hull stays where it is.
+TEST(LevelBands, HaveWholeRingsWhenTheirPlacesAreRounded) {
+    PointSet points;
+    ImportPoints(TERRAVO_SAMPLES "/volcano.dat", {}, BadRecords::Refuse, points);
+    const Surface surface(points);
+    const ContourSet contours = test::ContoursOf(surface, {100.3, 110, 120, 150, 177.7});
+    double sum = 0;
+    for (const LevelBand& band :
+         MakeLevelBands(points, surface.triangles, contours, [](PlanPoint p) {
+             return PlanPoint{std::round(p.x), std::round(p.y)};
+         })) {
+        sum += AreaOf(band);
+        for (const Polygon& polygon : PolygonsOf(band)) {
+            EXPECT_EQ(FaultOf(polygon), "") << band.low;
+        }
+    }
+    EXPECT_EQ(sum, 516000);
+}
+
 TEST(LevelBands, AreTheWholeSurfaceWhereNoLevelCutsIt) {
     const Surface surface(test::MakeSurvey({{0, 0, 5}, {9, 0, 5}, {9, 9, 5}, {0, 9, 5}}));
     const auto areas = [&](const std::vector<double>& levels) {
