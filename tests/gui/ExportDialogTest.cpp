@@ -60,7 +60,8 @@ TEST_F(ExportDialogTest, WritesWhatIsTickedAndKeepsTheChoiceOfEachFormat) {
     EXPECT_NE(text.find("Polygon"), std::string::npos);
     EXPECT_EQ(text.find("\"Point\""), std::string::npos);
     EXPECT_TRUE(parent->Status().currentMessage().endsWith("verified"));
-    EXPECT_TRUE(messages.informations.empty());
+    ASSERT_EQ(messages.informations.size(), 1U);
+    EXPECT_NE(messages.informations[0].text.find("web maps"), std::string::npos);
     EXPECT_EQ(dialogs.plans.back().name, "hills.geojson");
 
     dialogs.answer = folder.File("hills.dxf");
