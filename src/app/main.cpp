@@ -6,6 +6,7 @@
 #include "app/settings/SupportFolder.h"
 #include "app/settings/UserFolders.h"
 #include "app/windows/CheckWindow.h"
+#include "app/windows/GisDialog.h"
 #include "app/windows/ImportDialog.h"
 #include "app/windows/ProgramStyle.h"
 #include "app/windows/QtServices.h"
@@ -106,8 +107,9 @@ int RunWindows(const std::vector<std::string>& arguments) {
     const ColourScheme scheme = ReadColourScheme(state.userFolder);
     QApplication::setPalette(ApplicationPalette(scheme));
     QtImportDialogs imports(state);
+    QtGisDialogs gis(state);
     Session session(state,
-                    {messages, clipboard, dialogs, programEnd, log, clock, settings, imports});
+                    {messages, clipboard, dialogs, programEnd, log, clock, settings, imports, gis});
     frmOrografix parent(scheme);
     auto* window = new frmProve(state, session, parent.Status());
     parent.AddMainWindow(window, RestoredBox(settings, "frmProve", QSize(960, 640)));

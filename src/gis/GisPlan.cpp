@@ -217,6 +217,11 @@ std::string SentenceOnDegrees(const GisVerdict& verdict, const GisSource& source
            "are";
 }
 
+// Lines beside points may be anything: contours of the same ground, for one.
+bool IsProposed(const GisLayer& layer, bool arePointsThere) {
+    return HasHeights(layer) && (layer.points > 0 || !arePointsThere);
+}
+
 } // namespace
 
 bool HasHeights(const GisLayer& layer) {
@@ -311,9 +316,13 @@ GisPlan ProposedPlan(const GisSource& source) {
     constexpr std::int64_t kEnough = 1000000;
     GisPlan plan;
     const GisLayer* first = nullptr;
+    const bool arePointsThere =
+        std::any_of(source.layers.begin(), source.layers.end(),
+                    [](const GisLayer& layer) { return HasHeights(layer) && layer.points > 0; });
     for (const GisLayer& layer : source.layers) {
         const bool isAlike = first == nullptr || IsSameSystem(first->system, layer.system);
-        if (HasHeights(layer) && isAlike && !(source.isRaster && first != nullptr)) {
+        const bool isOnlyBand = !source.isRaster || first == nullptr;
+        if (IsProposed(layer, arePointsThere) && isAlike && isOnlyBand) {
             first = first == nullptr ? &layer : first;
             plan.layers.push_back(layer.name);
         }

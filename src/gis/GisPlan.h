@@ -58,9 +58,9 @@ GisVerdict Judge(const GisSource& source, const GisPlan& plan);
 /// the option of terravo-batch that chooses.
 std::string SentenceOf(const GisVerdict& verdict, const GisSource& source, const GisPlan& plan);
 
-/// What somebody who is asked begins with: all layers with heights of the first one's system,
-/// projected to the zone that they lie in where they are degrees, a raster thinned to about a
-/// million points.
+/// What somebody who is asked begins with: the layers with points, or with lines where none has
+/// points, that have heights and the first one's system; projected to the zone that they lie in
+/// where they are degrees; the first band of a raster, thinned to a million points or less.
 GisPlan ProposedPlan(const GisSource& source);
 
 /// Points, vertices and cells that the plan reads; vertices that repeat each other and cells

@@ -1,6 +1,7 @@
 // The windows without a mouse and without a screen: the order of the Tab key, what a screen reader
 // says, and the letters that go with Alt.
 #include "app/windows/CheckWindow.h"
+#include "app/windows/GisDialog.h"
 #include "app/windows/HelpWindow.h"
 #include "app/windows/ImportDialog.h"
 #include "app/windows/LevelsDialog.h"
@@ -111,6 +112,15 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
                 {"cmbColumns", "cmbSeparator", "cmbDecimal", "spnHeaderLines", "cmbEncoding",
                  "txtVoids", "chkFreeList", "cmbColumn1", "cmbColumn2", "cmbColumn3", "cmbColumn4",
                  "tblLines", "txtLeftOut", "chkSkipBad", "cmdRead", "cmdCancel"});
+    GisSource source{"GeoPackage", false, false, {GisLayer()}};
+    source.layers[0].system.name = "here";
+    GisPlan plan;
+    plan.toEpsg = 25832;
+    GisDialog layers(state, path, source, plan);
+    ExpectOrder(layers, {"lstLayers", "cmbHeights", "cmbCoordinates", "txtSystem", "cmdCancel"});
+    source.isRaster = true;
+    GisDialog raster(state, path, source, plan);
+    ExpectOrder(raster, {"lstLayers", "cmbCoordinates", "txtSystem", "spnStep", "cmdCancel"});
 }
 
 TEST_F(AccessibilityTest, ThePicturesSayWhatTheyShow) {
@@ -217,6 +227,10 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     Letters{"settings", {}}.AddControls(SettingsDialog(state));
     Letters{"levels", {}}.AddControls(LevelsDialog(state, {}, {0, 9}));
     Letters{"import", {}}.AddControls(ImportDialog(state, {}, {}, std::nullopt));
+    for (const bool isRaster : {false, true}) {
+        const GisSource source{"", isRaster, false, {}};
+        Letters{"layers", {}}.AddControls(GisDialog(state, {}, source, {}));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Shipped, LanguageTest,

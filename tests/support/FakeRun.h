@@ -19,9 +19,10 @@ struct FakeRun {
     FakeClock clock;
     FakeSettings settings;
     FakeImports imports;
+    FakeGisDialogs gis;
 
     SessionServices Services() {
-        return {messages, clipboard, dialogs, programEnd, log, clock, settings, imports};
+        return {messages, clipboard, dialogs, programEnd, log, clock, settings, imports, gis};
     }
 };
 

@@ -1,6 +1,7 @@
 // Services for tests: they touch nothing and remember what they were asked.
 #pragma once
 
+#include "gis/GisChoice.h"
 #include "survey/import/ImportChoice.h"
 #include "util/AppError.h"
 #include "util/Services.h"
@@ -67,6 +68,18 @@ struct FakeImports : ImportDialogService {
         return --forgetsAfter == 0 ? std::nullopt : answer;
     }
     int forgetsAfter = 0; // questions: this one is left unanswered
+};
+
+/// Answers every question about a file of another program with the same plan.
+struct FakeGisDialogs : GisDialogService {
+    std::vector<GisPlan> begins;
+    std::optional<GisPlan> answer; // nothing: the user cancels
+
+    std::optional<GisPlan> Ask(const std::string& /*path*/, const GisSource& /*source*/,
+                               const GisPlan& begin) override {
+        begins.push_back(begin);
+        return answer;
+    }
 };
 
 /// Unlike the real service it returns, so a test sees what the caller does next.

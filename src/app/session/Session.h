@@ -17,6 +17,8 @@
 #include "app/settings/WindowPosition.h"
 #include "exchange/VectorFile.h"
 #include "export/vector/MakeVectorContent.h"
+#include "gis/GisChoice.h"
+#include "gis/GisImport.h"
 #include "survey/PointFile.h"
 #include "survey/import/ImportChoice.h"
 #include "util/SettingsStore.h"
@@ -78,6 +80,7 @@ struct SessionServices {
     ClockService& clock;
     SettingsStore& settings;
     ImportDialogService& imports;
+    GisDialogService& gis;
 };
 
 /// The entries of the save menu, in its order.
@@ -230,6 +233,12 @@ private:
 
     bool LoadPointFile(const std::string& path);
     bool ReadUserFile(const std::string& path, bool isRecent);
+    bool ReadTextFile(const std::string& path, bool isRecent);
+    bool ReadGisFile(const std::string& path, bool isRecent);
+    [[nodiscard]] std::optional<GisPlan> PlanFor(const std::string& path, const GisSource& source,
+                                                 bool isRecent);
+    bool TakeReading(const std::string& path, const ImportOutcome& outcome, PointSet points);
+    void TellOfFailure(const ReadFailure& failure);
     [[nodiscard]] std::optional<ImportChoice> ChoiceOfBefore(const std::string& path,
                                                              const Inspection& inspection) const;
     std::optional<ImportChoice> AskAbout(const std::string& path, Inspection inspection,

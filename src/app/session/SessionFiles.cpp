@@ -2,6 +2,7 @@
 #include "app/session/FileDialog.h"
 #include "app/session/Session.h"
 #include "app/session/WorkGuard.h"
+#include "gis/GisMemory.h"
 #include "survey/PointFile.h"
 #include "survey/PointWriter.h"
 #include "survey/import/ImportMemory.h"
@@ -63,10 +64,14 @@ void Session::SetReadsFreeLists(bool on) {
     services_.settings.Set(kSection, kFreeListKey, on ? "1" : "0");
 }
 
+bool Session::ReadUserFile(const std::string& path, bool isRecent) {
+    return IsGisFile(path) ? ReadGisFile(path, isRecent) : ReadTextFile(path, isRecent);
+}
+
 // A file that is not certain is asked about, again when records beyond its head do not fit; one
 // that cannot be read, is not chosen for or is stopped leaves the points and all that is made of
 // them.
-bool Session::ReadUserFile(const std::string& path, bool isRecent) {
+bool Session::ReadTextFile(const std::string& path, bool isRecent) {
     PointSet points;
     points.sourceFolder = survey_.Points().sourceFolder;
     ImportWish wish;
@@ -99,20 +104,77 @@ bool Session::ReadUserFile(const std::string& path, bool isRecent) {
         inspection.doubt.clear(); // the next one is what did not fit
         inspection.doubtKind = DoubtKind::None;
     }
-    if (!outcome.failure) {
-        readAs_ = TextOfReading(outcome);
-        TakePoints(std::move(points), path);
-        review_.Begin(outcome.report);
-        return true;
+    return TakeReading(path, outcome, std::move(points));
+}
+
+// What came of a reading: new points, or a message and everything as it was.
+bool Session::TakeReading(const std::string& path, const ImportOutcome& outcome, PointSet points) {
+    if (outcome.failure) {
+        TellOfFailure(*outcome.failure);
+        return false;
     }
-    if (outcome.failure->isStop) {
+    readAs_ = TextOfReading(outcome);
+    TakePoints(std::move(points), path);
+    review_.Begin(outcome.report);
+    return true;
+}
+
+void Session::TellOfFailure(const ReadFailure& failure) {
+    if (failure.isStop) {
         view_->ShowNote(state_.texts[Text::ReadingStopped]);
-    } else {
-        services_.log.Write(outcome.failure->Sentence());
-        services_.messages.ShowCritical(
-            state_.texts[Text::FileNotRead] + "\r\n" + Explain(*outcome.failure, state_.texts), "");
+        return;
     }
-    return false;
+    services_.log.Write(failure.Sentence());
+    services_.messages.ShowCritical(
+        state_.texts[Text::FileNotRead] + "\r\n" + Explain(failure, state_.texts), "");
+}
+
+// What is read of such a file is always chosen; of a recent one as it was then, while that can be.
+bool Session::ReadGisFile(const std::string& path, bool isRecent) {
+    const GisListing listing = [&] {
+        const WorkGuard work(*this);
+        return ListGisFile(path, stop_);
+    }();
+    if (listing.failure) {
+        TellOfFailure(*listing.failure);
+        return false;
+    }
+    const GisSource& source = listing.source;
+    const GisPlan proposed = ProposedPlan(source);
+    const GisVerdict verdict = Judge(source, proposed);
+    if (verdict.fault == GisFault::Empty || verdict.fault == GisFault::Picture) {
+        TellOfFailure(FailureOf(path, SentenceOf(verdict, source, proposed)));
+        return false;
+    }
+    const std::optional<GisPlan> plan = PlanFor(path, source, isRecent);
+    if (!plan) {
+        return false;
+    }
+    PointSet points;
+    points.sourceFolder = survey_.Points().sourceFolder;
+    const ImportOutcome outcome = [&] {
+        const WorkGuard work(*this);
+        return ImportGis(path, source, *plan, points, stop_).import;
+    }();
+    return TakeReading(path, outcome, std::move(points));
+}
+
+std::optional<GisPlan> Session::PlanFor(const std::string& path, const GisSource& source,
+                                        bool isRecent) {
+    GisMemory memory(services_.settings);
+    std::optional<GisPlan> kept = memory.Recall(path);
+    if (kept && Judge(source, *kept).fault != GisFault::None) {
+        kept.reset();
+    }
+    if (kept && isRecent) {
+        return kept;
+    }
+    std::optional<GisPlan> chosen =
+        services_.gis.Ask(path, source, kept ? *kept : ProposedPlan(source));
+    if (chosen) {
+        memory.Remember(path, *chosen);
+    }
+    return chosen;
 }
 
 // What does not fit is not left out unasked, whatever was chosen then.
