@@ -119,19 +119,17 @@ TEST(MeshFormatsTest, WritesPlyThatKeepsMillimetresAtAnySize) {
     ExpectPly<double>(GridContent(17000), "property double ");
 }
 
-TEST(MeshFormatsTest, WritesStlAndSaysWhenMillimetresAreLost) {
-    const VectorContent content = GridContent();
+void ExpectStl(double side) {
+    const VectorContent content = GridContent(side);
     const Written written = WriteMesh(WriteStl, content);
-    EXPECT_EQ(
-        written.bytes.substr(0, 80).find("Terravo; origin: easting 4520000, northing -667001, "
-                                         "height 0 "),
-        0U);
+    EXPECT_TRUE(written.bytes.starts_with(
+        "Terravo; origin: easting 4520000, northing -667001, height 0  "));
     Bytes rest(written.bytes, 80);
     ASSERT_EQ(rest.Take<std::uint32_t>(), content.triangles.size());
     for (const Triangle& triangle : content.triangles) {
         const auto normal = rest.TakePlace<float>();
         EXPECT_NEAR(std::hypot(normal.x, normal.y, normal.z), 1, 1e-6);
-        EXPECT_NEAR(normal.z, 5 / std::hypot(5, 2.25), 1e-6);
+        EXPECT_NEAR(normal.z, side / 2 / std::hypot(side / 2, 2.25), 1e-6);
         for (const Index corner : triangle.vertices) {
             ExpectNear(rest.TakePlace<float>(), content.PointAt(corner));
         }
@@ -139,6 +137,11 @@ TEST(MeshFormatsTest, WritesStlAndSaysWhenMillimetresAreLost) {
     }
     EXPECT_TRUE(rest.AreAllTaken());
     EXPECT_EQ(written.remarks.size(), 1U);
+}
+
+TEST(MeshFormatsTest, WritesStlAndSaysWhenMillimetresAreLost) {
+    ExpectStl(10);
+    ExpectStl(0.1);
     EXPECT_EQ(WriteMesh(WriteStl, GridContent(17000)).remarks.size(), 2U);
 }
 
