@@ -18,7 +18,7 @@ namespace {
 
 // Without decimals: contours shorter than this part of the survey are what rounding leaves of a
 // level at the very top or bottom.
-constexpr double kShortestContour = 1e-9;
+constexpr double kShortestContour = 1e-7;
 // Letters in a row across the survey, beyond which labels are refused.
 constexpr double kSmallestText = 1.0 / 20000;
 
