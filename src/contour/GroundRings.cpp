@@ -193,6 +193,7 @@ private:
         std::sort(walks.begin(), walks.end(),
                   [&](Index a, Index b) { return walks_[a].lowest < walks_[b].lowest; });
         std::vector<Index> places;
+        places.reserve(walks.size());
         for (const Index w : walks) {
             places.push_back(walks_[w].lowest);
         }

@@ -6,7 +6,8 @@
 #include "util/Parallel.h"
 
 #include <algorithm>
-#include <ranges>
+#include <span>
+#include <vector>
 
 namespace terravo {
 namespace {
@@ -59,7 +60,9 @@ private:
         }
         if (upper_ != nullptr) {
             for (const ContourLine& line : upper_->lines) {
-                AddLine(upper_->VerticesOf(line) | std::views::reverse, line);
+                const std::span<const ContourVertex> vertices = upper_->VerticesOf(line);
+                backwards_.assign(vertices.rbegin(), vertices.rend());
+                AddLine(backwards_, line);
             }
             TakeBack(upper_->value, true);
         }
@@ -89,8 +92,7 @@ private:
         }
     }
 
-    template <class Vertices>
-    void AddLine(const Vertices& vertices, const ContourLine& line) {
+    void AddLine(std::span<const ContourVertex> vertices, const ContourLine& line) {
         if (line.ridge) {
             return;
         }
@@ -148,6 +150,7 @@ private:
     const ContourLevel* lower_;
     const ContourLevel* upper_;
     GroundLines lines_;
+    std::vector<ContourVertex> backwards_; // one line of the upper level
 };
 
 } // namespace

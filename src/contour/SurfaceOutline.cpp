@@ -26,6 +26,7 @@ public:
         for (const TriangleEdge& edge : hull.edges) {
             LeaveOutIfFlat(edge.triangle);
         }
+        // NOLINTNEXTLINE(modernize-loop-convert): the list grows on the way.
         for (std::size_t i = 0; i < leftOut_.size(); ++i) {
             for (int j = 1; j <= 3; ++j) {
                 LeaveOutIfFlat(triangles_.Neighbour(j, leftOut_[i]));

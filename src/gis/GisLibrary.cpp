@@ -17,7 +17,7 @@ constexpr std::string_view kPackage = TERRAVO_GDAL_PACKAGE;
 
 std::string FileIn(const std::string& programFolder) {
     for (const char* folder : {"/", "/../lib/terravo/"}) {
-        const std::string file = programFolder + folder + kFileName;
+        std::string file = programFolder + folder + kFileName;
         if (FileExists(file)) {
             return file;
         }

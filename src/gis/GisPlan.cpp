@@ -251,7 +251,7 @@ std::vector<std::size_t> LayersOf(const GisSource& source, const GisPlan& plan) 
 }
 
 GisVerdict Judge(const GisSource& source, const GisPlan& plan) {
-    if (const GisVerdict names = JudgeNames(source, plan); names.fault != GisFault::None) {
+    if (GisVerdict names = JudgeNames(source, plan); names.fault != GisFault::None) {
         return names;
     }
     if (plan.rasterStep && !source.isRaster) {
@@ -263,8 +263,7 @@ GisVerdict Judge(const GisSource& source, const GisPlan& plan) {
     }
     for (const std::size_t place : places) {
         const GisLayer& layer = source.layers[place];
-        const GisVerdict verdict =
-            source.isRaster ? JudgeRaster(layer, plan) : JudgeVector(layer, plan);
+        GisVerdict verdict = source.isRaster ? JudgeRaster(layer, plan) : JudgeVector(layer, plan);
         if (verdict.fault != GisFault::None) {
             return verdict;
         }

@@ -52,7 +52,7 @@ class LevelNames {
 public:
     std::string NameOf(const VectorLevel& level, std::size_t number) {
         for (const std::string& part : {NamePartOf(level.text), NamePartOf(level.value)}) {
-            const std::string name = "CONT_" + part;
+            std::string name = "CONT_" + part;
             if (name.size() <= kMostLetters && !part.empty() && taken_.insert(name).second) {
                 return name;
             }
