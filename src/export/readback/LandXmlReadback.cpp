@@ -1,12 +1,15 @@
 #include "export/readback/LandXmlReadback.h"
 
 #include "export/readback/ContentCheck.h"
+#include "export/readback/LandXmlElements.h"
+#include "export/readback/LandXmlItems.h"
+#include "export/readback/NumberFields.h"
 #include "export/readback/XmlReader.h"
 #include "export/vector/CleanText.h"
 #include "export/vector/LandXmlNames.h"
 
 #include <array>
-#include <charconv>
+#include <bitset>
 #include <cmath>
 #include <cstddef>
 #include <span>
@@ -16,125 +19,10 @@
 namespace terravo {
 namespace {
 
-enum class Element : unsigned char {
-    None,
-    LandXml,
-    Units,
-    Metric,
-    Imperial,
-    CoordinateSystem,
-    Project,
-    Application,
-    CgPoints,
-    CgPoint,
-    Surfaces,
-    Surface,
-    SourceData,
-    Boundaries,
-    Boundary,
-    BoundaryList,
-    Breaklines,
-    Breakline,
-    BreaklineList,
-    Contours,
-    Contour,
-    ContourList,
-    Definition,
-    Pnts,
-    P,
-    Faces,
-    F,
-};
+using LandXmlElements::Element;
+using LandXmlElements::Place;
 
-struct Place {
-    std::string_view name;
-    Element element;
-    Element parent;
-    bool hasText;
-};
-
-// The frequent ones first.
-constexpr Place kPlaces[] = {
-    {"F", Element::F, Element::Faces, true},
-    {"P", Element::P, Element::Pnts, true},
-    {"CgPoint", Element::CgPoint, Element::CgPoints, true},
-    {"Contour", Element::Contour, Element::Contours, false},
-    {"PntList2D", Element::ContourList, Element::Contour, true},
-    {"PntList3D", Element::BreaklineList, Element::Breakline, true},
-    {"Breakline", Element::Breakline, Element::Breaklines, false},
-    {"PntList3D", Element::BoundaryList, Element::Boundary, true},
-    {"Boundary", Element::Boundary, Element::Boundaries, false},
-    {"LandXML", Element::LandXml, Element::None, false},
-    {"Units", Element::Units, Element::LandXml, false},
-    {"Metric", Element::Metric, Element::Units, false},
-    {"Imperial", Element::Imperial, Element::Units, false},
-    {"CoordinateSystem", Element::CoordinateSystem, Element::LandXml, false},
-    {"Project", Element::Project, Element::LandXml, false},
-    {"Application", Element::Application, Element::LandXml, false},
-    {"CgPoints", Element::CgPoints, Element::LandXml, false},
-    {"Surfaces", Element::Surfaces, Element::LandXml, false},
-    {"Surface", Element::Surface, Element::Surfaces, false},
-    {"SourceData", Element::SourceData, Element::Surface, false},
-    {"Boundaries", Element::Boundaries, Element::SourceData, false},
-    {"Breaklines", Element::Breaklines, Element::SourceData, false},
-    {"Contours", Element::Contours, Element::SourceData, false},
-    {"Definition", Element::Definition, Element::Surface, false},
-    {"Pnts", Element::Pnts, Element::Definition, false},
-    {"Faces", Element::Faces, Element::Definition, false},
-};
-
-const Place* FindPlace(std::string_view name, Element parent) {
-    for (const Place& place : kPlaces) {
-        if (place.name == name && place.parent == parent) {
-            return &place;
-        }
-    }
-    return nullptr;
-}
-
-bool IsBlank(char c) {
-    return c == ' ' || c == '\n' || c == '\r' || c == '\t';
-}
-
-std::string_view WithoutBlanks(std::string_view text) {
-    while (!text.empty() && IsBlank(text.front())) {
-        text.remove_prefix(1);
-    }
-    return text;
-}
-
-// Takes a number off the front of a text, with the blanks before it.
-template <class Number>
-bool TakeNumber(std::string_view& text, Number& number) {
-    text = WithoutBlanks(text);
-    const std::from_chars_result end =
-        std::from_chars(text.data(), text.data() + text.size(), number);
-    if (end.ec != std::errc()) {
-        return false;
-    }
-    text.remove_prefix(static_cast<std::size_t>(end.ptr - text.data()));
-    return text.empty() || IsBlank(text.front());
-}
-
-template <class Number, std::size_t count>
-bool ReadNumbers(std::string_view text, std::array<Number, count>& numbers) {
-    for (Number& number : numbers) {
-        if (!TakeNumber(text, number)) {
-            return false;
-        }
-    }
-    return WithoutBlanks(text).empty();
-}
-
-// A point of three numbers: northing, easting, height.
-bool ReadPlace(std::string_view text, SpacePoint& place) {
-    std::array<double, 3> numbers{};
-    if (!ReadNumbers(text, numbers)) {
-        return false;
-    }
-    place = {numbers[1], numbers[0], numbers[2]};
-    return true;
-}
+constexpr const char* kNoPlace = "a point without three numbers";
 
 // What the faces make of the surface, to be compared with what it says of itself.
 struct Measure {
@@ -169,12 +57,17 @@ public:
 
     bool Start(std::string_view name, const XmlAttributes& attributes,
                std::string_view before) override {
-        const Place* place = FindPlace(name, open_.back()->element);
-        if (place == nullptr || !WithoutBlanks(before).empty()) {
+        const Place* place = LandXmlElements::FindPlace(name, open_.back()->element);
+        if (place == nullptr || !NumberFields::WithoutBlanks(before).empty()) {
             check_.Stray("an element or a text where none is expected, at \"" + std::string(name) +
                          "\"");
             return false;
         }
+        if (!place->isMany && Has(place->element)) {
+            check_.Stray("a second \"" + std::string(name) + "\"");
+            return false;
+        }
+        seen_.set(static_cast<std::size_t>(place->element));
         open_.push_back(place);
         Enter(place->element, attributes);
         return !check_.HasDifference();
@@ -184,7 +77,7 @@ public:
         const Place& place = *open_.back();
         if (place.hasText) {
             Leave(place.element, text);
-        } else if (!WithoutBlanks(text).empty()) {
+        } else if (!NumberFields::WithoutBlanks(text).empty()) {
             check_.Stray("a text in an element \"" + std::string(place.name) + "\"");
         } else if (place.element == Element::Definition) {
             CheckDefinition();
@@ -193,11 +86,25 @@ public:
         return !check_.HasDifference();
     }
 
+    bool TakeLine(std::string_view line) override {
+        switch (open_.back()->element) {
+        case Element::Faces:
+            return LandXmlItems::ReadLine(line, face_) && TakeFace();
+        case Element::Pnts:
+            return LandXmlItems::ReadLine(line, surfacePoint_) && TakeSurfacePoint();
+        case Element::CgPoints:
+            return LandXmlItems::ReadLine(line, point_) && TakePoint();
+        default:
+            return false;
+        }
+    }
+
     std::optional<std::string> Finish() {
-        if (!check_.HasDifference() && !hasUnits_) {
+        if (!check_.HasDifference() && !Has(Element::Metric) && !Has(Element::Imperial)) {
             check_.Stray("no unit");
         }
-        if (!check_.HasDifference() && hasSystem_ != content_.epsg.has_value()) {
+        if (!check_.HasDifference() &&
+            Has(Element::CoordinateSystem) != content_.epsg.has_value()) {
             check_.Stray("another coordinate system");
         }
         return check_.Finish();
@@ -211,6 +118,9 @@ private:
                                   VectorPart::Boundary, VectorPart::Breaklines});
     }
 
+    [[nodiscard]] bool Has(Element element) const {
+        return seen_.test(static_cast<std::size_t>(element));
+    }
     void Require(bool holds, std::string_view what) {
         if (!holds) {
             check_.Stray(what);
@@ -220,14 +130,16 @@ private:
     void Enter(Element element, const XmlAttributes& attributes) {
         switch (element) {
         case Element::F:
-            EnterFace(attributes);
+            Require(ReadAttribute(attributes, "n", face_.neighbours),
+                    "a face without three neighbours");
             break;
         case Element::P:
-            EnterSurfacePoint(attributes);
+            Require(ReadAttribute(attributes, "id", surfacePoint_.id),
+                    "a point of the surface without a number");
             break;
         case Element::CgPoint:
-            name_ = attributes.Of("name").value_or(std::string_view());
-            code_ = attributes.Of("desc").value_or(std::string_view());
+            point_.name = attributes.Of("name").value_or(std::string_view());
+            point_.code = attributes.Of("desc").value_or(std::string_view());
             break;
         case Element::Contour:
             Require(ReadAttribute(attributes, "elev", level_), "a contour without a height");
@@ -286,30 +198,32 @@ private:
             holds = !isMetric && length == "USSurveyFoot" && height == "feet";
             break;
         }
-        Require(holds && !hasUnits_, "another unit");
-        hasUnits_ = true;
+        Require(holds, "another unit");
     }
 
     void CheckSystem(const XmlAttributes& attributes) {
         const std::string code = content_.epsg ? std::to_string(*content_.epsg) : std::string();
-        Require(!hasSystem_ && attributes.Of("epsgCode") == code &&
-                    attributes.Of("name") == "EPSG:" + code,
+        Require(attributes.Of("epsgCode") == code && attributes.Of("name") == "EPSG:" + code,
                 "another coordinate system");
-        hasSystem_ = true;
     }
 
+    template <class Number, std::size_t count>
+    static bool ReadAttribute(const XmlAttributes& attributes, std::string_view name,
+                              std::array<Number, count>& values) {
+        return NumberFields::Read(attributes.Of(name).value_or(std::string_view()), values);
+    }
     template <class Number>
     static bool ReadAttribute(const XmlAttributes& attributes, std::string_view name,
                               Number& value) {
         std::array<Number, 1> number{};
-        const bool holds = ReadNumbers(attributes.Of(name).value_or(std::string_view()), number);
+        const bool holds = ReadAttribute(attributes, name, number);
         value = number[0];
         return holds;
     }
 
     void EnterDefinition(const XmlAttributes& attributes) {
         Require(attributes.Of("surfType") == "TIN", "another kind of surface");
-        Require(content_.parts.Has(VectorPart::Triangles) && places_.empty(), "a surface too many");
+        Require(content_.parts.Has(VectorPart::Triangles), "a surface too many");
         places_.resize(content_.points.size());
         states_.resize(content_.points.size());
         // Areas beyond the largest double are not there.
@@ -335,30 +249,70 @@ private:
         }
     }
 
-    void EnterSurfacePoint(const XmlAttributes& attributes) {
-        Require(ReadAttribute(attributes, "id", id_) && id_ >= 1 && id_ <= places_.size() &&
-                    states_[id_ - 1] == State::Missing,
-                "a point of the surface with a number of no or another point");
+    // These take the item that was read last. Always true: a difference is kept in the check.
+    bool TakePoint() {
+        if (pointCount_ == content_.points.size()) {
+            check_.Stray("a point too many");
+            return true;
+        }
+        const auto number = static_cast<Index>(++pointCount_);
+        // Names and codes that were changed are compared as they had to become.
+        if (point_.name != names_.Of(number)) {
+            check_.Stray("another name, \"" + point_.name + "\"");
+        }
+        if (point_.code != CodeOf(number)) {
+            check_.Stray("another code, \"" + point_.code + "\"");
+        }
+        check_.Point(point_.place, std::nullopt, std::nullopt);
+        return true;
     }
 
-    void EnterFace(const XmlAttributes& attributes) {
-        std::array<Index, 3> neighbours{};
-        Require(ReadNumbers(attributes.Of("n").value_or(std::string_view()), neighbours),
-                "a face without neighbours");
-        check_.Neighbours(neighbours);
+    [[nodiscard]] std::string CodeOf(Index point) const {
+        return content_.parts.Has(VectorPart::Codes) ? CleanText(content_.CodeOf(point))
+                                                     : std::string();
+    }
+
+    bool TakeSurfacePoint() {
+        if (surfacePoint_.id < 1 || surfacePoint_.id > places_.size() ||
+            states_[surfacePoint_.id - 1] != State::Missing) {
+            check_.Stray("a point of the surface with a number of no or another point");
+            return true;
+        }
+        places_[surfacePoint_.id - 1] = surfacePoint_.place;
+        states_[surfacePoint_.id - 1] = State::Known;
+        return true;
+    }
+
+    bool TakeFace() {
+        std::array<SpacePoint, 3> corners;
+        for (std::size_t j = 0; j < corners.size(); ++j) {
+            const std::size_t id = face_.corners[j];
+            if (id < 1 || id > places_.size() || states_[id - 1] == State::Missing) {
+                check_.Stray("a face with a corner that is no point of the surface");
+                return true;
+            }
+            states_[id - 1] = State::Used;
+            corners[j] = places_[id - 1];
+        }
+        found_.Include(corners);
+        check_.Corners(corners);
+        check_.Neighbours(face_.neighbours);
+        return true;
     }
 
     void Leave(Element element, std::string_view text) {
         switch (element) {
         case Element::F:
-            LeaveFace(text);
+            Require(NumberFields::Read(text, face_.corners), "a face without three corners");
+            TakeFace();
             break;
         case Element::P:
-            Require(ReadPlace(text, places_[id_ - 1]), "a point without three numbers");
-            states_[id_ - 1] = State::Known;
+            Require(LandXmlItems::ReadPlace(text, surfacePoint_.place), kNoPlace);
+            TakeSurfacePoint();
             break;
         case Element::CgPoint:
-            LeavePoint(text);
+            Require(LandXmlItems::ReadPlace(text, point_.place), kNoPlace);
+            TakePoint();
             break;
         case Element::ContourList:
             LeaveContour(text);
@@ -374,49 +328,13 @@ private:
         }
     }
 
-    void LeaveFace(std::string_view text) {
-        std::array<std::size_t, 3> numbers{};
-        std::array<SpacePoint, 3> corners;
-        bool holds = ReadNumbers(text, numbers);
-        for (std::size_t j = 0; holds && j < corners.size(); ++j) {
-            const std::size_t number = numbers[j];
-            holds =
-                number >= 1 && number <= places_.size() && states_[number - 1] != State::Missing;
-            if (holds) {
-                states_[number - 1] = State::Used;
-                corners[j] = places_[number - 1];
-            }
-        }
-        if (!holds) {
-            check_.Stray("a face without three points");
-            return;
-        }
-        found_.Include(corners);
-        check_.Corners(corners);
-    }
-
-    void LeavePoint(std::string_view text) {
-        SpacePoint place;
-        if (!ReadPlace(text, place) || pointCount_ == content_.points.size()) {
-            check_.Stray("a point too many or without three numbers");
-            return;
-        }
-        const auto number = static_cast<Index>(++pointCount_);
-        // Names and codes that were changed are compared as they had to become.
-        Require(name_ == names_.Of(number), "another name, \"" + name_ + "\"");
-        const bool coded = content_.parts.Has(VectorPart::Codes);
-        Require(code_ == (coded ? CleanText(content_.CodeOf(number)) : std::string()),
-                "another code, \"" + code_ + "\"");
-        check_.Point(place, std::nullopt, std::nullopt);
-    }
-
     // The numbers of a list, `width` to a vertex: northing, easting and maybe the height.
     bool ReadList(std::string_view text, int width) {
         vertices_.clear();
-        while (!(text = WithoutBlanks(text)).empty()) {
+        while (!(text = NumberFields::WithoutBlanks(text)).empty()) {
             SpacePoint place{0, 0, level_};
-            if (!TakeNumber(text, place.y) || !TakeNumber(text, place.x) ||
-                (width == 3 && !TakeNumber(text, place.z))) {
+            if (!NumberFields::Take(text, place.y) || !NumberFields::Take(text, place.x) ||
+                (width == 3 && !NumberFields::Take(text, place.z))) {
                 return false;
             }
             vertices_.push_back(place);
@@ -456,20 +374,19 @@ private:
     }
 
     enum class State : unsigned char { Missing, Known, Used };
-    static constexpr Place kOutside{"", Element::None, Element::None, false};
+    static constexpr Place kOutside{"", Element::None, Element::None, false, false};
 
     const VectorContent& content_;
     ContentCheck check_;
     PointNames names_;
     std::vector<const Place*> open_{&kOutside};
 
-    bool hasUnits_ = false;
-    bool hasSystem_ = false;
-    std::string name_; // of the open point
-    std::string code_;
+    std::bitset<LandXmlElements::kElementCount> seen_;
     double level_ = 0; // of the open contour
     SpaceLineKind boundaryKind_ = SpaceLineKind::Hull;
-    std::size_t id_ = 0; // of the open point of the surface
+    LandXmlItems::Point point_; // read last
+    LandXmlItems::SurfacePoint surfacePoint_;
+    LandXmlItems::Face face_;
     std::size_t pointCount_ = 0;
     std::array<std::size_t, kSpaceLineKindCount> lineCounts_{};
     std::vector<SpacePoint> vertices_;

@@ -1,8 +1,9 @@
 // Reads a LandXML file back and compares it with what it was made from.
 //
 // Data: the file, element by element; the points of the surface by their numbers, since its faces
-// name them. Method: each element must stand in the one that it belongs to; the corners of a face
-// are compared by their places, and what the surface says of itself by what its faces give.
+// name them. Method: an XML library tells the elements, but for lines of points and faces in their
+// usual form. Each element must stand in the one that it belongs to; the corners of a face are
+// compared by their places, and what the surface says of itself by what its faces give.
 #pragma once
 
 #include "export/vector/VectorFormat.h"

@@ -1,8 +1,10 @@
-// Reads an XML file element by element.
+// Reads an XML file of many lines, element by element.
 //
-// Data: one buffer of the file. Method: the events of an XML library, with the text of an element
-// put together before its end is told. Documents with a type declaration are refused, so that no
-// entity can grow.
+// Data: the file in blocks of whole lines. Method: an XML library tells the events. Behind a line
+// that is nothing but the start of an element, the sink may take lines for itself, as long as it
+// takes every one: each must be a whole element, so that the rest of the file is valid without
+// them if it is with them. Documents with a type declaration are refused, so that no entity can
+// grow.
 #pragma once
 
 #include <optional>
@@ -40,6 +42,9 @@ public:
                        std::string_view before) = 0;
     /// @param text  of the element, since the last event.
     virtual bool End(std::string_view name, std::string_view text) = 0;
+    /// Whether a line, with its end, is taken without the library: one whole element in the element
+    /// that the line before has started, or another such line after it.
+    virtual bool TakeLine(std::string_view line) = 0;
 };
 
 /// @return what is wrong with the file, as a sentence; nothing when all of it was read or the

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace terravo {
 namespace {
 
@@ -110,7 +112,8 @@ TEST(LandXmlTest, NoticesFaultsThatAreValidXml) {
     const VectorContent content = test::RichContent();
     const std::string file = FileOf(WriteLandXml, content);
     const std::pair<const char*, const char*> faults[] = {
-        {"<?xml", "<!DOCTYPE LandXML [<!ENTITY a \"b\">]><?xml"},
+        {"<?xml", "<?XML"},
+        {"<LandXML", "<!DOCTYPE LandXML [<!ENTITY a \"b\">]><LandXML"},
         {"20.0 10.0 1.5</P>", "10.0 20.0 1.5</P>"},
         {"20.0 10.0 1.5</P>", "20.0 10.0 1.5 4</P>"},
         {"20.0 10.0 1.5</P>", "20,0 10.0 1.5</P>"},
@@ -129,6 +132,14 @@ TEST(LandXmlTest, NoticesFaultsThatAreValidXml) {
         {"desc=\"tree\"", "desc=\"Tree\""},
         {"name=\"A\"", "name=\"a\""},
         {"<CgPoints>", "<CgPoints><Feature/>"},
+        {"<CgPoints>\n", "<CgPoints>\n<CgPoints>\n</CgPoints>\n"},
+        {"</F>\n<F", "</F>\n</Faces><Faces>\n<F"},
+        {"</F>\n<F", "</F></Faces><Faces>\n<F"},
+        {"</F>\n<F", "</F>\n</Faces>\n<F"},
+        {"</F>\n<F", "</F>\n<!--\n<F n=\"1 0 0\">1 3 4</F>\n-->\n<!--<F"},
+        {"</F>\n<F", "</F>\ntext <F"},
+        {"</F>\n<F", "<F n=\"0 0 0\">1 2 3</F></F>\n<F"},
+        {"<Pnts>\n", "<Pnts>\n</Pnts>\n<Pnts>\n"},
         {"</Surfaces>", "</Surfaces><Surfaces/><Surveys/>"},
     };
     for (const auto& [good, bad] : faults) {
@@ -137,6 +148,25 @@ TEST(LandXmlTest, NoticesFaultsThatAreValidXml) {
         other.replace(other.find(good), std::string_view(good).size(), bad);
         EXPECT_TRUE(test::CheckText(CheckLandXml, other, content)) << bad;
     }
+}
+
+// The form of the lines does not matter: what is not as usual is left to the library.
+TEST(LandXmlTest, ReadsOtherFormsOfTheSame) {
+    const VectorContent content = test::RichContent();
+    const std::string file = FileOf(WriteLandXml, content);
+    const std::size_t body = file.find("<Units>");
+    std::string other = file;
+    other.erase(std::remove(other.begin() + static_cast<std::ptrdiff_t>(body), other.end(), '\n'),
+                other.end());
+    for (std::size_t at = body; (at = other.find(".0 ", at)) != std::string::npos; at += 4) {
+        other.replace(at, 3, ".0\t\n");
+    }
+    EXPECT_EQ(test::CheckText(CheckLandXml, other, content).value_or(""), "");
+    other.replace(other.rfind(" 4</F>"), 2, " 2");
+    EXPECT_TRUE(test::CheckText(CheckLandXml, other, content));
+    other = file;
+    other.insert(other.find("<F n=\"1"), "<!--\n<F n=\"1 0 0\">1 2 3</F>\n--><![CDATA[]]><?go?>");
+    EXPECT_EQ(test::CheckText(CheckLandXml, other, content).value_or(""), "");
 }
 
 } // namespace
