@@ -1,7 +1,7 @@
 #include "export/vector/DxfCorners.h"
 
+#include "export/vector/CornerAhead.h"
 #include "export/vector/VectorNumber.h"
-#include "util/Prefetch.h"
 
 namespace terravo {
 
@@ -46,16 +46,9 @@ void DxfCorners::AppendFace(std::string& out, const std::array<Index, 3>& corner
 }
 
 void DxfCorners::LookAhead(const std::vector<Triangle>& triangles, std::size_t t) const {
-    constexpr std::size_t kPlacesAhead = 16;
-    constexpr std::size_t kTextsAhead = 8;
-    if (t + kPlacesAhead < triangles.size()) {
-        for (const Index corner : triangles[t + kPlacesAhead].vertices) {
-            PrefetchLine(&PlaceOf(corner));
-        }
-        for (const Index corner : triangles[t + kTextsAhead].vertices) {
-            PrefetchLine(text_.data() + PlaceOf(corner).begin);
-        }
-    }
+    LookAheadAtCorners(
+        triangles, t, [this](Index point) { return &PlaceOf(point); },
+        [this](Index point) { return text_.data() + PlaceOf(point).begin; });
 }
 
 } // namespace terravo

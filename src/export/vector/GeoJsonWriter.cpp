@@ -1,6 +1,7 @@
 #include "export/vector/GeoJsonWriter.h"
 
 #include "export/vector/CleanText.h"
+#include "export/vector/CornerAhead.h"
 #include "export/vector/VectorBox.h"
 #include "export/vector/VectorLines.h"
 #include "export/vector/VectorNumber.h"
@@ -8,6 +9,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <utility>
 
 namespace terravo {
 namespace {
@@ -43,6 +45,40 @@ void AppendPosition(std::string& out, double x, double y, double z) {
 void AppendPosition(std::string& out, const SpacePoint& p) {
     AppendPosition(out, p.x, p.y, p.z);
 }
+
+// The positions of all points as text: each is the corner of some six triangles, so printing it
+// once and copying it saves most of the printing.
+class PositionTexts {
+public:
+    explicit PositionTexts(const std::vector<SpacePoint>& points) {
+        constexpr std::size_t kUsualPosition = 40; // bytes
+        text_.reserve(points.size() * kUsualPosition);
+        begins_.reserve(points.size() + 1);
+        for (const SpacePoint& point : points) {
+            begins_.push_back(text_.size());
+            AppendPosition(text_, point);
+        }
+        begins_.push_back(text_.size());
+    }
+
+    [[nodiscard]] std::string_view Of(Index point) const {
+        const std::uint64_t begin = Begin(point);
+        return std::string_view(text_).substr(begin, Begin(point + 1) - begin);
+    }
+    void LookAhead(const std::vector<Triangle>& triangles, std::size_t t) const {
+        LookAheadAtCorners(
+            triangles, t, [this](Index point) { return &Begin(point); },
+            [this](Index point) { return text_.data() + Begin(point); });
+    }
+
+private:
+    [[nodiscard]] const std::uint64_t& Begin(Index point) const {
+        return begins_[static_cast<std::size_t>(point) - 1];
+    }
+
+    std::string text_;
+    std::vector<std::uint64_t> begins_; // and the end of the last
+};
 
 class Writer {
 public:
@@ -154,13 +190,26 @@ private:
         End();
     }
 
-    // Places of one height; closed ones repeat the first.
+    // Places of one height, whose text is made once; closed ones repeat the first.
     void WriteRing(std::span<const PlanPoint> places, bool closed, double height) {
-        const std::size_t count = places.size() + (closed ? 1 : 0);
-        for (std::size_t i = 0; i < count; ++i) {
-            const PlanPoint& place = places[i % places.size()];
-            out_.Append(i == 0 ? "[" : ",");
-            AppendPosition(out_.Buffer(), place.x, place.y, height);
+        heightText_ = ",";
+        AppendReal(heightText_, height);
+        heightText_ += ']';
+        const auto write = [this](char before, const PlanPoint& place) {
+            std::string& text = out_.Buffer();
+            text += before;
+            text += '[';
+            AppendReal(text, place.x);
+            text += ',';
+            AppendReal(text, place.y);
+            out_.Append(heightText_);
+        };
+        char before = '[';
+        for (const PlanPoint& place : places) {
+            write(std::exchange(before, ','), place);
+        }
+        if (closed) {
+            write(before, places.front());
         }
         out_.Append("]");
     }
@@ -205,22 +254,24 @@ private:
     }
 
     void WriteTriangles() {
-        if (Wants(VectorPart::Triangles)) {
-            for (const Triangle& triangle : content_.triangles) {
-                WriteTriangle(triangle);
-            }
+        if (!Wants(VectorPart::Triangles)) {
+            return;
+        }
+        const PositionTexts positions(content_.points);
+        for (std::size_t t = 0; t < content_.triangles.size(); ++t) {
+            positions.LookAhead(content_.triangles, t);
+            WriteTriangle(content_.triangles[t], positions);
         }
     }
 
-    void WriteTriangle(const Triangle& triangle) {
+    void WriteTriangle(const Triangle& triangle, const PositionTexts& positions) {
         std::string& text = Begin("triangle");
         BeginGeometry("Polygon");
         char before = '[';
         text += '[';
         for (const int corner : {1, 2, 3, 1}) {
-            text += before;
-            AppendPosition(text, content_.PointAt(triangle.Vertex(corner)));
-            before = ',';
+            text += std::exchange(before, ',');
+            text += positions.Of(triangle.Vertex(corner));
         }
         text += "]]";
         End();
@@ -277,6 +328,7 @@ private:
     OutputFile& out_;
     const VectorContent& content_;
     std::vector<std::string>& remarks_;
+    std::string heightText_; // of the ring at hand
     std::int64_t features_ = 0;
 };
 
