@@ -5,19 +5,13 @@
 // ends lie strictly on opposite sides give one point each. So no cut point is listed twice.
 #pragma once
 
+#include "triangulation/SpaceLine.h"
+
 #include <array>
 #include <cassert>
 #include <cstddef>
 
 namespace terravo {
-
-struct SpacePoint {
-    double x = 0;
-    double y = 0;
-    double z = 0;
-
-    bool operator==(const SpacePoint&) const = default;
-};
 
 /// Plane a x + b y + c z + d = 0.
 struct Plane {

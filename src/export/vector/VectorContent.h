@@ -8,7 +8,7 @@
 #include "contour/LevelBands.h"
 #include "contour/TriangleCut.h"
 #include "survey/PointLabels.h"
-#include "triangulation/TriangleList.h"
+#include "triangulation/SpaceLine.h"
 
 #include <array>
 #include <bitset>
@@ -102,13 +102,6 @@ struct VectorLabel {
     Index level = 0; // 1-based
     PlanPoint middle;
     double angle = 0; // radians from east, counter-clockwise, (-pi/2, pi/2]
-};
-
-/// A line in space: the hull, a boundary, a breakline.
-struct SpaceLine {
-    std::vector<SpacePoint> vertices;
-    bool closed = false; // the first vertex is not repeated
-    std::string name;    // may be empty
 };
 
 struct VectorContent {
