@@ -19,9 +19,10 @@ gis util triangulation survey plot2d contour export
 exchange util triangulation survey plot2d contour sheet export gis
 view3d util triangulation survey plot2d
 app/settings util plot2d sheet export exchange
-app/session util triangulation survey plot2d contour sheet export exchange gis view3d app/settings
-app/batch util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/session
-app/windows util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/session
+app/project util triangulation survey plot2d contour sheet gis app/settings
+app/session util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/project
+app/batch util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/project app/session
+app/windows util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/project app/session
 PLAN
 }
 
