@@ -1,8 +1,10 @@
 #include "triangulation/constrained/VisibleSurface.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
+#include <vector>
 
 namespace terravo {
 namespace {
@@ -15,6 +17,12 @@ struct Link {
 
 bool IsShorter(const Link& a, const Link& b) {
     return a.squaredLength < b.squaredLength;
+}
+
+// Of equal length, the numbers of the ends decide, so that all triangles agree on their longest.
+bool IsBefore(const Link& a, const Link& b) {
+    return IsShorter(a, b) ||
+           (!IsShorter(b, a) && std::minmax(a.from, a.to) < std::minmax(b.from, b.to));
 }
 
 // Which points hang together.
@@ -42,58 +50,55 @@ private:
     Array1<Index> up_;
 };
 
-std::vector<Link> SidesOf(const Array1<PlanPoint>& coord, const TriangleList& triangles) {
-    std::vector<Link> sides;
-    sides.reserve(static_cast<std::size_t>(triangles.count) * 3 / 2 + 3);
-    for (Index t = 1; t <= triangles.count; ++t) {
-        for (int j = 1; j <= 3; ++j) {
-            if (triangles.Neighbour(j, t) < t) {
-                const Index from = triangles.Vertex(j, t);
-                const Index to = triangles.Vertex(NextEdge(j), t);
-                const double dx = coord[to].x - coord[from].x;
-                const double dy = coord[to].y - coord[from].y;
-                sides.push_back({dx * dx + dy * dy, from, to});
+// Sides of triangles that the shortest tree may run along. It never runs along the longest side of
+// a triangle, which the other two replace.
+class ShortSides {
+public:
+    ShortSides(const Array1<PlanPoint>& coord, const TriangleList& triangles)
+        : coord_(coord), triangles_(triangles), longest_(triangles.count) {}
+
+    std::vector<Link> Collect() {
+        std::vector<Link> sides;
+        for (Index t = 1; t <= triangles_.count; ++t) {
+            const std::array<Link, 3> links{LinkAlong(t, 1), LinkAlong(t, 2), LinkAlong(t, 3)};
+            const auto longest = std::max_element(links.begin(), links.end(), IsBefore);
+            longest_[t] = longest->from;
+            for (int j = 1; j <= 3; ++j) {
+                const Link& link = links[static_cast<std::size_t>(j) - 1];
+                const Index across = triangles_.Neighbour(j, t);
+                // In the triangle across, the side begins with its other end.
+                if (&link != longest && across < t && (across < 0 || longest_[across] != link.to)) {
+                    sides.push_back(link);
+                }
             }
         }
-    }
-    return sides;
-}
-
-// The shortest tree over all points runs along sides of their triangulation. Of the long sides
-// nearly all join what the short ones have joined: they are dropped before they are sorted.
-class TreeBuilder {
-public:
-    explicit TreeBuilder(Index pointCount) : parts_(pointCount) {}
-
-    // The links of the tree, ascending by length.
-    std::vector<Link> Build(std::vector<Link> sides) {
-        Add(sides.begin(), sides.end());
-        return std::move(tree_);
+        return sides;
     }
 
 private:
-    using Place = std::vector<Link>::iterator;
-
-    static constexpr std::ptrdiff_t kSortedAtOnce = 1000;
-
-    void Add(Place first, Place last) {
-        while (last - first > kSortedAtOnce) {
-            const Place middle = first + (last - first) / 3;
-            std::nth_element(first, middle, last, IsShorter);
-            Add(first, middle);
-            last = std::remove_if(middle, last, [this](const Link& link) {
-                return parts_.Of(link.from) == parts_.Of(link.to);
-            });
-            first = middle;
-        }
-        std::sort(first, last, IsShorter);
-        std::copy_if(first, last, std::back_inserter(tree_),
-                     [this](const Link& link) { return parts_.Join(link); });
+    [[nodiscard]] Link LinkAlong(Index t, int edge) const {
+        const Index from = triangles_.Vertex(edge, t);
+        const Index to = triangles_.Vertex(NextEdge(edge), t);
+        const double dx = coord_[to].x - coord_[from].x;
+        const double dy = coord_[to].y - coord_[from].y;
+        return {dx * dx + dy * dy, from, to};
     }
 
-    Parts parts_;
-    std::vector<Link> tree_;
+    const Array1<PlanPoint>& coord_;
+    const TriangleList& triangles_;
+    Array1<Index> longest_; // the point that the longest side of a triangle begins with
 };
+
+// The links of the shortest tree over all corners, ascending by length.
+std::vector<Link> ShortestTree(const Array1<PlanPoint>& coord, const TriangleList& triangles) {
+    std::vector<Link> tree = ShortSides(coord, triangles).Collect();
+    std::sort(tree.begin(), tree.end(), IsShorter);
+    Parts parts(coord.UpperBound());
+    tree.erase(std::remove_if(tree.begin(), tree.end(),
+                              [&](const Link& link) { return !parts.Join(link); }),
+               tree.end());
+    return tree;
+}
 
 // How many links of the tree are no leaps.
 std::size_t StepCount(const std::vector<Link>& tree) {
@@ -141,7 +146,7 @@ void FindStrays(const std::vector<Link>& tree, std::size_t stepCount, Index poin
 LongestSideProposal ProposeLongestSide(const Array1<PlanPoint>& coord,
                                        const TriangleList& triangles) {
     LongestSideProposal proposal;
-    const std::vector<Link> tree = TreeBuilder(coord.UpperBound()).Build(SidesOf(coord, triangles));
+    const std::vector<Link> tree = ShortestTree(coord, triangles);
     if (tree.empty()) {
         return proposal;
     }

@@ -37,7 +37,10 @@ TEST(VisibleSurface, HidesWhatRingsHide) {
         const test::RimSurface made = test::MakeRimSurface(site);
         const EdgeMarks none(made.all.count, 0);
         const EdgeMarks rims = RimMarks(made.all, made.hidden);
-        ConstrainedSurface surface{.triangles = made.all, .boundary = rims, .holes = none};
+        ConstrainedSurface surface;
+        surface.triangles = made.all;
+        surface.boundary = rims;
+        surface.holes = none;
         EXPECT_EQ(HideByRings(surface), made.hidden);
         surface.boundary = none;
         EXPECT_EQ(HideByRings(surface), HiddenTriangles(made.all.count, 0));
