@@ -25,6 +25,22 @@ ExactMesh::ExactMesh(Array1<PlanPoint> points, Array1<Index> ranks)
       triangles_(points_.UpperBound()), triangleOf_(points_.UpperBound()),
       hullInto_(points_.UpperBound()), marks_(triangles_.table.UpperBound()) {}
 
+ExactMesh::ExactMesh(Array1<PlanPoint> points, Array1<Index> ranks, TriangleList triangles)
+    : points_(std::move(points)), ranks_(std::move(ranks)), signs_(points_),
+      triangles_(std::move(triangles)), triangleOf_(points_.UpperBound()),
+      hullInto_(points_.UpperBound()), marks_(triangles_.table.UpperBound()),
+      site_(triangles_.count) {
+    for (Index t = 1; t <= triangles_.count; ++t) {
+        for (int j = 1; j <= 3; ++j) {
+            triangleOf_[triangles_.Vertex(j, t)] = t;
+            if (triangles_.Neighbour(j, t) < 0) {
+                NoteHullEdge({t, j});
+            }
+        }
+    }
+    site_.walkFrom_ = triangles_.count;
+}
+
 Index ExactMesh::Append(PlanPoint position, Index rank) {
     signs_.Admit(position);
     points_.Append(position);

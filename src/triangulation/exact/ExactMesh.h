@@ -36,6 +36,8 @@ inline int EdgeFrom(const Triangle& triangle, Index corner) {
 
 class ExactMesh {
 public:
+    using Mark = std::uint8_t; // bit j - 1: edge j is constrained
+
     /// A place of work: the slots for triangles that it takes one after the other, and what an
     /// insertion leaves for the next. Several may be at work on one mesh at the same time, each on
     /// points and slots of its own.
@@ -73,6 +75,12 @@ public:
     /// @param points  distinct or not, all within reach; only those that are put in count.
     /// @param ranks   of point i at i: the numbers that settle ties.
     ExactMesh(Array1<PlanPoint> points, Array1<Index> ranks);
+
+    /// Goes on from a triangulation that is there, whatever made it, as long as every triangle
+    /// turns left and the hull is convex.
+    /// @param points     1..N, of which the triangles need not have all.
+    /// @param triangles  of the points; slots beyond its count are taken by what is put in.
+    ExactMesh(Array1<PlanPoint> points, Array1<Index> ranks, TriangleList triangles);
 
     /// Adds a point to those that can be put in.
     /// @return its number.
@@ -114,15 +122,18 @@ public:
 
     /// A triangle with the point as a corner; 0 when the point is not in.
     [[nodiscard]] Index TriangleAt(Index point) const { return triangleOf_[point]; }
+    [[nodiscard]] const PlanPoint& Position(Index point) const { return points_[point]; }
+    [[nodiscard]] Index PointCount() const { return points_.UpperBound(); }
 
     [[nodiscard]] const TriangleList& Triangles() const { return triangles_; }
+    /// Of triangle t at t; there may be more of them than triangles.
+    [[nodiscard]] const Array1<Mark>& Marks() const { return marks_; }
     /// Hands the triangles out; the mesh is then empty.
     [[nodiscard]] TriangleList TakeTriangles() { return std::move(triangles_); }
 
 private:
     friend class SeamJoiner;
-
-    using Mark = std::uint8_t; // bit j - 1: edge j is constrained
+    friend class SegmentInserter;
 
     enum class Ring { Closed, Open };
 

@@ -1,0 +1,444 @@
+#include "triangulation/constrained/SurfaceCheck.h"
+
+#include "triangulation/exact/ExactSigns.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <set>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+namespace terravo {
+namespace {
+
+bool Bit(const EdgeMarks& marks, TriangleEdge edge) {
+    return (marks[edge.triangle] >> static_cast<unsigned>(edge.edge - 1) & 1U) != 0;
+}
+
+std::string AtPoint(const char* what, Index point) {
+    return std::string(what) + " at point " + std::to_string(point) + ".";
+}
+
+std::string OfTriangle(const char* what, Index triangle) {
+    return std::string(what) + ": triangle " + std::to_string(triangle) + ".";
+}
+
+constexpr int EdgeBefore(int j) {
+    return j == 1 ? 3 : j - 1;
+}
+
+Array1<PlanPoint> AllPoints(const Array1<PlanPoint>& coord, const ConstrainedSurface& surface) {
+    Array1<PlanPoint> points = coord;
+    for (const SpacePoint& p : surface.added) {
+        points.Append(PlanOf(p));
+    }
+    return points;
+}
+
+// ---- Triangles
+// -----------------------------------------------------------------------------------
+
+class TriangleCheck {
+public:
+    TriangleCheck(const Array1<PlanPoint>& points, const ConstrainedSurface& surface,
+                  BaseArithmetic arithmetic)
+        : points_(points), surface_(surface), triangles_(surface.triangles), signs_(points),
+          arithmetic_(arithmetic) {}
+
+    std::string Fault() {
+        std::string fault = FaultOfTables();
+        for (Index t = 1; t <= triangles_.count && fault.empty(); ++t) {
+            fault = FaultOfTriangle(t);
+        }
+        for (Index t = 1; t <= triangles_.count && fault.empty(); ++t) {
+            for (int j = 1; j <= 3 && fault.empty(); ++j) {
+                fault = FaultOfEdge({t, j});
+            }
+        }
+        return fault.empty() ? FaultOfHull() : fault;
+    }
+
+private:
+    std::string FaultOfTables() const {
+        for (const EdgeMarks* marks :
+             {&surface_.constrained, &surface_.boundary, &surface_.holes}) {
+            if (marks->UpperBound() < triangles_.count) {
+                return "There are fewer marks than triangles.";
+            }
+        }
+        return triangles_.table.UpperBound() < triangles_.count ? "The table is too short." : "";
+    }
+
+    std::string FaultOfTriangle(Index t) const {
+        const Triangle& triangle = triangles_.table[t];
+        for (int j = 1; j <= 3; ++j) {
+            if (triangle.Vertex(j) < 1 || triangle.Vertex(j) > points_.UpperBound()) {
+                return OfTriangle("A corner is no point", t);
+            }
+            const Index entry = triangle.Neighbour(j);
+            const Index other = entry > 0 ? entry : HullEdgeFromLink(entry).triangle;
+            if (entry == 0 || other < 1 || other > triangles_.count) {
+                return OfTriangle("A link leads nowhere", t);
+            }
+        }
+        const auto [a, b, c] = triangle.vertices;
+        return signs_.Turn(points_[a], points_[b], points_[c]) > 0
+                   ? ""
+                   : OfTriangle("It does not turn left", t);
+    }
+
+    std::string FaultOfEdge(TriangleEdge edge) {
+        const Triangle& triangle = triangles_.table[edge.triangle];
+        const Index from = triangle.Vertex(edge.edge);
+        const Index to = triangle.Vertex(NextEdge(edge.edge));
+        if (!Bit(surface_.constrained, edge) &&
+            (Bit(surface_.boundary, edge) || Bit(surface_.holes, edge)) && !IsHull(edge)) {
+            return OfTriangle("A side of a ring is not constrained", edge.triangle);
+        }
+        if (IsHull(edge)) {
+            ++hullEdges_;
+            hullEdge_ = edge;
+            return "";
+        }
+        const Index u = triangle.Neighbour(edge.edge);
+        for (int k = 1; k <= 3; ++k) {
+            if (triangles_.Vertex(k, u) == to && triangles_.Vertex(NextEdge(k), u) == from) {
+                return triangles_.Neighbour(k, u) == edge.triangle
+                           ? FaultAcross(edge, {u, k})
+                           : OfTriangle("A neighbour does not link back", edge.triangle);
+            }
+        }
+        return OfTriangle("A neighbour has not the edge", edge.triangle);
+    }
+
+    std::string FaultAcross(TriangleEdge edge, TriangleEdge across) const {
+        for (const EdgeMarks* marks :
+             {&surface_.constrained, &surface_.boundary, &surface_.holes}) {
+            if (Bit(*marks, edge) != Bit(*marks, across)) {
+                return OfTriangle("The marks of an edge differ on its sides", edge.triangle);
+            }
+        }
+        const Triangle& triangle = triangles_.table[edge.triangle];
+        const Index far = triangles_.Vertex(EdgeBefore(across.edge), across.triangle);
+        return Bit(surface_.constrained, edge) || !Holds(triangle, far)
+                   ? ""
+                   : OfTriangle("Its circle holds the point across an edge", edge.triangle);
+    }
+
+    bool Holds(const Triangle& triangle, Index far) const {
+        const PlanPoint& a = points_[triangle.vertices[0]];
+        const PlanPoint& b = points_[triangle.vertices[1]];
+        const PlanPoint& c = points_[triangle.vertices[2]];
+        const PlanPoint& d = points_[far];
+        return signs_.Circle(a, b, c, d) > 0 &&
+               (arithmetic_ == BaseArithmetic::Exact || HoldsCertainly(a, b, c, d));
+    }
+
+    // Beyond anything that plain arithmetic can take for the other sign.
+    static bool HoldsCertainly(PlanPoint a, PlanPoint b, PlanPoint c, PlanPoint d) {
+        constexpr double kRounding = 1e-13;
+        const auto minor = [&](PlanPoint p, PlanPoint q) {
+            return (p.x - d.x) * (q.y - d.y) - (q.x - d.x) * (p.y - d.y);
+        };
+        const auto square = [&](PlanPoint p) {
+            return (p.x - d.x) * (p.x - d.x) + (p.y - d.y) * (p.y - d.y);
+        };
+        const double value =
+            square(a) * minor(b, c) + square(b) * minor(c, a) + square(c) * minor(a, b);
+        const double far = std::sqrt(std::max({square(a), square(b), square(c)}));
+        const double size = std::max({std::fabs(d.x), std::fabs(d.y), far});
+        return value > kRounding * size * far * far * far;
+    }
+
+    [[nodiscard]] bool IsHull(TriangleEdge edge) const {
+        return triangles_.Neighbour(edge.edge, edge.triangle) < 0;
+    }
+
+    // A ring that turns left everywhere and has one leftmost point goes round once.
+    std::string FaultOfHull() const {
+        if (triangles_.count == 0) {
+            return "";
+        }
+        TriangleEdge edge = hullEdge_;
+        Index walked = 0;
+        int leftmost = 0;
+        do {
+            const TriangleEdge next =
+                HullEdgeFromLink(triangles_.Neighbour(edge.edge, edge.triangle));
+            const Index a = triangles_.Vertex(edge.edge, edge.triangle);
+            const Index b = triangles_.Vertex(NextEdge(edge.edge), edge.triangle);
+            if (!IsHull(next) || triangles_.Vertex(next.edge, next.triangle) != b) {
+                return AtPoint("The hull is broken", b);
+            }
+            const Index c = triangles_.Vertex(NextEdge(next.edge), next.triangle);
+            if (signs_.Turn(points_[a], points_[b], points_[c]) < 0) {
+                return AtPoint("The hull turns right", b);
+            }
+            const auto isLeft = [&](Index p, Index q) {
+                return std::pair(points_[p].x, points_[p].y) <
+                       std::pair(points_[q].x, points_[q].y);
+            };
+            leftmost += isLeft(b, a) && isLeft(b, c) ? 1 : 0;
+            edge = next;
+            ++walked;
+        } while (!(edge == hullEdge_) && walked <= hullEdges_);
+        return walked == hullEdges_ && leftmost == 1 ? "" : "The hull is not one ring.";
+    }
+
+    const Array1<PlanPoint>& points_;
+    const ConstrainedSurface& surface_;
+    const TriangleList& triangles_;
+    ExactSigns signs_;
+    BaseArithmetic arithmetic_;
+    Index hullEdges_ = 0;
+    TriangleEdge hullEdge_;
+};
+
+// ---- Lines
+// ---------------------------------------------------------------------------------------
+
+// Constrained edges by their ends, and the corners by where they are.
+class LineCheck {
+public:
+    LineCheck(const Array1<PlanPoint>& points, const SurfaceConstraints& constraints,
+              const ConstrainedSurface& surface)
+        : points_(points), constraints_(constraints), surface_(surface) {
+        // Points that rounding moved, and lines that were led through points near them.
+        reach_ = 4 * constraints.vertexTolerance;
+        for (const PlanPoint& p : points) {
+            reach_ = std::max(reach_, 1e-14 * std::max(std::fabs(p.x), std::fabs(p.y)));
+        }
+        cell_ = std::max(reach_, 1e-9);
+    }
+
+    std::string Fault() {
+        CollectEdges();
+        const auto check = [this](const std::vector<SpaceLine>& lines, LineRole role) {
+            for (std::size_t i = 0; i < lines.size(); ++i) {
+                std::string fault = leftOut_.contains({role, i}) ? "" : FaultOf(lines[i], role, i);
+                if (!fault.empty()) {
+                    return fault;
+                }
+            }
+            return std::string();
+        };
+        for (const auto& [lines, role] : {std::pair(&constraints_.breaklines, LineRole::Breakline),
+                                          std::pair(&constraints_.boundary, LineRole::Boundary),
+                                          std::pair(&constraints_.holes, LineRole::Hole)}) {
+            std::string fault = check(*lines, role);
+            if (!fault.empty()) {
+                return fault;
+            }
+        }
+        return FaultOfHeld();
+    }
+
+private:
+    using Cell = std::pair<std::int64_t, std::int64_t>;
+    struct CellHash {
+        std::size_t operator()(const Cell& cell) const {
+            return static_cast<std::size_t>(cell.first * 0x9E3779B1 + cell.second * 0x85EBCA6B);
+        }
+    };
+
+    static bool IsLeftOut(SurfaceRemarkKind kind) {
+        switch (kind) {
+        case SurfaceRemarkKind::RefusedCrossing:
+        case SurfaceRemarkKind::NotFinished:
+        case SurfaceRemarkKind::TooShort:
+        case SurfaceRemarkKind::CrossesItself:
+        case SurfaceRemarkKind::LostSide:
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    [[nodiscard]] Cell CellOf(PlanPoint place) const {
+        return {static_cast<std::int64_t>(std::floor(place.x / cell_)),
+                static_cast<std::int64_t>(std::floor(place.y / cell_))};
+    }
+
+    void CollectEdges() {
+        for (const SurfaceRemark& remark : surface_.remarks) {
+            if (IsLeftOut(remark.kind)) {
+                leftOut_.insert({remark.role, remark.line});
+            }
+        }
+        const TriangleList& triangles = surface_.triangles;
+        ways_.resize(static_cast<std::size_t>(points_.UpperBound()) + 1);
+        for (Index t = 1; t <= triangles.count; ++t) {
+            for (int j = 1; j <= 3; ++j) {
+                if (Bit(surface_.constrained, {t, j})) {
+                    const Index p = triangles.Vertex(j, t);
+                    const Index q = triangles.Vertex(NextEdge(j), t);
+                    ways_[static_cast<std::size_t>(p)].push_back(q);
+                    ways_[static_cast<std::size_t>(q)].push_back(p);
+                }
+            }
+        }
+        for (Index i = 1; i <= points_.UpperBound(); ++i) {
+            if (!ways_[static_cast<std::size_t>(i)].empty()) {
+                corners_.emplace(CellOf(points_[i]), i);
+            }
+        }
+    }
+
+    [[nodiscard]] std::vector<Index> CornersNear(PlanPoint place) const {
+        std::vector<Index> near;
+        const Cell middle = CellOf(place);
+        for (std::int64_t dx = -1; dx <= 1; ++dx) {
+            for (std::int64_t dy = -1; dy <= 1; ++dy) {
+                const auto [first, last] =
+                    corners_.equal_range({middle.first + dx, middle.second + dy});
+                for (auto it = first; it != last; ++it) {
+                    if (Distance(points_[it->second], place) <= reach_) {
+                        near.push_back(it->second);
+                    }
+                }
+            }
+        }
+        return near;
+    }
+
+    static double Distance(PlanPoint a, PlanPoint b) { return std::hypot(a.x - b.x, a.y - b.y); }
+
+    static double DistanceTo(PlanPoint a, PlanPoint b, PlanPoint p) {
+        const double dx = b.x - a.x;
+        const double dy = b.y - a.y;
+        const double squared = dx * dx + dy * dy;
+        const double part =
+            squared > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / squared, 0.0, 1.0) : 0;
+        return Distance(p, {a.x + part * dx, a.y + part * dy});
+    }
+
+    // Where a side comes into the hull and leaves it; nothing when it stays outside.
+    [[nodiscard]] std::optional<std::pair<PlanPoint, PlanPoint>> WithinHull(PlanPoint a,
+                                                                            PlanPoint b) const {
+        double begin = 0;
+        double end = 1;
+        const TriangleList& triangles = surface_.triangles;
+        for (Index t = 1; t <= triangles.count; ++t) {
+            for (int j = 1; j <= 3; ++j) {
+                if (triangles.Neighbour(j, t) > 0) {
+                    continue;
+                }
+                const PlanPoint& p = points_[triangles.Vertex(j, t)];
+                const PlanPoint& q = points_[triangles.Vertex(NextEdge(j), t)];
+                const auto side = [&](PlanPoint at) {
+                    return ((q.x - p.x) * (at.y - p.y) - (q.y - p.y) * (at.x - p.x)) /
+                           Distance(p, q);
+                };
+                const double atA = side(a);
+                const double atB = side(b);
+                if (atA < -reach_ && atB < -reach_) {
+                    return std::nullopt;
+                }
+                if (atA < -reach_) {
+                    begin = std::max(begin, atA / (atA - atB));
+                } else if (atB < -reach_) {
+                    end = std::min(end, atA / (atA - atB));
+                }
+            }
+        }
+        const auto at = [&](double part) {
+            return PlanPoint{a.x + part * (b.x - a.x), a.y + part * (b.y - a.y)};
+        };
+        if (begin >= end || Distance(at(begin), at(end)) <= 4 * reach_) {
+            return std::nullopt; // outside, or it cuts a corner
+        }
+        return std::pair(begin > 0 ? at(begin) : a, end < 1 ? at(end) : b);
+    }
+
+    std::string FaultOf(const SpaceLine& line, LineRole role, std::size_t number) const {
+        const std::vector<SpacePoint>& vertices = line.vertices;
+        const bool isClosed = line.closed || role != LineRole::Breakline;
+        const std::size_t sides = vertices.size() - (isClosed ? 0 : 1);
+        const bool isDraped =
+            std::none_of(vertices.begin(), vertices.end(),
+                         [](const SpacePoint& vertex) { return HasHeight(vertex); });
+        for (std::size_t i = 0; i < sides; ++i) {
+            PlanPoint from = PlanOf(vertices[i]);
+            PlanPoint to = PlanOf(vertices[i + 1 == vertices.size() ? 0 : i + 1]);
+            if (isDraped) {
+                const auto within = WithinHull(from, to);
+                if (!within) {
+                    continue;
+                }
+                std::tie(from, to) = *within;
+            }
+            if (!IsChain(from, to)) {
+                return "Line " + std::to_string(number) + " of role " +
+                       std::to_string(static_cast<int>(role)) +
+                       " is no chain of edges from vertex " + std::to_string(i) + ".";
+            }
+        }
+        return "";
+    }
+
+    // Whether constrained edges within reach of the side lead from its beginning to its end.
+    [[nodiscard]] bool IsChain(PlanPoint from, PlanPoint to) const {
+        if (Distance(from, to) <= reach_) {
+            return true;
+        }
+        std::vector<Index> waiting = CornersNear(from);
+        std::set<Index> seen(waiting.begin(), waiting.end());
+        while (!waiting.empty()) {
+            const Index next = waiting.back();
+            waiting.pop_back();
+            if (Distance(points_[next], to) <= reach_) {
+                return true;
+            }
+            for (const Index other : ways_[static_cast<std::size_t>(next)]) {
+                if (DistanceTo(from, to, points_[other]) <= reach_ && seen.insert(other).second) {
+                    waiting.push_back(other);
+                }
+            }
+        }
+        return false;
+    }
+
+    std::string FaultOfHeld() const {
+        for (std::size_t i = 0; i < constraints_.held.size(); ++i) {
+            const HeldSide& side = constraints_.held[i];
+            if (leftOut_.contains({LineRole::HeldSide, i})) {
+                continue;
+            }
+            bool isEdge = false;
+            for (const Index p : CornersNear(side.from)) {
+                const std::vector<Index>& ways = ways_[static_cast<std::size_t>(p)];
+                isEdge = isEdge || (points_[p] == side.from &&
+                                    std::any_of(ways.begin(), ways.end(),
+                                                [&](Index q) { return points_[q] == side.to; }));
+            }
+            if (!isEdge) {
+                return "Held side " + std::to_string(i) + " is no edge.";
+            }
+        }
+        return "";
+    }
+
+    const Array1<PlanPoint>& points_;
+    const SurfaceConstraints& constraints_;
+    const ConstrainedSurface& surface_;
+    double reach_ = 0;
+    double cell_ = 1;
+    std::vector<std::vector<Index>> ways_; // along constrained edges, of point i at i
+    std::unordered_multimap<Cell, Index, CellHash> corners_;
+    std::set<std::pair<LineRole, std::size_t>> leftOut_;
+};
+
+} // namespace
+
+std::string SurfaceFaultOf(const Array1<PlanPoint>& coord, const SurfaceConstraints& constraints,
+                           const ConstrainedSurface& surface, BaseArithmetic arithmetic) {
+    const Array1<PlanPoint> points = AllPoints(coord, surface);
+    std::string fault = TriangleCheck(points, surface, arithmetic).Fault();
+    return fault.empty() && surface.triangles.count > 0
+               ? LineCheck(points, constraints, surface).Fault()
+               : fault;
+}
+
+} // namespace terravo
