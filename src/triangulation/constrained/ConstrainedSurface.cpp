@@ -93,6 +93,7 @@ public:
                 return true;
             }
         }
+        layer_.ReachHull();
         for (std::size_t i = 0; i < constraints_.held.size(); ++i) {
             layer_.Hold(i);
         }
@@ -179,20 +180,55 @@ private:
         }
     }
 
+    // Each triangle lies on one side of the ring, and one with a large area tells on which. Where
+    // the triangle at a hull edge lies inside, the edge is marked.
     void ToggleHull(const LineToLay& ring, EdgeMarks& own) const {
-        const TriangleEdge first = layer_.Inserter().AnyHullEdge();
-        TriangleEdge edge = first;
-        do {
-            const Triangle& triangle = mesh_.Triangles().table[edge.triangle];
-            const PlanPoint& p = mesh_.Position(triangle.Vertex(edge.edge));
-            const PlanPoint& q = mesh_.Position(triangle.Vertex(NextEdge(edge.edge)));
-            const bool isOfRing =
-                (own[edge.triangle] >> static_cast<unsigned>(edge.edge - 1) & 1U) != 0;
-            if (!isOfRing && IsInside(ring, {(p.x + q.x) / 2, (p.y + q.y) / 2})) {
-                ToggleEdge(edge, own);
+        const TriangleList& triangles = mesh_.Triangles();
+        Array1<signed char> side(triangles.count, -1);
+        const Index first = LargestTriangle();
+        side[first] = IsInside(ring, MiddleOf(first)) ? 1 : 0;
+        std::vector<Index> waiting{first};
+        while (!waiting.empty()) {
+            const Index t = waiting.back();
+            waiting.pop_back();
+            for (int j = 1; j <= 3; ++j) {
+                const unsigned bit = own[t] >> static_cast<unsigned>(j - 1) & 1U;
+                const Index across = triangles.Neighbour(j, t);
+                if (across > 0 && side[across] < 0) {
+                    side[across] = static_cast<signed char>(side[t] ^ static_cast<int>(bit));
+                    waiting.push_back(across);
+                } else if (across < 0 && static_cast<int>(bit) != side[t]) {
+                    ToggleEdge({t, j}, own);
+                }
             }
-            edge = HullEdgeFromLink(triangle.Neighbour(edge.edge));
-        } while (!(edge == first));
+        }
+    }
+
+    PlanPoint MiddleOf(Index t) const {
+        const auto& [a, b, c] = mesh_.Triangles().table[t].vertices;
+        const PlanPoint& pa = mesh_.Position(a);
+        const PlanPoint& pb = mesh_.Position(b);
+        const PlanPoint& pc = mesh_.Position(c);
+        return {pa.x + ((pb.x - pa.x) + (pc.x - pa.x)) / 3,
+                pa.y + ((pb.y - pa.y) + (pc.y - pa.y)) / 3};
+    }
+
+    Index LargestTriangle() const {
+        Index largest = 1;
+        double most = 0;
+        for (Index t = 1; t <= mesh_.Triangles().count; ++t) {
+            const auto& [a, b, c] = mesh_.Triangles().table[t].vertices;
+            const PlanPoint& pa = mesh_.Position(a);
+            const PlanPoint& pb = mesh_.Position(b);
+            const PlanPoint& pc = mesh_.Position(c);
+            const double area =
+                (pb.x - pa.x) * (pc.y - pa.y) - (pb.y - pa.y) * (pc.x - pa.x);
+            if (area > most) {
+                largest = t;
+                most = area;
+            }
+        }
+        return largest;
     }
 
     const SurfaceConstraints& constraints_;

@@ -159,13 +159,22 @@ void ConstraintLayer::PutVertices(LineNumber line) {
 // ---- Crossings
 // -----------------------------------------------------------------------------------
 
-PlanPoint ConstraintLayer::CrossingOf(Index from, Index to, Index p, Index q) const {
-    const PlanPoint& a = mesh_.Position(from);
-    const PlanPoint& b = mesh_.Position(to);
-    const double before = AreaOf(mesh_.Position(p), mesh_.Position(q), a);
-    const double behind = AreaOf(mesh_.Position(p), mesh_.Position(q), b);
+// Of nearly parallel sides rounding may take the place anywhere along them, so it is sought on the
+// shorter one and kept within the extents of both.
+PlanPoint ConstraintLayer::CrossingOf(PlanPoint a, PlanPoint b, PlanPoint c, PlanPoint d) {
+    if (std::hypot(d.x - c.x, d.y - c.y) < std::hypot(b.x - a.x, b.y - a.y)) {
+        std::swap(a, c);
+        std::swap(b, d);
+    }
+    const double before = AreaOf(c, d, a);
+    const double behind = AreaOf(c, d, b);
     const double part = before + behind > 0 ? before / (before + behind) : 0.5;
-    return {Reachable(a.x + part * (b.x - a.x)), Reachable(a.y + part * (b.y - a.y))};
+    const auto within = [part](double a1, double b1, double c1, double d1) {
+        const double low = std::max(std::min(a1, b1), std::min(c1, d1));
+        const double high = std::min(std::max(a1, b1), std::max(c1, d1));
+        return Reachable(std::clamp(a1 + part * (b1 - a1), low, std::max(low, high)));
+    };
+    return {within(a.x, b.x, c.x, d.x), within(a.y, b.y, c.y, d.y)};
 }
 
 ConstraintLayer::Meeting ConstraintLayer::Meet(LineNumber line, LineNumber other, PlanPoint place,
@@ -237,7 +246,7 @@ bool ConstraintLayer::CanPass(Index from, Index to, LineNumber line) {
             next =
                 inserter_.Follow(current, to, start.edge, [&](const auto& edge, TriangleEdge at) {
                     if (inserter_.IsConstrained(at)) {
-                        const PlanPoint place = CrossingOf(from, to, edge.right, edge.left);
+                        const PlanPoint place = CrossingOf(course.given.from, course.given.to, mesh_.Position(edge.right), mesh_.Position(edge.left));
                         const double there = SideBetween(edge.right, edge.left).HeightAt(place);
                         ++budget_;
                         passes =
@@ -402,7 +411,7 @@ bool ConstraintLayer::Cross(Index from, Index goal, const SegmentInserter::Cross
         return false;
     }
     const auto [p, q, triangle] = edge;
-    const PlanPoint place = CrossingOf(from, goal, p, q);
+    const PlanPoint place = CrossingOf(mesh_.Position(from), mesh_.Position(goal), mesh_.Position(p), mesh_.Position(q));
     const LineNumber other = pieces_.Of(p, q).line;
     const double height = course.given.HeightAt(place);
     const double there = SideBetween(p, q).HeightAt(place);

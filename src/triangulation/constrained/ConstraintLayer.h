@@ -51,6 +51,9 @@ public:
     /// Lays a line on the surface as it is.
     Result Drape(LineNumber line);
 
+    /// Leads rings that leave the hull to the hull as it is now.
+    void ReachHull();
+
     /// @param held  number among the held sides.
     Result Hold(std::size_t held);
 
@@ -75,6 +78,11 @@ private:
         GivenSide given;
         LineNumber line = kNoLine;
         int depth = 0; // 0: a side of a line, else a part of an edge that is laid anew
+    };
+    struct Outlet { // where a line leaves the hull
+        LineNumber line = kNoLine;
+        Index point = 0;
+        PlanPoint outside;
     };
     enum class Meeting { Agree, Taken, Refused };
 
@@ -109,7 +117,7 @@ private:
                std::vector<Index>& goals);
     [[nodiscard]] Index SnapCrossing(PlanPoint place, Index from, Index goal,
                                      const SegmentInserter::Crossed& edge);
-    [[nodiscard]] PlanPoint CrossingOf(Index from, Index to, Index p, Index q) const;
+    [[nodiscard]] static PlanPoint CrossingOf(PlanPoint a, PlanPoint b, PlanPoint c, PlanPoint d);
     Index DivideEdge(Index p, Index q, PlanPoint place, double height, int depth);
     bool DivideAt(Index p, Index q, Index point, int depth);
 
@@ -121,6 +129,7 @@ private:
     std::array<Index, 2> HullCrossings(PlanPoint from, PlanPoint to);
     Index PutOnHull(Index p, Index q, PlanPoint from, PlanPoint to);
     void HoldSides(Index triangle);
+    [[nodiscard]] Index StepOut(Index from, PlanPoint outside) const;
     [[nodiscard]] double HeightIn(Index triangle, PlanPoint place) const;
 
     ExactMesh& mesh_;
@@ -136,6 +145,7 @@ private:
     std::vector<char> reachesOutside_;
     std::vector<char> isRefused_;
     EdgePieces pieces_;
+    std::vector<Outlet> outlets_;
     std::vector<SegmentInserter::Crossed> crossed_;
     std::vector<Index> settled_; // crossings of the side being laid, whose heights have been met
     Index lastPut_ = 0;

@@ -21,14 +21,6 @@ double SignedArea(PlanPoint a, PlanPoint b, PlanPoint c) {
     return (a.x - c.x) * (b.y - c.y) - (a.y - c.y) * (b.x - c.x);
 }
 
-PlanPoint Between(PlanPoint p, PlanPoint q, double part) {
-    const auto between = [part](double a, double b) {
-        const double value = part <= 0.5 ? a + part * (b - a) : b + (1 - part) * (a - b);
-        return IsWithinReach(value) ? value : 0;
-    };
-    return {between(p.x, q.x), between(p.y, q.y)};
-}
-
 } // namespace
 
 double ConstraintLayer::HeightIn(Index triangle, PlanPoint place) const {
@@ -96,8 +88,14 @@ bool ConstraintLayer::DrapeSide(const SpacePoint& from, const SpacePoint& to, In
                                 Index last, LineNumber line, PieceChain& chain) {
     if (first == 0 || last == 0) {
         const std::array<Index, 2> crossings = HullCrossings(PlanOf(from), PlanOf(to));
-        first = first == 0 ? crossings[0] : first;
-        last = last == 0 ? crossings[1] : last;
+        if (first == 0) {
+            first = crossings[0];
+            outlets_.push_back({line, first, PlanOf(from)});
+        }
+        if (last == 0) {
+            last = crossings[1];
+            outlets_.push_back({line, last, PlanOf(to)});
+        }
     }
     return first == 0 || last == 0 || first == last || DrapeBetween(first, last, line, chain);
 }
@@ -145,16 +143,13 @@ Index ConstraintLayer::DrapeAcross(Index from, Index to, TriangleEdge edge) {
     const Index q = inserter_.Triangles().Vertex(NextEdge(edge.edge), edge.triangle);
     const PlanPoint& a = mesh_.Position(from);
     const PlanPoint& b = mesh_.Position(to);
-    const double atP = std::fabs(SignedArea(a, b, mesh_.Position(p)));
-    const double atQ = std::fabs(SignedArea(a, b, mesh_.Position(q)));
-    const double part = atP + atQ > 0 ? atP / (atP + atQ) : 0.5;
-    const PlanPoint place = Between(mesh_.Position(p), mesh_.Position(q), part);
+    const PlanPoint place = CrossingOf(a, b, mesh_.Position(p), mesh_.Position(q));
     for (const Index end : {p, q}) {
         if (IsNear(end, place) && Distance(mesh_.Position(end), b) < Distance(a, b)) {
             return end;
         }
     }
-    return DivideEdge(p, q, place, Height(p) + part * (Height(q) - Height(p)), 0);
+    return DivideEdge(p, q, place, SideBetween(p, q).HeightAt(place), 0);
 }
 
 // ---- The hull
@@ -198,10 +193,7 @@ std::array<Index, 2> ConstraintLayer::HullCrossings(PlanPoint from, PlanPoint to
 Index ConstraintLayer::PutOnHull(Index p, Index q, PlanPoint from, PlanPoint to) {
     const PlanPoint& a = mesh_.Position(p);
     const PlanPoint& b = mesh_.Position(q);
-    const double atP = std::fabs(SignedArea(from, to, a));
-    const double atQ = std::fabs(SignedArea(from, to, b));
-    const double part = atP + atQ > 0 ? atP / (atP + atQ) : 0.5;
-    const PlanPoint exact = Between(a, b, part);
+    const PlanPoint exact = CrossingOf(from, to, a, b);
     if (IsNear(p, exact) || IsNear(q, exact)) {
         return IsNear(p, exact) ? p : q;
     }
@@ -214,9 +206,46 @@ Index ConstraintLayer::PutOnHull(Index p, Index q, PlanPoint from, PlanPoint to)
         place = {exact.x + out * (b.y - a.y) / length, exact.y - out * (b.x - a.x) / length};
         inserter_.Admit(place);
     }
-    const double height = Height(p) + part * (Height(q) - Height(p));
+    const double height = SideBetween(p, q).HeightAt(exact);
     HoldSides(inserter_.FindEdge(p, q).triangle);
     return DivideEdge(p, q, place, height, 0);
+}
+
+// A point that was put on the hull by an earlier line may lie behind a point that came later, by
+// rounding. The ring then ends at the right end of the hull edge that covers it.
+void ConstraintLayer::ReachHull() {
+    for (const Outlet& outlet : outlets_) {
+        if (outlet.point == 0 || lines_[outlet.line].role == LineRole::Breakline) {
+            continue;
+        }
+        for (Index at = outlet.point; !inserter_.IsOnHull(at);) {
+            const Index next = StepOut(at, outlet.outside);
+            if (next == 0) {
+                break;
+            }
+            ClaimEdge(at, next, inserter_.FindEdge(at, next), kNoLine, chains_[outlet.line]);
+            at = next;
+        }
+    }
+}
+
+/// @return the neighbour along which the way out runs, or the first one on its right; 0 when there
+///         is none.
+Index ConstraintLayer::StepOut(Index from, PlanPoint outside) const {
+    Index next = 0;
+    const PlanPoint& origin = mesh_.Position(from);
+    inserter_.AroundPoint(from, [&](Index t, int edge) {
+        const Index right = inserter_.Triangles().Vertex(NextEdge(edge), t);
+        const Index left = inserter_.Triangles().Vertex(PreviousEdge(edge), t);
+        const PlanPoint& p = mesh_.Position(right);
+        if (inserter_.Turn(origin, p, outside) >= 0 &&
+            inserter_.Turn(origin, mesh_.Position(left), outside) < 0 &&
+            Distance(p, outside) < Distance(origin, outside) + Distance(p, origin)) {
+            next = right;
+        }
+        return next == 0;
+    });
+    return next;
 }
 
 } // namespace terravo

@@ -271,6 +271,9 @@ private:
         ways_.resize(static_cast<std::size_t>(points_.UpperBound()) + 1);
         for (Index t = 1; t <= triangles.count; ++t) {
             for (int j = 1; j <= 3; ++j) {
+                if (triangles.Neighbour(j, t) < 0) {
+                    hull_.emplace_back(triangles.Vertex(j, t), triangles.Vertex(NextEdge(j), t));
+                }
                 if (Bit(surface_.constrained, {t, j})) {
                     const Index p = triangles.Vertex(j, t);
                     const Index q = triangles.Vertex(NextEdge(j), t);
@@ -314,42 +317,65 @@ private:
         return Distance(p, {a.x + part * dx, a.y + part * dy});
     }
 
-    // Where a side comes into the hull and leaves it; nothing when it stays outside.
-    [[nodiscard]] std::optional<std::pair<PlanPoint, PlanPoint>> WithinHull(PlanPoint a,
-                                                                            PlanPoint b) const {
+    // A side within the hull. Where it meets the hull at a small angle rounding moves the place
+    // along it.
+    struct Stretch {
+        PlanPoint from;
+        PlanPoint to;
+        double slackFrom = 0;
+        double slackTo = 0;
+    };
+
+    // Nothing when it stays outside or only cuts a corner, or when rounding decides.
+    [[nodiscard]] std::optional<Stretch> WithinHull(PlanPoint a, PlanPoint b) const {
         double begin = 0;
         double end = 1;
-        const TriangleList& triangles = surface_.triangles;
-        for (Index t = 1; t <= triangles.count; ++t) {
-            for (int j = 1; j <= 3; ++j) {
-                if (triangles.Neighbour(j, t) > 0) {
-                    continue;
-                }
-                const PlanPoint& p = points_[triangles.Vertex(j, t)];
-                const PlanPoint& q = points_[triangles.Vertex(NextEdge(j), t)];
-                const auto side = [&](PlanPoint at) {
-                    return ((q.x - p.x) * (at.y - p.y) - (q.y - p.y) * (at.x - p.x)) /
-                           Distance(p, q);
-                };
-                const double atA = side(a);
-                const double atB = side(b);
-                if (atA < -reach_ && atB < -reach_) {
-                    return std::nullopt;
-                }
-                if (atA < -reach_) {
-                    begin = std::max(begin, atA / (atA - atB));
-                } else if (atB < -reach_) {
-                    end = std::min(end, atA / (atA - atB));
-                }
+        Stretch stretch{a, b, reach_, reach_};
+        for (const auto& [from, to] : hull_) {
+            const PlanPoint& p = points_[from];
+            const PlanPoint& q = points_[to];
+            const auto side = [&](PlanPoint at) {
+                return ((q.x - p.x) * (at.y - p.y) - (q.y - p.y) * (at.x - p.x)) / Distance(p, q);
+            };
+            const double atA = side(a);
+            const double atB = side(b);
+            const auto isDoubtful = [this](double at) { return at < 0 && at >= -reach_; };
+            if ((atA < reach_ && atB < reach_ && std::min(atA, atB) < -reach_) ||
+                isDoubtful(atA) || isDoubtful(atB)) {
+                return std::nullopt;
             }
+            const double slack = 4 * reach_ * Distance(a, b) / std::fabs(atA - atB);
+            if (atA < -reach_ && atA / (atA - atB) > begin) {
+                begin = atA / (atA - atB);
+                stretch.slackFrom = slack;
+            } else if (atB < -reach_ && atA / (atA - atB) < end) {
+                end = atA / (atA - atB);
+                stretch.slackTo = slack;
+            }
+        }
+        const double length = Distance(a, b);
+        if ((end - begin) * length <= 4 * reach_ + stretch.slackFrom + stretch.slackTo) {
+            return std::nullopt;
         }
         const auto at = [&](double part) {
             return PlanPoint{a.x + part * (b.x - a.x), a.y + part * (b.y - a.y)};
         };
-        if (begin >= end || Distance(at(begin), at(end)) <= 4 * reach_) {
-            return std::nullopt; // outside, or it cuts a corner
+        stretch.from = begin > 0 ? at(begin) : a;
+        stretch.to = end < 1 ? at(end) : b;
+        return stretch;
+    }
+
+    [[nodiscard]] std::vector<Index> Beginnings(const Stretch& stretch) const {
+        if (stretch.slackFrom <= reach_) {
+            return CornersNear(stretch.from);
         }
-        return std::pair(begin > 0 ? at(begin) : a, end < 1 ? at(end) : b);
+        std::vector<Index> near;
+        for (Index i = 1; i <= points_.UpperBound(); ++i) {
+            if (Distance(points_[i], stretch.from) <= stretch.slackFrom) {
+                near.push_back(i);
+            }
+        }
+        return near;
     }
 
     std::string FaultOf(const SpaceLine& line, LineRole role, std::size_t number) const {
@@ -360,16 +386,11 @@ private:
             std::none_of(vertices.begin(), vertices.end(),
                          [](const SpacePoint& vertex) { return HasHeight(vertex); });
         for (std::size_t i = 0; i < sides; ++i) {
-            PlanPoint from = PlanOf(vertices[i]);
-            PlanPoint to = PlanOf(vertices[i + 1 == vertices.size() ? 0 : i + 1]);
-            if (isDraped) {
-                const auto within = WithinHull(from, to);
-                if (!within) {
-                    continue;
-                }
-                std::tie(from, to) = *within;
-            }
-            if (!IsChain(from, to)) {
+            const PlanPoint from = PlanOf(vertices[i]);
+            const PlanPoint to = PlanOf(vertices[i + 1 == vertices.size() ? 0 : i + 1]);
+            const std::optional<Stretch> stretch =
+                isDraped ? WithinHull(from, to) : Stretch{from, to, reach_, reach_};
+            if (stretch && !IsChain(from, to, *stretch)) {
                 return "Line " + std::to_string(number) + " of role " +
                        std::to_string(static_cast<int>(role)) +
                        " is no chain of edges from vertex " + std::to_string(i) + ".";
@@ -378,17 +399,18 @@ private:
         return "";
     }
 
-    // Whether constrained edges within reach of the side lead from its beginning to its end.
-    [[nodiscard]] bool IsChain(PlanPoint from, PlanPoint to) const {
-        if (Distance(from, to) <= reach_) {
+    // Whether constrained edges within reach of the side lead from the beginning of its stretch to
+    // the end.
+    [[nodiscard]] bool IsChain(PlanPoint from, PlanPoint to, const Stretch& stretch) const {
+        if (Distance(stretch.from, stretch.to) <= reach_) {
             return true;
         }
-        std::vector<Index> waiting = CornersNear(from);
+        std::vector<Index> waiting = Beginnings(stretch);
         std::set<Index> seen(waiting.begin(), waiting.end());
         while (!waiting.empty()) {
             const Index next = waiting.back();
             waiting.pop_back();
-            if (Distance(points_[next], to) <= reach_) {
+            if (Distance(points_[next], stretch.to) <= stretch.slackTo) {
                 return true;
             }
             for (const Index other : ways_[static_cast<std::size_t>(next)]) {
@@ -426,6 +448,7 @@ private:
     double reach_ = 0;
     double cell_ = 1;
     std::vector<std::vector<Index>> ways_; // along constrained edges, of point i at i
+    std::vector<std::pair<Index, Index>> hull_;
     std::unordered_multimap<Cell, Index, CellHash> corners_;
     std::set<std::pair<LineRole, std::size_t>> leftOut_;
 };
