@@ -206,6 +206,29 @@ std::optional<std::vector<ColumnRole>> NamesIn(std::string_view line, FieldSepar
     return std::nullopt;
 }
 
+std::optional<std::size_t> LineColumn(const std::vector<std::string_view>& fields) {
+    constexpr Words kLine =
+        " line lines lineid lineno linenr linenumber linename polyline polylineid string stringid "
+        "stringname breakline linea lineaid lineanome nomelinea idlinea numerolinea polilinea "
+        "spezzata linie linien linienid liniennr liniennummer linienname polylinie bruchkante "
+        "bruchlinie ligne ligneid nomligne idligne numeroligne polyligne nombrelinea lineanombre "
+        "ring ringid anello anillo anneau ";
+    constexpr Words kName = " name names nome nombre nom id ";
+    for (const Words words : {kLine, kName}) {
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            std::string enclosed = " ";
+            for (const std::string& word : WordsOf(fields[i])) {
+                enclosed += word;
+            }
+            enclosed += ' ';
+            if (enclosed.size() > 2 && words.find(enclosed) != Words::npos) {
+                return i;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
 bool HaveSameCoordinates(const std::vector<ColumnRole>& a, const std::vector<ColumnRole>& b) {
     const auto placeIn = [](const std::vector<ColumnRole>& columns, ColumnRole role) {
         return std::find(columns.begin(), columns.end(), role) - columns.begin();

@@ -34,6 +34,10 @@ NamedHeader ReadHeader(const std::vector<std::string_view>& fields, std::string_
 ///         has to be known and each coordinate named.
 std::optional<std::vector<ColumnRole>> NamesIn(std::string_view line, FieldSeparator separator);
 
+/// The place of the column that names the line which a vertex belongs to, from 0: the first one
+/// with a word for a line, else the first one that says name.
+std::optional<std::size_t> LineColumn(const std::vector<std::string_view>& fields);
+
 /// True where two rows of columns have the coordinates in the same places.
 bool HaveSameCoordinates(const std::vector<ColumnRole>& a, const std::vector<ColumnRole>& b);
 

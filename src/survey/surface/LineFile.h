@@ -5,27 +5,17 @@
 // apart as point files are. Whatever is wrong is named by file and line; nothing is guessed.
 #pragma once
 
-#include "survey/surface/SurfacePlan.h"
+#include "survey/surface/LineCollector.h"
 #include "util/StopToken.h"
 
 #include <string>
-#include <vector>
 
 namespace terravo {
 
-struct LineReading {
-    std::vector<SurfaceLine> lines;
-    std::vector<std::string> remarks; // full sentences
-    std::string failure;              // full sentence; nothing is in `lines` then
-    bool isStopped = false;
-};
-
-/// How lines are closed.
-enum class LineClosing {
-    AsTheyAre, // a line whose last vertex repeats the first is closed
-    Always     // rings: an open one is closed, with a remark
-};
-
+/// Reads a text; docs/formats.md says of which form. A line with a vertex that cannot be read is
+/// left out with a remark. A file that makes no sense, or in which a line has heights at some
+/// vertices only, is a failure.
+/// @param stop  stage "read".
 LineReading ReadLineFile(const std::string& path, LineClosing closing,
                          const StopToken& stop = StopToken());
 
