@@ -3,6 +3,7 @@
 #include "triangulation/constrained/ConstraintLayer.h"
 #include "triangulation/constrained/LinesToLay.h"
 
+#include <algorithm>
 #include <numeric>
 #include <utility>
 
@@ -119,6 +120,11 @@ public:
         surface.lineEdges = layer_.Pieces().CountOfLines();
         surface.boundary = MarksOf(LineRole::Boundary);
         surface.holes = MarksOf(LineRole::Hole);
+        for (LineNumber i = 0; i < lines_.size(); ++i) {
+            if (isLeftOut_[i] == 0) {
+                surface.lines.push_back({lines_[i].role, lines_[i].number, CoursesOf(i)});
+            }
+        }
         surface.remarks.insert(surface.remarks.end(), layer_.remarks.begin(), layer_.remarks.end());
         surface.constrained = mesh_.Marks();
         surface.triangles = mesh_.TakeTriangles();
@@ -140,6 +146,54 @@ private:
         const double part =
             (stage + static_cast<double>(line) / static_cast<double>(lines_.size())) / 2;
         return stop_.GoesOn("constrain", begin_ + (1 - begin_) / 2 * part);
+    }
+
+    // Along the piece as it first was, from its beginning or from its end.
+    [[nodiscard]] std::vector<std::pair<Index, Index>> EdgesOf(PieceNumber piece,
+                                                               bool fromEnd) const {
+        const EdgePiece& whole = layer_.Pieces().At(piece);
+        const PlanPoint a = mesh_.Position(fromEnd ? whole.to : whole.from);
+        const PlanPoint b = mesh_.Position(fromEnd ? whole.from : whole.to);
+        const auto along = [&](Index point) {
+            const PlanPoint p = mesh_.Position(point);
+            return (p.x - a.x) * (b.x - a.x) + (p.y - a.y) * (b.y - a.y);
+        };
+        std::vector<std::pair<Index, Index>> edges;
+        layer_.Pieces().ForEachEdge(piece, [&](Index p, Index q) {
+            edges.push_back(along(p) < along(q) ? std::pair(p, q) : std::pair(q, p));
+        });
+        std::sort(edges.begin(), edges.end(), [&](const auto& one, const auto& other) {
+            return along(one.first) < along(other.first);
+        });
+        return edges;
+    }
+
+    // Another line may have claimed a piece first, and run along it the other way.
+    [[nodiscard]] bool RunsFromEnd(const PieceChain& chain, std::size_t i, Index current) const {
+        const EdgePiece& piece = layer_.Pieces().At(chain[i]);
+        if (current == piece.from || current == piece.to) {
+            return current == piece.to;
+        }
+        if (i + 1 == chain.size()) {
+            return false;
+        }
+        const EdgePiece& next = layer_.Pieces().At(chain[i + 1]);
+        return piece.from == next.from || piece.from == next.to;
+    }
+
+    [[nodiscard]] std::vector<std::vector<Index>> CoursesOf(LineNumber line) const {
+        std::vector<std::vector<Index>> courses;
+        const PieceChain& chain = layer_.ChainOf(line);
+        for (std::size_t i = 0; i < chain.size(); ++i) {
+            const Index current = courses.empty() ? 0 : courses.back().back();
+            for (const auto& [p, q] : EdgesOf(chain[i], RunsFromEnd(chain, i, current))) {
+                if (courses.empty() || courses.back().back() != p) {
+                    courses.push_back({p});
+                }
+                courses.back().push_back(q);
+            }
+        }
+        return courses;
     }
 
     EdgeMarks MarksOf(LineRole role) const {
@@ -221,8 +275,7 @@ private:
             const PlanPoint& pa = mesh_.Position(a);
             const PlanPoint& pb = mesh_.Position(b);
             const PlanPoint& pc = mesh_.Position(c);
-            const double area =
-                (pb.x - pa.x) * (pc.y - pa.y) - (pb.y - pa.y) * (pc.x - pa.x);
+            const double area = (pb.x - pa.x) * (pc.y - pa.y) - (pb.y - pa.y) * (pc.x - pa.x);
             if (area > most) {
                 largest = t;
                 most = area;

@@ -17,16 +17,26 @@ namespace terravo {
 /// Marks of a triangle: bit j - 1 for edge j.
 using EdgeMarks = Array1<std::uint8_t>;
 
+/// How a line runs through the triangulation.
+struct LaidLine {
+    LineRole role = LineRole::Breakline;
+    std::size_t number = 0; // among those of its role
+    /// Points from edge to edge, those that were added too; several where the line leaves the hull.
+    /// A closed course repeats its first point.
+    std::vector<std::vector<Index>> courses;
+};
+
 struct ConstrainedSurface {
     /// Points N + 1 and up: vertices of lines, crossings, and where a ring without heights crosses
     /// sides.
     std::vector<SpacePoint> added;
-    TriangleList triangles;     // all of them, within the convex hull
-    EdgeMarks constrained;      // edges that no swap may take away, on both sides of each
-    EdgeMarks boundary;         // of them, those that an odd number of boundary rings runs along
-    EdgeMarks holes;            // likewise
-    std::int64_t crossings = 0; // points made where lines cross
-    std::int64_t lineEdges = 0; // edges of breaklines, rings and held sides, each counted once
+    TriangleList triangles;      // all of them, within the convex hull
+    EdgeMarks constrained;       // edges that no swap may take away, on both sides of each
+    EdgeMarks boundary;          // of them, those that an odd number of boundary rings runs along
+    EdgeMarks holes;             // likewise
+    std::int64_t crossings = 0;  // points made where lines cross
+    std::int64_t lineEdges = 0;  // edges of breaklines, rings and held sides, each counted once
+    std::vector<LaidLine> lines; // breaklines and rings that were not left out
     std::vector<SurfaceRemark> remarks;
     bool isStopped = false; // all else is empty then
 };

@@ -246,7 +246,9 @@ bool ConstraintLayer::CanPass(Index from, Index to, LineNumber line) {
             next =
                 inserter_.Follow(current, to, start.edge, [&](const auto& edge, TriangleEdge at) {
                     if (inserter_.IsConstrained(at)) {
-                        const PlanPoint place = CrossingOf(course.given.from, course.given.to, mesh_.Position(edge.right), mesh_.Position(edge.left));
+                        const PlanPoint place =
+                            CrossingOf(course.given.from, course.given.to,
+                                       mesh_.Position(edge.right), mesh_.Position(edge.left));
                         const double there = SideBetween(edge.right, edge.left).HeightAt(place);
                         ++budget_;
                         passes =
@@ -411,7 +413,8 @@ bool ConstraintLayer::Cross(Index from, Index goal, const SegmentInserter::Cross
         return false;
     }
     const auto [p, q, triangle] = edge;
-    const PlanPoint place = CrossingOf(mesh_.Position(from), mesh_.Position(goal), mesh_.Position(p), mesh_.Position(q));
+    const PlanPoint place = CrossingOf(mesh_.Position(from), mesh_.Position(goal),
+                                       mesh_.Position(p), mesh_.Position(q));
     const LineNumber other = pieces_.Of(p, q).line;
     const double height = course.given.HeightAt(place);
     const double there = SideBetween(p, q).HeightAt(place);

@@ -340,8 +340,8 @@ private:
             const double atA = side(a);
             const double atB = side(b);
             const auto isDoubtful = [this](double at) { return at < 0 && at >= -reach_; };
-            if ((atA < reach_ && atB < reach_ && std::min(atA, atB) < -reach_) ||
-                isDoubtful(atA) || isDoubtful(atB)) {
+            if ((atA < reach_ && atB < reach_ && std::min(atA, atB) < -reach_) || isDoubtful(atA) ||
+                isDoubtful(atB)) {
                 return std::nullopt;
             }
             const double slack = 4 * reach_ * Distance(a, b) / std::fabs(atA - atB);
