@@ -64,7 +64,7 @@ const VectorContent& KeptContent(Index count, VectorPart part) {
         const ContourSet contours = *MakeContourSet(points, triangles, levels);
         VectorWish wish;
         wish.parts.Add(part);
-        place->second = MakeVectorContent({points, triangles, rule, levels, contours}, wish);
+        place->second = MakeVectorContent(SourceOf(survey.Surface(), rule, levels, contours), wish);
     }
     return place->second;
 }

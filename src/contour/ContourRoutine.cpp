@@ -127,26 +127,26 @@ AppError TriangulationError(Index ierr, const RunState& run) {
 }
 
 void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
-                         const TriangleList& triangles) {
+                         const ShownSurface& shown) {
     surface.SetDrawWidth(1);
     if (input.showTriangles) {
         WithPlaces(surface,
-                   [&](auto& places) { DrawTriangles(places, input.survey.Points(), triangles); });
+                   [&](auto& places) { DrawTriangles(places, shown.points, shown.triangles); });
     }
     if (input.showPerimeter) {
-        DrawHull(surface, input.survey.Points(), triangles);
+        DrawHull(surface, shown.points, shown.triangles);
     }
 }
 
 ContourReport
 RunContourRoutine(const LevelSet& levels, const ContourInput& input,
-                  const std::function<void(const TriangulationOutcome&, ContourReport&)>& body) {
+                  const std::function<void(const ShownSurface&, ContourReport&)>& body) {
     ContourReport report;
     report.levelCount = levels.UpperBound();
     try {
         RequireLevels(report.levelCount, input);
         Stopwatch watch;
-        const TriangulationOutcome& made = input.survey.Triangulation(input.stop);
+        const ShownSurface made = input.survey.Surface(input.stop);
         report.triangulate = watch.Lap();
         if (made.ierr == modDelaunay2D::Ierr::kStopped) {
             report.stopped = true;

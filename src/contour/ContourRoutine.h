@@ -47,12 +47,12 @@ AppError TriangulationError(Index ierr, const RunState& run);
 
 /// Draws every triangle edge and every hull edge as asked for, in white, one pixel wide.
 void DrawTriangleOverlay(DrawSurface& surface, const ContourInput& input,
-                         const TriangleList& triangles);
+                         const ShownSurface& shown);
 
-/// Runs a contour routine: refuses too few levels with error 1001, gets the triangulation,
+/// Runs a contour routine: refuses too few levels with error 1001, gets the surface,
 /// hands it to the body unless the work was stopped, and catches whatever ends it.
 ContourReport
 RunContourRoutine(const LevelSet& levels, const ContourInput& input,
-                  const std::function<void(const TriangulationOutcome&, ContourReport&)>& body);
+                  const std::function<void(const ShownSurface&, ContourReport&)>& body);
 
 } // namespace terravo

@@ -178,8 +178,8 @@ template <class Surface>
 class BandPainter {
 public:
     BandPainter(Surface& surface, const LevelSet& levels, const ContourInput& input,
-                const TriangleList& triangles, MessageService& messages)
-        : surface_(surface), levels_(levels), points_(input.survey.Points()), triangles_(triangles),
+                const ShownSurface& shown, MessageService& messages)
+        : surface_(surface), levels_(levels), points_(shown.points), triangles_(shown.triangles),
           reach_(points_, levels), mapPoints_(MapPointsOf(surface, levels, points_, reach_)),
           filler_(surface, levels, input.colourBelow, messages) {}
 
@@ -317,13 +317,13 @@ private:
 // Paints all triangles; false when the stop request ended it.
 template <class Surface>
 bool PaintBands(Surface& surface, const LevelSet& levels, const ContourInput& input,
-                const TriangleList& triangles, MessageService& messages) {
-    BandPainter<Surface> painter(surface, levels, input, triangles, messages);
-    for (Index t = 1; t <= triangles.count; ++t) {
+                const ShownSurface& shown, MessageService& messages) {
+    BandPainter<Surface> painter(surface, levels, input, shown, messages);
+    for (Index t = 1; t <= shown.triangles.count; ++t) {
         painter.Paint(t);
         const bool goesOn =
             t % kProgressStride == 0
-                ? input.stop.GoesOn("areas", static_cast<double>(t) / triangles.count)
+                ? input.stop.GoesOn("areas", static_cast<double>(t) / shown.triangles.count)
                 : !input.stop.IsStopRequested();
         if (!goesOn) {
             return false;
@@ -348,15 +348,15 @@ Colour BandColour(const LevelSet& levels, double meanHeight,
 
 ContourReport DrawLevelAreas(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
                              MessageService& messages) {
-    const auto body = [&](const TriangulationOutcome& made, ContourReport& report) {
+    const auto body = [&](const ShownSurface& made, ContourReport& report) {
         Stopwatch watch;
         if (made.ierr < 0) {
             throw TriangulationError(made.ierr, input.run);
         }
         WithPlaces(surface, [&](auto& places) {
-            report.stopped = !PaintBands(places, levels, input, made.triangles, messages);
+            report.stopped = !PaintBands(places, levels, input, made, messages);
         });
-        DrawTriangleOverlay(surface, input, made.triangles);
+        DrawTriangleOverlay(surface, input, made);
         report.draw = watch.Lap();
     };
     return RunContourRoutine(levels, input, body);

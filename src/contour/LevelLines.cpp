@@ -39,10 +39,10 @@ std::int64_t CountSegments(const std::vector<LevelPiece>& pieces) {
 
 // Cuts, draws and hands on the levels; the report says when it was stopped.
 void DrawLevels(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
-                const TriangleList& triangles, LevelLabels& labels, const LevelSink& sink,
+                const ShownSurface& shown, LevelLabels& labels, const LevelSink& sink,
                 ContourReport& report) {
     Stopwatch watch;
-    LevelCutter cutter(input.survey.Points(), triangles, levels);
+    LevelCutter cutter(shown.points, shown.triangles, levels);
     for (Index k = 1; k <= levels.UpperBound() && !report.stopped; ++k) {
         LevelRecord& level = levels[k];
         level.width = std::max(level.width, 1);
@@ -68,19 +68,19 @@ void DrawLevels(DrawSurface& surface, LevelSet& levels, const ContourInput& inpu
 
 ContourReport DrawLevelLines(DrawSurface& surface, LevelSet& levels, const ContourInput& input,
                              const LevelSink& sink) {
-    const auto body = [&](const TriangulationOutcome& made, ContourReport& report) {
+    const auto body = [&](const ShownSurface& made, ContourReport& report) {
         if (made.ierr != modDelaunay2D::Ierr::kDone) {
             throw TriangulationError(made.ierr, input.run);
         }
         const FontGuard fontGuard(surface);
         LevelLabels labels(surface, levels);
-        DrawLevels(surface, levels, input, made.triangles, labels, sink, report);
+        DrawLevels(surface, levels, input, made, labels, sink, report);
         if (!report.stopped) {
             Stopwatch watch;
             if (labels.AreOn()) {
                 labels.DrawLabels();
             }
-            DrawTriangleOverlay(surface, input, made.triangles);
+            DrawTriangleOverlay(surface, input, made);
             report.draw += watch.Lap();
         }
     };

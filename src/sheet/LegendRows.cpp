@@ -105,6 +105,10 @@ std::vector<LegendRow> SymbolRows(const SheetContext& context) {
     if (plan.Shows(SheetLayer::Hull)) {
         rows.push_back({LegendSample::Line, Word(context, Text::LegendHull), theme.HullInk()});
     }
+    if (plan.Shows(SheetLayer::Breaklines) && HasBreaklines(context.source)) {
+        rows.push_back(
+            {LegendSample::Line, Word(context, Text::LayerBreaklines), theme.BreaklineInk()});
+    }
     if (plan.Shows(SheetLayer::Triangles)) {
         rows.push_back({LegendSample::Triangles,
                         Word(context, Text::LegendTriangles),

@@ -27,16 +27,17 @@ struct LayerStep {
 
 // The hull comes before the contours, whose values keep clear of it.
 constexpr LayerStep kSteps[] = {
-    {SheetLayer::Paper, AddPaper},          {SheetLayer::Bands, AddBands},
-    {SheetLayer::Triangles, AddTriangles},  {SheetLayer::Hull, AddHull},
-    {SheetLayer::Contours, AddContours},    {SheetLayer::Points, AddPoints},
-    {SheetLayer::Frame, AddFrameAndGrid},   {SheetLayer::TitleBlock, AddTitleBlock},
-    {SheetLayer::Legend, AddLegend},        {SheetLayer::ScaleBar, AddScaleBar},
-    {SheetLayer::NorthArrow, AddNorthArrow}};
+    {SheetLayer::Paper, AddPaper},           {SheetLayer::Bands, AddBands},
+    {SheetLayer::Triangles, AddTriangles},   {SheetLayer::Hull, AddHull},
+    {SheetLayer::Breaklines, AddBreaklines}, {SheetLayer::Contours, AddContours},
+    {SheetLayer::Points, AddPoints},         {SheetLayer::Frame, AddFrameAndGrid},
+    {SheetLayer::TitleBlock, AddTitleBlock}, {SheetLayer::Legend, AddLegend},
+    {SheetLayer::ScaleBar, AddScaleBar},     {SheetLayer::NorthArrow, AddNorthArrow}};
 
-std::string HeightForm(const PointSet& points) {
+// Points that lines have added have digits that nobody measured.
+std::string HeightForm(const SheetSource& source) {
     constexpr int kMostDecimals = 3;
-    const int decimals = std::min(FileDecimals(points.z, points.count), kMostDecimals);
+    const int decimals = std::min(FileDecimals(source.points.z, source.surveyed), kMostDecimals);
     return decimals == 0 ? "#0" : "#0." + std::string(static_cast<std::size_t>(decimals), '0');
 }
 
@@ -77,7 +78,7 @@ SheetScene MakeSheet(const SheetPlan& plan, const SheetSource& source, const Sto
     const SheetTheme* theme = FindTheme(plan.theme);
     const SheetLayout layout = LayOut(plan, source.points);
     const SheetContext context{plan, source, layout, theme ? *theme : SheetThemes()[0],
-                               HeightForm(source.points)};
+                               HeightForm(source)};
     SheetScene scene;
     scene.width = layout.paper.right;
     scene.height = layout.paper.bottom;

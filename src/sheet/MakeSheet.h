@@ -12,6 +12,7 @@
 #include "sheet/SheetLayout.h"
 #include "sheet/SheetTheme.h"
 #include "sheet/TextMeasure.h"
+#include "survey/surface/ShapeSurface.h"
 #include "util/StopToken.h"
 #include "util/TextCatalogue.h"
 
@@ -20,6 +21,7 @@ namespace terravo {
 /// What a sheet shows. All of it outlives the call.
 struct SheetSource {
     const PointSet& points;
+    Index surveyed; // points 1..surveyed are shown as points; the others are corners alone
     const TriangleList& triangles;
     const LevelRule& rule;
     const LevelSet& levels;     // made by the rule
@@ -29,6 +31,7 @@ struct SheetSource {
     /// For bands: the whole surface, then the ground at or above each level. Null: no bands.
     const Array1<LevelRegion>* regions = nullptr;
     char decimalSeparator = '.';
+    const ShapedSurface* shaped = nullptr; // where lines are laid into the surface
 };
 
 /// What the functions of the layers work with.
@@ -51,6 +54,9 @@ struct SheetContext {
     [[nodiscard]] std::string ShortNumber(double value) const;
 };
 
+/// Whether lines that are no rings run through what is shown of the surface.
+bool HasBreaklines(const SheetSource& source);
+
 /// Makes the sheet.
 /// @param stop  stage "sheet".
 /// @return a sheet that lacks layers when it was stopped.
@@ -62,6 +68,7 @@ void AddContours(const SheetContext& context, SheetScene& scene); // lines, inde
 void AddBands(const SheetContext& context, SheetScene& scene);
 void AddTriangles(const SheetContext& context, SheetScene& scene);
 void AddHull(const SheetContext& context, SheetScene& scene);
+void AddBreaklines(const SheetContext& context, SheetScene& scene);
 void AddPoints(const SheetContext& context, SheetScene& scene);
 void AddPointTexts(const SheetContext& context, SheetScene& scene); // heights, numbers, codes
 void AddFrameAndGrid(const SheetContext& context, SheetScene& scene);

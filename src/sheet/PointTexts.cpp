@@ -81,7 +81,7 @@ public:
           rows_(static_cast<std::size_t>(std::max(1.0, std::ceil(map_.Height() / side)))),
           squares_(columns_ * rows_) {
         const PointSet& points = context.source.points;
-        for (Index i = 1; i <= points.count; ++i) {
+        for (Index i = 1; i <= context.source.surveyed; ++i) {
             const SheetPoint place = context.layout.view.ToPaper(points.x[i], points.y[i]);
             if (map_.Contains(place)) {
                 Add(i, place, points.z);
@@ -218,7 +218,7 @@ private:
     // All dots, where they are few enough for texts between them.
     void NotePoints() {
         dotGrid_.emplace(context_.layout.map, 2 * height_);
-        for (Index i = 1; i <= context_.source.points.count; ++i) {
+        for (Index i = 1; i <= context_.source.surveyed; ++i) {
             const SheetPoint place = PlaceOf(i);
             if (std::vector<SheetPoint>* cell = dotGrid_->At(place)) {
                 cell->push_back(place);

@@ -69,10 +69,10 @@ SheetLayers SheetPlan::DefaultLayers() {
 
 std::span<const SheetLayer> SwitchableLayers() {
     static constexpr std::array kLayers{
-        SheetLayer::Contours,  SheetLayer::Bands,   SheetLayer::Triangles, SheetLayer::Hull,
-        SheetLayer::Points,    SheetLayer::Numbers, SheetLayer::Codes,     SheetLayer::SpotHeights,
-        SheetLayer::Grid,      SheetLayer::Legend,  SheetLayer::ScaleBar,  SheetLayer::NorthArrow,
-        SheetLayer::TitleBlock};
+        SheetLayer::Contours,    SheetLayer::Bands,     SheetLayer::Triangles, SheetLayer::Hull,
+        SheetLayer::Breaklines,  SheetLayer::Points,    SheetLayer::Numbers,   SheetLayer::Codes,
+        SheetLayer::SpotHeights, SheetLayer::Grid,      SheetLayer::Legend,    SheetLayer::ScaleBar,
+        SheetLayer::NorthArrow,  SheetLayer::TitleBlock};
     return kLayers;
 }
 

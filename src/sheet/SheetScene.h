@@ -57,6 +57,7 @@ enum class SheetLayer : unsigned char {
     Contours,
     IndexContours,
     Hull,
+    Breaklines, // laid over the points
     Points,
     Labels,
     SpotHeights,
@@ -68,7 +69,7 @@ enum class SheetLayer : unsigned char {
     ScaleBar,
     NorthArrow,
 };
-inline constexpr std::size_t kSheetLayers = 17;
+inline constexpr std::size_t kSheetLayers = 18;
 
 /// "bands", "index-contours", "title-block" and the like: the ids of the groups of an SVG.
 const char* NameOf(SheetLayer layer);

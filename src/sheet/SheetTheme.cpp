@@ -86,6 +86,7 @@ SheetTheme Dark() {
     theme.grid = RGB(86, 140, 160);
     theme.triangle = RGB(74, 82, 88);
     theme.hull = RGB(170, 176, 180);
+    theme.breakline = RGB(240, 120, 150);
     theme.point = RGB(232, 236, 238);
     theme.quietText = RGB(150, 156, 160);
     theme.number = RGB(126, 186, 236);

@@ -27,6 +27,7 @@ struct SheetTheme {
     Colour grid = kGrey;
     Colour triangle = kGrey;
     Colour hull = kBlack;
+    Colour breakline = RGB(150, 20, 60);
     Colour point = kBlack; // and its height
     Colour number = kBlack;
     Colour code = kBlack;
@@ -40,6 +41,7 @@ struct SheetTheme {
     double frameWidth = 0.35;
 
     [[nodiscard]] SheetInk HullInk() const { return {hull, 0.25, {2, 1}}; }
+    [[nodiscard]] SheetInk BreaklineInk() const { return {breakline, 0.3, {}}; }
     [[nodiscard]] SheetInk ContourInk(bool isIndex, double partOfHeight) const;
     /// The fill of a band. @param partOfHeight  0 the lowest, 1 the highest band.
     [[nodiscard]] Colour BandColour(double partOfHeight) const;

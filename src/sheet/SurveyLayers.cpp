@@ -62,12 +62,34 @@ void AddHull(const SheetContext& context, SheetScene& scene) {
     AddParts(SheetLayer::Hull, context.theme.HullInk(), inside, scene);
 }
 
+bool HasBreaklines(const SheetSource& source) {
+    return source.shaped != nullptr && !VisibleCourses(*source.shaped, LineRole::Breakline).empty();
+}
+
+// Only where the surface is shown.
+void AddBreaklines(const SheetContext& context, SheetScene& scene) {
+    if (!HasBreaklines(context.source)) {
+        return;
+    }
+    ClippedLine inside;
+    for (const VisibleCourse& course :
+         VisibleCourses(*context.source.shaped, LineRole::Breakline)) {
+        std::vector<SheetPoint> paper;
+        paper.reserve(course.points.size());
+        for (const Index point : course.points) {
+            paper.push_back(OnPaper(context, point));
+        }
+        ClipLine(paper, false, context.layout.map, inside);
+    }
+    AddParts(SheetLayer::Breaklines, context.theme.BreaklineInk(), inside, scene);
+}
+
 void AddPoints(const SheetContext& context, SheetScene& scene) {
     SheetMarks marks;
     marks.layer = SheetLayer::Points;
     marks.ink = scene.InkNumber({context.theme.point, 0.1, {}});
     marks.size = kPointDot;
-    for (Index i = 1; i <= context.source.points.count; ++i) {
+    for (Index i = 1; i <= context.source.surveyed; ++i) {
         const SheetPoint place = OnPaper(context, i);
         if (context.layout.map.Contains(place)) {
             marks.places.push_back(place);

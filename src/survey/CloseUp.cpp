@@ -53,11 +53,11 @@ bool MayBeSeen(PlanPoint a, PlanPoint b, const CloseUp& view) {
 }
 
 void AddEdges(const Survey& survey, CloseUp& view) {
-    const TriangulationOutcome* made = survey.KnownTriangulation();
-    if (made == nullptr) {
+    const std::optional<ShownSurface> made = survey.KnownSurface();
+    if (!made) {
         return;
     }
-    const PointSet& points = survey.Points();
+    const PointSet& points = made->points;
     for (Index t = 1; t <= made->triangles.count && view.edges.size() < kMostEdges; ++t) {
         for (int j = 1; j <= 3; ++j) {
             const Index a = made->triangles.Vertex(j, t);

@@ -10,16 +10,18 @@ namespace terravo {
 
 void Survey::Replace(PointSet points, const TriangulationWish& wish) {
     some_.reset();
+    plan_ = {};
     points_ = std::move(points);
     wish_ = wish;
-    Changed();
+    Forget();
 }
 
 PointSet Survey::Take() {
     some_.reset();
+    plan_ = {};
     PointSet points = std::exchange(points_, {});
     points_.sourceFolder = points.sourceFolder;
-    Changed();
+    Forget();
     return points;
 }
 
@@ -30,76 +32,121 @@ void Survey::RememberFolder(const std::string& folder) {
     }
 }
 
+bool Survey::IsExcluded(Index point) const {
+    return std::binary_search(plan_.excluded.begin(), plan_.excluded.end(), point);
+}
+
 bool Survey::SetExcluded(const std::vector<Index>& points, bool excluded) {
-    const char wanted = excluded ? 1 : 0;
-    if (std::all_of(points.begin(), points.end(),
-                    [&](Index point) { return IsExcluded(point) == excluded; })) {
+    return SetPlan(WithExcluded(plan_, points, excluded));
+}
+
+bool Survey::SetPlan(SurfacePlan plan) {
+    if (plan == plan_) {
         return false;
     }
-    if (!some_) {
-        const Index count = points_.count;
-        some_ = Exclusion{std::move(points_), Array1<char>(count, 0), {}};
+    const bool sameExcluded = plan.excluded == plan_.excluded;
+    const bool sameHeights = plan.heights == plan_.heights;
+    plan_ = std::move(plan);
+    if (!sameExcluded || !sameHeights) {
+        TakeFromPlan();
     }
-    for (const Index point : points) {
-        some_->isExcluded[point] = wanted;
-    }
-    some_->numbers.clear();
-    for (Index i = 1; i <= some_->all.count; ++i) {
-        if (some_->isExcluded[i] == 0) {
-            some_->numbers.push_back(i);
-        }
-    }
-    if (some_->numbers.size() == static_cast<std::size_t>(some_->all.count)) {
-        points_ = std::move(some_->all);
-        some_.reset();
+    if (sameExcluded) { // no place has changed
+        ++version_;
+        shaped_.reset();
     } else {
-        points_ = PointsAt(some_->all, some_->numbers);
+        Forget();
     }
-    Changed();
     return true;
 }
 
-std::vector<Index> Survey::ExcludedPoints() const {
-    std::vector<Index> excluded;
-    for (Index i = 1; some_ && i <= some_->all.count; ++i) {
-        if (IsExcluded(i)) {
-            excluded.push_back(i);
+// Makes the points in use from all points.
+void Survey::TakeFromPlan() {
+    PointSet all = some_ ? std::move(some_->all) : std::move(points_);
+    some_.reset();
+    if (plan_.excluded.empty() && plan_.heights.empty()) {
+        points_ = std::move(all);
+        return;
+    }
+    std::vector<Index> numbers;
+    auto excluded = plan_.excluded.begin();
+    for (Index i = 1; i <= all.count; ++i) {
+        if (excluded != plan_.excluded.end() && *excluded == i) {
+            ++excluded;
+        } else {
+            numbers.push_back(i);
         }
     }
-    return excluded;
+    points_ = PointsAt(all, numbers);
+    for (const ChangedHeight& height : plan_.heights) {
+        const auto found = std::lower_bound(numbers.begin(), numbers.end(), height.point);
+        if (found != numbers.end() && *found == height.point) {
+            points_.z[static_cast<Index>(found - numbers.begin()) + 1] = height.height;
+        }
+    }
+    points_.extentZ = {};
+    for (Index i = 1; i <= points_.count; ++i) {
+        points_.extentZ.Include(points_.z[i]);
+    }
+    some_ = Altered{std::move(all), std::move(numbers)};
 }
 
 void Survey::SetWish(const TriangulationWish& wish) {
     if (!(wish == wish_)) {
         wish_ = wish;
-        Changed();
+        Forget();
     }
 }
 
-void Survey::Changed() {
+void Survey::Forget() {
     ++version_;
     made_ = false;
     outcome_ = {};
+    shaped_.reset();
 }
 
 const TriangulationOutcome& Survey::Triangulation(const StopToken& stop) const {
     if (made_) {
         return outcome_;
     }
-    Array1<PlanPoint> coord(points_.count);
-    for (Index i = 1; i <= points_.count; ++i) {
-        coord[i] = {points_.x[i], points_.y[i]};
-    }
-    outcome_ = TriangulatePoints(coord, wish_, stop);
+    outcome_ = TriangulatePoints(PlacesOf(points_), wish_, stop);
     made_ = outcome_.ierr != modDelaunay2D::Ierr::kStopped;
     return outcome_;
 }
 
-Index CountUnusedPoints(const PointSet& points, const TriangleList& triangles) {
-    Array1<char> used(points.count, 0);
+ShownSurface Survey::View() const {
+    if (shaped_) {
+        return {outcome_.ierr, outcome_.arithmetic, shaped_->points, shaped_->visible, &*shaped_};
+    }
+    return {outcome_.ierr, outcome_.arithmetic, points_, outcome_.triangles, nullptr};
+}
+
+ShownSurface Survey::Surface(const StopToken& stop) const {
+    const TriangulationOutcome& made = Triangulation(stop);
+    if (!plan_.HasConstraints() || made.triangles.count == 0) {
+        return View();
+    }
+    if (!shaped_) {
+        shaped_ = ShapeSurface(points_, made.triangles, plan_, stop);
+    }
+    if (!shaped_) {
+        static const TriangleList kNone;
+        return {modDelaunay2D::Ierr::kStopped, made.arithmetic, points_, kNone, nullptr};
+    }
+    return View();
+}
+
+std::optional<ShownSurface> Survey::KnownSurface() const {
+    const bool known = made_ && (shaped_ || !plan_.HasConstraints());
+    return known ? std::optional(View()) : std::nullopt;
+}
+
+Index CountUnusedPoints(Index count, const TriangleList& triangles) {
+    Array1<char> used(count, 0);
     for (Index t = 1; t <= triangles.count; ++t) {
         for (const Index vertex : triangles.table[t].vertices) {
-            used[vertex] = 1;
+            if (vertex <= count) {
+                used[vertex] = 1;
+            }
         }
     }
     return static_cast<Index>(std::count(used.begin(), used.end(), 0));

@@ -187,4 +187,29 @@ draws small.dat --dxf r12.dxf --dxf-version r12 --no-verify
 check "R12" grep -q AC1009 r12.dxf
 finish "files for CAD and GIS"
 
+for y in 0 10 20 30 40; do
+    for x in 0 10 20 30 40; do echo "$x $y $((x * y / 40 + x % 7))"; done
+done >site.txt
+printf 'WALL\n-3 15 9\n22 16 9\n45 12 9\n\nBRIDGE\n12 3 40\n14 33 40\n' >breaklines.txt
+printf '2 2\n38 2\n38 22\n22 22\n22 38\n2 38\n' >boundary.txt
+printf '5 25\n9 25\n9 29\n5 29\n5 25\n' >holes.txt
+shape=(site.txt --breaklines breaklines.txt --boundary boundary.txt --holes holes.txt --verify-surface)
+"$batch" "${shape[@]}" --check json --mesh site.mesh --dxf f.dxf --landxml f.xml --geojson f.json --csv f.csv \
+    --content contours,bands,triangles,points,hull,boundary,breaklines >summary 2>said
+check "exit code 0" test $? = 0
+flat=$(tr -d ' \n' <summary)
+check "the surface" grep -q '"surface":{"constrained_edges":[1-9][0-9]*,"crossings":[1-9][0-9]*,"hidden_triangles":[1-9][0-9]*,"plan_area":1024,.*"rings":2,"verified":true' <<<"$flat"
+check "four of them are verified" test "$(grep -c '"verified": true' summary)" = 5
+check "the bridge is left out" grep -q '"kind":"crossing","lines":\[\],"names":\[\],"points":\[\],"severity":"error"' <<<"$flat"
+check "an open ring is told of" grep -q 'boundary.txt, line 1: the line was open' summary
+check "the mesh is the visible part" test "$(sed -n 's/.*"visible_triangles": \([0-9]*\).*/\1/p' summary)" = "$(head -n 1 site.mesh | tr -cd 0-9)"
+check "only points of the survey" test "$(wc -l <f.csv)" = 26
+printf '13\n14\n' >out.txt
+for list in 13,14 out.txt; do
+    "$batch" --summary json site.txt --exclude $list >summary
+    check "left out: $list" grep -q '"points": 23' summary
+done
+check "a proposal" grep -q '^The longest side is 30.0, three times 10.0, ' <("$batch" site.txt --max-side auto)
+finish "breaklines, rings and points left out"
+
 end

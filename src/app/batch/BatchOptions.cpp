@@ -120,6 +120,7 @@ struct Options {
 
     ImportOptions import;
     GisOptions gis;
+    SurfaceOptions shape;
     LevelOptions levels;
     SheetOptions sheet;
     ExchangeOptions exchange;
@@ -127,6 +128,7 @@ struct Options {
     void AddTo(QCommandLineParser& parser) const {
         import.AddTo(parser);
         gis.AddTo(parser);
+        shape.AddTo(parser);
         levels.AddTo(parser);
         sheet.AddTo(parser);
         exchange.AddTo(parser);
@@ -299,6 +301,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     options.pointFile = files.first().toStdString();
     options.import = known.import.Parse(parser);
     options.gis = known.gis.Parse(parser);
+    options.surface = known.shape.Parse(parser);
     options.triangulation.exact = parser.isSet(known.exact);
     options.map.levels = known.levels.Parse(parser);
     options.levelsAreChosen = known.levels.AreChosen(parser);

@@ -8,6 +8,7 @@
 #include "app/batch/GisOptions.h"
 #include "app/batch/ImportOptions.h"
 #include "app/batch/SheetOptions.h"
+#include "app/batch/SurfaceOptions.h"
 #include "app/session/ContourMap.h"
 #include "export/PictureExport.h"
 #include "survey/check/SurveyCheck.h"
@@ -52,6 +53,7 @@ struct BatchOptions {
     ExchangeCall exchange;
     ImportCall import;
     GisPlan gis; // of a file that goes through GDAL
+    SurfaceCall surface;
     CheckForm check = CheckForm::None;
     CheckOptions checkOptions;
     TriangulationWish triangulation;

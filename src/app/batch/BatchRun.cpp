@@ -3,6 +3,8 @@
 #include "app/batch/BatchSummary.h"
 #include "app/batch/ExitCode.h"
 #include "app/batch/OutputFolders.h"
+#include "app/batch/RunFailure.h"
+#include "app/batch/SurfaceInput.h"
 #include "app/session/SheetMaker.h"
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
@@ -17,6 +19,7 @@
 #include "plot2d/PictureFile.h"
 #include "plot2d/RasterSurface.h"
 #include "survey/PointFile.h"
+#include "survey/check/SurfaceFindings.h"
 #include "triangulation/modDelaunay2D.h"
 #include "util/AppError.h"
 #include "util/OutputFile.h"
@@ -32,21 +35,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <stdexcept>
 
 namespace terravo {
 namespace {
-
-// A failed run: the sentence for the user and the exit code.
-class RunFailure : public std::runtime_error {
-public:
-    RunFailure(int exitCode, const std::string& sentence)
-        : std::runtime_error(sentence), exitCode_(exitCode) {}
-    [[nodiscard]] int exitCode() const { return exitCode_; }
-
-private:
-    int exitCode_;
-};
 
 // A picture, or the segments of the map, that cannot be drawn: the other outputs are written.
 class DrawingFailure : public std::runtime_error {
@@ -175,6 +168,7 @@ public:
         survey_.Triangulation(stop_);
         EndWhenStopped();
         RequireTriangles(options_.pointFile, survey_.Points(), survey_.Triangulation());
+        ShapeSurface();
         figures_.milliseconds.triangulate = watch.Lap() * 1e3;
         RequireLevels();
         Check();
@@ -193,6 +187,7 @@ private:
     void ReadText(PointSet& points);
     void ReadGis(PointSet& points);
     void Read();
+    void ShapeSurface();
     void RequireLevels() const;
     void Check();
     void Draw();
@@ -352,6 +347,18 @@ void BatchRun::Read() {
     survey_.Replace(std::move(points), options_.triangulation);
 }
 
+void BatchRun::ShapeSurface() {
+    std::vector<std::string> remarks;
+    ApplySurfaceCall(options_.surface, options_.pointFile, survey_, remarks, stop_);
+    static_cast<void>(survey_.Surface(stop_));
+    EndWhenStopped();
+    figures_.surface = SummariseSurface(options_.surface, options_.pointFile, survey_);
+    if (figures_.surface) {
+        figures_.surface->remarks.insert(figures_.surface->remarks.begin(), remarks.begin(),
+                                         remarks.end());
+    }
+}
+
 // Levels that the call asks for and the heights do not have; a count fits any.
 void BatchRun::RequireLevels() const {
     const LevelRule& rule = options_.map.levels;
@@ -373,6 +380,14 @@ void BatchRun::Check() {
                                     options_.checkOptions, stop_);
     figures_.labels = points.labels;
     EndWhenStopped();
+    if (const ShownSurface shown = survey_.Surface(); shown.shaped != nullptr) {
+        std::vector<Finding> more =
+            FindingsOf(*shown.shaped, survey_.Plan(), points, options_.checkOptions.mostOfAKind);
+        std::move(more.begin(), more.end(), std::back_inserter(figures_.findings));
+        std::stable_sort(
+            figures_.findings.begin(), figures_.findings.end(),
+            [](const Finding& a, const Finding& b) { return a.severity < b.severity; });
+    }
 }
 
 // Throws for the first message that a drawing has shown.
@@ -474,10 +489,11 @@ void BatchRun::DrawMapPicture(const LevelSink& sink) {
 
 void BatchRun::CountWhatWasMade() {
     const PointSet& points = survey_.Points();
-    const TriangleList& triangles = survey_.Triangulation().triangles;
-    figures_.arithmetic = survey_.Triangulation().arithmetic;
+    const ShownSurface shown = survey_.Surface();
+    const TriangleList& triangles = shown.triangles;
+    figures_.arithmetic = shown.arithmetic;
     figures_.points = points.count;
-    figures_.unusedPoints = CountUnusedPoints(points, triangles);
+    figures_.unusedPoints = CountUnusedPoints(points.count, triangles);
     figures_.triangles = triangles.count;
     figures_.hullEdges = CountHullEdges(triangles);
     figures_.x = points.extentX;
@@ -506,8 +522,9 @@ ViewData BatchRun::DataFor3D() {
         return ViewData::Superficie(grid->x, grid->y, grid->z, points.sourceName);
     }
     }
-    return ViewData::Triangoli(points.x, points.y, points.z,
-                               TriangleTable(survey_.Triangulation().triangles),
+    const ShownSurface shown = survey_.Surface();
+    return ViewData::Triangoli(shown.points.x, shown.points.y, shown.points.z,
+                               TriangleTable(shown.triangles),
                                "Delaunay 2D : " + points.sourceName);
 }
 
@@ -626,7 +643,8 @@ void BatchRun::Deliver() {
     const std::string segmentFile = state_.workFolder + kSegmentFileName;
     const std::string meshFile = state_.workFolder + kMeshFileName;
     if (!options_.meshFile.empty() || !options_.qrzTrianglesFile.empty()) {
-        WriteMeshFile(meshFile, survey_.Points(), survey_.Triangulation().triangles);
+        const ShownSurface shown = survey_.Surface();
+        WriteMeshFile(meshFile, shown.points, shown.triangles);
     }
     WriteExchange();
     DeliverPicture(options_.mapFile, picture_, mapFailure_);

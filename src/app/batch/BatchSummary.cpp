@@ -80,10 +80,10 @@ QJsonObject FindingToJson(const Finding& finding, const PointLabels& labels) {
                        {"lines", lines},
                        {"names", names},
                        {"text", QString::fromStdString(SentenceOf(finding, labels, English()))}};
-    if (!finding.points.empty()) {
+    if (finding.hasPlace) {
         object.insert("x", finding.x);
         object.insert("y", finding.y);
-        object.insert("z", finding.z);
+        object.insert("z", std::isfinite(finding.z) ? QJsonValue(finding.z) : QJsonValue());
     }
     return object;
 }
@@ -117,6 +117,26 @@ QJsonObject SheetToJson(const SheetFigures& sheet) {
                                    {"too_short", count(labels.tooShort)},
                                    {"no_room", count(labels.noRoom)}}},
             {"remarks", remarks}};
+}
+
+QJsonObject ToJson(const SurfaceSummary& surface) {
+    QJsonArray remarks;
+    for (const std::string& remark : surface.remarks) {
+        remarks.append(QString::fromStdString(remark));
+    }
+    const SurfaceFigures& figures = surface.figures;
+    QJsonObject object{{"visible_triangles", figures.visibleTriangles},
+                       {"hidden_triangles", figures.hiddenTriangles},
+                       {"constrained_edges", static_cast<qint64>(figures.constrainedEdges)},
+                       {"crossings", static_cast<qint64>(figures.crossings)},
+                       {"plan_area", figures.planArea},
+                       {"rings", figures.rings},
+                       {"verified", surface.verified},
+                       {"remarks", remarks}};
+    if (surface.longestSide) {
+        object.insert("longest_side", *surface.longestSide);
+    }
+    return object;
 }
 
 QJsonArray ToJson(const std::vector<ExchangeFigures>& files) {
@@ -167,6 +187,9 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
                                      {"write", Tenths(spent.write)},
                                      {"total", Tenths(spent.total)}}},
     };
+    if (figures.surface) {
+        summary.insert("surface", ToJson(*figures.surface));
+    }
     if (figures.sheet) {
         summary.insert("sheet", SheetToJson(*figures.sheet));
     }
@@ -202,6 +225,21 @@ std::string SheetText(const SheetFigures& sheet) {
     return text;
 }
 
+std::string SurfaceText(const SurfaceSummary& surface) {
+    const SurfaceFigures& figures = surface.figures;
+    std::string text = "surface: " + std::to_string(figures.visibleTriangles) + " visible and " +
+                       std::to_string(figures.hiddenTriangles) + " hidden triangles, " +
+                       std::to_string(figures.constrainedEdges) + " constrained edges, " +
+                       std::to_string(figures.crossings) + " crossings, plan area " +
+                       NumberText::FormatScreen(figures.planArea, "#0.0##", '.') + ", " +
+                       std::to_string(figures.rings) + (figures.rings == 1 ? " ring" : " rings") +
+                       (surface.verified ? ", verified\n" : "\n");
+    for (const std::string& remark : surface.remarks) {
+        text += remark + "\n";
+    }
+    return text;
+}
+
 std::string ExchangeText(const std::vector<ExchangeFigures>& files) {
     std::string text;
     for (const ExchangeFigures& file : files) {
@@ -230,7 +268,8 @@ std::string RuleText(const LevelRule& rule) {
 std::string PlainSummary(const BatchOptions& options, const BatchFigures& figures) {
     std::string text = options.pointFile + ": " + DescribeImport(figures.input, figures.points);
     if (figures.unusedPoints > 0) {
-        text += " (" + std::to_string(figures.unusedPoints) + " took no part: repeats)";
+        text += " (" + std::to_string(figures.unusedPoints) +
+                (figures.surface ? " took no part)" : " took no part: repeats)");
     }
     text += ", " + std::to_string(figures.triangles) + " triangles, " +
             std::to_string(figures.hullEdges) + " hull edges" +
@@ -240,6 +279,9 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
     text += std::to_string(figures.levels) + (figures.levels == 1 ? " level" : " levels") +
             RuleText(options.map.levels) + ", " + std::to_string(figures.segments) + " segments, " +
             NumberText::General(Tenths(figures.milliseconds.total)) + " ms\n";
+    if (figures.surface) {
+        text += SurfaceText(*figures.surface);
+    }
     if (figures.sheet) {
         text += SheetText(*figures.sheet);
     }

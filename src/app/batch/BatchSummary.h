@@ -3,6 +3,7 @@
 
 #include "app/batch/BatchOptions.h"
 #include "app/batch/ExchangeDelivery.h"
+#include "app/batch/SurfaceInput.h"
 
 #include <string>
 #include <vector>
@@ -31,6 +32,7 @@ struct BatchFigures {
     Extent x;
     Extent y;
     Extent z;
+    std::optional<SurfaceSummary> surface; // where options shape it
     std::optional<SheetFigures> sheet;
     std::vector<ExchangeFigures> exchange; // one a vector file
     Index levels = 0;

@@ -19,7 +19,7 @@ ExchangeFigures FiguresOf(const ExchangeFile& file, const VectorContent& content
         return content.parts.Has(part) ? count : 0;
     };
     figures.labels = ifHas(VectorPart::Labels, content.labels.size());
-    figures.points = ifHas(VectorPart::Points, content.points.size());
+    figures.points = ifHas(VectorPart::Points, content.PointCount());
     figures.triangles = ifHas(VectorPart::Triangles, content.triangles.size());
     for (const LevelBand& band : content.bands) {
         figures.polygons += ifHas(VectorPart::Bands, band.polygons.size());
@@ -32,10 +32,9 @@ ExchangeFigures FiguresOf(const ExchangeFile& file, const VectorContent& content
 std::vector<ExchangeFigures> DeliverExchange(const ExchangeCall& call, const LevelRule& rule,
                                              const SurveyContours& contours, OutputGroup& group,
                                              const std::function<void()>& betweenTwo) {
-    const Survey& survey = contours.TheSurvey();
-    VectorContent content = MakeVectorContent({survey.Points(), survey.Triangulation().triangles,
-                                               rule, contours.Levels(), contours.Contours()},
-                                              call.wish);
+    VectorContent content = MakeVectorContent(
+        SourceOf(contours.TheSurvey().Surface(), rule, contours.Levels(), contours.Contours()),
+        call.wish);
     std::vector<ExchangeFigures> all;
     for (const ExchangeFile& file : call.files) {
         betweenTwo();

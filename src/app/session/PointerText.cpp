@@ -38,12 +38,12 @@ void PointerText::LookAgain() {
 
 // The walk has ended in a triangle that holds the place or is at the hull beside it.
 std::string PointerText::LabelNear(PlanPoint place, PlanPoint reach,
-                                   const TriangleList& triangles) const {
-    const PointSet& points = survey_.Points();
-    if (!points.labels.HasLabels() || triangle_ > triangles.count) {
+                                   const ShownSurface& shown) const {
+    const PointSet& points = shown.points;
+    if (!points.labels.HasLabels() || triangle_ > shown.triangles.count) {
         return {};
     }
-    for (const Index corner : triangles.table[triangle_].vertices) {
+    for (const Index corner : shown.triangles.table[triangle_].vertices) {
         if (std::fabs(points.x[corner] - place.x) <= reach.x &&
             std::fabs(points.y[corner] - place.y) <= reach.y) {
             return points.labels.NameAndCode(corner);
@@ -56,13 +56,13 @@ std::string PointerText::At(PlanPoint place, PlanPoint reach, char separator) {
     LookAgain();
     std::string text = "x: " + NumberText::FormatScreen(place.x, planPattern_, separator) +
                        "   y: " + NumberText::FormatScreen(place.y, planPattern_, separator);
-    if (const TriangulationOutcome* made = survey_.KnownTriangulation()) {
+    if (const std::optional<ShownSurface> shown = survey_.KnownSurface()) {
         const std::optional<double> height =
-            SurfaceHeight(survey_.Points(), made->triangles, place, triangle_);
+            SurfaceHeight(shown->points, shown->triangles, place, triangle_);
         if (height) {
             text += "   z: " + NumberText::FormatScreen(*height, heightPattern_, separator);
         }
-        const std::string label = LabelNear(place, reach, made->triangles);
+        const std::string label = LabelNear(place, reach, *shown);
         text += label.empty() ? "" : "   " + label;
     }
     return text;

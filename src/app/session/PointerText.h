@@ -25,7 +25,7 @@ public:
 private:
     void LookAgain();
     [[nodiscard]] std::string LabelNear(PlanPoint place, PlanPoint reach,
-                                        const TriangleList& triangles) const;
+                                        const ShownSurface& shown) const;
 
     const Survey& survey_;
     std::uint64_t version_ = 0;

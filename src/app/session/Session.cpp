@@ -188,7 +188,7 @@ void Session::TellOfDrawing(const MapReport& report) {
 // Hands the triangles to the 3D view and writes the mesh file; an old one stays where there is no
 // triangulation.
 void Session::TriangulateAndShow3D() {
-    const TriangulationOutcome& made = survey_.Triangulation(stop_);
+    const ShownSurface made = survey_.Surface(stop_);
     if (made.ierr == modDelaunay2D::Ierr::kStopped) {
         return;
     }
@@ -199,17 +199,17 @@ void Session::TriangulateAndShow3D() {
                                         " Prova");
         return;
     }
-    HandToView3D(made.triangles);
+    HandToView3D(made);
     try {
-        WriteMeshFile(state_.workFolder + kMeshFileName, survey_.Points(), made.triangles);
+        WriteMeshFile(state_.workFolder + kMeshFileName, made.points, made.triangles);
     } catch (const AppError& error) {
         services_.messages.ShowCritical(error.what(), " Prova");
     }
 }
 
-void Session::HandToView3D(const TriangleList& triangles) {
-    const PointSet& points = survey_.Points();
-    view_->ShowTriangles3D(points, triangles, "Delaunay 2D : " + points.sourceName);
+void Session::HandToView3D(const ShownSurface& shown) {
+    view_->ShowTriangles3D(shown.points, shown.triangles,
+                           "Delaunay 2D : " + shown.points.sourceName);
 }
 
 void Session::ShowView3D() {
@@ -217,9 +217,9 @@ void Session::ShowView3D() {
         return;
     }
     const WorkGuard work(*this);
-    const TriangulationOutcome& made = survey_.Triangulation(stop_);
+    const ShownSurface made = survey_.Surface(stop_);
     if (made.ierr == modDelaunay2D::Ierr::kDone) {
-        HandToView3D(made.triangles);
+        HandToView3D(made);
     }
 }
 
@@ -372,6 +372,7 @@ bool Session::LoadPointFile(const std::string& path) {
     review_.Begin({});
     if (!loaded) {
         survey_.Replace(std::move(points), wish_);
+        history_.Clear();
         view_->ShowPointCount(survey_.Points().count);
         complete_ = false;
         UpdateStatus();
@@ -383,6 +384,7 @@ bool Session::LoadPointFile(const std::string& path) {
 
 void Session::TakePoints(PointSet points, const std::string& path) {
     survey_.Replace(std::move(points), wish_);
+    history_.Clear();
     options_.levels = RuleByCount(options_.levels.count);
     levelsChosen_ = false;
     view_->ShowMark(std::nullopt);
@@ -427,6 +429,16 @@ void Session::ShowResultViews(bool visible) {
     }
 }
 
+std::string Session::RemarkOnHidden(const ShapedSurface& surface) const {
+    const Index hidden = surface.all.triangles.count - surface.visible.count;
+    if (surface.visible.count == 0) {
+        return state_.texts[Text::NothingVisible];
+    }
+    return hidden == 0
+               ? std::string()
+               : WithValues(state_.texts[Text::HiddenTrianglesCount], {std::to_string(hidden)});
+}
+
 void Session::UpdateStatus() {
     if (!complete_) {
         const bool hasPoints = survey_.Points().count > 0;
@@ -435,12 +447,14 @@ void Session::UpdateStatus() {
             hasPoints ? state_.texts[Text::DrawingStopped] : state_.texts[Text::ReadingStopped]);
         return;
     }
-    const TriangulationOutcome& made = survey_.Triangulation();
+    const ShownSurface made = survey_.Surface();
     const Index triangleCount = made.triangles.count;
     std::string remark;
     if (made.ierr == modDelaunay2D::Ierr::kDone && survey_.Points().count > 0) {
-        const Index unused = CountUnusedPoints(survey_.Points(), made.triangles);
-        if (triangleCount == 0) {
+        const Index unused = CountUnusedPoints(survey_.Points().count, made.triangles);
+        if (made.shaped != nullptr) {
+            remark = RemarkOnHidden(*made.shaped);
+        } else if (triangleCount == 0) {
             remark = state_.texts[Text::FirstPointsNotDistinct];
         } else if (unused > 0) {
             remark = state_.texts[Text::UnusedPoints] + " " + std::to_string(unused);

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "app/session/ContourMap.h"
+#include "app/session/PlanHistory.h"
 #include "app/session/PointerText.h"
 #include "app/session/SheetMaker.h"
 #include "app/session/SurveyReview.h"
@@ -21,6 +22,7 @@
 #include "gis/GisImport.h"
 #include "survey/PointFile.h"
 #include "survey/import/ImportChoice.h"
+#include "survey/surface/SurfacePick.h"
 #include "util/SettingsStore.h"
 
 #include <functional>
@@ -140,6 +142,40 @@ public:
     /// @return whether anything changed.
     bool SetExcluded(const std::vector<Index>& points, bool excluded);
 
+    /// Lays another plan over the points, as a step that can be undone; refuses, and says so, where
+    /// fewer than three points would remain in use.
+    /// @param step  its name.
+    /// @return whether anything changed.
+    bool ApplyPlan(SurfacePlan plan, Text step);
+    bool Undo();
+    bool Redo();
+    [[nodiscard]] const PlanHistory& History() const { return history_; }
+
+    /// Asks for a file and lays its lines over the points.
+    void AddLineFile(LineRole role);
+    /// Points of these codes make breaklines.
+    void AddCodeLines(const std::vector<std::string>& codes);
+    bool AddLines(LineRole role, std::vector<SurfaceLine> lines);
+    void SetLongestSide(std::optional<double> length);
+    [[nodiscard]] LongestSideProposal ProposeLongestSide() const;
+    /// What a longest side would hide of the surface as it is without one.
+    [[nodiscard]] terravo::LongestSideEffect EffectOfLongestSide(double length) const;
+    /// Checks the surface as it is now and tells what came of it.
+    void VerifySurface();
+
+    // What the hand does on the sheet. `reach` is how far it may be off, data units.
+    /// The survey point at a place: its number among all points.
+    [[nodiscard]] std::optional<Index> SurveyPointAt(PlanPoint place, double reach);
+    /// Puts the other side of the two triangles in its place, or takes a held side back.
+    bool FlipSideAt(PlanPoint place);
+    /// Holds a side, or lets it go.
+    bool HoldSideAt(PlanPoint place);
+    /// @param point  number among all points.
+    bool SetHeight(Index point, double height);
+    /// A vertex of a line that is being drawn: a point in reach, else the place on the surface.
+    [[nodiscard]] SpacePoint VertexAt(PlanPoint place, double reach);
+    bool AddDrawnLine(LineRole role, std::vector<SpacePoint> vertices);
+
     /// Marks a point on the map, or none.
     /// @param point  number among all points.
     void MarkPoint(std::optional<Index> point);
@@ -246,13 +282,15 @@ private:
                                          const std::optional<ImportPlan>& chosen);
     [[nodiscard]] std::string TextOfReading(const ImportOutcome& outcome) const;
     void TakePoints(PointSet points, const std::string& path);
+    bool ShowPlan(SurfacePlan plan);
+    void TellOfLinesLeftOut();
     void SavePointSet(const PointSet& points, const std::string& proposedName);
     void DrawMap();
     void LeaveRuleThatDoesNotFit();
     MapReport DrawMapAndSegments();
     void TellOfDrawing(const MapReport& report);
     void TriangulateAndShow3D();
-    void HandToView3D(const TriangleList& triangles);
+    void HandToView3D(const ShownSurface& shown);
     VectorOutcome WriteVector(const std::string& path, const VectorFormat& format,
                               const VectorWish& wish, const VectorWrite& write);
     void ExportTriangles();
@@ -264,6 +302,7 @@ private:
     void ExportOnExit();
     void ShowResultViews(bool visible);
     void UpdateStatus();
+    [[nodiscard]] std::string RemarkOnHidden(const ShapedSurface& surface) const;
 
     RunState& state_;
     SessionServices services_;
@@ -273,6 +312,8 @@ private:
     StopToken stop_; // of the command at work
     ContourMap map_;
     PointerText pointerText_{survey_};
+    SurfacePick pick_{survey_};
+    PlanHistory history_;
     SurveyReview review_{survey_};
     SurveyContours contours_{survey_};
     SheetMaker sheets_{contours_, state_};

@@ -37,10 +37,9 @@ VectorOutcome Session::WriteVector(const std::string& path, const VectorFormat& 
     if (!contours_.Prepare(options_.levels, stop_)) {
         throw AppError(kDialogCancelled, path, state_.texts[Text::DrawingStopped]);
     }
-    VectorContent content =
-        MakeVectorContent({survey_.Points(), survey_.Triangulation().triangles, options_.levels,
-                           contours_.Levels(), contours_.Contours()},
-                          wish);
+    VectorContent content = MakeVectorContent(
+        SourceOf(survey_.Surface(), options_.levels, contours_.Levels(), contours_.Contours()),
+        wish);
     return write(path, format, content);
 }
 

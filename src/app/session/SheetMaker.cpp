@@ -7,16 +7,18 @@ std::optional<SheetScene> SheetMaker::Make(const SheetPlan& plan, const LevelRul
     if (!contours_.Prepare(rule, stop)) {
         return std::nullopt;
     }
-    const Survey& survey = contours_.TheSurvey();
-    const SheetSource source{survey.Points(),
-                             survey.Triangulation().triangles,
+    const ShownSurface made = contours_.TheSurvey().Surface();
+    const SheetSource source{made.points,
+                             made.SurveyedPoints(),
+                             made.triangles,
                              rule,
                              contours_.Levels(),
                              contours_.Contours(),
                              run_.texts,
                              measure,
                              plan.Shows(SheetLayer::Bands) ? &contours_.Regions() : nullptr,
-                             run_.decimalSeparator};
+                             run_.decimalSeparator,
+                             made.shaped};
     SheetScene scene = MakeSheet(plan, source, stop);
     return stop.IsStopRequested() ? std::nullopt : std::optional(std::move(scene));
 }

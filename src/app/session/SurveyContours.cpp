@@ -13,11 +13,10 @@ bool SurveyContours::Prepare(const LevelRule& rule, const StopToken& stop) {
     }
     rule_.reset();
     regions_.Clear();
-    const PointSet& points = survey_.Points();
-    const TriangulationOutcome& made = survey_.Triangulation(stop);
-    levels_ =
-        MakeLevelSet(rule, points.extentZ, ColourScale::MakePalette(ColourScale::kPlanColours), {});
-    std::optional<ContourSet> contours = MakeContourSet(points, made.triangles, levels_, stop);
+    const ShownSurface made = survey_.Surface(stop);
+    levels_ = MakeLevelSet(rule, made.points.extentZ,
+                           ColourScale::MakePalette(ColourScale::kPlanColours), {});
+    std::optional<ContourSet> contours = MakeContourSet(made.points, made.triangles, levels_, stop);
     if (!contours || stop.IsStopRequested()) {
         return false;
     }
@@ -32,12 +31,11 @@ const Array1<LevelRegion>& SurveyContours::Regions() {
     if (regions_.UpperBound() > 0) {
         return regions_;
     }
-    const PointSet& points = survey_.Points();
-    const TriangleList& triangles = survey_.Triangulation().triangles;
+    const ShownSurface made = survey_.Surface();
     ContourSet below(1);
     below[1].value = std::numeric_limits<double>::lowest();
-    regions_ = MakeLevelRegions(points, triangles, below);
-    for (LevelRegion& region : MakeLevelRegions(points, triangles, contours_)) {
+    regions_ = MakeLevelRegions(made.points, made.triangles, below);
+    for (LevelRegion& region : MakeLevelRegions(made.points, made.triangles, contours_)) {
         regions_.Append(std::move(region));
     }
     return regions_;

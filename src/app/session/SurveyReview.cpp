@@ -1,5 +1,6 @@
 #include "app/session/SurveyReview.h"
 
+#include "survey/check/SurfaceFindings.h"
 #include "survey/check/SurveyCheck.h"
 
 #include <algorithm>
@@ -25,6 +26,10 @@ bool SurveyReview::Check(const StopToken& stop) {
     std::vector<Finding> found = CheckSurvey(survey_.Points(), made, &report_, {}, stop);
     if (stop.IsStopRequested()) {
         return false;
+    }
+    if (const ShownSurface shown = survey_.Surface(stop); shown.shaped != nullptr) {
+        std::vector<Finding> more = FindingsOf(*shown.shaped, survey_.Plan(), survey_.Points());
+        std::move(more.begin(), more.end(), std::back_inserter(found));
     }
     for (Finding& finding : found) {
         for (Index& point : finding.points) {

@@ -20,10 +20,10 @@ constexpr std::array kUsualScales{100, 200, 250, 500, 1000, 2000, 2500, 5000, 10
 
 // In the order of SwitchableLayers().
 constexpr std::array kLayerTexts{
-    Text::LayerContours,  Text::LayerBands,   Text::LayerTriangles, Text::LayerHull,
-    Text::LayerPoints,    Text::LayerNumbers, Text::LayerCodes,     Text::LayerSpotHeights,
-    Text::LayerGrid,      Text::LayerLegend,  Text::LayerScaleBar,  Text::LayerNorthArrow,
-    Text::LayerTitleBlock};
+    Text::LayerContours,    Text::LayerBands,     Text::LayerTriangles, Text::LayerHull,
+    Text::PartBreaklines,   Text::LayerPoints,    Text::LayerNumbers,   Text::LayerCodes,
+    Text::LayerSpotHeights, Text::LayerGrid,      Text::LayerLegend,    Text::LayerScaleBar,
+    Text::LayerNorthArrow,  Text::LayerTitleBlock};
 
 Text TextOfTheme(const std::string& name) {
     return name == "height"  ? Text::ThemeHeight

@@ -201,7 +201,7 @@ void ContentCheck::Line(SpaceLineKind kind, bool closed, std::span<const SpacePo
 
 void ContentCheck::Point(SpacePoint place, std::optional<std::string_view> name,
                          std::optional<std::string_view> code) {
-    if (points_ >= content_.points.size()) {
+    if (points_ >= content_.PointCount()) {
         Differ("there is a point at " + TextOf(place) + " too many");
         return;
     }
@@ -220,11 +220,11 @@ void ContentCheck::Point(SpacePoint place, std::optional<std::string_view> name,
 // Points without a text of the kind have none in the file.
 void ContentCheck::PointLabel(PointText kind, std::string_view text) {
     std::size_t& next = pointTexts_[static_cast<std::size_t>(kind)];
-    while (next < content_.points.size() && !HasText(kind, static_cast<Index>(next) + 1)) {
+    while (next < content_.PointCount() && !HasText(kind, static_cast<Index>(next) + 1)) {
         ++next;
     }
     const std::string name = kTextNames[static_cast<std::size_t>(kind)];
-    if (next >= content_.points.size()) {
+    if (next >= content_.PointCount()) {
         Differ("there is a " + name + " " + Quoted(text) + " too many");
         return;
     }
@@ -296,7 +296,7 @@ std::optional<std::string> ContentCheck::Finish() {
         Differ("the contour at " + TextOf(content_.LevelOf(*missing).value) + " is missing");
     }
     CheckCount(VectorPart::Labels, "values", labels_, content_.labels.size());
-    CheckCount(VectorPart::Points, "points", points_, content_.points.size());
+    CheckCount(VectorPart::Points, "points", points_, content_.PointCount());
     CheckCount(VectorPart::Triangles, "triangles", corners_, content_.triangles.size());
     std::size_t polygons = 0;
     std::size_t found = 0;
@@ -324,7 +324,7 @@ void ContentCheck::CheckPointTexts(PointText kind) {
     if (!parts_.Has(PartOf(kind))) {
         return;
     }
-    for (std::size_t i = pointTexts_[static_cast<std::size_t>(kind)]; i < content_.points.size();
+    for (std::size_t i = pointTexts_[static_cast<std::size_t>(kind)]; i < content_.PointCount();
          ++i) {
         if (HasText(kind, static_cast<Index>(i) + 1)) {
             Differ("the " + std::string(kTextNames[static_cast<std::size_t>(kind)]) + " of point " +

@@ -416,7 +416,7 @@ private:
     // The point whose text of the kind comes next; 0 when all have been told.
     Index NextPointOf(PointText kind) {
         std::size_t& told = told_[static_cast<std::size_t>(kind)];
-        while (told < content_.points.size()) {
+        while (told < content_.PointCount()) {
             const auto point = static_cast<Index>(++told);
             if (kind != PointText::Code || !content_.CodeOf(point).empty()) {
                 return point;

@@ -105,7 +105,7 @@ private:
             return false;
         }
         const auto number = static_cast<Index>(++points_);
-        if (points_ > content_.points.size()) {
+        if (points_ > content_.PointCount()) {
             check_.Stray("a point too many");
             return true;
         }

@@ -251,7 +251,7 @@ private:
 
     // These take the item that was read last. Always true: a difference is kept in the check.
     bool TakePoint() {
-        if (pointCount_ == content_.points.size()) {
+        if (pointCount_ == content_.PointCount()) {
             check_.Stray("a point too many");
             return true;
         }

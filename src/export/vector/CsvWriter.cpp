@@ -70,7 +70,7 @@ void WriteCsvPoints(OutputFile& out, const VectorContent& content, const VectorO
                     std::vector<std::string>& /*remarks*/) {
     std::string& text = out.Buffer();
     text += "number,easting,northing,height,code\n";
-    for (Index i = 1; i <= static_cast<Index>(content.points.size()); ++i) {
+    for (Index i = 1; i <= static_cast<Index>(content.PointCount()); ++i) {
         const SpacePoint& p = content.PointAt(i);
         AppendText(text, content.NameOf(i));
         for (const double value : {p.x, p.y, p.z}) {

@@ -200,7 +200,7 @@ private:
             return;
         }
         const EntityHead head(plan_, "POINT", DxfLayers::NameOf(VectorPart::Points), {"AcDbPoint"});
-        for (const SpacePoint& point : content_.points) {
+        for (const SpacePoint& point : content_.SurveyPoints()) {
             head.Append(out_, handle_);
             AppendPoint(out_, 10, point);
             file_.FlushWhenFull();

@@ -125,10 +125,10 @@ void DxfPlan::MeasureLines(VectorPart part, const std::vector<SpaceLine>& lines)
 
 void DxfPlan::MeasurePoints() {
     if (Has(VectorPart::Points)) {
-        for (const SpacePoint& point : content_.points) {
+        for (const SpacePoint& point : content_.SurveyPoints()) {
             box_.Add(point);
         }
-        entities_ += content_.points.size();
+        entities_ += content_.PointCount();
     }
 }
 
@@ -144,7 +144,7 @@ void DxfPlan::MeasureTexts(VectorPart kind) {
 // All heights have as many decimals as the one that needs most.
 void DxfPlan::ChooseHeightForm() {
     int decimals = 0;
-    for (const SpacePoint& point : content_.points) {
+    for (const SpacePoint& point : content_.SurveyPoints()) {
         decimals = std::max(decimals, DecimalsOf(point.z));
     }
     heightForm_ = "#0" + (decimals == 0 ? "" : "." + std::string(std::size_t(decimals), '0'));

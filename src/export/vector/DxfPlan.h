@@ -60,7 +60,7 @@ public:
     [[nodiscard]] bool HasText(VectorPart kind, Index point) const {
         return kind != VectorPart::Codes || !content_.CodeOf(point).empty();
     }
-    [[nodiscard]] Index PointCount() const { return static_cast<Index>(content_.points.size()); }
+    [[nodiscard]] Index PointCount() const { return static_cast<Index>(content_.PointCount()); }
 
     /// Middle of the label, at the height of its level.
     [[nodiscard]] SpacePoint LabelPlace(const VectorLabel& label) const;

@@ -302,7 +302,7 @@ private:
 
     void WritePoints() {
         if (Wants(VectorPart::Points)) {
-            for (Index i = 1; i <= static_cast<Index>(content_.points.size()); ++i) {
+            for (Index i = 1; i <= static_cast<Index>(content_.PointCount()); ++i) {
                 WritePoint(i);
             }
         }

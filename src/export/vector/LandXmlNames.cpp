@@ -37,8 +37,8 @@ std::string CleanNameOf(const VectorContent& content, Index point) {
 class NameIndex {
 public:
     explicit NameIndex(const VectorContent& content) : content_(content) {
-        const auto count = static_cast<Index>(content.points.size());
-        keys_.reserve(content.points.size());
+        const auto count = static_cast<Index>(content.PointCount());
+        keys_.reserve(content.PointCount());
         for (Index point = 1; point <= count; ++point) {
             const std::string name = content.NameOf(point);
             if (IsCleanText(name)) {

@@ -106,7 +106,7 @@ private:
         const PointNames names(content_);
         TellChanged(names);
         out_.Append("<CgPoints>\n");
-        for (Index i = 1; i <= static_cast<Index>(content_.points.size()); ++i) {
+        for (Index i = 1; i <= static_cast<Index>(content_.PointCount()); ++i) {
             std::string& text = out_.Buffer();
             text += "<CgPoint";
             AppendAttribute(text, "name", names.Of(i));

@@ -63,6 +63,13 @@ public:
         if (Wants(VectorPart::Hull)) {
             AddHull();
         }
+        if (Wants(VectorPart::Boundary) && source_.shaped != nullptr) {
+            AddLaidLines(LineRole::Boundary, content_.boundary);
+            AddLaidLines(LineRole::Hole, content_.boundary);
+        }
+        if (Wants(VectorPart::Breaklines) && source_.shaped != nullptr) {
+            AddLaidLines(LineRole::Breakline, content_.breaklines);
+        }
         return std::move(content_);
     }
 
@@ -84,6 +91,7 @@ private:
         for (Index i = 1; i <= points.count; ++i) {
             content_.points.push_back(round_(SpacePoint{points.x[i], points.y[i], points.z[i]}));
         }
+        content_.addedPoints = static_cast<std::size_t>(points.count - source_.surveyed);
         if (points.labels.HasLabels()) {
             AddLabelsOfPoints(points.labels);
         }
@@ -242,6 +250,28 @@ private:
                                                         : content_.levels[above].value;
             if (!band.polygons.empty()) {
                 content_.bands.push_back(std::move(band));
+            }
+        }
+    }
+
+    // As they run through the triangles, so that they lie on the surface everywhere.
+    void AddLaidLines(LineRole role, std::vector<SpaceLine>& lines) {
+        for (const VisibleCourse& course : VisibleCourses(*source_.shaped, role)) {
+            const std::vector<Index>& points = course.points;
+            SpaceLine line;
+            line.name = CleanText(LinesOf(source_.shaped->plan, role)[course.number]->line.name);
+            line.closed = points.size() > 3 && points.front() == points.back();
+            for (const Index point : points) {
+                const SpacePoint& place = content_.PointAt(point);
+                if (line.vertices.empty() || !(place == line.vertices.back())) {
+                    line.vertices.push_back(place);
+                }
+            }
+            if (line.closed && line.vertices.size() > 1) {
+                line.vertices.pop_back();
+            }
+            if (line.vertices.size() >= (line.closed ? 3U : 2U)) {
+                lines.push_back(std::move(line));
             }
         }
     }

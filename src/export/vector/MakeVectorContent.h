@@ -8,17 +8,27 @@
 #include "contour/ContourSet.h"
 #include "contour/LevelRule.h"
 #include "export/vector/VectorContent.h"
+#include "survey/Survey.h"
 
 namespace terravo {
 
 /// What content is made of; all outlives the call.
 struct VectorSource {
     const PointSet& points;
+    Index surveyed; // points 1..surveyed are of the survey, the others corners alone
     const TriangleList& triangles;
     const LevelRule& rule;
-    const LevelSet& levels;     // made by the rule
-    const ContourSet& contours; // of the levels, with repeats left out
+    const LevelSet& levels;                // made by the rule
+    const ContourSet& contours;            // of the levels, with repeats left out
+    const ShapedSurface* shaped = nullptr; // where lines are laid into the surface
 };
+
+/// That of a surface and its contours.
+inline VectorSource SourceOf(const ShownSurface& surface, const LevelRule& rule,
+                             const LevelSet& levels, const ContourSet& contours) {
+    return {surface.points, surface.SurveyedPoints(), surface.triangles, rule, levels, contours,
+            surface.shaped};
+}
 
 struct VectorWish {
     VectorParts parts;

@@ -55,7 +55,7 @@ VectorBox BoxOf(const VectorContent& content) {
         IncludeTriangles(box, content);
     }
     if (parts.Has(VectorPart::Points)) {
-        for (const SpacePoint& point : content.points) {
+        for (const SpacePoint& point : content.SurveyPoints()) {
             box.Include(point);
         }
     }

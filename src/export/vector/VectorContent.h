@@ -117,8 +117,10 @@ struct VectorContent {
     std::vector<VectorLabel> labels;
     std::vector<LevelBand> bands; // increasing; those without ground are left out
 
-    std::vector<SpacePoint> points; // all points in use, by number
-    PointLabels pointLabels;        // may be empty
+    std::vector<SpacePoint> points; // all points in use, by number, then added ones
+    /// Points at the end that are corners of triangles alone: vertices and crossings of lines.
+    std::size_t addedPoints = 0;
+    PointLabels pointLabels; // may be empty
     /// Corners are 1-based point numbers, counter-clockwise; neighbours are 1-based triangles, 0
     /// where there is none. Hidden triangles are left out.
     std::vector<Triangle> triangles;
@@ -143,6 +145,11 @@ struct VectorContent {
     /// The code of a point, maybe empty.
     [[nodiscard]] std::string_view CodeOf(Index point) const {
         return pointLabels.HasLabels() ? pointLabels.Code(point) : std::string_view();
+    }
+    /// How many points are those of the survey.
+    [[nodiscard]] std::size_t PointCount() const { return points.size() - addedPoints; }
+    [[nodiscard]] std::span<const SpacePoint> SurveyPoints() const {
+        return std::span(points).first(PointCount());
     }
     [[nodiscard]] const SpacePoint& PointAt(Index point) const {
         return points[static_cast<std::size_t>(point) - 1];

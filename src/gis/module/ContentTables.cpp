@@ -120,7 +120,7 @@ public:
 
     bool Points() {
         Index number = 0;
-        return All(content_.points, [&](const SpacePoint& point) {
+        return All(content_.SurveyPoints(), [&](const SpacePoint& point) {
             ++number;
             SetText(0, content_.NameOf(number));
             SetText(1, content_.CodeOf(number));

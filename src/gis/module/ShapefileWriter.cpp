@@ -71,7 +71,7 @@ std::int64_t SizeOf(TableKind kind, const VectorContent& content) {
         return static_cast<std::int64_t>(content.triangles.size()) *
                (kHeadOfShape + kPart + 4 * kSpaceVertex);
     case TableKind::Points:
-        return static_cast<std::int64_t>(content.points.size()) * kPointRecord;
+        return static_cast<std::int64_t>(content.PointCount()) * kPointRecord;
     case TableKind::Hull:
         return Size(content.hull);
     case TableKind::Boundary:
@@ -100,7 +100,7 @@ int WidthOf(const ContentTable& table, std::size_t column, const VectorContent& 
         longest = std::max(longest, text.size());
     };
     if (table.kind == TableKind::Points) {
-        for (Index point = 1; point <= static_cast<Index>(content.points.size()); ++point) {
+        for (Index point = 1; point <= static_cast<Index>(content.PointCount()); ++point) {
             column == 0 ? include(content.NameOf(point)) : include(content.CodeOf(point));
         }
     } else {

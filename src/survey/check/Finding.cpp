@@ -24,8 +24,9 @@ std::string PointList(const Finding& finding, const PointLabels& labels) {
 
 const char* NameOf(FindingKind kind) {
     static constexpr std::array<const char*, kFindingKinds> kNames{
-        "void-height", "repeat",  "repeat-other-height", "near-repeat",    "height-outlier",
-        "lone-point",  "degrees", "constant-column",     "running-number", "no-part"};
+        "void-height",      "repeat",   "repeat-other-height", "near-repeat",    "height-outlier",
+        "lone-point",       "degrees",  "constant-column",     "running-number", "no-part",
+        "breakline-height", "crossing", "line-left-out",       "line-hidden"};
     return kNames[static_cast<std::size_t>(kind)];
 }
 
@@ -64,6 +65,7 @@ Finding FindingCollector::Make(FindingKind kind, Severity severity,
     finding.count = static_cast<std::int64_t>(points.size());
     if (!points.empty()) {
         const Index first = points.front();
+        finding.hasPlace = true;
         finding.x = points_.x[first];
         finding.y = points_.y[first];
         finding.z = points_.z[first];
@@ -75,13 +77,28 @@ Finding FindingCollector::Make(FindingKind kind, Severity severity,
 void FindingCollector::AddToRest(FindingKind kind, Severity severity,
                                  std::span<const Index> points) {
     Finding& rest = rest_[static_cast<std::size_t>(kind)];
-    if (rest.count == 0) {
+    if (found_[static_cast<std::size_t>(kind)] == most_ + 1) { // the first of the rest
         rest = Make(kind, severity, points);
         return;
     }
     rest.severity = std::min(rest.severity, severity);
     rest.count += static_cast<std::int64_t>(points.size());
     List(rest, points);
+}
+
+void FindingCollector::AddPlace(FindingKind kind, Severity severity, const SpacePoint& place,
+                                Statement statement) {
+    if (found_[static_cast<std::size_t>(kind)]++ >= most_) {
+        AddToRest(kind, severity, {});
+        return;
+    }
+    Finding finding = Make(kind, severity, {});
+    finding.hasPlace = true;
+    finding.x = place.x;
+    finding.y = place.y;
+    finding.z = place.z;
+    finding.statement = std::move(statement);
+    findings_.push_back(std::move(finding));
 }
 
 void FindingCollector::AddWhole(FindingKind kind, Severity severity, Statement statement) {
@@ -109,7 +126,7 @@ std::vector<Finding> FindingCollector::Take() {
     std::stable_sort(findings_.begin(), findings_.end(),
                      [&](const Finding& a, const Finding& b) { return key(a) < key(b); });
     for (std::size_t kind = 0; kind < kFindingKinds; ++kind) {
-        if (Finding& rest = rest_[kind]; rest.count > 0) {
+        if (Finding& rest = rest_[kind]; found_[kind] > most_) {
             rest.statement = {Text::SaysMore,
                               {std::to_string(found_[kind] - most_), std::to_string(rest.count)}};
             const auto behind =

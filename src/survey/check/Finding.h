@@ -7,6 +7,7 @@
 #pragma once
 
 #include "survey/PointSet.h"
+#include "triangulation/SpaceLine.h"
 #include "util/TextCatalogue.h"
 
 #include <array>
@@ -27,9 +28,13 @@ enum class FindingKind : unsigned char {
     Degrees,
     ConstantColumn,
     RunningNumber,
-    NoPart
+    NoPart,
+    BreaklineHeight, // these four are of the lines laid over the points
+    Crossing,
+    LineLeftOut,
+    LineHidden
 };
-inline constexpr std::size_t kFindingKinds = 10;
+inline constexpr std::size_t kFindingKinds = 14;
 
 enum class Severity : unsigned char { Error, Warning, Note };
 
@@ -44,9 +49,10 @@ struct Finding {
     std::vector<Index> points;       // the first kMostListed; empty for a finding on all points
     std::vector<std::int64_t> lines; // of these points in the file, where they are known
     std::int64_t count = 0;          // of points, or of lines without a point, in all
-    double x = 0;                    // of the first point
+    bool hasPlace = false;           // the next three say where
+    double x = 0;                    // of the first point, or of a crossing without one
     double y = 0;
-    double z = 0;
+    double z = 0;        // not a number where it is not known
     Statement statement; // %1 stands for the points, its values begin with %2
 
     static constexpr std::size_t kMostListed = 1000;
@@ -74,6 +80,9 @@ public:
             AddToRest(kind, severity, points);
         }
     }
+    /// Adds a finding on a place without a point.
+    void AddPlace(FindingKind kind, Severity severity, const SpacePoint& place,
+                  Statement statement);
     /// Adds a finding that is no matter of single points.
     void AddWhole(FindingKind kind, Severity severity, Statement statement);
     /// Adds a finding on lines that made no points.

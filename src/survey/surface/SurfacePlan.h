@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -54,5 +55,12 @@ struct SurfacePlan {
     /// Lines are the same when they are shared.
     bool operator==(const SurfacePlan&) const = default;
 };
+
+/// The lines of a role; none for held sides.
+std::span<const SharedLine> LinesOf(const SurfacePlan& plan, LineRole role);
+
+/// The plan with points left out, or taken back.
+/// @param points  numbers among all points, in any order.
+SurfacePlan WithExcluded(SurfacePlan plan, const std::vector<Index>& points, bool excluded);
 
 } // namespace terravo

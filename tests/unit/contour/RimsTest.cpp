@@ -80,8 +80,8 @@ TEST(Rims, GoThroughEverythingThatTakesTriangles) {
             wish.parts.Add(VectorPart::Hull);
             wish.parts.Add(VectorPart::Triangles);
             const LevelRule rule;
-            const VectorContent content =
-                MakeVectorContent({points, surface.visible, rule, levels, contours}, wish);
+            const VectorContent content = MakeVectorContent(
+                {points, points.count, surface.visible, rule, levels, contours}, wish);
             EXPECT_EQ(static_cast<int>(content.hull.size()), site.outerRims + site.holeRims);
             EXPECT_EQ(static_cast<Index>(content.triangles.size()), surface.visible.count);
             CheckHull(content, area);

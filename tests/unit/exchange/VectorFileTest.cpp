@@ -82,10 +82,8 @@ TEST(VectorFileTest, EveryFormatWritesWhatItReadsBack) {
                 wish.parts = format.known;
                 wish.decimals = decimals;
                 wish.epsg = 25832;
-                const VectorContent content =
-                    MakeVectorContent({points, survey.Triangulation().triangles, rule,
-                                       contours.Levels(), contours.Contours()},
-                                      wish);
+                const VectorContent content = MakeVectorContent(
+                    SourceOf(survey.Surface(), rule, contours.Levels(), contours.Contours()), wish);
                 if (format.option == "landxml" && content.triangles.empty()) {
                     continue; // it has no surface to write
                 }
@@ -121,10 +119,8 @@ TEST(VectorFileTest, NoBrokenFileIsVerified) {
         }
         VectorWish wish;
         wish.parts = format.known.And(withoutPointTexts);
-        const VectorContent content =
-            MakeVectorContent({survey.Points(), survey.Triangulation().triangles, rule,
-                               contours.Levels(), contours.Contours()},
-                              wish);
+        const VectorContent content = MakeVectorContent(
+            SourceOf(survey.Surface(), rule, contours.Levels(), contours.Contours()), wish);
         const std::string path = folder.File("file");
         WriteVectorFile(path, format, content, {});
         const std::string good = folder.Read("file");

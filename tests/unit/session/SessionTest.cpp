@@ -309,6 +309,61 @@ TEST_F(SessionTest, FollowsARuleUntilItFitsNoMoreOrAnotherFileIsRead) {
     EXPECT_EQ(view.levelCount, 12);
 }
 
+TEST_F(SessionTest, EveryStepOnTheSurfaceCanBeUndoneAndDoneAgain) {
+    session.LoadNamedFile(folder.Write("a.dat", hill));
+    const auto triangles = [this] { return session.TheSurvey().Surface().triangles.count; };
+    ASSERT_EQ(triangles(), 4);
+    EXPECT_FALSE(session.Undo());
+
+    EXPECT_EQ(session.SurveyPointAt({5.1, 4}, 0.2), 5);
+    EXPECT_TRUE(session.SetHeight(5, 20));
+    EXPECT_NE(folder.Read("point_qrw.txt").find(" 20"), std::string::npos) << "all follows";
+    const SpacePoint start = session.VertexAt({1.1, 1}, 0.2);
+    EXPECT_EQ(start, (SpacePoint{1, 1, 0})) << "the point itself";
+    EXPECT_TRUE(session.AddDrawnLine(LineRole::Breakline, {start, session.VertexAt({7, 5}, 0.2)}));
+    EXPECT_GT(triangles(), 4);
+    dialogs.answer = folder.Write("ring.txt", "2 2\n8 2\n8 8\n2 8\n");
+    session.AddLineFile(LineRole::Boundary);
+    ASSERT_EQ(messages.informations.size(), 1U) << "the ring was open";
+    EXPECT_EQ(session.TheSurvey().Plan().boundary.size(), 1U);
+    EXPECT_NE(view.remark.find("hidden triangles: "), std::string::npos);
+    session.VerifySurface();
+    EXPECT_EQ(messages.informations.back().text.rfind("The surface is sound: ", 0), 0U);
+    const Index bounded = triangles();
+    session.SetLongestSide(1e-3);
+    EXPECT_EQ(triangles(), bounded) << "no further than a boundary";
+    SurfacePlan bare;
+    bare.longestSide = 1e-3;
+    EXPECT_TRUE(session.ApplyPlan(bare, Text::StepRemoveLines));
+    EXPECT_EQ(triangles(), 0);
+    EXPECT_NE(view.remark.find("No triangle is visible"), std::string::npos);
+
+    const SurfacePlan last = session.TheSurvey().Plan();
+    EXPECT_EQ(session.History().UndoName(), "remove lines");
+    int steps = 0;
+    while (session.Undo()) {
+        ++steps;
+    }
+    EXPECT_EQ(steps, 5);
+    EXPECT_EQ(session.TheSurvey().Plan(), SurfacePlan());
+    EXPECT_EQ(triangles(), 4);
+    while (session.Redo()) {
+        --steps;
+    }
+    EXPECT_EQ(steps, 0);
+    EXPECT_EQ(session.TheSurvey().Plan(), last);
+
+    messages.boxes.clear();
+    EXPECT_FALSE(session.SetExcluded({1, 2, 3}, true));
+    EXPECT_EQ(messages.boxes.size(), 1U) << "three must remain";
+    dialogs.answer = folder.Write("bad.txt", "1 2 3\n4 x 6\n");
+    session.AddLineFile(LineRole::Breakline);
+    EXPECT_EQ(messages.boxes.size(), 2U);
+    EXPECT_EQ(session.TheSurvey().Plan(), last) << "nothing of a bad file is taken";
+    session.LoadNamedFile(folder.Write("b.dat", hill));
+    EXPECT_FALSE(session.History().CanUndo()) << "another file";
+}
+
 TEST_F(SessionTest, RefusesToExportWhatWasStoppedUntilADrawingIsComplete) {
     view.AfterProgress(3, [this] { session.RequestStop(); });
     session.LoadNamedFile(folder.Write("a.dat", hill));

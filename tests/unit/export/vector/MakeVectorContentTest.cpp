@@ -26,9 +26,8 @@ VectorParts EveryPart() {
 VectorContent ContentOf(const Survey& survey, const LevelRule& rule, const VectorWish& wish) {
     SurveyContours contours(survey);
     EXPECT_TRUE(contours.Prepare(rule));
-    return MakeVectorContent({survey.Points(), survey.Triangulation().triangles, rule,
-                              contours.Levels(), contours.Contours()},
-                             wish);
+    return MakeVectorContent(
+        SourceOf(survey.Surface(), rule, contours.Levels(), contours.Contours()), wish);
 }
 
 int DecimalsOf(double value) {
