@@ -3,6 +3,7 @@
 #include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
 
+#include <QAction>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
@@ -154,6 +155,56 @@ TEST_F(SheetWindowTest, FollowsPointsAndLevels) {
     Remake([this] { session->SetExcluded({1, 2, 3}, true); });
     Remake([this] { session->LoadNamedFile(folder.Write("b.dat", HillsText(9))); });
     EXPECT_EQ(levels().front(), std::round(levels().front()));
+}
+
+TEST_F(SheetWindowTest, ToolsChangeTheSurfaceByHandAndByKeys) {
+    OpenSheet();
+    const Survey& survey = session->TheSurvey();
+    const auto pixelOf = [&](Index point) {
+        return view->PixelAt({survey.AllPoints().x[point], survey.AllPoints().y[point]}).toPoint();
+    };
+    const auto use = [&](const char* tool, const std::vector<QPoint>& clicks) {
+        Find<QAction>(tool)->trigger();
+        EXPECT_TRUE(Find<QAction>(tool)->isChecked());
+        for (const QPoint& click : clicks) {
+            QTest::mouseClick(view, Qt::LeftButton, {}, click);
+        }
+    };
+    auto* undo = Find<QAction>("mnuUndo");
+    EXPECT_FALSE(undo->isEnabled());
+    Remake([&] { use("mnuToolExclude", {pixelOf(40)}); });
+    EXPECT_EQ(survey.ExcludedPoints(), std::vector<Index>{40});
+    EXPECT_EQ(undo->text(), "&Undo: exclude points");
+
+    use("mnuToolBreakline", {pixelOf(14), pixelOf(77), pixelOf(90)});
+    QTest::keyClick(view, Qt::Key_Backspace);
+    Remake([&] { QTest::keyClick(view, Qt::Key_Return); });
+    ASSERT_EQ(survey.Plan().breaklines.size(), 1U);
+    EXPECT_EQ(survey.Plan().breaklines[0]->line.vertices[1].z, survey.AllPoints().z[77]);
+    EXPECT_TRUE(std::any_of(view->Scene()->lines.begin(), view->Scene()->lines.end(),
+                            [](const SheetLine& l) { return l.layer == SheetLayer::Breaklines; }));
+
+    sheet->Tools().askHeight = [](const QString& label, double) {
+        EXPECT_EQ(label, "New height of point 14:");
+        return std::optional(123.5);
+    };
+    Remake([&] { use("mnuToolHeight", {pixelOf(14)}); });
+    EXPECT_EQ(survey.Points().z[14], 123.5);
+
+    Remake([&] {
+        use("mnuToolHole", {pixelOf(27), pixelOf(30), pixelOf(66), pixelOf(63)});
+        QTest::keyClick(view, Qt::Key_Enter);
+    });
+    EXPECT_GT(FiguresOf(*survey.Surface().shaped).hiddenTriangles, 0);
+    use("mnuToolHold", {});
+    QTest::keyClick(view, Qt::Key_Escape);
+    EXPECT_EQ(view->Tool(), SheetTool::Pan);
+    for (int step = 0; step < 4; ++step) {
+        Remake([&] { undo->trigger(); });
+    }
+    EXPECT_FALSE(undo->isEnabled());
+    EXPECT_EQ(survey.Plan(), SurfacePlan());
+    EXPECT_TRUE(Find<QAction>("mnuRedo")->isEnabled());
 }
 
 TEST_F(SheetWindowTest, ZoomsAtThePointerAndPansWithoutLosingThePlace) {

@@ -58,6 +58,16 @@ void SheetView::SetHint(const QString& hint) {
     update();
 }
 
+void SheetView::SetDraft(std::vector<terravo::PlanPoint> vertices, bool closed) {
+    draft_.Set(std::move(vertices), closed);
+    update();
+}
+
+void SheetView::SetMark(std::optional<terravo::PlanPoint> place) {
+    draft_.SetMark(place);
+    update();
+}
+
 void SheetView::SetMeasureText(std::function<QString(const SheetDistance&)> text) {
     measureText_ = std::move(text);
 }
@@ -183,6 +193,7 @@ void SheetView::PaintOverlay(QPainter& painter) {
         measure_.Paint(
             painter, [this](terravo::PlanPoint p) { return PixelAt(p); }, measureText_(*result));
     }
+    draft_.Paint(painter, [this](terravo::PlanPoint p) { return PixelAt(p); });
     if (measuresByKeys_) {
         const QPointF middle = QRectF(rect()).center();
         constexpr double kArm = 12;

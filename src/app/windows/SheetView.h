@@ -6,6 +6,7 @@
 // changed by whoever made it: moving the map is only told.
 #pragma once
 
+#include "app/windows/SheetDraft.h"
 #include "app/windows/SheetMeasure.h"
 #include "export/SheetFrame.h"
 #include "sheet/MapView.h"
@@ -15,9 +16,24 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 /// What a click or a drag with the left button does. With Shift it is ZoomToBox, with Ctrl MoveMap.
-enum class SheetTool { Pan, ZoomToBox, Measure, MoveMap };
+/// From Select on a click is told; from Breakline on the clicks make a line.
+enum class SheetTool {
+    Pan,
+    ZoomToBox,
+    Measure,
+    MoveMap,
+    Select,
+    Exclude,
+    Height,
+    Flip,
+    Hold,
+    Breakline,
+    Boundary,
+    Hole
+};
 
 class SheetView : public QWidget {
     Q_OBJECT
@@ -38,6 +54,11 @@ public:
 
     void SetTool(SheetTool tool);
     [[nodiscard]] SheetTool Tool() const { return tool_; }
+
+    /// The vertices of a line that is being drawn.
+    void SetDraft(std::vector<terravo::PlanPoint> vertices, bool closed);
+    /// A place that is marked, or none.
+    void SetMark(std::optional<terravo::PlanPoint> place);
 
     /// The whole paper, and the paper as large as it is.
     void Fit();
@@ -63,6 +84,11 @@ signals:
     /// The map is to be moved on the paper: the place of the survey that was in its middle is to be
     /// that far from there, millimetres.
     void MapMoved(double right, double down);
+    /// A tool that changes the surface was used at a place of the survey.
+    void Clicked(double x, double y);
+    /// The line that is being drawn is whole; its last vertex is taken back.
+    void LineEnded();
+    void SteppedBack();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -72,6 +98,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -97,6 +124,8 @@ private:
     void ShowCursor();
     bool TakeKey(const QKeyEvent& event);
     bool TakeArrow(const QKeyEvent& event);
+    bool UseTool(int key);
+    void ClickAt(QPointF pixel);
 
     terravo::SheetFrame frame_;
     std::shared_ptr<const terravo::SheetScene> scene_;
@@ -107,8 +136,9 @@ private:
     QTimer rest_; // after the last movement
     SheetTool tool_ = SheetTool::Pan;
     std::optional<Drag> drag_;
-    bool measuresByKeys_ = false; // in the middle of the widget
+    bool measuresByKeys_ = false; // in the middle of the widget; so do the other tools
     SheetMeasure measure_;
+    SheetDraft draft_;
     std::function<QString(const SheetDistance&)> measureText_;
     QString hint_;
 };

@@ -14,6 +14,7 @@ void SheetView::SetTool(SheetTool tool) {
     tool_ = tool;
     drag_.reset();
     measure_.Clear();
+    draft_.Clear();
     measuresByKeys_ = false;
     ShowCursor();
     TellMeasured();
@@ -54,6 +55,9 @@ void SheetView::mousePressEvent(QMouseEvent* event) {
         drag_ = Drag{SheetTool::Pan, event->position(), event->position()};
     } else if (isLeft && tool_ == SheetTool::Measure && event->modifiers() == Qt::NoModifier) {
         MeasureAt(event->position());
+    } else if (isLeft && tool_ >= SheetTool::Select && event->modifiers() == Qt::NoModifier) {
+        measuresByKeys_ = false;
+        ClickAt(event->position());
     } else if (isLeft) {
         const SheetTool tool = (event->modifiers() & Qt::ShiftModifier) != 0 ? SheetTool::ZoomToBox
                                : (event->modifiers() & Qt::ControlModifier) != 0
@@ -79,6 +83,11 @@ void SheetView::mouseMoveEvent(QMouseEvent* event) {
         TellMeasured();
         update();
     }
+    if (tool_ >= SheetTool::Breakline && scene_) {
+        measuresByKeys_ = false;
+        draft_.Point(PlanAt(pixel));
+        update();
+    }
     if (scene_ && scene_->map.Contains(place_.ToPaper(pixel))) {
         const terravo::PlanPoint place = PlanAt(pixel);
         emit PointerMoved(place.x, place.y);
@@ -92,6 +101,40 @@ void SheetView::mouseReleaseEvent(QMouseEvent* event) {
         drag_->last = event->position();
         FinishDrag();
     }
+}
+
+// The click before has set the last vertex.
+void SheetView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && tool_ >= SheetTool::Breakline && scene_) {
+        emit LineEnded();
+    } else {
+        mousePressEvent(event);
+    }
+}
+
+// Beside the map nothing can be meant.
+void SheetView::ClickAt(QPointF pixel) {
+    if (scene_->map.Contains(place_.ToPaper(pixel))) {
+        const terravo::PlanPoint place = PlanAt(pixel);
+        emit Clicked(place.x, place.y);
+    }
+}
+
+// The space bar clicks in the middle of the widget; Enter ends a line, or clicks too.
+bool SheetView::UseTool(int key) {
+    const bool drawsLine = tool_ >= SheetTool::Breakline;
+    if (key == Qt::Key_Backspace) {
+        emit SteppedBack();
+        return drawsLine;
+    }
+    if (drawsLine && key != Qt::Key_Space) {
+        emit LineEnded();
+        return true;
+    }
+    measuresByKeys_ = true;
+    ClickAt(QRectF(rect()).center());
+    update();
+    return true;
 }
 
 void SheetView::FinishDrag() {
@@ -153,9 +196,14 @@ bool SheetView::TakeKey(const QKeyEvent& event) {
         }
         EndTool();
         return true;
+    case Qt::Key_Backspace:
+        return tool_ >= SheetTool::Breakline && UseTool(event.key());
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
+        if (tool_ >= SheetTool::Select) {
+            return UseTool(event.key());
+        }
         if (tool_ != SheetTool::Measure) {
             return false;
         }
@@ -185,8 +233,13 @@ bool SheetView::TakeArrow(const QKeyEvent& event) {
     }
     Move(-way * kStep);
     if (measuresByKeys_) {
-        measure_.Point(PlanAt(QRectF(rect()).center()));
-        TellMeasured();
+        const terravo::PlanPoint middle = PlanAt(QRectF(rect()).center());
+        if (tool_ >= SheetTool::Breakline) {
+            draft_.Point(middle);
+        } else {
+            measure_.Point(middle);
+            TellMeasured();
+        }
     }
     return true;
 }

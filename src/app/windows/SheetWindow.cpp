@@ -132,6 +132,9 @@ void SheetWindow::ConnectView() {
         }
         ShowState();
     });
+    tools_ = new SurfaceTools(state_, session_, *picSheet);
+    connect(tools_, &SurfaceTools::Note, this,
+            [this](const QString& text) { status_.ShowNote(text); });
     connect(picSheet, &SheetView::Measured, this, [this](const QString& text) {
         if (!text.isEmpty()) {
             status_.ShowNote(text);

@@ -10,6 +10,7 @@
 #include "app/windows/SheetPanel.h"
 #include "app/windows/SheetStyleBox.h"
 #include "app/windows/SheetView.h"
+#include "app/windows/SurfaceTools.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -37,6 +38,7 @@ public:
     /// Whether there is a sheet to look at, write and print.
     [[nodiscard]] bool HasSheet() const { return picSheet->Scene() != nullptr; }
     [[nodiscard]] SheetView& View() { return *picSheet; }
+    [[nodiscard]] SurfaceTools& Tools() { return *tools_; }
 
     void Export();
     void Print();
@@ -91,6 +93,7 @@ private:
     std::string file_;           // of the points that were shown last
     QString trouble_;            // why there is no such sheet
     SheetView* picSheet = nullptr;
+    SurfaceTools* tools_ = nullptr;
     SheetPanel* pnlSheet = nullptr;
     SheetStyleBox* pnlStyles = nullptr;
     QLabel* lblSheet = nullptr;

@@ -2,6 +2,7 @@
 
 #include "app/settings/WindowPosition.h"
 #include "app/windows/CheckWindow.h"
+#include "app/windows/EditMenu.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SheetMenu.h"
 #include "app/windows/SheetWindow.h"
@@ -78,7 +79,8 @@ void frmOrografix::AddMainWindow(frmProve* window, const DocumentBox& box) {
     mainWindow_ = window;
     windowMenu_ = new WindowMenu(*area_, *places_, this);
     sheetMenu_ = new SheetMenu(this);
-    window->AddMenus(*menuBar(), sheetMenu_, windowMenu_);
+    editMenu_ = new EditMenu(window->TheSession(), this);
+    window->AddMenus(*menuBar(), editMenu_, sheetMenu_, windowMenu_);
     // Without the close button: the window goes with the exit command and with its parent.
     mainFrame_ =
         area_->addSubWindow(window, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -147,6 +149,7 @@ void frmOrografix::SetSheet(std::function<SheetWindow*()> make) {
     makeSheet_ = std::move(make);
     connect(mainWindow_, &frmProve::SheetAsked, this, &frmOrografix::ShowSheet);
     connect(sheetMenu_, &SheetMenu::OpenAsked, this, &frmOrografix::ShowSheet);
+    connect(editMenu_, &EditMenu::SheetAsked, this, &frmOrografix::ShowSheet);
 }
 
 void frmOrografix::ShowSheet() {
@@ -157,6 +160,7 @@ void frmOrografix::ShowSheet() {
         connect(sheet_, &SheetWindow::Closing, this, [this, frame] { KeepPlace(frame, kKind); });
         connect(mainWindow_, &frmProve::WorkEnded, sheet_, &SheetWindow::Refresh);
         sheetMenu_->SetWindow(sheet_);
+        editMenu_->SetWindow(sheet_);
         frame->show();
     }
     windowMenu_->Activate(*sheet_);

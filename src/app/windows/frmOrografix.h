@@ -15,6 +15,7 @@
 #include <optional>
 
 class CheckWindow;
+class EditMenu;
 class SheetMenu;
 class SheetWindow;
 class StatusPanel;
@@ -85,6 +86,7 @@ private:
     QPointer<frm3D> view3D_;
     QPointer<CheckWindow> check_;
     QPointer<SheetWindow> sheet_;
+    EditMenu* editMenu_ = nullptr;
     SheetMenu* sheetMenu_ = nullptr;
     WindowMenu* windowMenu_ = nullptr;
     frmProve* mainWindow_ = nullptr;

@@ -1,5 +1,7 @@
 #include "app/windows/frmProve.h"
 
+#include "app/windows/EditMenu.h"
+
 #include "app/settings/SettingsFiles.h"
 #include "app/windows/AboutBox.h"
 #include "app/windows/Controls.h"
@@ -111,7 +113,7 @@ QBoxLayout* frmProve::MakeOptionsColumn() {
     return column;
 }
 
-void frmProve::AddMenus(QMenuBar& menuBar, SheetMenu* sheet, WindowMenu* windows) {
+void frmProve::AddMenus(QMenuBar& menuBar, EditMenu* edit, SheetMenu* sheet, WindowMenu* windows) {
     mnuFile = Named(menuBar.addMenu(QStringLiteral("&File")), "mnuFile");
     mnuLeggiDati = Named(mnuFile->addAction(QString()), "mnuLeggiDati");
     mnuLeggiDati->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
@@ -136,6 +138,8 @@ void frmProve::AddMenus(QMenuBar& menuBar, SheetMenu* sheet, WindowMenu* windows
         }
     }
     mnuRecenti[0]->setEnabled(false);
+    mnuEdit = edit;
+    menuBar.addMenu(mnuEdit);
     mnuSurvey = Named(menuBar.addMenu(QString()), "mnuSurvey");
     mnuCheck = Named(mnuSurvey->addAction(QString()), "mnuCheck");
     mnuCheck->setShortcut(QKeySequence(Qt::Key_F7));
@@ -143,6 +147,8 @@ void frmProve::AddMenus(QMenuBar& menuBar, SheetMenu* sheet, WindowMenu* windows
     mnuLevels->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_L));
     mnuLevels->setEnabled(false);
     mnuSurvey->setToolTipsVisible(true);
+    mnuSurvey->addSeparator();
+    AddSurfaceEntries();
     mnuSurvey->addSeparator();
     mnuExact = Named(mnuSurvey->addAction(QString()), "mnuExact");
     mnuExact->setCheckable(true);
@@ -222,6 +228,8 @@ void frmProve::SetCaptions() {
     mnuExact->setText(text(Text::ExactTriangulation));
     mnuFreeLists->setText(text(Text::ReadFreeLists));
     mnuSavePoints->setText(text(Text::SavePointsAs));
+    mnuEdit->SetCaptions(state_);
+    SetSurfaceCaptions();
     mnuSheet->SetCaptions(state_);
     mnuWindow->SetCaptions(state_);
     mnuHelp->setText(text(Text::Help));
@@ -272,6 +280,10 @@ void frmProve::ShowPointCount(terravo::Index count) {
     mnuSavePoints->setEnabled(count > 0);
     mnuLevels->setEnabled(count > 0);
     mnuLevels->setToolTip(count > 0 ? QString() : Caption(state_, Text::CheckNoPoints));
+    for (QAction* entry : surfaceEntries_) {
+        entry->setEnabled(count > 0);
+        entry->setToolTip(count > 0 ? QString() : Caption(state_, Text::CheckNoPoints));
+    }
     lblND->setText(QString::number(count));
 }
 
@@ -289,6 +301,7 @@ void frmProve::SetResultViewsVisible(bool visible) {
     mnuExportMap->setEnabled(visible);
     mnuExportVector->setEnabled(visible);
     mnuPrint->setEnabled(visible);
+    mnuEdit->SetPossible(visible);
     mnuSheet->SetPossible(visible);
     mnuWindow->SetView3DPossible(visible);
     frm3D* view = view3D ? view3D(false) : nullptr;
@@ -383,6 +396,7 @@ void frmProve::ShowProgress(double done) {
 void frmProve::EndWork() {
     status_.EndWork();
     DescribeMap();
+    mnuEdit->Follow();
     emit WorkEnded();
 }
 

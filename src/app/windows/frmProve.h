@@ -17,6 +17,7 @@
 #include <functional>
 #include <optional>
 
+class EditMenu;
 class GradientButton;
 class HelpWindow;
 class LevelBox;
@@ -37,8 +38,9 @@ public:
 
     /// Puts this window's menus into the parent's menu bar, and among them those of the sheet and
     /// of the windows.
-    /// @param sheet, windows  of the parent, which lives as long as this window.
-    void AddMenus(QMenuBar& menuBar, SheetMenu* sheet, WindowMenu* windows);
+    /// @param edit, sheet, windows  of the parent, which lives as long as this window.
+    void AddMenus(QMenuBar& menuBar, EditMenu* edit, SheetMenu* sheet, WindowMenu* windows);
+    [[nodiscard]] terravo::Session& TheSession() { return session_; }
 
     /// The captions that the text table gives.
     void SetCaptions();
@@ -117,6 +119,11 @@ private:
     /// Asks for a format and its content and has a file for other programs written.
     void ExportVector();
     void Print3D();
+    void AddSurfaceEntries();
+    void SetSurfaceCaptions();
+    void ShowLongestSide();
+    void ShowCodes();
+    void ShowLines();
     void ShowAbout();
     void ShowHelp();
     void ShowSettings();
@@ -144,6 +151,7 @@ private:
 
     QMenu* mnuFile = nullptr;
     QMenu* mnuSurvey = nullptr;
+    EditMenu* mnuEdit = nullptr;
     SheetMenu* mnuSheet = nullptr;
     WindowMenu* mnuWindow = nullptr;
     QMenu* mnuQM = nullptr;
@@ -162,6 +170,7 @@ private:
     QAction* mnuCheck = nullptr;
     QAction* mnuLevels = nullptr;
     QAction* mnuExact = nullptr;
+    std::vector<QAction*> surfaceEntries_; // of the survey menu, see frmProveSurface.cpp
     QAction* mnuHelp = nullptr;
     QAction* mnuSettings = nullptr;
     QAction* mnuInformazioni = nullptr;
