@@ -121,6 +121,7 @@ private:
     Index DivideEdge(Index p, Index q, PlanPoint place, double height, int depth);
     bool DivideAt(Index p, Index q, Index point, int depth);
 
+    Index VertexOnHull(PlanPoint position);
     Index DrapedVertex(const SpacePoint& vertex);
     bool DrapeSide(const SpacePoint& from, const SpacePoint& to, Index first, Index last,
                    LineNumber line, PieceChain& chain);

@@ -13,6 +13,8 @@
 namespace terravo {
 namespace {
 
+constexpr std::int64_t kMostOnHull = 1000; // crossings by rounding
+
 double Distance(PlanPoint a, PlanPoint b) {
     return std::hypot(a.x - b.x, a.y - b.y);
 }
@@ -53,7 +55,7 @@ Index ConstraintLayer::DrapedVertex(const SpacePoint& vertex) {
         return nearest;
     }
     if (place.location < 0) {
-        return 0;
+        return VertexOnHull(position);
     }
     const double height = HeightIn(place.triangle, position);
     HoldSides(place.triangle);
@@ -63,9 +65,33 @@ Index ConstraintLayer::DrapedVertex(const SpacePoint& vertex) {
     return PutNew(position, place, height, kNoLine);
 }
 
+// A vertex that lies outside by rounding, or by less than the tolerance, is a point of the hull.
+Index ConstraintLayer::VertexOnHull(PlanPoint position) {
+    constexpr double kRounding = 1e-12;
+    const double reach =
+        std::max(constraints_.vertexTolerance,
+                 kRounding * std::max(std::fabs(position.x), std::fabs(position.y)));
+    const TriangleEdge first = inserter_.AnyHullEdge();
+    TriangleEdge edge = first;
+    do {
+        const Triangle& triangle = inserter_.Triangles().table[edge.triangle];
+        const Index p = triangle.Vertex(edge.edge);
+        const Index q = triangle.Vertex(NextEdge(edge.edge));
+        const GivenSide side = SideBetween(p, q);
+        const double part = side.PartAt(position);
+        if (part >= 0 && part <= 1 && side.DistanceTo(position) <= reach) {
+            HoldSides(edge.triangle);
+            return DivideEdge(p, q, position, side.HeightAt(position), 0);
+        }
+        edge = HullEdgeFromLink(triangle.Neighbour(edge.edge));
+    } while (!(edge == first));
+    return 0;
+}
+
 ConstraintLayer::Result ConstraintLayer::Drape(LineNumber number) {
     const LineToLay& line = lines_[number];
     std::vector<Index> corners;
+    budget_ = kMostOnHull;
     for (const SpacePoint& vertex : line.vertices) {
         corners.push_back(DrapedVertex(vertex));
         if (corners.back() == 0) {
@@ -88,14 +114,17 @@ bool ConstraintLayer::DrapeSide(const SpacePoint& from, const SpacePoint& to, In
                                 Index last, LineNumber line, PieceChain& chain) {
     if (first == 0 || last == 0) {
         const std::array<Index, 2> crossings = HullCrossings(PlanOf(from), PlanOf(to));
+        // A side that leaves the surface where it begins leaves it at that point.
+        const Index in = first == 0 ? crossings[0] : first;
+        const Index out = last == 0 ? crossings[1] : last;
         if (first == 0) {
-            first = crossings[0];
-            outlets_.push_back({line, first, PlanOf(from)});
+            outlets_.push_back({line, in != 0 ? in : out, PlanOf(from)});
         }
         if (last == 0) {
-            last = crossings[1];
-            outlets_.push_back({line, last, PlanOf(to)});
+            outlets_.push_back({line, out != 0 ? out : in, PlanOf(to)});
         }
+        first = in;
+        last = out;
     }
     return first == 0 || last == 0 || first == last || DrapeBetween(first, last, line, chain);
 }

@@ -208,7 +208,7 @@ public:
         // Points that rounding moved, and lines that were led through points near them.
         reach_ = 4 * constraints.vertexTolerance;
         for (const PlanPoint& p : points) {
-            reach_ = std::max(reach_, 1e-14 * std::max(std::fabs(p.x), std::fabs(p.y)));
+            reach_ = std::max(reach_, 1e-13 * std::max(std::fabs(p.x), std::fabs(p.y)));
         }
         cell_ = std::max(reach_, 1e-9);
     }
