@@ -1,4 +1,6 @@
 // terravo: builds the objects, shows the windows, runs.
+#include "app/project/ProjectSources.h"
+#include "app/project/ProjectStore.h"
 #include "app/session/Session.h"
 #include "app/session/StartUpRules.h"
 #include "app/settings/Configuration.h"
@@ -9,6 +11,8 @@
 #include "app/windows/GisDialog.h"
 #include "app/windows/ImportDialog.h"
 #include "app/windows/ProgramStyle.h"
+#include "app/windows/ProjectKeeper.h"
+#include "app/windows/ProjectQuestionBoxes.h"
 #include "app/windows/QtServices.h"
 #include "app/windows/QtTexts.h"
 #include "app/windows/SchemeStyle.h"
@@ -34,9 +38,10 @@ namespace {
 
 using namespace terravo;
 
-constexpr const char* kHelp = "Usage: terravo [FILE.qrw]\n"
+constexpr const char* kHelp = "Usage: terravo [FILE.qrw | PROJECT.terravo]\n"
                               "Draws contour maps of scattered survey points.\n\n"
                               "  FILE.qrw      point file to start with\n"
+                              "  PROJECT.terravo  project to open\n"
                               "  --open FILE   the same for a point file of any extension\n"
                               "  --help        print this help\n"
                               "  --version     print the version\n\n"
@@ -59,6 +64,9 @@ bool AnswerAtOnce(const std::vector<std::string>& arguments) {
 }
 
 std::string NamedFile(const std::vector<std::string>& arguments) {
+    if (!arguments.empty() && IsProjectFile(arguments.front())) {
+        return arguments.front();
+    }
     return arguments.size() >= 2 && arguments.front() == "--open" ? arguments[1] : std::string();
 }
 
@@ -108,8 +116,11 @@ int RunWindows(const std::vector<std::string>& arguments) {
     QApplication::setPalette(ApplicationPalette(scheme));
     QtImportDialogs imports(state);
     QtGisDialogs gis(state);
-    Session session(state,
-                    {messages, clipboard, dialogs, programEnd, log, clock, settings, imports, gis});
+    ProjectStore projectFiles;
+    ProjectQuestionBoxes projectQuestions(state);
+    ProjectServices projects{projectFiles, projectQuestions};
+    Session session(state, {messages, clipboard, dialogs, programEnd, log, clock, settings, imports,
+                            gis, &projects});
     frmOrografix parent(scheme);
     auto* window = new frmProve(state, session, parent.Status());
     parent.AddMainWindow(window, RestoredBox(settings, "frmProve", QSize(960, 640)));
@@ -117,6 +128,8 @@ int RunWindows(const std::vector<std::string>& arguments) {
     parent.SetSheet(
         [&] { return new SheetWindow(state, session, parent.Status(), settings, scheme); });
     parent.SetCheck([&] { return new CheckWindow(state, session, scheme); });
+    ProjectKeeper keeper(session, *window, parent, projectQuestions,
+                         SubFolder(state.userFolder, "recovery"));
     window->SetCaptions();
     window->SetColours(scheme);
     CloseOnSignal(parent);

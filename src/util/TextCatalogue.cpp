@@ -506,6 +506,26 @@ constexpr EnglishText kEnglish[] = {
     {Text::CannotFlip, "This side cannot be flipped: it lies on a line or at the rim, or its four "
                        "corners are not convex."},
     {Text::LaidExcluded, "excluded point"},
+    {Text::SaveProject, "Save pro&ject"},
+    {Text::SaveProjectAs, "Save project &as..."},
+    {Text::AskToSave, "Save the changes to %1?"},
+    {Text::SaveWord, "&Save"},
+    {Text::DontSave, "Do&n't save"},
+    {Text::AskToRestore, "Terravo did not end properly. Restore the changes to %1?"},
+    {Text::RestoreWord, "&Restore"},
+    {Text::DiscardWord, "&Discard"},
+    {Text::LaterWord, "Not &now"},
+    {Text::PointsChanged, "The point file %1 has changed since the project was saved. Excluded "
+                          "points and changed heights go by the numbers of points and may not fit; "
+                          "lines stay where they are. Open the project all the same?"},
+    {Text::PointsMissing, "The point file of the project is not there; it was %1. Look for it?"},
+    {Text::ProjectNotOpened, "The project cannot be opened:"},
+    {Text::ProjectNotSaved, "The project has not been saved:"},
+    {Text::EditsDropped, "The point file has fewer points than the project knows: %1 excluded "
+                         "points and %2 changed heights are left out."},
+    {Text::PointsChangedSince,
+     "The point file has changed since it was read: %1. The project is saved without its checksum; "
+     "open the file again to work with the new points."},
 };
 
 constexpr bool StandInTheirPlaces() {

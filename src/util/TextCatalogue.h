@@ -484,6 +484,21 @@ enum class Text : std::size_t {
     LineFileWord,
     CannotFlip,
     LaidExcluded,
+    SaveProject,
+    SaveProjectAs,
+    AskToSave,
+    SaveWord,
+    DontSave,
+    AskToRestore,
+    RestoreWord,
+    DiscardWord,
+    LaterWord,
+    PointsChanged,
+    PointsMissing,
+    ProjectNotOpened,
+    ProjectNotSaved,
+    EditsDropped,
+    PointsChangedSince,
     End // one behind the last
 };
 

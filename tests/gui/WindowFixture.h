@@ -54,6 +54,7 @@ struct WindowFixture : FakeRun, ::testing::Test {
     std::unique_ptr<Session> session;
     std::unique_ptr<frmOrografix> parent;
     QPointer<frmProve> window;
+    std::function<void()> beforeStart; // the windows are made, nothing is loaded
 
     WindowFixture() { std::filesystem::create_directories(folder.File("work")); }
 
@@ -79,6 +80,9 @@ struct WindowFixture : FakeRun, ::testing::Test {
         window->SetColours(scheme);
         parent->ShowIn(parentState);
         window->show();
+        if (beforeStart) {
+            beforeStart();
+        }
         window->Start(rawCommandLine, {});
         // The companion's file closes them again.
         EXPECT_TRUE(Soon([this] { return parent->isActiveWindow() || !parent->isVisible(); }));

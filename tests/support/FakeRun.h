@@ -20,9 +20,11 @@ struct FakeRun {
     FakeSettings settings;
     FakeImports imports;
     FakeGisDialogs gis;
+    ProjectServices* projects = nullptr; // none, unless a test is about them
 
     SessionServices Services() {
-        return {messages, clipboard, dialogs, programEnd, log, clock, settings, imports, gis};
+        return {messages, clipboard, dialogs, programEnd, log,
+                clock,    settings,  imports, gis,        projects};
     }
 };
 

@@ -1,6 +1,7 @@
 // Services for tests: they touch nothing and remember what they were asked.
 #pragma once
 
+#include "app/project/ProjectServices.h"
 #include "gis/GisChoice.h"
 #include "survey/import/ImportChoice.h"
 #include "util/AppError.h"
@@ -79,6 +80,27 @@ struct FakeGisDialogs : GisDialogService {
                                const GisPlan& begin) override {
         begins.push_back(begin);
         return answer;
+    }
+};
+
+/// Answers the questions about projects, each kind always alike.
+struct FakeProjectQuestions : ProjectQuestions {
+    std::vector<std::string> asked;
+    SaveAnswer save = SaveAnswer::Cancel;
+    bool goesOn = false;
+    RestoreAnswer restore = RestoreAnswer::Later;
+
+    SaveAnswer AskToSave(const std::string& name) override {
+        asked.push_back("save " + name);
+        return save;
+    }
+    bool AskToGoOn(const std::string& sentence) override {
+        asked.push_back(sentence);
+        return goesOn;
+    }
+    RestoreAnswer AskToRestore(const std::string& name) override {
+        asked.push_back("restore " + name);
+        return restore;
     }
 };
 

@@ -357,7 +357,8 @@ BatchCall ParseBatchCall(const QStringList& arguments) {
         QStringLiteral("file"),
         QStringLiteral("Point file: a text of x, y, z with or without names and codes, an ASCII "
                        "grid, or, through GDAL, a DXF, GeoPackage, Shapefile, GeoJSON, KML or "
-                       "GeoTIFF file."));
+                       "GeoTIFF file. Or a project (*.terravo), which says itself what is not "
+                       "given here."));
     const Options known;
     known.AddTo(parser);
 

@@ -139,8 +139,8 @@ ViewParameters ParametersOf(const View3DOptions& chosen) {
 // The run itself: everything that lives for its length, and its stages.
 class BatchRun {
 public:
-    explicit BatchRun(const BatchOptions& options)
-        : options_(options), stop_([this](std::string_view stage, double done) {
+    BatchRun(const BatchOptions& options, ProjectInput* project)
+        : options_(options), project_(project), stop_([this](std::string_view stage, double done) {
               if (options_.progress) {
                   progressLine_.Show(stage, done);
               }
@@ -229,6 +229,7 @@ private:
     }
 
     const BatchOptions& options_;
+    ProjectInput* project_; // none: the input is a point file
     RunState state_;
     KeptMessages messages_;
     SystemClock clock_;
@@ -342,6 +343,15 @@ void BatchRun::ReadGis(PointSet& points) {
 }
 
 void BatchRun::Read() {
+    if (project_ != nullptr) {
+        figures_.input = ReadProject(*project_, options_.triangulation, survey_, stop_);
+        EndWhenStopped();
+        if (figures_.input.failure) {
+            throw RunFailure(ExitCode::kPointFile, figures_.input.failure->Sentence());
+        }
+        figures_.project = project_->figures;
+        return;
+    }
     PointSet points;
     IsGisFile(options_.pointFile) ? ReadGis(points) : ReadText(points);
     survey_.Replace(std::move(points), options_.triangulation);
@@ -690,14 +700,16 @@ int Report(const BatchOptions& options, const BatchFigures& figures) {
 
 } // namespace
 
-int RunBatch(const BatchOptions& options) {
+int RunBatch(const BatchOptions& given) {
+    BatchOptions options = given;
     StopSignals::Install();
     std::string sentence;
     int exitCode = ExitCode::kNumeric;
     try {
+        std::optional<ProjectInput> project = OpenProjectInput(options, StopToken());
         BatchFigures figures;
         {
-            BatchRun run(options);
+            BatchRun run(options, project ? &*project : nullptr);
             figures = run.Run();
         }
         return Report(options, figures);

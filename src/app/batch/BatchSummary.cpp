@@ -139,6 +139,17 @@ QJsonObject ToJson(const SurfaceSummary& surface) {
     return object;
 }
 
+QJsonObject ProjectToJson(const ProjectFigures& project) {
+    QJsonArray remarks;
+    for (const std::string& remark : project.remarks) {
+        remarks.append(QString::fromStdString(remark));
+    }
+    return {{"file", QString::fromStdString(project.file)},
+            {"source", QString::fromStdString(project.source)},
+            {"checksum_ok", project.checksumOk ? QJsonValue(*project.checksumOk) : QJsonValue()},
+            {"remarks", remarks}};
+}
+
 QJsonArray ToJson(const std::vector<ExchangeFigures>& files) {
     const auto count = [](std::size_t value) { return static_cast<qint64>(value); };
     QJsonArray array;
@@ -189,6 +200,9 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
     };
     if (figures.surface) {
         summary.insert("surface", ToJson(*figures.surface));
+    }
+    if (figures.project) {
+        summary.insert("project", ProjectToJson(*figures.project));
     }
     if (figures.sheet) {
         summary.insert("sheet", SheetToJson(*figures.sheet));
@@ -266,7 +280,14 @@ std::string RuleText(const LevelRule& rule) {
 }
 
 std::string PlainSummary(const BatchOptions& options, const BatchFigures& figures) {
-    std::string text = options.pointFile + ": " + DescribeImport(figures.input, figures.points);
+    std::string text;
+    if (figures.project) {
+        text += "project " + figures.project->file + "\n";
+        for (const std::string& remark : figures.project->remarks) {
+            text += remark + "\n";
+        }
+    }
+    text += options.pointFile + ": " + DescribeImport(figures.input, figures.points);
     if (figures.unusedPoints > 0) {
         text += " (" + std::to_string(figures.unusedPoints) +
                 (figures.surface ? " took no part)" : " took no part: repeats)");

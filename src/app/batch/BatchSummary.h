@@ -3,6 +3,7 @@
 
 #include "app/batch/BatchOptions.h"
 #include "app/batch/ExchangeDelivery.h"
+#include "app/batch/ProjectInput.h"
 #include "app/batch/SurfaceInput.h"
 
 #include <string>
@@ -22,8 +23,9 @@ struct SheetFigures {
 
 struct BatchFigures {
     ImportOutcome input;
-    std::vector<Finding> findings; // when the check was made
-    PointLabels labels;            // of the points that they name
+    std::optional<ProjectFigures> project; // when the input is one
+    std::vector<Finding> findings;         // when the check was made
+    PointLabels labels;                    // of the points that they name
     Index points = 0;
     Index unusedPoints = 0; // repeats, which no triangle has as a corner
     Index triangles = 0;

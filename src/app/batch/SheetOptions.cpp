@@ -4,6 +4,7 @@
 #include "export/PictureExport.h"
 #include "sheet/SheetTheme.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace terravo {
@@ -68,6 +69,14 @@ void SheetOptions::AddTo(QCommandLineParser& parser) const {
                        title_, project_, author_, datum_, date_});
 }
 
+bool SheetOptions::IsAnySet(const QCommandLineParser& parser) const {
+    const auto all = {&landscape_,  &portrait_,  &scale_,  &rotation_,     &theme_, &indexEvery_,
+                      &layers_,     &gridLines_, &label_,  &labelSpacing_, &title_, &labelUphill_,
+                      &textHeight_, &project_,   &author_, &datum_,        &date_};
+    return std::any_of(all.begin(), all.end(),
+                       [&](const QCommandLineOption* option) { return parser.isSet(*option); });
+}
+
 void SheetOptions::RefuseWithoutSheet(const QCommandLineParser& parser, bool withVectors) const {
     for (const QCommandLineOption* option :
          {&landscape_, &portrait_, &scale_, &rotation_, &dpi_, &theme_, &indexEvery_, &layers_,
@@ -119,6 +128,7 @@ SheetCall SheetOptions::Parse(const QCommandLineParser& parser, const QString& p
     if (parser.isSet(landscape_) || parser.isSet(portrait_)) {
         call.plan.landscape = parser.isSet(landscape_);
     }
+    call.planIsChosen = !paper.isEmpty() || IsAnySet(parser);
     call.plan.scale = ScaleOf(parser, scale_);
     if (parser.isSet(rotation_)) {
         call.plan.rotation = NumberOf(parser, rotation_, -360, 360);

@@ -15,7 +15,8 @@ namespace terravo {
 struct SheetCall {
     std::string file; // empty: no sheet is wanted
     SheetPlan plan;
-    int dotsPerInch = 300; // of a PNG
+    bool planIsChosen = false; // the call says what the sheet is to be
+    int dotsPerInch = 300;     // of a PNG
 };
 
 class SheetOptions {
@@ -35,6 +36,7 @@ public:
 private:
     void ParseStyle(const QCommandLineParser& parser, SheetPlan& plan) const;
     void ParseLabels(const QCommandLineParser& parser, SheetPlan& plan) const;
+    [[nodiscard]] bool IsAnySet(const QCommandLineParser& parser) const;
     void RefuseWithoutSheet(const QCommandLineParser& parser, bool withVectors) const;
 
     QCommandLineOption sheet_{

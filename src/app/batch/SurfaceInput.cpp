@@ -142,7 +142,7 @@ void ApplySurfaceCall(const SurfaceCall& call, const std::string& pointFile, Sur
                       std::vector<std::string>& remarks, const StopToken& stop) {
     Exclude(call.exclude, pointFile, survey);
     SurfacePlan plan = survey.Plan();
-    plan.crossings = call.crossings;
+    plan.crossings = call.crossings.value_or(plan.crossings);
     AddFiles(call.breaklineFiles, LineClosing::AsTheyAre, plan.breaklines, remarks, stop);
     AddCodes(call.codes, pointFile, survey.Points(), plan, remarks);
     AddFiles(call.boundaryFiles, LineClosing::Always, plan.boundary, remarks, stop);

@@ -75,9 +75,12 @@ SurfaceCall SurfaceOptions::Parse(const QCommandLineParser& parser) const {
         throw UsageError(
             QStringLiteral("--crossings takes refuse or earlier, not \"%1\".").arg(rule));
     }
-    call.crossings.earlierWins = rule == QLatin1String("earlier");
-    call.crossings.tolerance = NumberOf(parser, crossingTolerance_, 0,
-                                        QStringLiteral("a difference of heights, 0 or more"));
+    if (parser.isSet(crossing_) || parser.isSet(crossingTolerance_)) {
+        call.crossings =
+            CrossingRule{NumberOf(parser, crossingTolerance_, 0,
+                                  QStringLiteral("a difference of heights, 0 or more")),
+                         rule == QLatin1String("earlier")};
+    }
     call.verify = parser.isSet(verify_);
     return call;
 }

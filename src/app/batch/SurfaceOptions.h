@@ -23,8 +23,8 @@ struct SurfaceCall {
     std::vector<std::string> codes; // of points that make breaklines
     std::optional<double> longestSide;
     bool proposesLongestSide = false;
-    std::string exclude; // names or numbers, or a file of them
-    CrossingRule crossings;
+    std::string exclude;                   // names or numbers, or a file of them
+    std::optional<CrossingRule> crossings; // none: as the plan has it
     bool verify = false;
 };
 

@@ -1,5 +1,6 @@
 #include "app/project/JsonNode.h"
 #include "app/project/ProjectNames.h"
+#include "app/project/ProjectSources.h"
 #include "app/project/ProjectText.h"
 #include "app/settings/SheetStyles.h"
 #include "contour/LevelRuleText.h"
@@ -148,6 +149,9 @@ std::vector<Index> ReadExcluded(const JsonNode& node, Index points) {
         RequireAscending(entry, excluded.empty() ? 0 : excluded.back(), point);
         excluded.push_back(point);
     });
+    if (!excluded.empty() && std::ssize(excluded) > points - kFewestInUse) {
+        node.Refuse("three points have to stay in use");
+    }
     return excluded;
 }
 

@@ -80,9 +80,15 @@ HowRead HowItWasRead(const ImportOutcome& outcome, BadRecords bad) {
 }
 
 LostEdits DropBeyond(SurfacePlan& plan, Index points) {
-    return {std::erase_if(plan.excluded, [points](Index point) { return point > points; }),
-            std::erase_if(plan.heights,
-                          [points](const ChangedHeight& edit) { return edit.point > points; })};
+    LostEdits lost;
+    lost.excluded = std::erase_if(plan.excluded, [=](Index point) { return point > points; });
+    lost.heights =
+        std::erase_if(plan.heights, [=](const ChangedHeight& edit) { return edit.point > points; });
+    if (std::ssize(plan.excluded) > points - kFewestInUse) {
+        lost.excluded += plan.excluded.size();
+        plan.excluded.clear();
+    }
+    return lost;
 }
 
 } // namespace terravo

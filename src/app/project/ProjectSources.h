@@ -39,7 +39,11 @@ struct LostEdits {
     [[nodiscard]] bool Any() const { return excluded + heights > 0; }
 };
 
-/// Takes out of a plan what goes by numbers beyond the last point.
+/// Points that stay in use, whatever is excluded.
+inline constexpr Index kFewestInUse = 3;
+
+/// Takes out of a plan what goes by numbers beyond the last point, and all exclusions where fewer
+/// than three points would stay in use.
 LostEdits DropBeyond(SurfacePlan& plan, Index points);
 
 } // namespace terravo

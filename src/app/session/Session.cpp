@@ -34,6 +34,10 @@ void Session::LoadRecentFiles() {
     view_->ShowRecentFiles();
 }
 
+bool Session::NamesStartUpFile(const std::string& rawCommandLine) const {
+    return AcceptedStartUpFile(services_.clipboard.Text(), rawCommandLine).has_value();
+}
+
 void Session::LoadStartUpFile(const std::string& rawCommandLine) {
     const std::optional<std::string> path =
         AcceptedStartUpFile(services_.clipboard.Text(), rawCommandLine);
@@ -368,6 +372,7 @@ bool Session::LoadPointFile(const std::string& path) {
                                 services_.log};
     PointSet points = survey_.Take();
     readAs_.clear();
+    project_ = ProjectState{};
     const bool loaded = terravo::LoadPointFile(path, points, state_, services, stop_);
     review_.Begin({});
     if (!loaded) {
@@ -379,6 +384,11 @@ bool Session::LoadPointFile(const std::string& path) {
         return false;
     }
     TakePoints(std::move(points), path);
+    HowRead how;
+    how.reader = SourceReader::FreeList;
+    how.plan.freeList = true;
+    BeginProject(path, how);
+    project_.isStartUp = true;
     return true;
 }
 
@@ -395,16 +405,21 @@ void Session::TakePoints(PointSet points, const std::string& path) {
 
 void Session::LoadAndShow(const std::string& path, bool isRecent) {
     if (ReadUserFile(path, isRecent)) {
-        const OpeningWindows windows = OpensWith();
-        opensView3D_ = windows != OpeningWindows::MapAndSheet;
-        RunPipeline();
-        opensView3D_ = true;
-        ShowResultViews(drawn_);
-        view_->ShowFindings();
-        if (drawn_ && windows != OpeningWindows::MapAnd3D) {
-            view_->ShowSheet();
-        }
+        ShowWhatWasRead();
     }
+}
+
+void Session::ShowWhatWasRead() {
+    const OpeningWindows windows = OpensWith();
+    opensView3D_ = windows != OpeningWindows::MapAndSheet;
+    RunPipeline();
+    opensView3D_ = true;
+    ShowResultViews(drawn_);
+    view_->ShowFindings();
+    if (drawn_ && windows != OpeningWindows::MapAnd3D) {
+        view_->ShowSheet();
+    }
+    view_->ShowProject();
 }
 
 // The drawing comes first: it is the one that triangulates, and the hand-over takes the kept

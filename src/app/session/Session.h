@@ -7,9 +7,11 @@
 // without a widget.
 #pragma once
 
+#include "app/project/ProjectServices.h"
 #include "app/session/ContourMap.h"
 #include "app/session/PlanHistory.h"
 #include "app/session/PointerText.h"
+#include "app/session/ProjectState.h"
 #include "app/session/SheetMaker.h"
 #include "app/session/SurveyReview.h"
 #include "app/settings/Configuration.h"
@@ -57,6 +59,8 @@ public:
     virtual void ShowFindings() = 0;
     /// A file that the user has opened is drawn, and a sheet is to be shown with it.
     virtual void ShowSheet() = 0;
+    /// Another project, or other changes to it, are there or were saved.
+    virtual void ShowProject() {}
     /// Marks a place on the map, or takes the mark away.
     virtual void ShowMark(std::optional<PlanPoint> place) = 0;
     /// A long command begins, advances and ends.
@@ -83,6 +87,7 @@ struct SessionServices {
     SettingsStore& settings;
     ImportDialogService& imports;
     GisDialogService& gis;
+    ProjectServices* projects = nullptr; // none: there are no projects, and nothing to save
 };
 
 /// The entries of the save menu, in its order.
@@ -111,6 +116,8 @@ public:
     /// Loads the file of the command line or of the clipboard, if one of them names a start-up
     /// file. The companion program's own file closes the main window again.
     void LoadStartUpFile(const std::string& rawCommandLine);
+    /// Whether there is one.
+    [[nodiscard]] bool NamesStartUpFile(const std::string& rawCommandLine) const;
 
     /// Loads a file that the user names directly, whatever its extension. One that is missing or
     /// cannot be read is told of, and leaves everything as it was.
@@ -234,6 +241,47 @@ public:
     /// Throws AppError for levels that cannot be.
     std::optional<SheetScene> MakeSheet(const SheetPlan& plan, const TextMeasure& measure);
 
+    /// The sheet on the screen, to be kept in the project. The first one for a file is no change of
+    /// its user's.
+    void KeepSheet(const SheetPlan& plan);
+    /// The sheet of the present file, as it was last kept or came with a project.
+    [[nodiscard]] const std::optional<SheetPlan>& KeptSheet() const { return project_.sheet; }
+    /// Grows when a project has brought a sheet.
+    [[nodiscard]] std::uint64_t SheetRevision() const { return project_.sheetRevision; }
+
+    /// The project of the present state; its checksum may not be known yet.
+    [[nodiscard]] Project MakeProject() const;
+    /// Lays what a project holds over the present points; nothing is drawn.
+    /// @param project  whose point numbers are those of points.
+    void TakeProject(const Project& project);
+
+    /// Saves the project to its file, or asks where to.
+    /// @return whether it was saved; else the user has been told why, or has cancelled.
+    bool SaveProject();
+    bool SaveProjectAs();
+    /// Whether there is anything to save as a project.
+    [[nodiscard]] bool CanSaveProject() const;
+
+    /// The file name of the project, else that of the points where there is unsaved work, else
+    /// nothing.
+    [[nodiscard]] std::string ProjectName() const;
+    /// Whether there is work that neither a project file holds nor opening the points would bring
+    /// back. Looking at a file is none, and the start-up file has none until it is saved.
+    [[nodiscard]] bool HasUnsavedWork() const;
+    /// What the user has done, to be compared with what was done before.
+    [[nodiscard]] ProjectWork Work() const;
+    /// Asks whether to save unsaved work, where there is any, and does it.
+    /// @return whether the work may go.
+    bool AskToSave();
+    /// The same before the program ends; work that is not to be saved counts as saved then.
+    bool MayClose();
+
+    /// The project as a recovery file holds it.
+    [[nodiscard]] Project ProjectToRecover() const;
+    /// Opens what a recovery file holds; the work then waits to be saved.
+    /// @return false where its points cannot be read; the user has been told.
+    bool Restore(const Project& recovered);
+
     /// Which windows open with a file that the user opens; kept in the settings.
     [[nodiscard]] OpeningWindows OpensWith() const;
     void SetOpensWith(OpeningWindows windows);
@@ -257,6 +305,9 @@ public:
     /// Hands the points as they are now to the 3D view once more, as after its window was closed.
     void ShowView3D();
 
+    /// Whether a command is at work: its points may be half read.
+    [[nodiscard]] bool IsAtWork() const { return depth_ > 0; }
+
     /// Asks the command that is at work to end soon. What has been drawn stays; nothing is exported
     /// until a drawing has come to its end.
     void RequestStop() { stop_.RequestStop(); }
@@ -273,7 +324,18 @@ private:
     bool ReadGisFile(const std::string& path, bool isRecent);
     [[nodiscard]] std::optional<GisPlan> PlanFor(const std::string& path, const GisSource& source,
                                                  bool isRecent);
-    bool TakeReading(const std::string& path, const ImportOutcome& outcome, PointSet points);
+    bool TakeReading(const std::string& path, const ImportOutcome& outcome, const HowRead& how,
+                     PointSet points);
+    void BeginProject(const std::string& pointFile, const HowRead& how);
+    bool OpenProject(const std::string& path);
+    bool OpenPoints(Project project, const std::string& path, std::vector<std::string> remarks);
+    [[nodiscard]] std::optional<std::string> LookForSource(const ProjectSource& source,
+                                                           const std::string& projectPath);
+    [[nodiscard]] bool MayTake(ProjectSource& source, const std::string& file);
+    [[nodiscard]] bool CompleteChecksum();
+    bool WriteProject(const std::string& path);
+    void TellOfProject(const std::string& fault, Text what);
+    void ShowWhatWasRead();
     void TellOfFailure(const ReadFailure& failure);
     [[nodiscard]] std::optional<ImportChoice> ChoiceOfBefore(const std::string& path,
                                                              const Inspection& inspection) const;
@@ -321,6 +383,7 @@ private:
     bool opensView3D_ = true;
     RecentFiles recent_;
     bool readsFreeLists_ = false;
+    ProjectState project_;
     std::string readAs_; // how the present file was read; empty for that of the start-up
     MainView* view_ = nullptr;
     bool resultViewsVisible_ = false;

@@ -1,4 +1,5 @@
 // The session's commands that read point files and write points.
+#include "app/project/ProjectSources.h"
 #include "app/session/FileDialog.h"
 #include "app/session/Session.h"
 #include "app/session/WorkGuard.h"
@@ -23,6 +24,9 @@ void Session::LoadNamedFile(const std::string& path, bool isRecent) {
     const PathParts parts = SplitPath(path);
     survey_.RememberFolder(parts.folder);
     if (parts.exists) {
+        if (!AskToSave()) {
+            return;
+        }
         LoadAndShow(path, isRecent);
     } else {
         services_.log.Write(path + ": there is no such file.");
@@ -34,7 +38,8 @@ void Session::OpenPointFile() {
     state_.lastDrawError.clear();
     const FileQuestion question{.mode = "Open",
                                 .description = "Files ",
-                                .pattern = "*.dat;*.txt;*.qrw",
+                                .pattern = std::string("*.dat;*.txt;*.qrw") +
+                                           (services_.projects != nullptr ? ";*.terravo" : ""),
                                 .initialFolder = survey_.Points().sourceFolder,
                                 .defaultName = {},
                                 .title = state_.texts[Text::ChooseFile],
@@ -65,6 +70,9 @@ void Session::SetReadsFreeLists(bool on) {
 }
 
 bool Session::ReadUserFile(const std::string& path, bool isRecent) {
+    if (services_.projects != nullptr && IsProjectFile(path)) {
+        return OpenProject(path);
+    }
     return IsGisFile(path) ? ReadGisFile(path, isRecent) : ReadTextFile(path, isRecent);
 }
 
@@ -87,6 +95,7 @@ bool Session::ReadTextFile(const std::string& path, bool isRecent) {
     }();
     Inspection inspection = outcome.inspection;
     std::optional<ImportPlan> chosen;
+    BadRecords bad = BadRecords::Refuse;
     while (outcome.failure && outcome.needsChoice) {
         std::optional<ImportChoice> choice;
         if (isRecent && !chosen) {
@@ -101,14 +110,16 @@ bool Session::ReadTextFile(const std::string& path, bool isRecent) {
         const WorkGuard work(*this);
         outcome = ImportByPlan(path, choice->plan, choice->bad, points, stop_);
         chosen = choice->plan;
+        bad = choice->bad;
         inspection.doubt.clear(); // the next one is what did not fit
         inspection.doubtKind = DoubtKind::None;
     }
-    return TakeReading(path, outcome, std::move(points));
+    return TakeReading(path, outcome, HowItWasRead(outcome, bad), std::move(points));
 }
 
 // What came of a reading: new points, or a message and everything as it was.
-bool Session::TakeReading(const std::string& path, const ImportOutcome& outcome, PointSet points) {
+bool Session::TakeReading(const std::string& path, const ImportOutcome& outcome, const HowRead& how,
+                          PointSet points) {
     if (outcome.failure) {
         TellOfFailure(*outcome.failure);
         return false;
@@ -116,6 +127,7 @@ bool Session::TakeReading(const std::string& path, const ImportOutcome& outcome,
     readAs_ = TextOfReading(outcome);
     TakePoints(std::move(points), path);
     review_.Begin(outcome.report);
+    BeginProject(path, how);
     return true;
 }
 
@@ -156,7 +168,10 @@ bool Session::ReadGisFile(const std::string& path, bool isRecent) {
         const WorkGuard work(*this);
         return ImportGis(path, source, *plan, points, stop_).import;
     }();
-    return TakeReading(path, outcome, std::move(points));
+    HowRead how;
+    how.reader = SourceReader::Gis;
+    how.gis = *plan;
+    return TakeReading(path, outcome, how, std::move(points));
 }
 
 std::optional<GisPlan> Session::PlanFor(const std::string& path, const GisSource& source,

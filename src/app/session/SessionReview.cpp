@@ -1,9 +1,11 @@
 // The session's commands that check the points and exclude some of them.
+#include "app/project/ProjectSources.h"
 #include "app/session/Session.h"
 #include "app/session/WorkGuard.h"
 #include "survey/PointSubset.h"
 
 namespace terravo {
+
 void Session::CheckSurvey() {
     if (depth_ > 0 || survey_.AllPoints().count == 0) {
         return;

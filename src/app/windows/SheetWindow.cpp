@@ -49,7 +49,7 @@ SheetWindow::SheetWindow(const terravo::RunState& state, terravo::Session& sessi
     soon_.setSingleShot(true);
     connect(&soon_, &QTimer::timeout, this, &SheetWindow::MakeNow);
     ApplyColourScheme(*this, scheme);
-    pnlSheet->SetPlan(pnlStyles->Styles().Last());
+    pnlSheet->SetPlan(session_.KeptSheet().value_or(pnlStyles->Styles().Last()));
     ConnectControls();
     ConnectView();
     Refresh();
@@ -170,13 +170,25 @@ void SheetWindow::ForgetPlaceOfOtherFile() {
     }
 }
 
+// A window that was closed comes back as it was, too.
+void SheetWindow::TakeSheetOfProject() {
+    if (session_.KeptSheet() && (session_.SheetRevision() != projectSheet_ || !made_)) {
+        pnlSheet->SetPlan(*session_.KeptSheet());
+    }
+    projectSheet_ = session_.SheetRevision();
+}
+
 void SheetWindow::MakeNow() {
     if (status_.IsWorking()) { // the points may be half read
         soon_.start(kSoonMilliseconds);
         return;
     }
     ForgetPlaceOfOtherFile();
+    TakeSheetOfProject();
     const Origin wanted = WantedOrigin();
+    if (session_.Points().count > 0) {
+        session_.KeepSheet(wanted.plan);
+    }
     if (made_ == wanted) {
         return;
     }

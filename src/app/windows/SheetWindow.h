@@ -77,6 +77,7 @@ private:
     void MakeNow();
     void ShowSheet(std::optional<terravo::SheetScene> scene);
     void ForgetPlaceOfOtherFile();
+    void TakeSheetOfProject();
     void ShowPointer(double x, double y);
     void MoveMap(double right, double down);
     void CentreAgain();
@@ -89,9 +90,10 @@ private:
     terravo::Session& session_;
     StatusPanel& status_;
     QTimer soon_;
-    std::optional<Origin> made_; // of the last sheet, or of what could not be made
-    std::string file_;           // of the points that were shown last
-    QString trouble_;            // why there is no such sheet
+    std::optional<Origin> made_;     // of the last sheet, or of what could not be made
+    std::uint64_t projectSheet_ = 0; // the last one taken
+    std::string file_;               // of the points that were shown last
+    QString trouble_;                // why there is no such sheet
     SheetView* picSheet = nullptr;
     SurfaceTools* tools_ = nullptr;
     SheetPanel* pnlSheet = nullptr;

@@ -18,6 +18,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QRandomGenerator>
+#include <QScopedValueRollback>
 #include <QScreen>
 
 #include <algorithm>
@@ -253,6 +254,16 @@ void frmOrografix::dropEvent(QDropEvent* event) {
 
 void frmOrografix::closeEvent(QCloseEvent* event) {
     if (status_->IsWorking()) {
+        event->ignore();
+        return;
+    }
+    // A question whose answer closes the window asks once.
+    if (isAsking_) {
+        event->ignore();
+        return;
+    }
+    const QScopedValueRollback<bool> asking(isAsking_, true);
+    if (mainWindow_ != nullptr && !mainWindow_->MayClose()) {
         event->ignore();
         return;
     }

@@ -90,5 +90,6 @@ private:
     SheetMenu* sheetMenu_ = nullptr;
     WindowMenu* windowMenu_ = nullptr;
     frmProve* mainWindow_ = nullptr;
+    bool isAsking_ = false; // whether it may close
     QMdiSubWindow* mainFrame_ = nullptr;
 };

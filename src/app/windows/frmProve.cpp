@@ -17,6 +17,7 @@
 #include "app/windows/WindowMenu.h"
 #include "app/windows/frm3D.h"
 #include "util/NumberText.h"
+#include "util/StopSignals.h"
 
 #include <QBoxLayout>
 #include <QClipboard>
@@ -117,6 +118,12 @@ void frmProve::AddMenus(QMenuBar& menuBar, EditMenu* edit, SheetMenu* sheet, Win
     mnuFile = Named(menuBar.addMenu(QStringLiteral("&File")), "mnuFile");
     mnuLeggiDati = Named(mnuFile->addAction(QString()), "mnuLeggiDati");
     mnuLeggiDati->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    mnuSaveProject = Named(mnuFile->addAction(QString()), "mnuSaveProject");
+    mnuSaveProject->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
+    mnuSaveProjectAs = Named(mnuFile->addAction(QString()), "mnuSaveProjectAs");
+    for (QAction* entry : {mnuSaveProject, mnuSaveProjectAs}) {
+        entry->setEnabled(false);
+    }
     mnusalva = Named(mnuFile->addMenu(QString()), "mnusalva");
     mnut = {Named(mnusalva->addAction(QString()), "mnut0"),
             Named(mnusalva->addAction(QStringLiteral("Livel")), "mnut1")};
@@ -166,6 +173,8 @@ void frmProve::AddMenus(QMenuBar& menuBar, EditMenu* edit, SheetMenu* sheet, Win
     mnuInformazioni = Named(mnuQM->addAction(QString()), "mnuInformazioni");
 
     connect(mnuLeggiDati, &QAction::triggered, this, [this] { session_.OpenPointFile(); });
+    connect(mnuSaveProject, &QAction::triggered, this, [this] { session_.SaveProject(); });
+    connect(mnuSaveProjectAs, &QAction::triggered, this, [this] { session_.SaveProjectAs(); });
     connect(mnut[0], &QAction::triggered, this,
             [this] { session_.Export(terravo::QrzKind::Triangles); });
     connect(mnut[1], &QAction::triggered, this,
@@ -217,6 +226,8 @@ void frmProve::ConnectControls() {
 void frmProve::SetCaptions() {
     const auto text = [this](Text wanted) { return Caption(state_, wanted); };
     mnuLeggiDati->setText(text(Text::OpenFile));
+    mnuSaveProject->setText(text(Text::SaveProject));
+    mnuSaveProjectAs->setText(text(Text::SaveProjectAs));
     mnusalva->setTitle(text(Text::Save) + QStringLiteral(" File Vector QRZ"));
     SetPictureCaptions();
     mnuEsci->setText(text(Text::Exit));
@@ -262,6 +273,10 @@ void frmProve::Start(const std::string& rawCommandLine, const std::string& named
     session_.LoadRecentFiles();
     mnuFreeLists->setChecked(session_.ReadsFreeLists());
     chkValoriLivelli->setVisible(optLinee->isChecked());
+    const bool isStartUp = namedFile.empty() && session_.NamesStartUpFile(rawCommandLine);
+    if (!isStartUp && offerToRestore && offerToRestore()) {
+        return;
+    }
     if (namedFile.empty()) {
         session_.LoadStartUpFile(rawCommandLine);
     } else {
@@ -368,6 +383,23 @@ void frmProve::ShowSheet() {
     emit SheetAsked();
 }
 
+// Whatever is saved or opened may change what is triangulated from now on.
+void frmProve::ShowProject() {
+    const bool canSave = session_.CanSaveProject();
+    if (mnuSaveProject != nullptr) {
+        mnuSaveProject->setEnabled(canSave);
+        mnuSaveProjectAs->setEnabled(canSave);
+        mnuExact->setChecked(session_.TheSurvey().Wish().exact);
+    }
+    emit ProjectChanged();
+}
+
+bool frmProve::MayClose() {
+    // The system ends the session: nobody will answer a question, and the work waits to be
+    // restored.
+    return terravo::StopSignals::Received() != 0 || session_.MayClose();
+}
+
 void frmProve::ShowMark(std::optional<terravo::PlanPoint> place) {
     picLivelli->SetMark(place ? std::optional(terravo::UserPosition{place->x, place->y})
                               : std::nullopt);
@@ -397,6 +429,7 @@ void frmProve::EndWork() {
     status_.EndWork();
     DescribeMap();
     mnuEdit->Follow();
+    ShowProject();
     emit WorkEnded();
 }
 

@@ -59,6 +59,14 @@ public:
     /// has seen. Where it is not set the window stands for itself.
     std::function<std::optional<QRect>()> placeToKeep;
 
+    /// Offers work of a run that did not end properly, and opens it; true when it did. Where it is
+    /// not set there is none.
+    std::function<bool()> offerToRestore;
+
+    /// Whether the windows may close: there is no unsaved work, or its user has said what becomes
+    /// of it.
+    [[nodiscard]] bool MayClose();
+
     // terravo::MainView
     terravo::DrawSurface& MapSurface() override;
     void ShowPointCount(terravo::Index count) override;
@@ -70,6 +78,7 @@ public:
     void ShowNote(const std::string& text) override;
     void ShowFindings() override;
     void ShowSheet() override;
+    void ShowProject() override;
     void ShowMark(std::optional<terravo::PlanPoint> place) override;
     void ShowStatus(const std::string& counts, const std::string& remark) override;
     void BeginWork() override;
@@ -89,6 +98,8 @@ signals:
     void FindingsChanged();
     /// The window of the sheet is wanted.
     void SheetAsked();
+    /// The project, or what is unsaved of it, may have changed.
+    void ProjectChanged();
     /// A command has come to its end; it may have changed anything.
     void WorkEnded();
 
@@ -156,6 +167,8 @@ private:
     WindowMenu* mnuWindow = nullptr;
     QMenu* mnuQM = nullptr;
     QAction* mnuLeggiDati = nullptr;
+    QAction* mnuSaveProject = nullptr;
+    QAction* mnuSaveProjectAs = nullptr;
     QMenu* mnusalva = nullptr;
     std::vector<QAction*> mnut; // triangles, levels
     QAction* mnuExportMap = nullptr;

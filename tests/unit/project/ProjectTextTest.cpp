@@ -10,6 +10,7 @@
 
 #include <bit>
 #include <filesystem>
+#include <fstream>
 
 namespace terravo {
 namespace {
@@ -98,6 +99,15 @@ TEST(ProjectText, CanBeReadByAPerson) {
         EXPECT_NE(text.find(line), std::string::npos) << line << text;
     }
     EXPECT_LT(std::count(text.begin(), text.end(), '\n'), 170);
+}
+
+TEST(ProjectText, IsAsItsDescriptionShowsIt) {
+    std::ifstream file(TERRAVO_DOCS "/formats.md");
+    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    const std::string fence = "```json\n";
+    const std::size_t begin = page.find(fence + "{\n  \"terravo_project\"") + fence.size();
+    const std::string example = page.substr(begin, page.find("```", begin) - begin);
+    EXPECT_EQ(TextOfProject(Read(example)), example);
 }
 
 TEST(ProjectText, SaysWhatCannotBeAndWhere) {
