@@ -17,7 +17,7 @@
 namespace terravo {
 
 /// To be raised whenever the table, or a value that its functions take, changes.
-inline constexpr int kGisVersion = 1;
+inline constexpr int kGisVersion = 2;
 
 inline constexpr std::size_t kSizeOfGisValues = sizeof(VectorContent) + sizeof(GisSource) +
                                                 sizeof(GisLayer) + sizeof(GisWish) +

@@ -357,12 +357,15 @@ int ZoneOf(const GisLayer& layer) {
     return (layer.y.min + layer.y.max < 0 ? kSouth : kNorth) + zone;
 }
 
+std::string NameFieldOf(const GisLayer& layer) {
+    return FirstFieldOf(layer, ColumnRole::Name);
+}
+
 GisWish WishOf(const GisSource& source, const GisPlan& plan) {
     GisWish wish;
     for (const std::size_t place : LayersOf(source, plan)) {
         const GisLayer& layer = source.layers[place];
-        wish.layers.push_back({layer.name, HeightFieldOf(layer, plan),
-                               FirstFieldOf(layer, ColumnRole::Name),
+        wish.layers.push_back({layer.name, HeightFieldOf(layer, plan), NameFieldOf(layer),
                                FirstFieldOf(layer, ColumnRole::Code)});
     }
     wish.toEpsg = plan.toEpsg;

@@ -71,6 +71,9 @@ std::int64_t CountOf(const GisSource& source, const GisPlan& plan);
 /// height where the vertices have none; empty where they have.
 std::string HeightFieldOf(const GisLayer& layer, const GisPlan& plan);
 
+/// The first attribute that is named like a name; empty where there is none.
+std::string NameFieldOf(const GisLayer& layer);
+
 /// Whether the layer has heights of its own or by an attribute named so.
 bool HasHeights(const GisLayer& layer);
 

@@ -58,12 +58,16 @@ struct GisLayerWish {
     std::string heightField; // empty: the heights of the vertices
     std::string nameField;   // empty: none
     std::string codeField;   // likewise; layers of a drawing are codes by themselves
+    bool isFlat = false;     // of lines alone: whatever heights there are mean nothing
 };
 
 struct GisWish {
     std::vector<GisLayerWish> layers;
     std::optional<int> toEpsg; // the system that coordinates are projected to
     Index rasterStep = 1;      // every so manieth column and row
+    /// Of a vector source only lines and rings, whose vertices are no points; those without a
+    /// height have kNoHeight. Points are left out.
+    bool linesAlone = false;
 };
 
 struct GisContent {

@@ -45,7 +45,8 @@ struct ReadLine {
 // One layer: its features' places, names and codes.
 class LayerReading : public GeometrySink {
 public:
-    LayerReading(const SourceFile& file, const GisLayerWish& wish) : file_(file), wish_(wish) {}
+    LayerReading(const SourceFile& file, const GisLayerWish& wish, bool linesAlone)
+        : file_(file), wish_(wish), linesAlone_(linesAlone) {}
 
     void Take(OGRLayer& layer, const OGRFeature& feature) {
         if (definition_ == nullptr) {
@@ -64,7 +65,8 @@ public:
     }
 
     void Point(const OGRPoint& point) override {
-        if (const std::optional<SpacePoint> place = PlaceOf(point)) {
+        const std::optional<SpacePoint> place = linesAlone_ ? std::nullopt : PlaceOf(point);
+        if (place) {
             points.push_back(*place);
             labels.Append(name_, code_);
         }
@@ -128,13 +130,21 @@ private:
                                                                  : std::string();
     }
 
+    [[nodiscard]] double HeightAt(const OGRPoint& vertex) const {
+        if (wish_.isFlat) {
+            return kNoHeight;
+        }
+        return (heightField_ >= 0 ? height_ : HeightOf(vertex)).value_or(kNoHeight);
+    }
+
     std::optional<SpacePoint> PlaceOf(const OGRPoint& vertex) {
-        const std::optional<double> z = heightField_ >= 0 ? height_ : HeightOf(vertex);
-        if (!z || !std::isfinite(vertex.getX()) || !std::isfinite(vertex.getY())) {
+        const SpacePoint place{vertex.getX(), vertex.getY(), HeightAt(vertex)};
+        if (!std::isfinite(place.x) || !std::isfinite(place.y) ||
+            (!linesAlone_ && !HasHeight(place))) {
             ++withoutHeight;
             return std::nullopt;
         }
-        return SpacePoint{vertex.getX(), vertex.getY(), *z};
+        return place;
     }
 
     static std::size_t Change(std::vector<SpacePoint>& places, const ToSystem& way) {
@@ -154,6 +164,7 @@ private:
 
     const SourceFile& file_;
     const GisLayerWish& wish_;
+    bool linesAlone_;
     const OGRFeatureDefn* definition_ = nullptr;
     const OGRSpatialReference* system_ = nullptr;
     int heightField_ = -1;
@@ -178,7 +189,7 @@ public:
         content_.withoutHeight += layer.withoutHeight;
     }
 
-    void AddLines(LayerReading& layer) {
+    void AddVertices(const LayerReading& layer) {
         for (const ReadLine& read : layer.lines) {
             for (const SpacePoint& vertex : read.line.vertices) {
                 if (taken_.insert(vertex).second) {
@@ -188,6 +199,9 @@ public:
                 }
             }
         }
+    }
+
+    void AddLines(LayerReading& layer) {
         for (ReadLine& read : layer.lines) {
             (read.isRing ? content_.rings : content_.lines).push_back(std::move(read.line));
         }
@@ -227,7 +241,7 @@ void ReadLayers(const SourceFile& file, const GisWish& wish, const StopToken& st
                 GisContent& content) {
     std::map<std::string, LayerReading> layers;
     for (const GisLayerWish& layer : wish.layers) {
-        layers.try_emplace(layer.name, file, layer);
+        layers.try_emplace(layer.name, file, layer, wish.linesAlone);
     }
     content.isStopped = !file.ForEachFeature(
         stop, [&layers](const std::string& name, OGRLayer& layer, const OGRFeature& feature) {
@@ -250,6 +264,9 @@ void ReadLayers(const SourceFile& file, const GisWish& wish, const StopToken& st
         all.PrepareForLines();
     }
     for (auto& [name, layer] : layers) {
+        if (!wish.linesAlone) {
+            all.AddVertices(layer);
+        }
         all.AddLines(layer);
     }
     all.Finish();
