@@ -1,6 +1,10 @@
 #include "survey/surface/CodeLines.h"
 
 #include "support/LineTexts.h"
+#include "survey/import/PointImport.h"
+#include "survey/surface/LineFile.h"
+#include "triangulation/TriangulatePoints.h"
+#include "triangulation/constrained/VisibleSurface.h"
 
 #include <gtest/gtest.h>
 
@@ -79,6 +83,45 @@ TEST(CodeLines, AreCountedByCode) {
     bare.Append(1, 2, 3);
     EXPECT_TRUE(CodesOf(bare).empty());
     EXPECT_TRUE(LinesFromCodes(bare, {"*"}).lines.empty());
+}
+
+std::string Sample(const char* name) {
+    return TERRAVO_SAMPLES "/site/" + std::string(name);
+}
+
+std::vector<SpacePoint> InPlan(std::vector<SpacePoint> vertices) {
+    for (SpacePoint& vertex : vertices) {
+        vertex.z = 0;
+    }
+    return vertices;
+}
+
+// The same lines as in the files beside it, and a stray.
+TEST(CodeLines, OfTheSampleSiteAreThoseOfItsFiles) {
+    PointSet points;
+    ASSERT_FALSE(ImportPoints(Sample("points.csv"), {}, BadRecords::Refuse, points).failure);
+    EXPECT_EQ(TextOf(CodesOf(points)),
+              "KERB* 7/1, FENCE* 6/1, WALLFOOT* 5/1, WALLTOP* 5/1, HOUSE* 4/1, BENCHMARK 1/0, ");
+    const CodeLineReading codes = LinesFromCodes(points, {"WALL*", "FENCE", "HOUSE"});
+    const LineReading wall = ReadLineFile(Sample("wall.csv"), LineClosing::AsTheyAre);
+    const LineReading fence = ReadLineFile(Sample("boundary.txt"), LineClosing::Always);
+    const LineReading house = ReadLineFile(Sample("house.txt"), LineClosing::Always);
+    EXPECT_TRUE(codes.remarks.empty() && fence.remarks.empty() && house.remarks.empty());
+    ASSERT_EQ(codes.lines.size(), 4U);
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(codes.lines[i].line.vertices, wall.lines.at(i).line.vertices);
+        const SpaceLine& ring = (i == 0 ? fence : house).lines.at(0).line;
+        EXPECT_EQ(InPlan(codes.lines[2 + i].line.vertices), InPlan(ring.vertices));
+        EXPECT_TRUE(codes.lines[2 + i].line.closed && ring.closed);
+    }
+    Array1<PlanPoint> plan;
+    for (Index i = 1; i <= points.count; ++i) {
+        plan.Append({points.x[i], points.y[i]});
+    }
+    const LongestSideProposal proposal =
+        ProposeLongestSide(plan, TriangulatePoints(plan).triangles);
+    EXPECT_EQ(proposal.strays, std::vector<Index>{points.count});
+    EXPECT_LT(proposal.length, 50);
 }
 
 } // namespace
