@@ -17,13 +17,23 @@ void RequireSame(const std::string& written, const OutputTarget& target, const V
     }
 }
 
+std::vector<std::string> RemarksFor(const VectorContent& content) {
+    std::vector<std::string> remarks;
+    for (const VectorRemark& remark : content.remarks) {
+        if (!content.parts.And(remark.parts).IsEmpty()) {
+            remarks.push_back(remark.sentence);
+        }
+    }
+    return remarks;
+}
+
 } // namespace
 
 VectorOutcome WriteVectorFile(const OutputTarget& target, const VectorFormat& format,
                               const VectorContent& content, const VectorOptions& options,
                               bool verify) {
     VectorOutcome outcome;
-    outcome.remarks = content.remarks;
+    outcome.remarks = RemarksFor(content);
     if (format.writeFolder != nullptr) {
         format.writeFolder(target, content, outcome.remarks);
         return outcome;

@@ -64,7 +64,7 @@ std::string CountsOf(const ExchangeFigures& figures) {
     add(figures.polygons, "polygon", "polygons");
     add(figures.points, "point", "points");
     add(figures.triangles, "triangle", "triangles");
-    return text;
+    return text.empty() ? "nothing" : text;
 }
 
 } // namespace terravo

@@ -33,7 +33,7 @@ std::vector<ExchangeFigures> DeliverExchange(const ExchangeCall& call, const Lev
                                              const SurveyContours& contours, OutputGroup& group,
                                              const std::function<void()>& betweenTwo);
 
-/// Those that a file holds, in words: "43 contours, 396 points".
+/// Those that a file holds, in words: "43 contours, 396 points", or "nothing".
 std::string CountsOf(const ExchangeFigures& figures);
 
 } // namespace terravo

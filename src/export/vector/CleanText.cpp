@@ -90,4 +90,22 @@ bool IsCleanText(std::string_view text) {
     return true;
 }
 
+std::string Quoted(std::string_view text) {
+    constexpr std::size_t kMost = 100; // bytes
+    constexpr std::size_t kEnd = 30;
+    if (text.size() <= kMost) {
+        return '"' + std::string(text) + '"';
+    }
+    const auto isInside = [text](std::size_t at) { return (ByteAt(text, at) & 0xc0) == 0x80; };
+    std::size_t head = kMost - kEnd;
+    while (isInside(head)) {
+        --head;
+    }
+    std::size_t tail = text.size() - kEnd;
+    while (tail < text.size() && isInside(tail)) {
+        ++tail;
+    }
+    return '"' + std::string(text.substr(0, head)) + "..." + std::string(text.substr(tail)) + '"';
+}
+
 } // namespace terravo

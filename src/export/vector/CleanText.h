@@ -15,4 +15,7 @@ std::string CleanText(std::string_view text);
 /// Whether CleanText leaves the text as it is.
 bool IsCleanText(std::string_view text);
 
+/// A clean text in quotation marks, for a sentence; of a long one the middle is left out.
+std::string Quoted(std::string_view text);
+
 } // namespace terravo

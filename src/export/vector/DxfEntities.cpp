@@ -211,8 +211,8 @@ private:
     void BeginText(const EntityHead& head, const SpacePoint& place, std::string_view text) {
         const DxfText encoded = EncodeDxfText(text);
         if (!encoded.cutOff.empty()) {
-            cutTexts_.Add("The text \"" + CleanText(text) +
-                          "\" is too long: it is written without \"" + encoded.cutOff + "\".");
+            cutTexts_.Add("The text " + Quoted(CleanText(text)) +
+                          " is too long: it is written without " + Quoted(encoded.cutOff) + ".");
         }
         head.Append(out_, handle_);
         AppendPoint(out_, 10, place);

@@ -123,9 +123,9 @@ private:
     void TellChanged(const PointNames& names) {
         FewRemarks few(remarks_, "more points.");
         for (const auto& [point, name] : names.Changed()) {
-            few.Add("Point " + std::to_string(point) + " is named \"" + name +
-                    "\" in the LandXML file instead of \"" + CleanText(content_.NameOf(point)) +
-                    "\".");
+            few.Add("Point " + std::to_string(point) + " is named " + Quoted(name) +
+                    " in the LandXML file instead of " + Quoted(CleanText(content_.NameOf(point))) +
+                    ".");
         }
         few.Finish();
     }
@@ -134,8 +134,8 @@ private:
         const std::string name = SurfaceNameOf(content_);
         const std::string given = CleanText(content_.name);
         if (name != given) {
-            remarks_.push_back("The surface in the LandXML file is named \"" + name +
-                               "\" instead of \"" + given + "\".");
+            remarks_.push_back("The surface in the LandXML file is named " + Quoted(name) +
+                               " instead of " + Quoted(given) + ".");
         }
         std::string& text = out_.Buffer();
         text += "<Surfaces>\n<Surface";

@@ -112,11 +112,14 @@ private:
         for (Index i = 1; i <= source_.points.count; ++i) {
             content_.pointLabels.Append(CleanText(labels.Name(i)), CleanText(labels.Code(i)));
         }
-        Remark("Control characters in the names or codes of " + std::to_string(changed) +
-               (changed == 1 ? " point" : " points") + " became blanks.");
+        Remark({VectorPart::Numbers, VectorPart::Codes},
+               "Control characters in the names or codes of " + std::to_string(changed) +
+                   (changed == 1 ? " point" : " points") + " became blanks.");
     }
 
-    void Remark(std::string sentence) { content_.remarks.push_back(std::move(sentence)); }
+    void Remark(const VectorParts& parts, std::string sentence) {
+        content_.remarks.push_back({parts, std::move(sentence)});
+    }
 
     void AddTriangles() {
         const TriangleList& triangles = source_.triangles;
@@ -162,8 +165,9 @@ private:
             }
         }
         triangles.resize(static_cast<std::size_t>(kept));
-        Remark(std::to_string(before - triangles.size()) +
-               " triangles without area at so few decimals are left out.");
+        Remark({VectorPart::Triangles},
+               std::to_string(before - triangles.size()) +
+                   " triangles without area at so few decimals are left out.");
     }
 
     // Decimals are for places: a level keeps those of its rule.
@@ -225,7 +229,8 @@ private:
 
     void AddLabels() {
         if (content_.textHeight < kSmallestText * std::max(width_, height_)) {
-            Remark("The contours have no values: such small texts would be too many.");
+            Remark({VectorPart::Labels},
+                   "The contours have no values: such small texts would be too many.");
             return;
         }
         PlaceVectorLabels(content_, source_.points.extentX, source_.points.extentY);

@@ -104,6 +104,12 @@ struct VectorLabel {
     double angle = 0; // radians from east, counter-clockwise, (-pi/2, pi/2]
 };
 
+/// A sentence on what is not as in the survey, for files that hold any of these parts.
+struct VectorRemark {
+    VectorParts parts;
+    std::string sentence;
+};
+
 struct VectorContent {
     std::string name; // of the survey: the file without folder and ending
     LengthUnit unit = LengthUnit::Metre;
@@ -129,7 +135,7 @@ struct VectorContent {
     std::vector<SpaceLine> boundary;
     std::vector<SpaceLine> breaklines;
 
-    std::vector<std::string> remarks; // sentences on what is not as in the survey
+    std::vector<VectorRemark> remarks;
 
     [[nodiscard]] std::span<const PlanPoint> VerticesOf(const VectorContour& contour) const {
         return std::span(contourVertices).subspan(contour.first, contour.count);

@@ -35,7 +35,9 @@ TEST(VectorFileTest, AFileThatDiffersDoesNotGetItsName) {
     format.check = FindAFault;
     VectorContent content;
     content.name = "good";
-    content.remarks = {"made"};
+    content.parts = {VectorPart::Points, VectorPart::Codes};
+    content.remarks = {{{VectorPart::Numbers, VectorPart::Codes}, "made"},
+                       {{VectorPart::Labels}, "of what is not in this file"}};
     const std::string path = folder.File("file.txt");
     const VectorOutcome outcome = WriteVectorFile(path, format, content, {});
     EXPECT_TRUE(outcome.verified);

@@ -126,7 +126,7 @@ TEST(MakeVectorContentTest, RoundsOnceAndLeavesOutWhatThatFlattens) {
         }
     }
     ASSERT_EQ(content.remarks.size(), 1U);
-    EXPECT_NE(content.remarks[0].find("without area"), std::string::npos);
+    EXPECT_NE(content.remarks[0].sentence.find("without area"), std::string::npos);
 }
 
 TEST(MakeVectorContentTest, TextsAreWhatEveryFormatCanHold) {
@@ -146,6 +146,13 @@ TEST(MakeVectorContentTest, TextsAreWhatEveryFormatCanHold) {
         EXPECT_EQ(CleanText(c.text), c.clean);
         EXPECT_EQ(IsCleanText(c.text), c.text == c.clean);
     }
+    std::string letters;
+    for (int i = 0; i < 40; ++i) {
+        letters += "\xE6\x97\xA5";
+    }
+    EXPECT_EQ(Quoted("short"), "\"short\"");
+    EXPECT_EQ(Quoted(letters),
+              '"' + letters.substr(0, std::size_t(23) * 3) + "..." + letters.substr(90) + '"');
     PointSet points = test::MakeSurvey({{0, 0, 1}, {9, 0, 4}, {0, 9, 5}});
     points.labels.Append("P\n1", "road");
     points.labels.Append("2", "");
