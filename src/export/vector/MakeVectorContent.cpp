@@ -19,6 +19,8 @@ namespace {
 // Without decimals: contours shorter than this part of the survey are what rounding leaves of a
 // level at the very top or bottom.
 constexpr double kShortestContour = 1e-7;
+// The same of loops round an edge or a ridge of that level, by their mean width.
+constexpr double kNarrowestContour = 1e-8;
 // Letters in a row across the survey, beyond which labels are refused.
 constexpr double kSmallestText = 1.0 / 20000;
 
@@ -28,6 +30,16 @@ double LengthOf(std::span<const PlanPoint> line) {
         length += std::hypot(line[i].x - line[i - 1].x, line[i].y - line[i - 1].y);
     }
     return length;
+}
+
+// Twice the area inside.
+double DoubleAreaOf(std::span<const PlanPoint> ring) {
+    double area = 0;
+    for (std::size_t i = 2; i < ring.size(); ++i) {
+        area += (ring[i - 1].x - ring[0].x) * (ring[i].y - ring[0].y) -
+                (ring[i].x - ring[0].x) * (ring[i - 1].y - ring[0].y);
+    }
+    return std::fabs(area);
 }
 
 class Maker {
@@ -194,6 +206,23 @@ private:
         }
     }
 
+    [[nodiscard]] bool IsLine(std::span<const PlanPoint> vertices, Index level, bool closed) const {
+        if (vertices.size() < (closed ? 3U : 2U)) {
+            return false;
+        }
+        const double side = std::max(width_, height_);
+        const double length = LengthOf(vertices);
+        const bool isNarrow = closed && IsExtreme(level) &&
+                              DoubleAreaOf(vertices) < kNarrowestContour * side * length;
+        return length >= kShortestContour * side && !isNarrow;
+    }
+
+    // Of levels by count the first and the last lie at the lowest and the highest point.
+    [[nodiscard]] bool IsExtreme(Index level) const {
+        return source_.rule.kind == LevelRuleKind::ByCount &&
+               (level == 1 || level == static_cast<Index>(content_.levels.size()));
+    }
+
     // The last vertices are taken back when they make no line.
     void AddContour(Index level, std::span<const ContourVertex> vertices, bool closed) {
         std::vector<PlanPoint>& all = content_.contourVertices;
@@ -207,12 +236,8 @@ private:
         while (closed && all.size() > first + 1 && all.back() == all[first]) {
             all.pop_back();
         }
-        const std::size_t count = all.size() - first;
-        const bool isLine =
-            count >= (closed ? 3U : 2U) &&
-            LengthOf(std::span(all).subspan(first)) >= kShortestContour * std::max(width_, height_);
-        if (isLine) {
-            content_.contours.push_back({first, count, level, closed});
+        if (IsLine(std::span(all).subspan(first), level, closed)) {
+            content_.contours.push_back({first, all.size() - first, level, closed});
         } else {
             all.resize(first);
         }

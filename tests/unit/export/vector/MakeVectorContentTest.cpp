@@ -129,6 +129,20 @@ TEST(MakeVectorContentTest, RoundsOnceAndLeavesOutWhatThatFlattens) {
     EXPECT_NE(content.remarks[0].sentence.find("without area"), std::string::npos);
 }
 
+TEST(MakeVectorContentTest, LeavesOutNarrowLoopsOfTheLowestLevel) {
+    const Survey survey(
+        test::MakeSurvey({{0, 0, 0}, {10, 0, 0}, {5, 8, 5}, {5, -8, 5}, {-8, 0, 5}, {18, 0, 5}}));
+    VectorWish wish;
+    wish.parts = {VectorPart::Contours};
+    const VectorContent content = ContentOf(survey, RuleByCount(4), wish);
+    std::vector<Index> levels;
+    for (const VectorContour& contour : content.contours) {
+        levels.push_back(contour.level);
+    }
+    EXPECT_EQ(levels, (std::vector<Index>{2, 3, 4}))
+        << "nothing round the edge of two lowest points; the rim stays";
+}
+
 TEST(MakeVectorContentTest, TextsAreWhatEveryFormatCanHold) {
     struct Case {
         std::string text;
