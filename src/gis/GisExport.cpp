@@ -34,6 +34,14 @@ void InTheNameOf(const std::string& path, const std::string& written, Work work)
     }
 }
 
+const GisFunctions& GisFor(const std::string& path) {
+    try {
+        return LoadGis();
+    } catch (const AppError& error) {
+        throw AppError(error.number(), path, path + ": " + error.what());
+    }
+}
+
 // A folder that is there while files are made in it, and its parent, where that had to be made and
 // stays empty.
 class WorkFolder {
@@ -41,8 +49,11 @@ public:
     explicit WorkFolder(const std::string& parent) : parent_(parent) {
         std::error_code error;
         madeParent_ = fs::create_directory(parent_, error);
-        if (error || !fs::is_directory(parent_, error)) {
-            Throw(parent, error ? error : std::make_error_code(std::errc::not_a_directory));
+        if (fs::exists(parent_) && !fs::is_directory(parent_)) {
+            error = std::make_error_code(std::errc::not_a_directory);
+        }
+        if (error) {
+            Throw(parent, error);
         }
         std::random_device source;
         bool isMade = false;
@@ -131,7 +142,7 @@ VectorParts GisParts() {
 
 void WriteGeoPackage(OutputFile& out, const VectorContent& content,
                      std::vector<std::string>& remarks) {
-    const GisFunctions& gis = LoadGis();
+    const GisFunctions& gis = GisFor(out.Path());
     out.Finish();
     const std::string path = out.FinishedPath();
     if (path.empty()) {
@@ -151,7 +162,7 @@ void WriteGeoPackage(const OutputTarget& target, const VectorContent& content,
 
 void WriteShapefiles(const OutputTarget& folder, const VectorContent& content,
                      std::vector<std::string>& remarks) {
-    const GisFunctions& gis = LoadGis();
+    const GisFunctions& gis = GisFor(folder.path);
     OutputGroup alone;
     OutputGroup& group = folder.group != nullptr ? *folder.group : alone;
     const WorkFolder work(folder.path);
@@ -160,6 +171,20 @@ void WriteShapefiles(const OutputTarget& folder, const VectorContent& content,
                 [&] { gis.writeShapefiles(written, content, kMostShapefileBytes, remarks); });
     HandToGroup(work, folder.path, group);
     alone.Commit();
+}
+
+std::vector<std::string> ShapefilePaths(const std::string& folder) {
+    std::vector<std::string> paths;
+    for (const VectorPart part : AllVectorParts()) {
+        const std::string set = (fs::path(folder) / NameOf(part)).string();
+        for (const char* const ending : {".shp", ".shx", ".dbf"}) {
+            paths.push_back(set + ending);
+        }
+        for (const std::string_view ending : kSideFiles) {
+            paths.push_back(set + std::string(ending));
+        }
+    }
+    return paths;
 }
 
 } // namespace terravo

@@ -32,4 +32,7 @@ void WriteGeoPackage(const OutputTarget& target, const VectorContent& content,
 void WriteShapefiles(const OutputTarget& folder, const VectorContent& content,
                      std::vector<std::string>& remarks);
 
+/// Every file that WriteShapefiles may make, replace or remove in a folder.
+std::vector<std::string> ShapefilePaths(const std::string& folder);
+
 } // namespace terravo

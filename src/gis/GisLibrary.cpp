@@ -22,7 +22,7 @@ std::string FileIn(const std::string& programFolder) {
             return file;
         }
     }
-    Throw("This format needs the file lib/terravo/" + std::string(kFileName) +
+    Throw("this format needs the file lib/terravo/" + std::string(kFileName) +
           " of this program, which is missing; please install the program again.");
 }
 
@@ -30,7 +30,7 @@ GisEntry EntryOf(const std::string& file) {
     std::string reason;
     void* symbol = SharedLibrary::SymbolOf(file, kGisSymbol, reason);
     if (symbol == nullptr) {
-        Throw("This format goes through the library GDAL, which cannot be loaded; please install "
+        Throw("this format goes through the library GDAL, which cannot be loaded; please install "
               "the package " +
               std::string(kPackage) + " (" + reason + ").");
     }
@@ -41,13 +41,13 @@ GisEntry EntryOf(const std::string& file) {
 
 const GisFunctions& LoadGisFrom(const std::string& programFolder) {
     if (kPackage.empty()) {
-        Throw("This format goes through the library GDAL, and this program was built without it; "
+        Throw("this format goes through the library GDAL, and this program was built without it; "
               "please install the package libgdal-dev and build the program again.");
     }
     const GisFunctions* functions = EntryOf(FileIn(programFolder))();
     if (functions == nullptr || functions->version != kGisVersion ||
         functions->sizeOfValues != kSizeOfGisValues) {
-        Throw("The file " + std::string(kFileName) +
+        Throw("the file " + std::string(kFileName) +
               " belongs to another version of this program; please install the program again.");
     }
     return *functions;

@@ -12,7 +12,8 @@
 namespace terravo {
 
 /// The functions of the library, loaded at the first call.
-/// Throws AppError with a sentence that names what is to be installed.
+/// Throws AppError with a sentence that names what is to be installed, to stand behind the name of
+/// a file.
 const GisFunctions& LoadGis();
 
 /// The same with a library that lies in that folder or in ../lib/terravo of it; never kept.

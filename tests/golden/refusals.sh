@@ -148,6 +148,10 @@ refused 2 'content takes contours, index, ' points --dxf out/d.dxf --content lin
 refused 2 'crs takes EPSG: and a number' points --dxf out/d.dxf --crs 25832
 refused 2 'decimals takes a whole number from 0 to 12' points --csv out/p.csv --decimals 13
 refused 2 'named twice' points --csv out/p.csv --dxf out/p.csv
+refused 2 'contours.dbf is named twice' points --shp out --dxf out/contours.dbf
+mkdir -p shapes
+cp points shapes/points.shp
+refused 2 'points.shp is named twice' shapes/points.shp --shp shapes
 refused 4 '' points --csv missing/p.csv
 finish "files for CAD and GIS"
 

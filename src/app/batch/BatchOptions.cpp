@@ -5,6 +5,7 @@
 #include "app/batch/UsageError.h"
 #include "export/MeshFile.h"
 #include "export/SegmentFile.h"
+#include "gis/GisExport.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
@@ -273,15 +274,35 @@ void ParsePaper(const QCommandLineParser& parser, const Options& known, BatchOpt
     }
 }
 
+// The outputs, and the files that those come to hold which are folders.
+std::vector<std::string> OutputsAndTheirFiles(const BatchOptions& options) {
+    std::vector<std::string> files = options.Outputs();
+    for (const ExchangeFile& file : options.exchange.files) {
+        if (file.format->writeFolder != nullptr) {
+            const std::vector<std::string> inside = ShapefilePaths(file.path);
+            files.insert(files.end(), inside.begin(), inside.end());
+        }
+    }
+    return files;
+}
+
+// A file that is not there yet may be named through links to its folder.
+QString PathOf(const QFileInfo& info) {
+    const QString folder = QFileInfo(info.absolutePath()).canonicalFilePath();
+    return info.exists()      ? info.canonicalFilePath()
+           : folder.isEmpty() ? info.absoluteFilePath()
+                              : folder + QLatin1Char('/') + info.fileName();
+}
+
 // No output may replace the point file, nor another output.
 void RefuseCollisions(const BatchOptions& options) {
     QStringList seen{QFileInfo(QString::fromStdString(options.pointFile)).canonicalFilePath()};
-    for (const std::string& file : options.Outputs()) {
+    for (const std::string& file : OutputsAndTheirFiles(options)) {
         const QFileInfo info(QString::fromStdString(file));
         if (info.exists() && !info.isFile()) {
             continue; // a device or a pipe takes any number of writers
         }
-        const QString path = info.exists() ? info.canonicalFilePath() : info.absoluteFilePath();
+        const QString path = PathOf(info);
         if (seen.contains(path)) {
             throw UsageError(QStringLiteral("The file %1 is named twice.").arg(info.filePath()));
         }

@@ -25,8 +25,9 @@ std::string AttributeTexts::Fit(std::string_view text) {
     if (fitted != text && ++changed_ <= kMostSentences) {
         const std::string clean = CleanText(text);
         sentences_.push_back(
-            (clean == fitted ? "A text that no table can hold" : "\"" + clean + "\"") +
-            " is written as \"" + fitted + "\".");
+            clean == fitted ? "A text that no table can hold is written as " + Quoted(fitted) + "."
+                            : "The text " + Quoted(clean) + " is too long: it is written without " +
+                                  Quoted(std::string_view(clean).substr(fitted.size())) + ".");
     }
     return fitted;
 }

@@ -52,6 +52,11 @@ struct Rewording {
 
 constexpr Rewording kRewordings[] = {
     {"not recognized as", "GDAL does not know this format, or the file is damaged"},
+    {"Read error", "the file ends too early, or is damaged"},
+    {"Error in fread", "the file ends too early, or is damaged"},
+    {"Failure seeking", "the disk is full or cannot be written to"},
+    {"Failure writing", "the disk is full or cannot be written to"},
+    {"disk is full", "the disk is full or cannot be written to"},
     {"SHAPE_RESTORE_SHX", "the file of the same name that ends in .shx is missing or damaged"},
 };
 
