@@ -245,16 +245,7 @@ bool ConstraintLayer::CanPass(Index from, Index to, LineNumber line) {
         if (start.way == SegmentInserter::Way::Across) {
             next =
                 inserter_.Follow(current, to, start.edge, [&](const auto& edge, TriangleEdge at) {
-                    if (inserter_.IsConstrained(at)) {
-                        const PlanPoint place =
-                            CrossingOf(course.given.from, course.given.to,
-                                       mesh_.Position(edge.right), mesh_.Position(edge.left));
-                        const double there = SideBetween(edge.right, edge.left).HeightAt(place);
-                        ++budget_;
-                        passes =
-                            Meet(line, pieces_.Of(edge.right, edge.left).line, place,
-                                 course.given.HeightAt(place), there, false) != Meeting::Refused;
-                    }
+                    passes = !inserter_.IsConstrained(at) || CanCross(edge, course);
                     return passes;
                 });
         }
@@ -262,6 +253,19 @@ bool ConstraintLayer::CanPass(Index from, Index to, LineNumber line) {
         current = next;
     }
     return passes;
+}
+
+bool ConstraintLayer::CanCross(const SegmentInserter::Crossed& edge, const Course& course) {
+    ++budget_;
+    for (const Index end : {edge.right, edge.left}) {
+        if (IsWithin(course.given.DistanceTo(mesh_.Position(end)))) {
+            return PassThrough(end, course, false);
+        }
+    }
+    const GivenSide other = SideBetween(edge.right, edge.left);
+    const PlanPoint place = CrossingOf(course.given.from, course.given.to, other.from, other.to);
+    return Meet(course.line, pieces_.Of(edge.right, edge.left).line, place,
+                course.given.HeightAt(place), other.HeightAt(place), false) != Meeting::Refused;
 }
 
 // Leaves in the budget what the line may take.
@@ -471,6 +475,7 @@ Index ConstraintLayer::DivideEdge(Index p, Index q, PlanPoint place, double heig
     const Course course{side, owner, depth + 1};
     const bool isLaid = Lay(p, point, course, parts) && Lay(point, q, course, parts);
     pieces_.SetParts(divided, std::move(parts));
+    isHalfLaid_ = isHalfLaid_ || !isLaid;
     return isLaid ? point : 0;
 }
 

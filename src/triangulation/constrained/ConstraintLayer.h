@@ -103,6 +103,7 @@ private:
 
     bool CanBeLaid(LineNumber line);
     bool CanPass(Index from, Index to, LineNumber line);
+    bool CanCross(const SegmentInserter::Crossed& edge, const Course& course);
     Meeting Meet(LineNumber line, LineNumber other, PlanPoint place, double height,
                  double otherHeight, bool tells);
     bool PassThrough(Index point, const Course& course, bool tells);
@@ -130,6 +131,7 @@ private:
     std::array<Index, 2> HullCrossings(PlanPoint from, PlanPoint to);
     Index PutOnHull(Index p, Index q, PlanPoint from, PlanPoint to);
     void HoldSides(Index triangle);
+    [[nodiscard]] Index CoveringHullPoint(Index point) const;
     [[nodiscard]] Index StepOut(Index from, PlanPoint outside) const;
     [[nodiscard]] double HeightIn(Index triangle, PlanPoint place) const;
 
@@ -151,6 +153,7 @@ private:
     std::vector<Index> settled_; // crossings of the side being laid, whose heights have been met
     Index lastPut_ = 0;
     std::int64_t budget_ = 0;
+    bool isHalfLaid_ = false; // an edge could not be laid anew
     std::int64_t crossings_ = 0;
 };
 

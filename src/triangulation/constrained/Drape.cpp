@@ -101,7 +101,8 @@ ConstraintLayer::Result ConstraintLayer::Drape(LineNumber number) {
     for (std::size_t i = 0; i < line.SideCount(); ++i) {
         const Index last = corners[i + 1 == corners.size() ? 0 : i + 1];
         if (!DrapeSide(line.vertices[i], line.EndOfSide(i), corners[i], last, number,
-                       chains_[number])) {
+                       chains_[number]) ||
+            isHalfLaid_) {
             Refuse(number, RemarkOn(SurfaceRemarkKind::NotFinished, number,
                                     PlanOf(line.vertices[i]), kNoHeight));
             return Result::Unfinished;
@@ -240,15 +241,18 @@ Index ConstraintLayer::PutOnHull(Index p, Index q, PlanPoint from, PlanPoint to)
     return DivideEdge(p, q, place, height, 0);
 }
 
-// A point that was put on the hull by an earlier line may lie behind a point that came later, by
-// rounding. The ring then ends at the right end of the hull edge that covers it.
+// A point that was put on the hull by an earlier line may lie behind points that came later, by
+// rounding. The ring is then led along the edges of those flat triangles to the hull.
 void ConstraintLayer::ReachHull() {
+    constexpr int kMostSteps = 100;
     for (const Outlet& outlet : outlets_) {
         if (outlet.point == 0 || lines_[outlet.line].role == LineRole::Breakline) {
             continue;
         }
-        for (Index at = outlet.point; !inserter_.IsOnHull(at);) {
-            const Index next = StepOut(at, outlet.outside);
+        Index at = outlet.point;
+        for (int steps = 0; !inserter_.IsOnHull(at) && steps < kMostSteps; ++steps) {
+            const Index cover = CoveringHullPoint(at);
+            const Index next = cover != 0 ? cover : StepOut(at, outlet.outside);
             if (next == 0) {
                 break;
             }
@@ -256,6 +260,26 @@ void ConstraintLayer::ReachHull() {
             at = next;
         }
     }
+}
+
+/// @return an end of the nearest hull edge that makes a triangle with the point; 0 for none.
+Index ConstraintLayer::CoveringHullPoint(Index point) const {
+    Index end = 0;
+    double least = std::numeric_limits<double>::infinity();
+    inserter_.AroundPoint(point, [&](Index t, int edge) {
+        const TriangleEdge opposite{t, NextEdge(edge)};
+        if (inserter_.IsHullEdge(opposite)) {
+            const Index right = inserter_.Triangles().Vertex(opposite.edge, t);
+            const Index left = inserter_.Triangles().Vertex(NextEdge(opposite.edge), t);
+            const double distance = SideBetween(right, left).DistanceTo(mesh_.Position(point));
+            if (distance < least) {
+                least = distance;
+                end = right;
+            }
+        }
+        return true;
+    });
+    return end;
 }
 
 /// @return the neighbour along which the way out runs, or the first one on its right; 0 when there
@@ -266,10 +290,8 @@ Index ConstraintLayer::StepOut(Index from, PlanPoint outside) const {
     inserter_.AroundPoint(from, [&](Index t, int edge) {
         const Index right = inserter_.Triangles().Vertex(NextEdge(edge), t);
         const Index left = inserter_.Triangles().Vertex(PreviousEdge(edge), t);
-        const PlanPoint& p = mesh_.Position(right);
-        if (inserter_.Turn(origin, p, outside) >= 0 &&
-            inserter_.Turn(origin, mesh_.Position(left), outside) < 0 &&
-            Distance(p, outside) < Distance(origin, outside) + Distance(p, origin)) {
+        if (inserter_.Turn(origin, mesh_.Position(right), outside) >= 0 &&
+            inserter_.Turn(origin, mesh_.Position(left), outside) < 0) {
             next = right;
         }
         return next == 0;

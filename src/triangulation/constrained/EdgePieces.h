@@ -8,6 +8,7 @@
 
 #include "util/Array1.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <unordered_map>
@@ -53,6 +54,7 @@ public:
     /// @return its piece, whose parts are to be set.
     PieceNumber Retire(Index p, Index q) {
         const auto found = live_.find(KeyOf(p, q));
+        assert(found != live_.end());
         const PieceNumber number = found->second;
         live_.erase(found);
         return number;
@@ -60,7 +62,9 @@ public:
     void SetParts(PieceNumber piece, PieceChain parts) { pieces_[piece].parts = std::move(parts); }
 
     [[nodiscard]] const EdgePiece& Of(Index p, Index q) const {
-        return pieces_[live_.find(KeyOf(p, q))->second];
+        const auto found = live_.find(KeyOf(p, q));
+        assert(found != live_.end());
+        return pieces_[found->second];
     }
     [[nodiscard]] const EdgePiece& At(PieceNumber piece) const { return pieces_[piece]; }
 
