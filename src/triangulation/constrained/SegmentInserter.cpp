@@ -130,7 +130,7 @@ void SegmentInserter::Turn2(TriangleEdge edge) {
 void SegmentInserter::Swap(TriangleEdge edge) {
     Turn2(edge);
     const TriangleEdge across = mesh_.Across({edge.triangle, 2});
-    mesh_.Swap(edge.triangle, across.triangle, across.edge);
+    mesh_.SwapForOthers(edge.triangle, across.triangle, across.edge);
 }
 
 void SegmentInserter::SwapOrWait(Index from, Index to, const Crossed& crossed) {

@@ -335,6 +335,11 @@ inline void ExactMesh::Swap(Index t, Index u, int shared) {
     }
 }
 
+// Swap is inlined where points are put in, and nowhere else to be called.
+void ExactMesh::SwapForOthers(Index t, Index u, int shared) {
+    Swap(t, u, shared);
+}
+
 // The triangle across a moved edge points back to it.
 void ExactMesh::Relink(TriangleEdge moved) {
     const Triangle& triangle = triangles_.table[moved.triangle];

@@ -157,6 +157,7 @@ private:
     void SwapAbout(Site& site);
     void Move(Index from, Index to);
     void Swap(Index t, Index u, int shared);
+    void SwapForOthers(Index t, Index u, int shared);
     void Relink(TriangleEdge moved);
     void NoteHullEdge(TriangleEdge moved);
     void LinkPredecessor(TriangleEdge moved);
