@@ -3,6 +3,13 @@
 #include <cmath>
 
 namespace terravo {
+namespace {
+
+bool Has(const Extent& extent, double value) {
+    return value >= extent.min && value <= extent.max;
+}
+
+} // namespace
 
 TurnedExtent ExtentOf(const PointSet& points, double rotation) {
     if (points.count == 0) {
@@ -15,6 +22,9 @@ TurnedExtent ExtentOf(const PointSet& points, double rotation) {
     Extent right;
     Extent up;
     for (Index i = 1; i <= points.count; ++i) {
+        if (!Has(points.extentX, points.x[i]) || !Has(points.extentY, points.y[i])) {
+            continue; // corners of hidden triangles alone
+        }
         const double dx = points.x[i] - x0;
         const double dy = points.y[i] - y0;
         right.Include(dx * cosine - dy * sine);

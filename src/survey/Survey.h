@@ -96,6 +96,11 @@ public:
     /// The surface, made now when there is none. One that was stopped is not kept and has no
     /// triangles.
     [[nodiscard]] ShownSurface Surface(const StopToken& stop = StopToken()) const;
+    /// The points in use; where there are constraints the corners of the surface, whose bounds are
+    /// those of what is visible.
+    [[nodiscard]] const PointSet& ShownPoints(const StopToken& stop = StopToken()) const {
+        return plan_.HasConstraints() ? Surface(stop).points : points_;
+    }
     /// The surface when it has been made.
     [[nodiscard]] std::optional<ShownSurface> KnownSurface() const;
 

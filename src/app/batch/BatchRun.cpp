@@ -222,7 +222,7 @@ private:
     // Without a choice the levels of a sheet are round.
     [[nodiscard]] LevelRule SheetLevels() const {
         return options_.levelsAreChosen ? options_.map.levels
-                                        : RoundLevels(survey_.Points().extentZ);
+                                        : RoundLevels(survey_.ShownPoints().extentZ);
     }
     [[nodiscard]] bool SegmentsAreWanted() const {
         return !options_.segmentsFile.empty() || !options_.qrzLevelsFile.empty();
@@ -372,7 +372,7 @@ void BatchRun::ShapeSurface() {
 // Levels that the call asks for and the heights do not have; a count fits any.
 void BatchRun::RequireLevels() const {
     const LevelRule& rule = options_.map.levels;
-    const Extent& heights = survey_.Points().extentZ;
+    const Extent& heights = survey_.ShownPoints().extentZ;
     const LevelFault fault = FaultOf(rule, heights);
     if (fault != LevelFault::None) {
         throw RunFailure(ExitCode::kUsage,
@@ -510,8 +510,8 @@ void BatchRun::CountWhatWasMade() {
     figures_.y = points.extentY;
     figures_.z = points.extentZ;
     const LevelRule rule = IsSheetAlone() ? SheetLevels() : options_.map.levels;
-    figures_.levels = LevelCountOf(rule, points.extentZ);
-    figures_.levelValues = LevelValuesOf(rule, points.extentZ);
+    figures_.levels = LevelCountOf(rule, shown.points.extentZ);
+    figures_.levelValues = LevelValuesOf(rule, shown.points.extentZ);
 }
 
 ViewData BatchRun::DataFor3D() {
@@ -678,7 +678,7 @@ void BatchRun::Deliver() {
 void BatchRun::WriteLevels(const OutputTarget& target) const {
     const QrzWriter::Content content =
         QrzWriter::WriteQrzLevels(state_.workFolder + kSegmentFileName,
-                                  LevelCountOf(options_.map.levels, survey_.Points().extentZ),
+                                  LevelCountOf(options_.map.levels, survey_.ShownPoints().extentZ),
                                   target, QrzWriter::ZeroLevelFor(options_.map.levels));
     if (content == QrzWriter::Content::HeaderOnly) {
         throw RunFailure(ExitCode::kOutput,

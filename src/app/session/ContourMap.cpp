@@ -27,7 +27,7 @@ MapReport ContourMap::Draw(DrawSurface& surface, const MapOptions& options, cons
 }
 
 void ContourMap::DrawFrame(DrawSurface& surface, MapReport& report) const {
-    const PointSet& points = survey_.Points();
+    const PointSet& points = survey_.ShownPoints();
     PlotFrame::PlotFrameRequest request;
     request.xMin = points.extentX.min;
     request.xMax = points.extentX.max;
@@ -47,7 +47,8 @@ ContourReport ContourMap::DrawContours(DrawSurface& surface, const MapOptions& o
     request.showValues = options.showLevelValues;
     request.decimalSeparator = run_.decimalSeparator;
     request.nudgeEnds = options.mode == MapMode::Lines;
-    LevelSet levels = MakeLevelSet(options.levels, survey_.Points().extentZ, palette_, request);
+    LevelSet levels =
+        MakeLevelSet(options.levels, survey_.ShownPoints().extentZ, palette_, request);
     const ContourInput input{survey_,
                              run_,
                              options.showTriangles,

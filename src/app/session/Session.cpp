@@ -148,7 +148,7 @@ void Session::DrawMap() {
 
 void Session::LeaveRuleThatDoesNotFit() {
     LevelRule& rule = options_.levels;
-    const Extent& heights = survey_.Points().extentZ;
+    const Extent& heights = survey_.ShownPoints().extentZ;
     const LevelFault fault =
         rule.kind == LevelRuleKind::ByCount ? LevelFault::None : FaultOf(rule, heights);
     if (fault != LevelFault::None) {

@@ -5,7 +5,7 @@
 namespace terravo {
 
 LevelRule Session::SheetLevels() const {
-    return levelsChosen_ ? options_.levels : RoundLevels(survey_.Points().extentZ);
+    return levelsChosen_ ? options_.levels : RoundLevels(survey_.ShownPoints().extentZ);
 }
 
 std::optional<SheetScene> Session::MakeSheet(const SheetPlan& plan, const TextMeasure& measure) {

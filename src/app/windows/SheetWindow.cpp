@@ -211,7 +211,7 @@ void SheetWindow::ShowSheet(std::optional<terravo::SheetScene> scene) {
     if (scene) {
         pnlStyles->Styles().KeepLast(made_->plan);
         picSheet->Show(std::make_shared<const terravo::SheetScene>(std::move(*scene)),
-                       terravo::LayOut(made_->plan, points).view);
+                       terravo::LayOut(made_->plan, session_.TheSurvey().ShownPoints()).view);
     } else if (points.count == 0 || trouble_ != Caption(state_, Text::SheetStopped)) {
         picSheet->Show(nullptr, {});
         picSheet->SetHint(trouble_.isEmpty() ? Caption(state_, Text::SheetNoPoints) : trouble_);
@@ -281,7 +281,8 @@ void SheetWindow::MoveMap(double right, double down) {
     if (scene == nullptr || !made_) {
         return;
     }
-    const terravo::MapView view = terravo::LayOut(pnlSheet->Plan(), session_.Points()).view;
+    const terravo::MapView view =
+        terravo::LayOut(pnlSheet->Plan(), session_.TheSurvey().ShownPoints()).view;
     pnlSheet->SetCentre(view.ToPlan({view.middle.x - right, view.middle.y - down}));
     MakeNow();
 }

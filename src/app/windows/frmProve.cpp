@@ -478,7 +478,8 @@ void frmProve::ShowSettings() {
 }
 
 void frmProve::ShowLevels() {
-    LevelsDialog dialog(state_, session_.Options().levels, session_.Points().extentZ, this);
+    LevelsDialog dialog(state_, session_.Options().levels,
+                        session_.TheSurvey().ShownPoints().extentZ, this);
     if (dialog.exec() == QDialog::Accepted) {
         session_.SetLevelRule(dialog.Rule());
     }

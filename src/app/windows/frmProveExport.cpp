@@ -11,8 +11,8 @@ void frmProve::ExportVector() {
         return;
     }
     const auto levels = [this] {
-        return ToQString(terravo::ResultText(session_.Options().levels, session_.Points().extentZ,
-                                             state_.texts));
+        return ToQString(terravo::ResultText(
+            session_.Options().levels, session_.TheSurvey().ShownPoints().extentZ, state_.texts));
     };
     ExportDialog dialog(state_, session_.Settings(), levels(), this);
     connect(&dialog, &ExportDialog::LevelsAsked, &dialog, [&] {

@@ -65,6 +65,23 @@ private:
     std::vector<std::pair<Index, Index>> keys_;
 };
 
+void BoundByVisible(ShapedSurface& surface) {
+    if (surface.visible.count == 0) {
+        return;
+    }
+    PointSet& points = surface.points;
+    points.extentX = {};
+    points.extentY = {};
+    points.extentZ = {};
+    for (Index t = 1; t <= surface.visible.count; ++t) {
+        for (const Index corner : surface.visible.table[t].vertices) {
+            points.extentX.Include(points.x[corner]);
+            points.extentY.Include(points.y[corner]);
+            points.extentZ.Include(points.z[corner]);
+        }
+    }
+}
+
 // Breaklines of which a part is hidden, or all.
 void RemarkOnHiddenLines(ShapedSurface& surface) {
     std::vector<std::size_t> visible(surface.plan.breaklines.size());
@@ -135,6 +152,7 @@ std::optional<ShapedSurface> ShapeSurface(const PointSet& points, const Triangle
             surface.visibleMarks.Append(surface.all.constrained[t]);
         }
     }
+    BoundByVisible(surface);
     RemarkOnHiddenLines(surface);
     return surface;
 }

@@ -26,7 +26,9 @@ struct SurfaceFigures {
 };
 
 struct ShapedSurface {
-    PointSet points;        // those in use, then those that lines have added
+    /// Those in use, then those that lines have added; bounded by the visible triangles, where
+    /// there are any.
+    PointSet points;
     Index surveyed = 0;     // the number of the former
     ConstrainedSurface all; // with the triangles that are hidden
     HiddenTriangles hidden;
