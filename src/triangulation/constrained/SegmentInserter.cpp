@@ -10,6 +10,10 @@ double SquaredDistance(PlanPoint a, PlanPoint b) {
     return (a.x - b.x) * (a.x - b.x) + (a.y - b.y) * (a.y - b.y);
 }
 
+// Swaps and waits before the triangles about a segment are made anew.
+constexpr std::size_t kStepsACrossing = 2;
+constexpr std::size_t kFewSteps = 64;
+
 } // namespace
 
 // Of a point on the line from -> to: whether it lies on the side of `to`.
@@ -155,10 +159,16 @@ void SegmentInserter::SwapOrWait(Index from, Index to, const Crossed& crossed) {
     }
 }
 
-void SegmentInserter::MakeEdge(Index from, Index to, const std::vector<Crossed>& crossed) {
+void SegmentInserter::MakeEdge(Index from, Index to, const std::vector<Crossed>& crossed,
+                               Road road) {
     mesh_.hasConstraints_ = true;
+    std::size_t steps = kStepsACrossing * crossed.size() + kFewSteps;
     queue_.assign(crossed.begin(), crossed.end());
     while (!queue_.empty()) {
+        if (--steps == 0 && road == Road::Shortest && FillCavity(from, to)) {
+            queue_.clear();
+            break;
+        }
         const Crossed next = queue_.front();
         queue_.pop_front();
         SwapOrWait(from, to, next);

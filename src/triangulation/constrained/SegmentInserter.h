@@ -3,11 +3,13 @@
 // Data: an ExactMesh; the edges that a segment crosses, in their order along it. Method: at the end
 // where it begins the segment runs along an edge or leaves between two of them; from there it is
 // followed from triangle to triangle until a point lies on it. The crossed edges are swapped where
-// the two triangles make a convex quadrilateral, the others wait; then the edges that came into
-// being are swapped until every circle is empty but for what lies beyond a constrained edge. Edges
-// are kept by their ends, since a swap moves them from triangle to triangle.
+// the two triangles make a convex quadrilateral, the others wait, and where that takes too many
+// swaps the triangles on both sides are made anew; then the edges that came into being are swapped
+// until every circle is empty but for what lies beyond a constrained edge. Edges are kept by their
+// ends, since a swap moves them from triangle to triangle.
 #pragma once
 
+#include "triangulation/constrained/CavityFill.h"
 #include "triangulation/exact/ExactMesh.h"
 
 #include <deque>
@@ -40,6 +42,9 @@ public:
         Index triangle = 0; // on the side from which the segment comes, when it was found
     };
 
+    /// How an edge is made: by swaps as long as they are few, or whatever their number.
+    enum class Road { Shortest, SwapsAlone };
+
     /// @param from, to  two different points of the mesh.
     [[nodiscard]] Start Leave(Index from, Index to) const;
 
@@ -71,7 +76,8 @@ public:
 
     /// Makes from -> to an edge and constrains it.
     /// @param crossed  all edges that it crosses, none of them constrained; at least one.
-    void MakeEdge(Index from, Index to, const std::vector<Crossed>& crossed);
+    void MakeEdge(Index from, Index to, const std::vector<Crossed>& crossed,
+                  Road road = Road::Shortest);
 
     /// @return the edge between two points, in one of its triangles; triangle 0 when there is none.
     [[nodiscard]] TriangleEdge FindEdge(Index p, Index q) const;
@@ -140,6 +146,12 @@ private:
     void Swap(TriangleEdge edge);
     void SwapOrWait(Index from, Index to, const Crossed& crossed);
     void Restore();
+    void CollectCavity(Index from, Index to, CavitySide& left, CavitySide& right,
+                       std::vector<Index>& slots) const;
+    [[nodiscard]] Index LastCrossed(Index to, Index left, Index right) const;
+    bool FillCavity(Index from, Index to);
+    void WriteSide(const CavitySide& side, const std::vector<Index>& slots, std::size_t first,
+                   Index across, std::vector<TriangleEdge>& banks);
 
     ExactMesh& mesh_;
     std::deque<Crossed> queue_;
