@@ -44,7 +44,7 @@ Statement StatementOf(const SurfaceRemark& remark, const SurfacePlan& plan) {
 } // namespace
 
 std::string LabelOf(const SurfacePlan& plan, LineRole role, std::size_t line) {
-    const std::string number = std::to_string(line + 1);
+    std::string number = std::to_string(line + 1);
     const std::span<const SharedLine> lines = LinesOf(plan, role);
     if (line >= lines.size()) {
         return number;
