@@ -87,7 +87,12 @@ TEST_F(ExportDialogTest, TellsWhatGoesWrongAndWhatWasChanged) {
     EXPECT_EQ(messages.boxes.size(), 1U) << "a cancelled question is no failure";
     dialogs.answer = folder.File("hills.stl");
     WithDialog([](ExportDialog& dialog) {
+        const int height = dialog.height();
+        In<QLineEdit>(dialog, "txtTextHeight")->setText("1e-300");
+        EXPECT_FALSE(In<QPushButton>(dialog, "cmdExport")->isEnabled()) << "no such texts";
         ChooseFormat(dialog, "STL");
+        EXPECT_TRUE(In<QPushButton>(dialog, "cmdExport")->isEnabled()) << "which has no texts";
+        EXPECT_LT(dialog.height(), height) << "no hole where the group was";
         In<QCheckBox>(dialog, "chk-triangles")->setChecked(false);
         EXPECT_FALSE(In<QPushButton>(dialog, "cmdExport")->isEnabled()) << "nothing to write";
         In<QCheckBox>(dialog, "chk-triangles")->setChecked(true);

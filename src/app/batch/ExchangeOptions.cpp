@@ -216,7 +216,7 @@ ExchangeCall ExchangeOptions::Parse(const QCommandLineParser& parser,
         call.wish.decimals = WholeNumberOf(parser, decimals_, kMostVectorDecimals);
     }
     if (parser.isSet(textHeight)) {
-        call.wish.textHeight = NumberOf(parser, textHeight, 1e-6, 1e6);
+        call.wish.textHeight = NumberOf(parser, textHeight, kLeastTextHeight, kMostTextHeight);
     }
     call.wish.indexEvery = WholeNumberOf(parser, indexEvery, 100000);
     call.verify = !parser.isSet(noVerify_);

@@ -171,6 +171,7 @@ void ExportDialog::ShowFormat() {
                                                             {std::string(Format().name)})));
     }
     grpDxf->setVisible(Format().option == "dxf");
+    layout()->activate(); // else the size is still the one with the group
     adjustSize();
     ShowWhetherItCan();
 }
@@ -185,7 +186,9 @@ bool ExportDialog::EpsgIsGood() const {
 
 bool ExportDialog::HeightIsGood() const {
     const std::string text = txtTextHeight->text().trimmed().toStdString();
-    return text.empty() || terravo::ParseLevelNumber(text, state_.decimalSeparator).value_or(0) > 0;
+    const double height = terravo::ParseLevelNumber(text, state_.decimalSeparator).value_or(0);
+    return Format().option != "dxf" || text.empty() ||
+           (height >= terravo::kLeastTextHeight && height <= terravo::kMostTextHeight);
 }
 
 VectorParts ExportDialog::Parts() const {

@@ -30,6 +30,10 @@ inline VectorSource SourceOf(const ShownSurface& surface, const LevelRule& rule,
             surface.shaped};
 }
 
+/// The heights of texts that a user may ask for, data units.
+inline constexpr double kLeastTextHeight = 1e-6;
+inline constexpr double kMostTextHeight = 1e6;
+
 struct VectorWish {
     VectorParts parts;
     LengthUnit unit = LengthUnit::Metre;
