@@ -56,6 +56,7 @@ struct FileDialogPlan {
     std::string title;
     std::string extension; // without its point: what a name without one gets, before the question
                            // about overwriting
+    bool isFolder = false; // of a save: a folder is chosen, which may be there already
 };
 
 /// The system's file dialog.

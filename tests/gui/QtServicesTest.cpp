@@ -110,6 +110,42 @@ TEST(QtServicesTest, AsksBeforeAFileIsReplacedWhoseExtensionWasNotTyped) {
     EXPECT_EQ(questions, 2);
 }
 
+TEST(QtServicesTest, AFolderThatIsThereCanBeChosenToSaveIn) {
+    const test::TemporaryFolder folder;
+    fs::create_directory(folder.File("maps"));
+    const FileDialogPlan plan{.save = true,
+                              .filters = {{"Shapefile (*)", "*"}},
+                              .folder = folder.Path(),
+                              .name = "maps",
+                              .title = "Save ",
+                              .extension = {},
+                              .isFolder = true};
+    int questions = 0;
+    const auto save = [&plan, &questions] {
+        QTimer::singleShot(0, [&questions] {
+            auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            QTimer::singleShot(0, [&questions, dialog] {
+                if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                    ++questions;
+                    QTimer::singleShot(0, dialog, [dialog] { dialog->reject(); });
+                    box->button(QMessageBox::No)->click();
+                }
+            });
+            static_cast<QDialog*>(dialog)->accept();
+            if (dialog->isVisible()) {
+                dialog->reject();
+            }
+        });
+        return QtFileDialogs().Choose(plan);
+    };
+    EXPECT_EQ(save(), folder.File("maps"));
+    EXPECT_EQ(questions, 0) << "nothing in it would be replaced";
+    static_cast<void>(folder.Write("maps/points.shp", "old"));
+    EXPECT_EQ(save(), std::nullopt);
+    EXPECT_EQ(questions, 1);
+}
+
 TEST(QtServicesTest, KeepsSettingsInOneFileOfTheProgramsName) {
     {
         QtSettingsStore store;

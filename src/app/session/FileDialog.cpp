@@ -11,11 +11,13 @@ constexpr std::size_t kProposedLength = 5;
 } // namespace
 
 FileDialogPlan PlanFileDialog(const FileQuestion& question, const RunState& state) {
-    if (question.mode != "Open" && question.mode != "Save") {
+    const bool isFolder = question.mode == "Folder";
+    if (question.mode != "Open" && question.mode != "Save" && !isFolder) {
         throw AppError(ErrorNumber::kInvalidCall, kSource, "Invalid procedure call or argument");
     }
     FileDialogPlan plan;
-    plan.save = question.mode == "Save";
+    plan.save = question.mode != "Open";
+    plan.isFolder = isFolder;
     plan.filters = {{question.description + " (" + question.pattern + ")", question.pattern},
                     {"Tutti i Files (*.*)", "*.*"}};
     plan.folder = question.initialFolder.empty() ? state.pointsFolder : question.initialFolder;

@@ -16,7 +16,7 @@ namespace terravo {
 inline constexpr int kDialogCancelled = 32755;
 
 struct FileQuestion {
-    std::string mode;        // "Open" or "Save"
+    std::string mode;        // "Open", "Save", or "Folder" to save in
     std::string description; // of the first filter
     std::string pattern;     // of the first filter, patterns separated by ";"
     std::string initialFolder;

@@ -11,7 +11,7 @@ namespace {
 FileQuestion QuestionFor(const VectorFormat& format, const PointSet& points,
                          const std::string& title) {
     const std::string extension(format.extension);
-    return {.mode = "Save",
+    return {.mode = extension.empty() ? "Folder" : "Save",
             .description = std::string(format.name) + " ",
             .pattern = extension.empty() ? "*" : "*." + extension,
             .initialFolder = points.sourceFolder,

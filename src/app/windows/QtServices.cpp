@@ -127,8 +127,46 @@ void QtClipboard::Clear() {
     QGuiApplication::clipboard()->clear();
 }
 
+namespace {
+
+// Qt's dialog for new files enters a folder that is there and does not let it be chosen.
+class SaveDialog : public QFileDialog {
+public:
+    SaveDialog(const FileDialogPlan& plan)
+        : QFileDialog(QApplication::activeWindow(), ToQString(plan.title), ToQString(plan.folder)),
+          isFolder_(plan.isFolder) {}
+
+protected:
+    void accept() override {
+        const QStringList chosen = selectedFiles();
+        if (!isFolder_ || chosen.isEmpty() || !QFileInfo(chosen.first()).isDir()) {
+            QFileDialog::accept();
+        } else if (!HoldsSets(chosen.first()) || MayReplaceIn(chosen.first())) {
+            QDialog::accept();
+        }
+    }
+
+private:
+    static bool HoldsSets(const QString& folder) {
+        return !QDir(folder).entryList({QStringLiteral("*.shp")}, QDir::Files).isEmpty();
+    }
+
+    // In the words in which Qt asks about files.
+    bool MayReplaceIn(const QString& folder) {
+        return QMessageBox::warning(
+                   this, windowTitle(),
+                   QFileDialog::tr("%1 already exists.\nDo you want to replace it?")
+                       .arg(QFileInfo(folder).fileName()),
+                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    }
+
+    bool isFolder_;
+};
+
+} // namespace
+
 std::optional<std::string> QtFileDialogs::Choose(const FileDialogPlan& plan) {
-    QFileDialog dialog(QApplication::activeWindow(), ToQString(plan.title), ToQString(plan.folder));
+    SaveDialog dialog(plan);
     QStringList filters;
     for (const FileFilter& filter : plan.filters) {
         filters.append(FilterText(filter));
