@@ -277,9 +277,24 @@ def print_check(results):
     print_table(size_head("points"), rows)
 
 
+def print_surface(results):
+    print("### Breaklines into a triangulation, ms\n")
+    print("Ours with taking over the triangulation and finding the ends; the library without.\n")
+    rows = []
+    for case, title in [("1000", "1 000 of 30 m in a million points"), ("10000", "10 000 of 30 m"),
+                        ("100000", "100 000 of 30 m"), ("1000long", "1 000 of 300 m"),
+                        ("towards", "between chains of 16 000 that bulge towards it"),
+                        ("away", "the same, away from it")]:
+        edges = {results.get(f"surface/{case}/{who}", "edges") for who in ("ours", "cgal")} - {None}
+        if len(edges) > 1:
+            sys.exit(f"surface/{case}: the numbers of constrained edges differ")
+        rows.append([title, *cells([results.get(f"surface/{case}/ours"), results.get(f"surface/{case}/cgal")])])
+    print_table(["segments", "Terravo", "CGAL"], rows)
+
+
 PRINTERS = {"read": print_read, "triangulate": print_triangulate, "check": print_check, "cut": print_cut,
             "draw": print_draw, "export": print_export, "print": print_print,
-            "sheet": print_sheet, "vector": print_vector, "view": print_view}
+            "sheet": print_sheet, "surface": print_surface, "vector": print_vector, "view": print_view}
 
 
 def main():

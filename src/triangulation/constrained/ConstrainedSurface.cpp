@@ -94,6 +94,9 @@ public:
                 return true;
             }
         }
+        for (LineNumber i = 0; i < lines_.size(); ++i) {
+            layer_.RefuseIfBentAway(i);
+        }
         layer_.ReachHull();
         for (std::size_t i = 0; i < constraints_.held.size(); ++i) {
             layer_.Hold(i);

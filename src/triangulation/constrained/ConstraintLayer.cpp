@@ -45,8 +45,8 @@ ConstraintLayer::ConstraintLayer(ExactMesh& mesh, std::vector<double> heights,
                                  const SurfaceConstraints& constraints)
     : mesh_(mesh), inserter_(mesh), grid_(mesh), lines_(lines), constraints_(constraints),
       surveyPoints_(mesh.PointCount()), heights_(std::move(heights)), corners_(lines.size()),
-      chains_(lines.size() + constraints.held.size()), reachesOutside_(lines.size()),
-      isRefused_(chains_.size()) {
+      chains_(lines.size() + constraints.held.size()), sides_(lines.size()),
+      reachesOutside_(lines.size()), isRefused_(chains_.size()) {
     std::size_t sides = constraints.held.size();
     for (const LineToLay& line : lines) {
         sides += line.SideCount();
@@ -299,8 +299,46 @@ ConstraintLayer::Result ConstraintLayer::LayWithHeights(LineNumber line) {
                    RemarkOn(SurfaceRemarkKind::NotFinished, line, place, Height(corners[i - 1])));
             return Result::Unfinished;
         }
+        sides_[line].push_back(
+            {mesh_.Position(corners[i - 1]), mesh_.Position(corners[i]), chains_[line].size()});
     }
     return Result::Laid;
+}
+
+void ConstraintLayer::RefuseIfBentAway(LineNumber line) {
+    std::size_t next = 0;
+    for (const LaidSide& side : sides_[line]) {
+        for (; next < side.end; ++next) {
+            const PieceNumber piece = chains_[line][next];
+            if (!pieces_.At(piece).parts.empty() && IsBentAway(piece, side)) {
+                Refuse(line, RemarkOn(SurfaceRemarkKind::NotFinished, line, side.from,
+                                      lines_[line].isDraped ? kNoHeight
+                                                            : Height(pieces_.At(piece).from)));
+                return;
+            }
+        }
+    }
+}
+
+bool ConstraintLayer::IsBentAway(PieceNumber piece, const LaidSide& side) const {
+    constexpr double kTolerances = 3; // a crossing may be moved, and what it is moved to as well
+    constexpr double kRounding = 5e-14;
+    const GivenSide given{side.from, side.to, 0, 0};
+    const double reach =
+        std::max(kTolerances * constraints_.vertexTolerance,
+                 kRounding * std::max({std::fabs(side.from.x), std::fabs(side.from.y),
+                                       std::fabs(side.to.x), std::fabs(side.to.y)}));
+    bool isBent = false;
+    pieces_.ForEachEdge(piece, [&](Index p, Index q) {
+        for (const Index end : {p, q}) {
+            const PlanPoint& place = mesh_.Position(end);
+            const double part = std::clamp(given.PartAt(place), 0.0, 1.0);
+            isBent = isBent ||
+                     std::hypot(place.x - (side.from.x + part * (side.to.x - side.from.x)),
+                                place.y - (side.from.y + part * (side.to.y - side.from.y))) > reach;
+        }
+    });
+    return isBent;
 }
 
 void ConstraintLayer::ClaimEdge(Index p, Index q, TriangleEdge edge, LineNumber line,

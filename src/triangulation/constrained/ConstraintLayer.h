@@ -54,6 +54,10 @@ public:
     /// Leads rings that leave the hull to the hull as it is now.
     void ReachHull();
 
+    /// Leaves a line out whose edges have been bent away from where it was given, which the
+    /// crossings of nearly parallel lines can do, each by a little.
+    void RefuseIfBentAway(LineNumber line);
+
     /// @param held  number among the held sides.
     Result Hold(std::size_t held);
 
@@ -79,6 +83,11 @@ private:
         LineNumber line = kNoLine;
         int depth = 0; // 0: a side of a line, else a part of an edge that is laid anew
     };
+    struct LaidSide {
+        PlanPoint from;
+        PlanPoint to;
+        std::size_t end = 0; // of its pieces in the chain of the line
+    };
     struct Outlet { // where a line leaves the hull
         LineNumber line = kNoLine;
         Index point = 0;
@@ -99,6 +108,7 @@ private:
 
     Index PutVertex(LineNumber line, const SpacePoint& vertex);
     Index PutNew(PlanPoint position, const MeshPlace& place, double height, LineNumber line);
+    [[nodiscard]] bool IsBentAway(PieceNumber piece, const LaidSide& side) const;
     [[nodiscard]] GivenSide SideBetween(Index from, Index to) const;
 
     bool CanBeLaid(LineNumber line);
@@ -145,6 +155,7 @@ private:
     std::vector<LineNumber> ownerOf_;         // of the points that were added, from 0
     std::vector<std::vector<Index>> corners_; // of each line with heights
     std::vector<PieceChain> chains_;
+    std::vector<std::vector<LaidSide>> sides_; // of each line
     std::vector<char> reachesOutside_;
     std::vector<char> isRefused_;
     EdgePieces pieces_;

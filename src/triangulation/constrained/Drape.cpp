@@ -107,6 +107,8 @@ ConstraintLayer::Result ConstraintLayer::Drape(LineNumber number) {
                                     PlanOf(line.vertices[i]), kNoHeight));
             return Result::Unfinished;
         }
+        sides_[number].push_back(
+            {PlanOf(line.vertices[i]), PlanOf(line.EndOfSide(i)), chains_[number].size()});
     }
     return Result::Laid;
 }

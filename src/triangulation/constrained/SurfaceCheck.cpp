@@ -331,6 +331,9 @@ private:
         double begin = 0;
         double end = 1;
         Stretch stretch{a, b, reach_, reach_};
+        if (IsFlatAbout(a, b)) {
+            return std::nullopt;
+        }
         for (const auto& [from, to] : hull_) {
             const PlanPoint& p = points_[from];
             const PlanPoint& q = points_[to];
@@ -344,7 +347,7 @@ private:
                 isDoubtful(atB)) {
                 return std::nullopt;
             }
-            const double slack = 4 * reach_ * Distance(a, b) / std::fabs(atA - atB);
+            const double slack = 16 * reach_ * Distance(a, b) / std::fabs(atA - atB);
             if (atA < -reach_ && atA / (atA - atB) > begin) {
                 begin = atA / (atA - atB);
                 stretch.slackFrom = slack;
@@ -363,6 +366,17 @@ private:
         stretch.from = begin > 0 ? at(begin) : a;
         stretch.to = end < 1 ? at(end) : b;
         return stretch;
+    }
+
+    // Whether all points lie so near a line that rounding says what lies inside the hull.
+    [[nodiscard]] bool IsFlatAbout(PlanPoint a, PlanPoint b) const {
+        constexpr double kFlat = 1e-12;
+        return std::all_of(hull_.begin(), hull_.end(), [&](const std::pair<Index, Index>& edge) {
+            const PlanPoint& p = points_[edge.first];
+            const double area = (b.x - a.x) * (p.y - a.y) - (b.y - a.y) * (p.x - a.x);
+            return std::fabs(area) <=
+                   kFlat * Distance(a, b) * std::max(std::fabs(p.x), std::fabs(p.y));
+        });
     }
 
     [[nodiscard]] std::vector<Index> Beginnings(const Stretch& stretch) const {

@@ -589,6 +589,28 @@ TEST(ConstrainedSurface, ManagesSetsThatAreKnownToBeHard) {
     }
 }
 
+// Swaps alone would take the square of the number of corners: minutes in a debug build.
+TEST(ConstrainedSurface, LaysASegmentBetweenLongChainsInLittleTime) {
+    for (const double bulge : {-1.0, 1.0}) { // towards the segment, away from it
+        Array1<PlanPoint> coord{{0, 0}, {1000, 0}};
+        constexpr int kCorners = 16000;
+        for (int i = 1; i <= kCorners; ++i) {
+            const double x = static_cast<double>(i) / (kCorners + 1);
+            for (const double side : {-1.0, 1.0}) {
+                coord.Append({1000 * x, side * (1.5 + bulge * (4 * x * (1 - x) - 0.5))});
+            }
+        }
+        Case made = CaseOf(std::move(coord), Level);
+        made.constraints.breaklines = {Line({{0, 0, 0}, {1000, 0, 0}})};
+        const auto begin = std::chrono::steady_clock::now();
+        const ConstrainedSurface surface = made.Make();
+        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
+        EXPECT_EQ(SurfaceFaultOf(made.coord, made.constraints, surface), "");
+        EXPECT_EQ(surface.lineEdges, 1);
+        EXPECT_LT(elapsed.count(), 20);
+    }
+}
+
 TEST(ConstrainedSurface, EndsWhenAskedTo) {
     Case made = Square();
     made.constraints.breaklines = {Line({{1, 1, 0}, {9, 3, 0}})};
