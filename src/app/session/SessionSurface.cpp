@@ -29,8 +29,12 @@ Text StepOf(LineRole role) {
                                         : Text::StepHoles;
 }
 
-bool Joins(const HeldSide& side, PlanPoint a, PlanPoint b) {
-    return (side.from == a && side.to == b) || (side.from == b && side.to == a);
+// The held side between the ends of a side, whichever way it runs.
+std::vector<HeldSide>::iterator FindHeld(SurfacePlan& plan, const PickedSide& side) {
+    return std::find_if(plan.held.begin(), plan.held.end(), [&side](const HeldSide& held) {
+        return (held.from == side.from && held.to == side.to) ||
+               (held.from == side.to && held.to == side.from);
+    });
 }
 
 std::string OneBelowTheOther(const std::vector<std::string>& sentences) {
@@ -199,9 +203,7 @@ bool Session::FlipSideAt(PlanPoint place) {
         return false;
     }
     SurfacePlan plan = survey_.Plan();
-    const auto held = std::find_if(plan.held.begin(), plan.held.end(), [&](const HeldSide& h) {
-        return Joins(h, side->from, side->to);
-    });
+    const auto held = FindHeld(plan, *side);
     if (held != plan.held.end()) {
         plan.held.erase(held);
     } else if (const std::optional<HeldSide> other = FlippedSide(survey_.Surface(), *side)) {
@@ -219,9 +221,7 @@ bool Session::HoldSideAt(PlanPoint place) {
         return false;
     }
     SurfacePlan plan = survey_.Plan();
-    const auto held = std::find_if(plan.held.begin(), plan.held.end(), [&](const HeldSide& h) {
-        return Joins(h, side->from, side->to);
-    });
+    const auto held = FindHeld(plan, *side);
     if (held != plan.held.end()) {
         plan.held.erase(held);
     } else {

@@ -239,7 +239,8 @@ private:
     using Cell = std::pair<std::int64_t, std::int64_t>;
     struct CellHash {
         std::size_t operator()(const Cell& cell) const {
-            return static_cast<std::size_t>(cell.first * 0x9E3779B1 + cell.second * 0x85EBCA6B);
+            return static_cast<std::size_t>(cell.first) * 0x9E3779B1U +
+                   static_cast<std::size_t>(cell.second) * 0x85EBCA6BU;
         }
     };
 
@@ -257,8 +258,12 @@ private:
     }
 
     [[nodiscard]] Cell CellOf(PlanPoint place) const {
-        return {static_cast<std::int64_t>(std::floor(place.x / cell_)),
-                static_cast<std::int64_t>(std::floor(place.y / cell_))};
+        static constexpr double kFarthest = 1e18; // beyond it cells are shared
+        const auto number = [this](double value) {
+            return static_cast<std::int64_t>(
+                std::clamp(std::floor(value / cell_), -kFarthest, kFarthest));
+        };
+        return {number(place.x), number(place.y)};
     }
 
     void CollectEdges() {
