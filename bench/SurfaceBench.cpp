@@ -8,6 +8,7 @@
 #include "BenchData.h"
 #include "BenchRun.h"
 #include "CpuStopwatch.h"
+#include "survey/surface/LiveSurface.h"
 #include "triangulation/constrained/ConstrainedSurface.h"
 #include "triangulation/exact/ExactTriangulation.h"
 
@@ -17,6 +18,7 @@
 
 #include <cmath>
 #include <map>
+#include <memory>
 #include <random>
 #include <utility>
 #include <vector>
@@ -141,6 +143,47 @@ void Peer(benchmark::State& state, const std::string& name) {
 }
 #endif
 
+// One point of a million excluded and taken back, over and over: by the mesh that follows edits, by
+// the survey's own books, and by the survey from the triangulation on.
+void Edit(benchmark::State& state, const std::string& way) {
+    Survey survey(KeptSurvey(Layout::Random, kPoints));
+    const bool isLive = way == "live";
+    static_cast<void>(survey.Surface());
+    std::unique_ptr<LiveSurface> live = isLive ? std::make_unique<LiveSurface>(survey) : nullptr;
+    std::mt19937 random(7);
+    for (auto _ : state) {
+        const auto point = static_cast<Index>(1 + random() % kPoints);
+        double seconds = 0;
+        for (const bool excluded : {true, false}) {
+            const SurfacePlan plan = WithExcluded(survey.Plan(), {point}, excluded);
+            CpuStopwatch watch;
+            if (isLive) {
+                benchmark::DoNotOptimize(live->Follow(plan));
+            } else {
+                survey.SetPlan(plan);
+            }
+            if (way == "anew") {
+                benchmark::DoNotOptimize(survey.Surface().triangles.count);
+            }
+            seconds += watch.Lap();
+            if (isLive) {
+                survey.SetPlan(plan);
+            }
+        }
+        state.SetIterationTime(seconds / 2);
+    }
+}
+
+void BeginEdits(benchmark::State& state) {
+    Survey survey(KeptSurvey(Layout::Random, kPoints));
+    static_cast<void>(survey.Surface());
+    for (auto _ : state) {
+        CpuStopwatch watch;
+        const LiveSurface live(survey);
+        state.SetIterationTime(watch.Lap());
+    }
+}
+
 void Register(const std::string& name) {
     const auto add = [&](const char* who, auto run) {
         benchmark::RegisterBenchmark(BenchName("surface", name, who).c_str(), run)
@@ -162,5 +205,17 @@ int main(int argc, char** argv) {
     for (const char* name : {"1000", "10000", "100000", "1000long", "towards", "away"}) {
         terravo::bench::Register(name);
     }
+    using terravo::bench::BenchName;
+    for (const char* way : {"live", "books", "anew"}) {
+        benchmark::RegisterBenchmark(
+            BenchName("edit", "exclude", way).c_str(),
+            [way](benchmark::State& state) { terravo::bench::Edit(state, way); })
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond);
+    }
+    benchmark::RegisterBenchmark(BenchName("edit", "begin", "live").c_str(),
+                                 terravo::bench::BeginEdits)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond);
     return terravo::bench::RunBenchmarks(argc, argv);
 }

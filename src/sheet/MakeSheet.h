@@ -12,7 +12,7 @@
 #include "sheet/SheetLayout.h"
 #include "sheet/SheetTheme.h"
 #include "sheet/TextMeasure.h"
-#include "survey/surface/ShapeSurface.h"
+#include "survey/surface/LiveSurface.h"
 #include "util/StopToken.h"
 #include "util/TextCatalogue.h"
 
@@ -62,6 +62,13 @@ bool HasBreaklines(const SheetSource& source);
 /// @return a sheet that lacks layers when it was stopped.
 SheetScene MakeSheet(const SheetPlan& plan, const SheetSource& source,
                      const StopToken& stop = StopToken());
+
+/// A changed part of the surface, to be drawn over a sheet: the surface itself, without values and
+/// texts, on paper that covers what was there.
+/// @param source  whose points, triangles, contours and regions are those of the patch.
+/// @param layout  of the sheet.
+SheetScene MakeSheetPatch(const SheetPlan& plan, const SheetSource& source,
+                          const SheetLayout& layout, const SurfacePatch& patch);
 
 /// The layers, each of its own file. They are called in the order of the drawing only by habit.
 void AddContours(const SheetContext& context, SheetScene& scene); // lines, index lines, labels

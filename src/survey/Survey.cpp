@@ -13,6 +13,7 @@ void Survey::Replace(PointSet points, const TriangulationWish& wish) {
     plan_ = {};
     points_ = std::move(points);
     wish_ = wish;
+    ++pointsRevision_;
     Forget();
 }
 
@@ -21,6 +22,7 @@ PointSet Survey::Take() {
     plan_ = {};
     PointSet points = std::exchange(points_, {});
     points_.sourceFolder = points.sourceFolder;
+    ++pointsRevision_;
     Forget();
     return points;
 }
@@ -93,6 +95,7 @@ void Survey::TakeFromPlan() {
 void Survey::SetWish(const TriangulationWish& wish) {
     if (!(wish == wish_)) {
         wish_ = wish;
+        ++pointsRevision_;
         Forget();
     }
 }

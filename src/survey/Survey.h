@@ -70,6 +70,10 @@ public:
     /// stale.
     [[nodiscard]] std::uint64_t Version() const { return version_; }
 
+    /// Grows when there are other points, or they are to be triangulated otherwise; not with the
+    /// plan.
+    [[nodiscard]] std::uint64_t PointsRevision() const { return pointsRevision_; }
+
     /// Makes these the points of the survey, all of them in use.
     /// @param wish  how they are to be triangulated.
     void Replace(PointSet points, const TriangulationWish& wish = {});
@@ -120,6 +124,7 @@ private:
     SurfacePlan plan_;
     TriangulationWish wish_;
     std::uint64_t version_ = 0;
+    std::uint64_t pointsRevision_ = 0;
     mutable bool made_ = false;
     mutable TriangulationOutcome outcome_;
     mutable std::optional<ShapedSurface> shaped_; // where there are constraints

@@ -6,6 +6,7 @@
 
 #include "triangulation/TriangleList.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
@@ -39,5 +40,16 @@ struct SpaceLine {
 
     bool operator==(const SpaceLine&) const = default;
 };
+
+/// How far a place lies from the side between two others.
+inline double DistanceToSide(PlanPoint a, PlanPoint b, PlanPoint place) {
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    const double squared = dx * dx + dy * dy;
+    const double along =
+        squared > 0 ? std::clamp(((place.x - a.x) * dx + (place.y - a.y) * dy) / squared, 0.0, 1.0)
+                    : 0;
+    return std::hypot(a.x + along * dx - place.x, a.y + along * dy - place.y);
+}
 
 } // namespace terravo

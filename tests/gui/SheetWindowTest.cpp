@@ -1,5 +1,6 @@
 #include "app/windows/SheetWindow.h"
 
+#include "app/windows/SheetPanel.h"
 #include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
 
@@ -205,6 +206,59 @@ TEST_F(SheetWindowTest, ToolsChangeTheSurfaceByHandAndByKeys) {
     EXPECT_FALSE(undo->isEnabled());
     EXPECT_EQ(survey.Plan(), SurfacePlan());
     EXPECT_TRUE(Find<QAction>("mnuRedo")->isEnabled());
+}
+
+// Of 22 500 points: the changed part is drawn over the sheet, which is made anew in a pause, and
+// shows the same there.
+TEST_F(SheetWindowTest, SmallEditsOfManyPointsShowAtOnceAndAllElseFollows) {
+    OpenSheet();
+    Remake([this] { session->LoadNamedFile(folder.Write("many.dat", HillsText(150))); });
+    SheetPlan plan;
+    plan.labels = SheetLabels::None;
+    plan.Show(SheetLayer::Triangles, true);
+    plan.Show(SheetLayer::Points, true);
+    Remake([&] {
+        sheet->findChild<SheetPanel*>()->SetPlan(plan);
+        sheet->Refresh();
+    });
+    const Survey& survey = session->TheSurvey();
+    constexpr Index kPoint = 75 * 150 + 75;
+    const PlanPoint place{survey.AllPoints().x[kPoint], survey.AllPoints().y[kPoint]};
+    view->Zoom(30, view->PixelAt(place));
+    const auto around = [&] {
+        const QPoint middle = view->PixelAt(place).toPoint();
+        return view->grab(QRect(middle - QPoint(60, 60), QSize(121, 121))).toImage();
+    };
+    const auto differing = [](const QImage& a, const QImage& b) {
+        int count = 0;
+        for (int y = 0; y < a.height(); ++y) {
+            for (int x = 0; x < a.width(); ++x) {
+                count += std::abs(qGray(a.pixel(x, y)) - qGray(b.pixel(x, y))) > 60 ? 1 : 0;
+            }
+        }
+        return count;
+    };
+    constexpr int kFew = 500;
+    QTest::qWait(250); // until the picture is no longer coarse
+    const QImage before = around();
+    const SheetScene* scene = view->Scene();
+    Find<QAction>("mnuToolExclude")->trigger();
+    QTest::mouseClick(view, Qt::LeftButton, {}, view->PixelAt(place).toPoint());
+    EXPECT_EQ(survey.ExcludedPoints(), std::vector<Index>{kPoint});
+    EXPECT_TRUE(session->IsBehind() && view->HasPatches() && view->Scene() == scene);
+    const QImage patched = around();
+    EXPECT_GT(differing(before, patched), 2 * kFew);
+
+    Find<QAction>("mnuUndo")->trigger();
+    EXPECT_LT(differing(before, around()), kFew);
+    Find<QAction>("mnuRedo")->trigger();
+    QTest::mouseClick(view, Qt::LeftButton, {}, view->PixelAt(place).toPoint());
+    EXPECT_EQ(survey.ExcludedPoints(), std::vector<Index>{kPoint}) << "it is not there any more";
+    EXPECT_TRUE(session->IsBehind());
+    ASSERT_TRUE(Soon([&] { return !session->IsBehind(); }));
+    ASSERT_TRUE(Soon([&] { return !view->HasPatches(); }));
+    EXPECT_NE(view->Scene(), scene);
+    EXPECT_LT(differing(patched, around()), kFew);
 }
 
 TEST_F(SheetWindowTest, ZoomsAtThePointerAndPansWithoutLosingThePlace) {

@@ -75,6 +75,20 @@ TEST_F(LongWork, IsStoppedByEscapeAndByTheButtonAndTakesNoOtherInput) {
     EXPECT_EQ(opened.count(), 1);
 }
 
+TEST_F(LongWork, ThatGivesWayEndsForWhatTheUserDoesAndHandsItOn) {
+    status->EndWork();
+    const QSignalSpy interrupts(status, &StatusPanel::InterruptAsked);
+    status->BeginWork(QStringLiteral("Working..."), QStringLiteral("&Stop"), true);
+    Post(window.windowHandle(),
+         new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a")));
+    EXPECT_EQ(interrupts.count(), 1) << "long before the progress bar is shown";
+    EXPECT_EQ(stops.count(), 0);
+    EXPECT_EQ(field->text(), QString());
+    status->EndWork();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(field->text(), QStringLiteral("a"));
+}
+
 TEST_F(LongWork, IsStoppedWhenItsWindowIsToCloseWhichWaitsForItsEnd) {
     Post(&window, new QCloseEvent);
     EXPECT_TRUE(window.isVisible());

@@ -128,6 +128,9 @@ void Session::DrawContourMap() {
 
 void Session::DrawMap() {
     const bool wasComplete = complete_;
+    if (std::exchange(isBehind_, false)) {
+        handOverPending_ = true;
+    }
     LeaveRuleThatDoesNotFit();
     const MapReport report = DrawMapAndSegments();
     state_.lastDrawError = report.contours.error;
@@ -228,6 +231,9 @@ void Session::ShowView3D() {
 }
 
 bool Session::RefusesToExport() {
+    if (isBehind_ && depth_ == 0) {
+        MakeAllAnew();
+    }
     if (complete_) {
         return false;
     }
@@ -455,6 +461,9 @@ std::string Session::RemarkOnHidden(const ShapedSurface& surface) const {
 }
 
 void Session::UpdateStatus() {
+    if (wasInterrupted_) {
+        return; // what it says soon holds again
+    }
     if (!complete_) {
         const bool hasPoints = survey_.Points().count > 0;
         view_->ShowStatus(

@@ -59,6 +59,10 @@ public:
     virtual void ShowFindings() = 0;
     /// A file that the user has opened is drawn, and a sheet is to be shown with it.
     virtual void ShowSheet() = 0;
+    /// Whether a part of the surface can be shown by itself.
+    [[nodiscard]] virtual bool TakesPatches() const { return false; }
+    /// A small part of the surface has changed; all else is to be caught up with soon.
+    virtual void ShowPatch(const SurfacePatch& /*patch*/) {}
     /// Another project, or other changes to it, are there or were saved.
     virtual void ShowProject() {}
     /// Marks a place on the map, or takes the mark away.
@@ -158,6 +162,17 @@ public:
     bool Redo();
     [[nodiscard]] const PlanHistory& History() const { return history_; }
 
+    /// Whether small edits have changed the surface since map, sheet and 3D view were made.
+    [[nodiscard]] bool IsBehind() const { return isBehind_; }
+    /// Small edits are about to be made: gets ready for them, so that the first one is quick too.
+    void PrepareEdits();
+    /// Makes everything that is behind anew, unless the user goes on meanwhile.
+    void CatchUp();
+    /// Whether the command at work gives way to what the user does.
+    [[nodiscard]] bool GivesWay() const { return givesWay_; }
+    /// Ends it, to be begun again later.
+    void Interrupt();
+
     /// Asks for a file and lays its lines over the points.
     void AddLineFile(LineRole role);
     /// Points of these codes make breaklines.
@@ -240,6 +255,16 @@ public:
     /// @return nothing when there are no points, another command is at work, or it was stopped.
     /// Throws AppError for levels that cannot be.
     std::optional<SheetScene> MakeSheet(const SheetPlan& plan, const TextMeasure& measure);
+    /// Makes the changed part of the sheet made last; nothing where there is none.
+    [[nodiscard]] std::optional<SheetScene> MakeSheetPatch(const SheetPlan& plan,
+                                                           const SurfacePatch& patch,
+                                                           const TextMeasure& measure) const {
+        return sheets_.MakePatch(plan, patch, measure);
+    }
+    /// The same as MakeSheet, but it gives way to what the user does.
+    /// @param[out] wasInterrupted  whether it did.
+    std::optional<SheetScene> MakeSheetMeanwhile(const SheetPlan& plan, const TextMeasure& measure,
+                                                 bool& wasInterrupted);
 
     /// The sheet on the screen, to be kept in the project. The first one for a file is no change of
     /// its user's.
@@ -345,6 +370,9 @@ private:
     [[nodiscard]] std::string TextOfReading(const ImportOutcome& outcome) const;
     void TakePoints(PointSet points, const std::string& path);
     bool ShowPlan(SurfacePlan plan);
+    bool MakeLive();
+    std::optional<SurfacePatch> FollowPlan(const SurfacePlan& plan);
+    void MakeAllAnew();
     void TellOfLinesLeftOut();
     void SavePointSet(const PointSet& points, const std::string& proposedName);
     void DrawMap();
@@ -374,7 +402,8 @@ private:
     StopToken stop_; // of the command at work
     ContourMap map_;
     PointerText pointerText_{survey_};
-    SurfacePick pick_{survey_};
+    std::unique_ptr<LiveSurface> live_; // while small edits are made to many points
+    SurfacePick pick_{survey_, &live_};
     PlanHistory history_;
     SurveyReview review_{survey_};
     SurveyContours contours_{survey_};
@@ -387,6 +416,9 @@ private:
     std::string readAs_; // how the present file was read; empty for that of the start-up
     MainView* view_ = nullptr;
     bool resultViewsVisible_ = false;
+    bool isBehind_ = false;
+    bool givesWay_ = false;
+    bool wasInterrupted_ = false;
     int depth_ = 0;             // of commands at work
     bool redrawWanted_ = false; // asked for during a command
     bool complete_ = true;      // the last drawing came to its end

@@ -23,6 +23,16 @@ std::optional<SheetScene> Session::MakeSheet(const SheetPlan& plan, const TextMe
     return scene;
 }
 
+std::optional<SheetScene> Session::MakeSheetMeanwhile(const SheetPlan& plan,
+                                                      const TextMeasure& measure,
+                                                      bool& wasInterrupted) {
+    givesWay_ = true;
+    std::optional<SheetScene> scene = MakeSheet(plan, measure);
+    givesWay_ = false;
+    wasInterrupted = wasInterrupted_;
+    return scene;
+}
+
 OpeningWindows Session::OpensWith() const {
     return LoadOpeningWindows(services_.settings);
 }

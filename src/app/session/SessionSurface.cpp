@@ -16,6 +16,7 @@ namespace terravo {
 namespace {
 
 constexpr Index kFewestInUse = 3;
+constexpr Index kManyPoints = 20000; // fewer are made anew before anybody notices
 
 std::vector<SharedLine>& ListOf(SurfacePlan& plan, LineRole role) {
     return role == LineRole::Breakline  ? plan.breaklines
@@ -51,16 +52,79 @@ std::string OneBelowTheOther(const std::vector<std::string>& sentences) {
 
 } // namespace
 
-// What everything shows follows the plan.
+// What everything shows follows the plan: of many points the changed part at once, all else when
+// the user pauses.
 bool Session::ShowPlan(SurfacePlan plan) {
+    const std::optional<SurfacePatch> patch = FollowPlan(plan);
     if (!survey_.SetPlan(std::move(plan))) {
         return false;
     }
     view_->ShowPointCount(survey_.Points().count);
+    if (patch) {
+        isBehind_ = true;
+        view_->ShowPatch(*patch);
+    } else {
+        MakeAllAnew();
+    }
+    return true;
+}
+
+void Session::MakeAllAnew() {
     RunPipeline();
     ShowResultViews(drawn_);
     view_->ShowFindings();
-    return true;
+}
+
+// Whether there is a live surface, for which it takes many points and somewhere to see the patches.
+bool Session::MakeLive() {
+    if (survey_.Points().count < kManyPoints || !view_->TakesPatches()) {
+        return false;
+    }
+    if (live_ && live_->Holds()) {
+        return true;
+    }
+    live_.reset();
+    if (LiveSurface::CanFollow(survey_)) {
+        live_ = std::make_unique<LiveSurface>(survey_);
+    }
+    return live_ != nullptr;
+}
+
+void Session::PrepareEdits() {
+    if (depth_ == 0) {
+        MakeLive();
+    }
+}
+
+std::optional<SurfacePatch> Session::FollowPlan(const SurfacePlan& plan) {
+    if (!MakeLive()) {
+        return std::nullopt;
+    }
+    std::optional<SurfacePatch> patch = live_->Follow(plan);
+    if (!patch) {
+        live_.reset();
+    }
+    return patch;
+}
+
+void Session::CatchUp() {
+    if (!isBehind_ || depth_ > 0) {
+        return;
+    }
+    givesWay_ = true;
+    RunPipeline();
+    givesWay_ = false;
+    if (wasInterrupted_) {
+        isBehind_ = true;
+        return;
+    }
+    ShowResultViews(drawn_);
+    view_->ShowFindings();
+}
+
+void Session::Interrupt() {
+    wasInterrupted_ = true;
+    RequestStop();
 }
 
 bool Session::ApplyPlan(SurfacePlan plan, Text step) {
@@ -190,11 +254,8 @@ void Session::VerifySurface() {
 
 // A point that a line has added cannot be left out.
 std::optional<Index> Session::SurveyPointAt(PlanPoint place, double reach) {
-    const std::optional<Index> point = pick_.PointAt(place, reach);
-    if (!point || *point > survey_.Points().count) {
-        return std::nullopt;
-    }
-    return survey_.NumberAmongAll(*point);
+    const std::optional<PickedPoint> point = pick_.PointAt(place, reach);
+    return point && point->number > 0 ? std::optional(point->number) : std::nullopt;
 }
 
 bool Session::FlipSideAt(PlanPoint place) {
@@ -206,8 +267,8 @@ bool Session::FlipSideAt(PlanPoint place) {
     const auto held = FindHeld(plan, *side);
     if (held != plan.held.end()) {
         plan.held.erase(held);
-    } else if (const std::optional<HeldSide> other = FlippedSide(survey_.Surface(), *side)) {
-        plan.held.push_back(*other);
+    } else if (side->flipped) {
+        plan.held.push_back(*side->flipped);
     } else {
         view_->ShowNote(state_.texts[Text::CannotFlip]);
         return false;
@@ -249,9 +310,8 @@ bool Session::SetHeight(Index point, double height) {
 }
 
 SpacePoint Session::VertexAt(PlanPoint place, double reach) {
-    const ShownSurface shown = survey_.Surface();
-    if (const std::optional<Index> point = pick_.PointAt(place, reach)) {
-        return {shown.points.x[*point], shown.points.y[*point], shown.points.z[*point]};
+    if (const std::optional<PickedPoint> point = pick_.PointAt(place, reach)) {
+        return point->place;
     }
     return {place.x, place.y, pick_.HeightAt(place).value_or(kNoHeight)};
 }

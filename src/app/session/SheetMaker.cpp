@@ -20,7 +20,27 @@ std::optional<SheetScene> SheetMaker::Make(const SheetPlan& plan, const LevelRul
                              run_.decimalSeparator,
                              made.shaped};
     SheetScene scene = MakeSheet(plan, source, stop);
+    last_ = Last{LayOut(plan, made.points), rule, contours_.Levels()};
     return stop.IsStopRequested() ? std::nullopt : std::optional(std::move(scene));
+}
+
+std::optional<SheetScene> SheetMaker::MakePatch(const SheetPlan& plan, const SurfacePatch& patch,
+                                                const TextMeasure& measure) const {
+    if (!last_) {
+        return std::nullopt;
+    }
+    const std::optional<ContourSet> contours =
+        MakeContourSet(patch.points, patch.triangles, last_->levels);
+    Array1<LevelRegion> regions;
+    if (plan.Shows(SheetLayer::Bands)) {
+        regions = MakeSurfaceRegions(patch.points, patch.triangles, *contours);
+    }
+    const SheetSource source{
+        patch.points,         patch.surveyed, patch.triangles,
+        last_->rule,          last_->levels,  *contours,
+        run_.texts,           measure,        plan.Shows(SheetLayer::Bands) ? &regions : nullptr,
+        run_.decimalSeparator};
+    return MakeSheetPatch(plan, source, last_->layout, patch);
 }
 
 LevelRule RoundLevels(const Extent& heights) {

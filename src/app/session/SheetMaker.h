@@ -24,9 +24,23 @@ public:
     std::optional<SheetScene> Make(const SheetPlan& plan, const LevelRule& rule,
                                    const TextMeasure& measure, const StopToken& stop = StopToken());
 
+    /// Makes the part of the sheet made last that an edit has changed.
+    /// @param plan  of that sheet.
+    /// @return nothing where no sheet has been made.
+    [[nodiscard]] std::optional<SheetScene>
+    MakePatch(const SheetPlan& plan, const SurfacePatch& patch, const TextMeasure& measure) const;
+
 private:
+    // What the sheet made last was made with.
+    struct Last {
+        SheetLayout layout;
+        LevelRule rule;
+        LevelSet levels;
+    };
+
     SurveyContours& contours_;
     const RunState& run_;
+    std::optional<Last> last_;
 };
 
 /// The rule of a sheet for which nobody has chosen one: the first round interval proposed for the

@@ -27,17 +27,23 @@ bool SurveyContours::Prepare(const LevelRule& rule, const StopToken& stop) {
 }
 
 // A level below everything comes first: above it is the whole surface.
+Array1<LevelRegion> MakeSurfaceRegions(const PointSet& points, const TriangleList& triangles,
+                                       const ContourSet& contours) {
+    ContourSet below(1);
+    below[1].value = std::numeric_limits<double>::lowest();
+    Array1<LevelRegion> regions = MakeLevelRegions(points, triangles, below);
+    for (LevelRegion& region : MakeLevelRegions(points, triangles, contours)) {
+        regions.Append(std::move(region));
+    }
+    return regions;
+}
+
 const Array1<LevelRegion>& SurveyContours::Regions() {
     if (regions_.UpperBound() > 0) {
         return regions_;
     }
     const ShownSurface made = survey_.Surface();
-    ContourSet below(1);
-    below[1].value = std::numeric_limits<double>::lowest();
-    regions_ = MakeLevelRegions(made.points, made.triangles, below);
-    for (LevelRegion& region : MakeLevelRegions(made.points, made.triangles, contours_)) {
-        regions_.Append(std::move(region));
-    }
+    regions_ = MakeSurfaceRegions(made.points, made.triangles, contours_);
     return regions_;
 }
 

@@ -14,6 +14,10 @@
 
 namespace terravo {
 
+/// The whole surface, then the ground at or above each level.
+Array1<LevelRegion> MakeSurfaceRegions(const PointSet& points, const TriangleList& triangles,
+                                       const ContourSet& contours);
+
 class SurveyContours {
 public:
     /// @param survey  looked at in each call; outlives this.

@@ -13,6 +13,7 @@ public:
     explicit WorkGuard(Session& session) : session_(session) {
         if (session_.depth_++ == 0) {
             session_.stop_.Reset();
+            session_.wasInterrupted_ = false;
         }
         session_.view_->BeginWork();
     }

@@ -1,5 +1,7 @@
 #include "app/windows/SheetView.h"
 
+#include "export/SheetPainter.h"
+
 #include <QPainter>
 #include <QResizeEvent>
 #include <QScreen>
@@ -45,11 +47,17 @@ void SheetView::Show(std::shared_ptr<const terravo::SheetScene> scene,
     const bool isSamePaper =
         scene_ && scene && scene_->width == scene->width && scene_->height == scene->height;
     scene_ = scene;
+    patches_.clear();
     view_ = view;
     frame_.SetScene(std::move(scene));
     if (!isSamePaper || isFitted_) {
         Fit();
     }
+    update();
+}
+
+void SheetView::AddPatch(terravo::SheetScene patch) {
+    patches_.push_back(std::move(patch));
     update();
 }
 
@@ -162,6 +170,7 @@ void SheetView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.drawImage(0, 0, picture);
     painter.setRenderHint(QPainter::Antialiasing);
+    PaintPatches(painter);
     if (!scene_) {
         PaintHint(painter);
     } else if (drag_ && drag_->tool == SheetTool::MoveMap) {
@@ -180,6 +189,19 @@ void SheetView::PaintMovedMap(QPainter& painter, const QImage& picture) const {
     painter.setClipRect(map.translated(drag_->last - drag_->from), Qt::IntersectClip);
     painter.drawImage(drag_->last - drag_->from, picture);
     painter.restore();
+}
+
+void SheetView::PaintPatches(QPainter& painter) const {
+    constexpr double kThinnestPixels = 1;
+    for (const terravo::SheetScene& patch : patches_) {
+        painter.save();
+        painter.translate(place_.corner);
+        painter.scale(place_.pixels, place_.pixels);
+        terravo::SheetPaintWish wish;
+        wish.thinnest = kThinnestPixels / place_.pixels;
+        PaintSheet(painter, patch, wish);
+        painter.restore();
+    }
 }
 
 void SheetView::PaintOverlay(QPainter& painter) {

@@ -44,6 +44,9 @@ public:
     /// Another sheet; its place in the window stays where the paper has the size of the one before.
     /// @param view  where the survey is on it.
     void Show(std::shared_ptr<const terravo::SheetScene> scene, const terravo::MapView& view);
+    /// Draws a changed part over the sheet, until there is another one.
+    void AddPatch(terravo::SheetScene patch);
+    [[nodiscard]] bool HasPatches() const { return !patches_.empty(); }
     [[nodiscard]] const terravo::SheetScene* Scene() const { return frame_.Scene(); }
     [[nodiscard]] std::shared_ptr<const terravo::SheetScene> SharedScene() const { return scene_; }
 
@@ -113,6 +116,7 @@ private:
     void FollowFit();
     [[nodiscard]] terravo::SheetPlace FittedPlace() const;
     void PaintMovedMap(QPainter& painter, const QImage& picture) const;
+    void PaintPatches(QPainter& painter) const;
     void PaintOverlay(QPainter& painter);
     void PaintHint(QPainter& painter);
     void Move(QPointF by);
@@ -129,6 +133,7 @@ private:
 
     terravo::SheetFrame frame_;
     std::shared_ptr<const terravo::SheetScene> scene_;
+    std::vector<terravo::SheetScene> patches_;
     terravo::MapView view_;
     terravo::SheetPlace place_;
     bool isFitted_ = true; // until the user chooses another place

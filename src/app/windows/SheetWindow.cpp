@@ -22,6 +22,7 @@ using terravo::Text;
 namespace {
 
 constexpr int kSoonMilliseconds = 150;
+constexpr int kAfterInterruption = 700;       // milliseconds
 constexpr terravo::Index kManyPoints = 20000; // fewer are drawn while one types
 
 } // namespace
@@ -147,8 +148,19 @@ SheetWindow::Origin SheetWindow::WantedOrigin() const {
 }
 
 void SheetWindow::Refresh() {
-    if (made_ != WantedOrigin()) {
+    if (!session_.IsBehind() && made_ != WantedOrigin()) {
         MakeSoon();
+    }
+}
+
+void SheetWindow::ShowPatch(const terravo::SurfacePatch& patch) {
+    soon_.stop();
+    if (!made_) {
+        return;
+    }
+    if (std::optional<terravo::SheetScene> scene =
+            session_.MakeSheetPatch(made_->plan, patch, terravo::SheetTextMeasure())) {
+        picSheet->AddPatch(std::move(*scene));
     }
 }
 
@@ -192,11 +204,17 @@ void SheetWindow::MakeNow() {
     if (made_ == wanted) {
         return;
     }
-    made_ = wanted;
+    const std::optional<Origin> before = std::exchange(made_, wanted);
     trouble_.clear();
     std::optional<terravo::SheetScene> scene;
+    bool wasInterrupted = false;
     try {
-        scene = session_.MakeSheet(wanted.plan, terravo::SheetTextMeasure());
+        scene = MakeSheet(wanted.plan, wasInterrupted);
+        if (wasInterrupted) {
+            made_ = before;
+            soon_.start(kAfterInterruption);
+            return;
+        }
         if (!scene && session_.Points().count > 0) {
             trouble_ = Caption(state_, Text::SheetStopped);
         }
@@ -204,6 +222,14 @@ void SheetWindow::MakeNow() {
         trouble_ = Caption(state_, Text::SheetNotMade).arg(ToQString(error.what()));
     }
     ShowSheet(std::move(scene));
+}
+
+// The changed parts are there to be seen meanwhile.
+std::optional<terravo::SheetScene> SheetWindow::MakeSheet(const SheetPlan& plan,
+                                                          bool& wasInterrupted) {
+    const terravo::SheetTextMeasure measure;
+    return picSheet->HasPatches() ? session_.MakeSheetMeanwhile(plan, measure, wasInterrupted)
+                                  : session_.MakeSheet(plan, measure);
 }
 
 void SheetWindow::ShowSheet(std::optional<terravo::SheetScene> scene) {

@@ -34,6 +34,8 @@ public:
 
     /// Points or levels may have changed.
     void Refresh();
+    /// A small part of the surface has changed.
+    void ShowPatch(const terravo::SurfacePatch& patch);
 
     /// Whether there is a sheet to look at, write and print.
     [[nodiscard]] bool HasSheet() const { return picSheet->Scene() != nullptr; }
@@ -75,6 +77,8 @@ private:
     void ConnectView();
     void MakeSoon();
     void MakeNow();
+    std::optional<terravo::SheetScene> MakeSheet(const terravo::SheetPlan& plan,
+                                                 bool& wasInterrupted);
     void ShowSheet(std::optional<terravo::SheetScene> scene);
     void ForgetPlaceOfOtherFile();
     void TakeSheetOfProject();

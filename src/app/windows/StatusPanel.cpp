@@ -44,6 +44,7 @@ StatusPanel::StatusPanel(QWidget* parent)
     cmdStop_->hide();
     connect(cmdStop_, &QPushButton::clicked, this, &StatusPanel::AskToStop);
     connect(input_, &WorkInput::StopAsked, this, &StatusPanel::AskToStop);
+    connect(input_, &WorkInput::InterruptAsked, this, &StatusPanel::InterruptAsked);
     connect(input_, &WorkInput::CloseAsked, this, &StatusPanel::CloseAfterWork);
 }
 
@@ -82,10 +83,15 @@ void StatusPanel::ShowCounts(const QString& counts, const QString& remark) {
     lblRemark_->setToolTip(remark);
 }
 
-void StatusPanel::BeginWork(const QString& text, const QString& stopText) {
+void StatusPanel::BeginWork(const QString& text, const QString& stopText, bool givesWay) {
     if (depth_++ == 0) {
-        clearMessage();
-        QApplication::setOverrideCursor(Qt::WaitCursor);
+        givesWay_ = givesWay;
+        if (givesWay_) {
+            input_->Begin(true);
+        } else {
+            clearMessage();
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+        }
         lblWork_->setText(text);
         cmdStop_->setText(stopText);
         cmdStop_->setToolTip(QKeySequence(Qt::Key_Escape).toString(QKeySequence::NativeText));
@@ -96,6 +102,9 @@ void StatusPanel::BeginWork(const QString& text, const QString& stopText) {
 
 void StatusPanel::ShowProgress(double done) {
     if (depth_ == 0 || since_.elapsed() < kPatienceMilliseconds) {
+        if (depth_ > 0 && givesWay_) {
+            input_->Poll();
+        }
         return;
     }
     barProgress_->setValue(static_cast<int>(done * kProgressSteps));
@@ -103,14 +112,16 @@ void StatusPanel::ShowProgress(double done) {
         lblWork_->show();
         barProgress_->show();
         cmdStop_->show();
-        input_->Begin();
+        input_->Begin(givesWay_);
     }
     input_->Poll();
 }
 
 void StatusPanel::EndWork() {
     if (--depth_ == 0) {
-        QApplication::restoreOverrideCursor();
+        if (!givesWay_) {
+            QApplication::restoreOverrideCursor();
+        }
         input_->End();
         lblWork_->hide();
         barProgress_->hide();

@@ -25,7 +25,8 @@ public:
     /// A command begins; commands may nest. The wait cursor is shown while one runs.
     /// @param text      said beside the progress bar when the command takes long.
     /// @param stopText  caption of the button that stops it.
-    void BeginWork(const QString& text, const QString& stopText);
+    /// @param givesWay  it is interrupted by what the user does, from its beginning on.
+    void BeginWork(const QString& text, const QString& stopText, bool givesWay = false);
     /// Shows the progress bar and the button once the command has taken a second. From then on the
     /// Escape key, the button and a window being closed are noticed here, and nothing else.
     void ShowProgress(double done);
@@ -37,6 +38,8 @@ public:
 signals:
     /// The user wants the command at work to end.
     void StopAsked();
+    /// The user does something else while work that gives way goes on.
+    void InterruptAsked();
     /// The windows are to be closed, and no command is at work.
     void CloseWanted();
 
@@ -51,6 +54,7 @@ private:
     QPushButton* cmdStop_;
     WorkInput* input_;
     bool closeWanted_ = false;
+    bool givesWay_ = false;
     QElapsedTimer since_;
     int depth_ = 0;
 };

@@ -153,6 +153,9 @@ void SurfaceTools::Leave() {
     vertices_.clear();
     view_.SetMark(std::nullopt);
     ShowDraft();
+    if (IsOne(view_.Tool())) {
+        session_.PrepareEdits();
+    }
     if (DrawsLine(view_.Tool())) {
         emit Note(Caption(state_, Text::ToolHint));
     }

@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QWidget>
 
+#include <utility>
+
 namespace {
 
 bool IsInput(QEvent::Type type) {
@@ -29,6 +31,12 @@ bool IsInput(QEvent::Type type) {
     }
 }
 
+// Moving the mouse or letting a key go does not ask for anything.
+bool AsksForSomething(QEvent::Type type) {
+    return type == QEvent::KeyPress || type == QEvent::Shortcut ||
+           type == QEvent::MouseButtonPress || type == QEvent::Wheel;
+}
+
 } // namespace
 
 WorkInput::WorkInput(QWidget* stopButton, QObject* parent)
@@ -38,7 +46,8 @@ WorkInput::~WorkInput() {
     End();
 }
 
-void WorkInput::Begin() {
+void WorkInput::Begin(bool givesWay) {
+    givesWay_ = givesWay;
     if (!active_) {
         active_ = true;
         qApp->installEventFilter(this);
@@ -49,6 +58,11 @@ void WorkInput::End() {
     if (active_) {
         active_ = false;
         qApp->removeEventFilter(this);
+    }
+    for (Kept& kept : std::exchange(kept_, {})) {
+        if (kept.receiver != nullptr) {
+            QCoreApplication::postEvent(kept.receiver, kept.event.release());
+        }
     }
 }
 
@@ -72,5 +86,14 @@ bool WorkInput::eventFilter(QObject* watched, QEvent* event) {
     }
     // A window's own object passes input on to its widgets, which come here again. A shortcut goes
     // to the action itself, which is no widget.
-    return IsInput(event->type()) && !watched->isWindowType() && watched != stopButton_;
+    if (!IsInput(event->type()) || watched->isWindowType() || watched == stopButton_) {
+        return false;
+    }
+    if (givesWay_ && event->type() != QEvent::ShortcutOverride) {
+        kept_.push_back({watched, std::unique_ptr<QEvent>(event->clone())});
+        if (AsksForSomething(event->type())) {
+            emit InterruptAsked();
+        }
+    }
+    return true;
 }

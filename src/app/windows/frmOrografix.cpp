@@ -148,6 +148,7 @@ void frmOrografix::ShowCheck() {
 
 void frmOrografix::SetSheet(std::function<SheetWindow*()> make) {
     makeSheet_ = std::move(make);
+    mainWindow_->hasSheet = [this] { return sheet_ != nullptr && sheet_->HasSheet(); };
     connect(mainWindow_, &frmProve::SheetAsked, this, &frmOrografix::ShowSheet);
     connect(sheetMenu_, &SheetMenu::OpenAsked, this, &frmOrografix::ShowSheet);
     connect(editMenu_, &EditMenu::SheetAsked, this, &frmOrografix::ShowSheet);
@@ -160,6 +161,7 @@ void frmOrografix::ShowSheet() {
         QMdiSubWindow* frame = AddDocument(sheet_, kKind);
         connect(sheet_, &SheetWindow::Closing, this, [this, frame] { KeepPlace(frame, kKind); });
         connect(mainWindow_, &frmProve::WorkEnded, sheet_, &SheetWindow::Refresh);
+        connect(mainWindow_, &frmProve::PatchMade, sheet_, &SheetWindow::ShowPatch);
         sheetMenu_->SetWindow(sheet_);
         editMenu_->SetWindow(sheet_);
         frame->show();

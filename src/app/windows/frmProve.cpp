@@ -19,6 +19,7 @@
 #include "util/NumberText.h"
 #include "util/StopSignals.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QClipboard>
 #include <QCloseEvent>
@@ -34,6 +35,7 @@ using terravo::Text;
 namespace {
 
 constexpr std::size_t kRecentEntries = 5;
+constexpr int kPauseMilliseconds = 700; // between two edits
 
 } // namespace
 
@@ -44,6 +46,9 @@ frmProve::frmProve(terravo::RunState& state, terravo::Session& session, StatusPa
     setAcceptDrops(true);
     MakeControls();
     ConnectControls();
+    catchUp_.setSingleShot(true);
+    catchUp_.setInterval(kPauseMilliseconds);
+    connect(&catchUp_, &QTimer::timeout, this, &frmProve::CatchUp);
     session_.SetView(*this);
 }
 
@@ -210,6 +215,7 @@ void frmProve::ConnectControls() {
     });
     connect(txtNLiv, &LevelBox::CountChosen, this,
             [this](terravo::Index count) { session_.SetLevelCount(count); });
+    connect(&status_, &StatusPanel::InterruptAsked, this, [this] { session_.Interrupt(); });
     connect(txtNLiv, &LevelBox::CountPending, this,
             [this] { status_.ShowNote(Caption(state_, Text::EnterConfirms)); });
     connect(XPButton1, &QPushButton::clicked, this, &frmProve::CopyPicture);
@@ -417,8 +423,30 @@ void frmProve::DescribeMap() {
     picLivelli->setAccessibleDescription(parts.join(QStringLiteral(", ")));
 }
 
+bool frmProve::TakesPatches() const {
+    return hasSheet && hasSheet();
+}
+
+void frmProve::ShowPatch(const terravo::SurfacePatch& patch) {
+    emit PatchMade(patch);
+    mnuEdit->Follow();
+    ShowProject();
+    catchUp_.start();
+}
+
+// While a dialog asks something, its answer comes first.
+void frmProve::CatchUp() {
+    if (QApplication::activeModalWidget() == nullptr) {
+        session_.CatchUp();
+    }
+    if (session_.IsBehind()) {
+        catchUp_.start();
+    }
+}
+
 void frmProve::BeginWork() {
-    status_.BeginWork(Caption(state_, Text::Working), Caption(state_, Text::Stop));
+    status_.BeginWork(Caption(state_, Text::Working), Caption(state_, Text::Stop),
+                      session_.GivesWay());
 }
 
 void frmProve::ShowProgress(double done) {

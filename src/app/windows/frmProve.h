@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QPointer>
 #include <QRadioButton>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -55,6 +56,9 @@ public:
     /// null. Where it is not set there are no 3D views.
     std::function<frm3D*(bool open)> view3D;
 
+    /// Whether there is a sheet to see the changed part of. Where it is not set there is none.
+    std::function<bool()> hasSheet;
+
     /// The place that is to be kept for the next run; none where this window has none that its user
     /// has seen. Where it is not set the window stands for itself.
     std::function<std::optional<QRect>()> placeToKeep;
@@ -81,6 +85,8 @@ public:
     void ShowProject() override;
     void ShowMark(std::optional<terravo::PlanPoint> place) override;
     void ShowStatus(const std::string& counts, const std::string& remark) override;
+    [[nodiscard]] bool TakesPatches() const override;
+    void ShowPatch(const terravo::SurfacePatch& patch) override;
     void BeginWork() override;
     void ShowProgress(double done) override;
     void EndWork() override;
@@ -98,6 +104,8 @@ signals:
     void FindingsChanged();
     /// The window of the sheet is wanted.
     void SheetAsked();
+    /// A small part of the surface has changed.
+    void PatchMade(const terravo::SurfacePatch& patch);
     /// The project, or what is unsaved of it, may have changed.
     void ProjectChanged();
     /// A command has come to its end; it may have changed anything.
@@ -139,6 +147,7 @@ private:
     void ShowHelp();
     void ShowSettings();
     void ShowLevels();
+    void CatchUp();
     void DescribeMap();
     void ShowView3D();
 
@@ -188,6 +197,7 @@ private:
     QAction* mnuSettings = nullptr;
     QAction* mnuInformazioni = nullptr;
     QPointer<HelpWindow> help_;
+    QTimer catchUp_;                  // after the last small edit
     std::string language_;            // prefix in force
     QString counts_;                  // of points and triangles, as the status bar says them
     std::vector<QAction*> mnuRecenti; // entry 0 is the heading

@@ -1,7 +1,6 @@
 #include "survey/surface/SurfacePick.h"
 
 #include "survey/SurfaceHeight.h"
-#include "triangulation/exact/ExactSigns.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,91 +9,108 @@
 namespace terravo {
 namespace {
 
-PlanPoint PlaceOf(const PointSet& points, Index point) {
-    return {points.x[point], points.y[point]};
+// @param side  edge side + 1 of the triangle.
+std::optional<HeldSide> Flipped(const TriangleHere& here, std::size_t side) {
+    if (here.isConstrained[side] || !here.beyond[side]) {
+        return std::nullopt;
+    }
+    const Array1<PlanPoint> corners{PlanOf(here.corners[side]),
+                                    PlanOf(here.corners[(side + 1) % 3]),
+                                    PlanOf(here.corners[(side + 2) % 3]), *here.beyond[side]};
+    const ExactSigns signs(corners);
+    const bool isConvex = signs.Turn(corners[4], corners[2], corners[3]) > 0 &&
+                          signs.Turn(corners[3], corners[1], corners[4]) > 0;
+    return isConvex ? std::optional(HeldSide{corners[3], corners[4]}) : std::nullopt;
 }
 
-double DistanceToSide(PlanPoint a, PlanPoint b, PlanPoint place) {
-    const double dx = b.x - a.x;
-    const double dy = b.y - a.y;
-    const double squared = dx * dx + dy * dy;
-    const double along =
-        squared > 0 ? std::clamp(((place.x - a.x) * dx + (place.y - a.y) * dy) / squared, 0.0, 1.0)
-                    : 0;
-    return std::hypot(a.x + along * dx - place.x, a.y + along * dy - place.y);
+double TwiceArea(PlanPoint a, PlanPoint b, PlanPoint c) {
+    return (a.x - c.x) * (b.y - c.y) - (a.y - c.y) * (b.x - c.x);
 }
 
 } // namespace
 
-std::optional<double> SurfacePick::HeightAt(PlanPoint place) {
-    const ShownSurface shown = survey_.Surface();
-    return SurfaceHeight(shown.points, shown.triangles, place, near_);
-}
-
 // Beside the surface the walk ends at its rim, where a point may be in reach all the same.
-std::optional<Index> SurfacePick::PointAt(PlanPoint place, double reach) {
-    static_cast<void>(HeightAt(place));
+std::optional<TriangleHere> SurfacePick::ShownTriangleAt(PlanPoint place) {
     const ShownSurface shown = survey_.Surface();
+    const bool holds = SurfaceHeight(shown.points, shown.triangles, place, near_).has_value();
     if (near_ < 1 || near_ > shown.triangles.count) {
         return std::nullopt;
     }
-    std::optional<Index> nearest;
+    const Triangle& triangle = shown.triangles.table[near_];
+    TriangleHere here;
+    here.holdsPlace = holds;
+    for (int j = 1; j <= 3; ++j) {
+        const auto i = static_cast<std::size_t>(j) - 1;
+        const Index corner = triangle.Vertex(j);
+        here.numbers[i] = corner <= shown.SurveyedPoints() ? survey_.NumberAmongAll(corner) : 0;
+        here.corners[i] = {shown.points.x[corner], shown.points.y[corner], shown.points.z[corner]};
+        if (shown.shaped != nullptr) {
+            const unsigned mark = shown.shaped->visibleMarks[near_];
+            here.isConstrained[i] = (mark >> i & 1U) != 0;
+        }
+        if (const Index across = triangle.Neighbour(j); across > 0) {
+            for (const Index far : shown.triangles.table[across].vertices) {
+                if (far != corner && far != triangle.Vertex(NextEdge(j))) {
+                    here.beyond[i] = PlanPoint{shown.points.x[far], shown.points.y[far]};
+                }
+            }
+        }
+    }
+    return here;
+}
+
+std::optional<TriangleHere> SurfacePick::TriangleAt(PlanPoint place) {
+    const bool isAhead = live_ != nullptr && *live_ != nullptr && (*live_)->Holds();
+    return isAhead ? (*live_)->At(place) : ShownTriangleAt(place);
+}
+
+std::optional<double> SurfacePick::HeightAt(PlanPoint place) {
+    const std::optional<TriangleHere> here = TriangleAt(place);
+    if (!here || !here->holdsPlace) {
+        return std::nullopt;
+    }
+    const auto& [a, b, c] = here->corners;
+    const double atA = TwiceArea(PlanOf(b), PlanOf(c), place);
+    const double atB = TwiceArea(PlanOf(c), PlanOf(a), place);
+    const double atC = TwiceArea(PlanOf(a), PlanOf(b), place);
+    const double height = (atA * a.z + atB * b.z + atC * c.z) / (atA + atB + atC);
+    return std::isfinite(height) ? std::optional(height) : std::nullopt;
+}
+
+std::optional<PickedPoint> SurfacePick::PointAt(PlanPoint place, double reach) {
+    const std::optional<TriangleHere> here = TriangleAt(place);
+    std::optional<PickedPoint> nearest;
     double least = reach;
-    for (const Index corner : shown.triangles.table[near_].vertices) {
-        const PlanPoint p = PlaceOf(shown.points, corner);
+    for (std::size_t i = 0; here && i < 3; ++i) {
+        const SpacePoint& p = here->corners[i];
         const double distance = std::hypot(p.x - place.x, p.y - place.y);
         if (distance <= least) {
             least = distance;
-            nearest = corner;
+            nearest = {p, here->numbers[i]};
         }
     }
     return nearest;
 }
 
 std::optional<PickedSide> SurfacePick::SideAt(PlanPoint place) {
-    if (!HeightAt(place)) {
+    const std::optional<TriangleHere> here = TriangleAt(place);
+    if (!here || !here->holdsPlace) {
         return std::nullopt;
     }
-    const ShownSurface shown = survey_.Surface();
-    PickedSide nearest;
+    std::size_t nearest = 0;
     double least = std::numeric_limits<double>::infinity();
-    for (int j = 1; j <= 3; ++j) {
-        const PlanPoint a = PlaceOf(shown.points, shown.triangles.Vertex(j, near_));
-        const PlanPoint b = PlaceOf(shown.points, shown.triangles.Vertex(NextEdge(j), near_));
-        const double distance = DistanceToSide(a, b, place);
-        if (distance < least) {
+    const auto ends = [&here](std::size_t side) {
+        return std::pair(PlanOf(here->corners[side]), PlanOf(here->corners[(side + 1) % 3]));
+    };
+    for (std::size_t i = 0; i < 3; ++i) {
+        const auto [a, b] = ends(i);
+        if (const double distance = DistanceToSide(a, b, place); distance < least) {
             least = distance;
-            nearest = {{near_, j}, a, b, false};
+            nearest = i;
         }
     }
-    if (shown.shaped != nullptr) {
-        const unsigned mark = shown.shaped->visibleMarks[near_];
-        nearest.isConstrained = (mark >> static_cast<unsigned>(nearest.edge.edge - 1) & 1U) != 0;
-    }
-    return nearest;
-}
-
-std::optional<HeldSide> FlippedSide(const ShownSurface& shown, const PickedSide& side) {
-    const Triangle& triangle = shown.triangles.table[side.edge.triangle];
-    const Index across = triangle.Neighbour(side.edge.edge);
-    if (across < 1 || side.isConstrained) {
-        return std::nullopt;
-    }
-    const Index from = triangle.Vertex(side.edge.edge);
-    const Index to = triangle.Vertex(NextEdge(side.edge.edge));
-    const Index left = triangle.Vertex(NextEdge(NextEdge(side.edge.edge)));
-    Index right = 0;
-    for (const Index corner : shown.triangles.table[across].vertices) {
-        right = corner != from && corner != to ? corner : right;
-    }
-    Array1<PlanPoint> corners;
-    for (const Index corner : {from, to, left, right}) {
-        corners.Append(PlaceOf(shown.points, corner));
-    }
-    const ExactSigns signs(corners);
-    const bool isConvex = signs.Turn(corners[4], corners[2], corners[3]) > 0 &&
-                          signs.Turn(corners[3], corners[1], corners[4]) > 0;
-    return isConvex ? std::optional(HeldSide{corners[3], corners[4]}) : std::nullopt;
+    const auto [from, to] = ends(nearest);
+    return PickedSide{from, to, here->isConstrained[nearest], Flipped(*here, nearest)};
 }
 
 } // namespace terravo

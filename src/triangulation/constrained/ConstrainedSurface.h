@@ -14,8 +14,9 @@
 
 namespace terravo {
 
-/// Marks of a triangle: bit j - 1 for edge j.
-using EdgeMarks = Array1<std::uint8_t>;
+/// Of a triangle: bit j - 1 for edge j.
+using EdgeMark = std::uint8_t;
+using EdgeMarks = Array1<EdgeMark>;
 
 /// How a line runs through the triangulation.
 struct LaidLine {

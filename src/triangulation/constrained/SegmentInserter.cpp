@@ -135,6 +135,9 @@ void SegmentInserter::Swap(TriangleEdge edge) {
     Turn2(edge);
     const TriangleEdge across = mesh_.Across({edge.triangle, 2});
     mesh_.SwapForOthers(edge.triangle, across.triangle, across.edge);
+    if (written_ != nullptr) {
+        written_->insert(written_->end(), {edge.triangle, across.triangle});
+    }
 }
 
 void SegmentInserter::SwapOrWait(Index from, Index to, const Crossed& crossed) {

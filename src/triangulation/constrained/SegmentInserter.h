@@ -96,6 +96,16 @@ public:
     /// Lets swaps have an edge again that was constrained.
     void Release(Index p, Index q);
 
+    /// Takes a point out; its triangles leave slots whose corners are all 0, which the count of the
+    /// triangles still includes. What remains is what the other points alone would have made.
+    /// @return false where that cannot be done: an edge of it is constrained, it has very many
+    ///         edges, or nothing but a line would remain. Only the last may have changed the mesh.
+    bool Remove(Index point);
+
+    /// Notes the triangles that swaps and removals write from now on, in any order and more than
+    /// once; null: no longer.
+    void NoteWrittenIn(std::vector<Index>* list) { written_ = list; }
+
     /// Finds a position that need not be a point.
     [[nodiscard]] MeshPlace Locate(PlanPoint position, Index startTriangle);
     /// The point that lies nearest; that is certain where no edge is constrained.
@@ -147,15 +157,22 @@ private:
     void SwapOrWait(Index from, Index to, const Crossed& crossed);
     void Restore();
     void CollectCavity(Index from, Index to, CavitySide& left, CavitySide& right,
-                       std::vector<Index>& slots) const;
+                       std::vector<Index>& places) const;
+    [[nodiscard]] std::vector<Index> Star(Index point, bool& hasConstrained) const;
+    [[nodiscard]] std::size_t FindEar(Index point, const std::vector<Index>& star) const;
+    void CutEar(Index point, std::vector<Index>& star, std::size_t ear);
+    void CloseOver(Index point, const std::vector<Index>& star);
+    bool DropFromHull(Index point, const std::vector<Index>& star);
+    void Forget(Index point, const std::vector<Index>& gone, Index stillThere);
     [[nodiscard]] Index LastCrossed(Index to, Index left, Index right) const;
     bool FillCavity(Index from, Index to);
-    void WriteSide(const CavitySide& side, const std::vector<Index>& slots, std::size_t first,
+    void WriteSide(const CavitySide& side, const std::vector<Index>& places, std::size_t first,
                    Index across, std::vector<TriangleEdge>& banks);
 
     ExactMesh& mesh_;
     std::deque<Crossed> queue_;
     std::vector<Fresh> fresh_;
+    std::vector<Index>* written_ = nullptr;
     mutable Index hullPoint_ = 1;
 };
 

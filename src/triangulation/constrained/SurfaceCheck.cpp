@@ -313,15 +313,6 @@ private:
 
     static double Distance(PlanPoint a, PlanPoint b) { return std::hypot(a.x - b.x, a.y - b.y); }
 
-    static double DistanceTo(PlanPoint a, PlanPoint b, PlanPoint p) {
-        const double dx = b.x - a.x;
-        const double dy = b.y - a.y;
-        const double squared = dx * dx + dy * dy;
-        const double part =
-            squared > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / squared, 0.0, 1.0) : 0;
-        return Distance(p, {a.x + part * dx, a.y + part * dy});
-    }
-
     // A side within the hull. Where it meets the hull at a small angle rounding moves the place
     // along it.
     struct Stretch {
@@ -433,7 +424,8 @@ private:
                 return true;
             }
             for (const Index other : ways_[static_cast<std::size_t>(next)]) {
-                if (DistanceTo(from, to, points_[other]) <= reach_ && seen.insert(other).second) {
+                if (DistanceToSide(from, to, points_[other]) <= reach_ &&
+                    seen.insert(other).second) {
                     waiting.push_back(other);
                 }
             }

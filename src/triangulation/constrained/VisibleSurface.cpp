@@ -238,6 +238,10 @@ TriangleList VisibleTriangles(const TriangleList& triangles, const HiddenTriangl
     return IsAnyHidden(hidden) ? Compacter(triangles, hidden).Run() : triangles;
 }
 
+TriangleList WithRims(const TriangleList& triangles) {
+    return Compacter(triangles, HiddenTriangles(triangles.count, 0)).Run();
+}
+
 std::vector<Index> PointsWithoutTriangle(const TriangleList& triangles,
                                          const HiddenTriangles& hidden) {
     return PointsLosingAll(triangles, HiddenTriangles(triangles.count, 0), hidden);

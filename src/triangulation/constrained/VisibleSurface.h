@@ -34,6 +34,9 @@ Index HideLongSides(const Array1<PlanPoint>& coord, const TriangleList& triangle
 /// hidden.
 TriangleList VisibleTriangles(const TriangleList& triangles, const HiddenTriangles& hidden);
 
+/// The same triangles with links along their rims in the place of every neighbour entry below 1.
+TriangleList WithRims(const TriangleList& triangles);
+
 /// Points that are corners of triangles, but only of hidden ones; ascending.
 std::vector<Index> PointsWithoutTriangle(const TriangleList& triangles,
                                          const HiddenTriangles& hidden);

@@ -120,6 +120,8 @@ public:
         return (marks_[edge.triangle] & EdgeBit(edge.edge)) != 0;
     }
 
+    /// A triangle that is there, near the last point that was put in or taken out.
+    [[nodiscard]] Index AnyTriangle() const { return site_.walkFrom_; }
     /// A triangle with the point as a corner; 0 when the point is not in.
     [[nodiscard]] Index TriangleAt(Index point) const { return triangleOf_[point]; }
     [[nodiscard]] const PlanPoint& Position(Index point) const { return points_[point]; }
@@ -137,6 +139,7 @@ private:
 
     enum class Ring { Closed, Open };
 
+    void BeginWalksAt(Index triangle) { site_.walkFrom_ = triangle; }
     static constexpr unsigned EdgeBit(int edge) { return 1U << static_cast<unsigned>(edge - 1); }
     // The bit of one edge in an old mark, as that of another edge in a new one.
     [[nodiscard]] static Mark Moved(Mark mark, int from, int to) {

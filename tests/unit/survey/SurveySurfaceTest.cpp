@@ -141,15 +141,16 @@ TEST_F(SurveySurfaceTest, BreaklinesAreClippedTracedAndToldOf) {
 
 TEST_F(SurveySurfaceTest, AFlippedSideIsHeldUntilItIsTakenBack) {
     SurfacePick pick(survey);
-    const std::optional<Index> point =
+    const std::optional<PickedPoint> point =
         pick.PointAt({survey.Points().x[9] + 0.01, survey.Points().y[9]}, 0.1);
-    EXPECT_EQ(point, 9);
+    ASSERT_TRUE(point);
+    EXPECT_EQ(point->number, 9);
     int flipped = 0;
     for (double x = 0.3; x < 0.7; x += 0.05) {
         const PlanPoint place = PlanOf(Part(x, 0.5));
         const std::optional<PickedSide> side = pick.SideAt(place);
         ASSERT_TRUE(side);
-        const std::optional<HeldSide> other = FlippedSide(survey.Surface(), *side);
+        const std::optional<HeldSide> other = side->flipped;
         if (!other) {
             continue;
         }
@@ -161,7 +162,7 @@ TEST_F(SurveySurfaceTest, AFlippedSideIsHeldUntilItIsTakenBack) {
         const std::optional<PickedSide> now = pick.SideAt(middle);
         ASSERT_TRUE(now);
         EXPECT_TRUE(now->isConstrained);
-        EXPECT_EQ(FlippedSide(survey.Surface(), *now), std::nullopt) << "it is held";
+        EXPECT_EQ(now->flipped, std::nullopt) << "it is held";
         ExpectSound();
         survey.SetPlan({});
     }
