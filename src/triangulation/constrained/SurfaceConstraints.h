@@ -68,7 +68,7 @@ enum class SurfaceRemarkKind : unsigned char {
     TooShort,        // the line is left out: fewer than two places, a ring of fewer than three
     CrossesItself,   // the ring is left out
     Clipped,         // part of the breakline lies where the surface is hidden
-    Outside,         // all of it does
+    Outside,         // all of it does; or the hole lies beside the hull
     LostSide,        // the held side is left out: an end is no corner, or a line stands in its way
 };
 

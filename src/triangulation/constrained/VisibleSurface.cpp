@@ -62,8 +62,11 @@ private:
     std::vector<Index> reached_;
 };
 
-bool HasMarks(const EdgeMarks& marks) {
-    return std::any_of(marks.begin(), marks.end(), [](std::uint8_t mark) { return mark != 0; });
+// A ring beside the hull leaves no mark, and two that are equal cancel theirs; they count all the
+// same.
+bool HasRing(const ConstrainedSurface& surface, LineRole role) {
+    return std::any_of(surface.lines.begin(), surface.lines.end(),
+                       [role](const LaidLine& line) { return line.role == role; });
 }
 
 class LongSidePeeler {
@@ -216,12 +219,12 @@ std::vector<Index> PointsLosingAll(const TriangleList& triangles, const HiddenTr
 HiddenTriangles HideByRings(const ConstrainedSurface& surface) {
     const TriangleList& triangles = surface.triangles;
     HiddenTriangles hidden(triangles.count, 0);
-    if (HasMarks(surface.boundary)) {
+    if (HasRing(surface, LineRole::Boundary)) {
         const Array1<char> isInside = ParityFlood(triangles, surface.boundary).Run();
         std::transform(isInside.begin(), isInside.end(), hidden.begin(),
                        [](char inside) { return static_cast<char>(inside == 0 ? 1 : 0); });
     }
-    if (HasMarks(surface.holes)) {
+    if (HasRing(surface, LineRole::Hole)) {
         const Array1<char> isInHole = ParityFlood(triangles, surface.holes).Run();
         std::transform(isInHole.begin(), isInHole.end(), hidden.begin(), hidden.begin(),
                        [](char inHole, char isHidden) { return std::max(inHole, isHidden); });

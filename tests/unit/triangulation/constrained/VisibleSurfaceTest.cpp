@@ -41,12 +41,18 @@ TEST(VisibleSurface, HidesWhatRingsHide) {
         surface.triangles = made.all;
         surface.boundary = rims;
         surface.holes = none;
+        surface.lines = {{LineRole::Boundary, 0, {}}};
         EXPECT_EQ(HideByRings(surface), made.hidden);
-        surface.boundary = none;
+        surface.boundary = none; // the ring lies beside the hull
+        EXPECT_EQ(HideByRings(surface), HiddenTriangles(made.all.count, 1));
+        surface.lines.clear();
+        EXPECT_EQ(HideByRings(surface), HiddenTriangles(made.all.count, 0));
+        surface.lines = {{LineRole::Hole, 0, {}}};
         EXPECT_EQ(HideByRings(surface), HiddenTriangles(made.all.count, 0));
         surface.holes = RimMarks(made.all, Opposite(made.hidden));
         EXPECT_EQ(HideByRings(surface), made.hidden);
         surface.boundary = rims;
+        surface.lines.push_back({LineRole::Boundary, 0, {}});
         EXPECT_EQ(HideByRings(surface), made.hidden);
     }
 }
