@@ -308,8 +308,19 @@ private:
         joiner.End();
         collector_.Finish();
         if (reading_.lines.empty()) {
-            Fail("there is no line in it with two places or more");
+            FailWithoutLines();
         }
+    }
+
+    // What was left out first tells why.
+    void FailWithoutLines() {
+        if (reading_.remarks.empty()) {
+            Fail("there is no line in it with two places or more");
+            return;
+        }
+        reading_.failure = reading_.remarks.front();
+        reading_.failure.pop_back(); // the full stop
+        reading_.failure += ", and no other line is there.";
     }
 
     const std::string& path_;
