@@ -201,10 +201,11 @@ flat=$(tr -d ' \n' <summary)
 check "the surface" grep -q '"surface":{"constrained_edges":[1-9][0-9]*,"crossings":[1-9][0-9]*,"hidden_triangles":[1-9][0-9]*,"plan_area":1024,.*"rings":2,"verified":true' <<<"$flat"
 check "four of them are verified" test "$(grep -c '"verified": true' summary)" = 5
 check "the bridge is left out" grep -q '"kind":"crossing","lines":\[\],"names":\[\],"points":\[\],"severity":"error"' <<<"$flat"
+check "the summary says so too" grep -q '"remarks":\[[^]]*isleftout:itcrosses' <<<"$flat"
 check "an open ring is told of" grep -q 'boundary.txt, line 1: the line was open' summary
 check "the mesh is the visible part" test "$(sed -n 's/.*"visible_triangles": \([0-9]*\).*/\1/p' summary)" = "$(head -n 1 site.mesh | tr -cd 0-9)"
 check "only points of the survey" test "$(wc -l <f.csv)" = 26
-printf '13\n14\n' >out.txt
+printf '\357\273\277\r\n13\r\n14\r\n' >out.txt
 for list in 13,14 out.txt; do
     "$batch" --summary json site.txt --exclude $list >summary
     check "left out: $list" grep -q '"points": 23' summary

@@ -106,6 +106,9 @@ done <<'END'
 --tolerance near
 --tolerance 1
 --check text --tolerance near
+--max-side 0
+--max-side 1e13
+--exclude ,
 --columns free --skip 1
 --columns free --separator comma
 --columns free --decimal point

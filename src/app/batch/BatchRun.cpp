@@ -362,6 +362,7 @@ void BatchRun::ShapeSurface() {
     ApplySurfaceCall(options_.surface, options_.pointFile, survey_, remarks, stop_);
     static_cast<void>(survey_.Surface(stop_));
     EndWhenStopped();
+    TellOfLostLines(survey_, remarks);
     figures_.surface = SummariseSurface(options_.surface, options_.pointFile, survey_);
     if (figures_.surface) {
         figures_.surface->remarks.insert(figures_.surface->remarks.begin(), remarks.begin(),

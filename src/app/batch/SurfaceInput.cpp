@@ -3,45 +3,72 @@
 #include "app/batch/ExitCode.h"
 #include "app/batch/RunFailure.h"
 #include "gis/GisLines.h"
+#include "survey/check/SurfaceFindings.h"
+#include "survey/import/Records.h"
+#include "survey/import/TextSource.h"
 #include "survey/surface/CodeLines.h"
 #include "survey/surface/VerifySurface.h"
 #include "util/NumberText.h"
 #include "util/PathText.h"
 
 #include <algorithm>
-#include <cctype>
-#include <fstream>
-#include <iterator>
 #include <sstream>
+#include <string_view>
 #include <unordered_map>
+#include <utility>
 
 namespace terravo {
 namespace {
 
-std::string Trimmed(const std::string& text) {
-    const auto isBlank = [](unsigned char c) { return std::isspace(c) != 0; };
-    const auto first = std::find_if_not(text.begin(), text.end(), isBlank);
-    const auto last = std::find_if_not(text.rbegin(), std::make_reverse_iterator(first), isBlank);
-    return {first, last.base()};
+[[noreturn]] void RefuseList(const std::string& sentence) {
+    throw RunFailure(ExitCode::kPointFile, sentence);
 }
 
-std::vector<std::string> NamesIn(std::istream& text, char separator) {
+void AddName(std::string_view text, TextEncoding encoding, std::vector<std::string>& names) {
+    if (std::string name = LabelText(Trimmed(text), encoding); !name.empty()) {
+        names.push_back(std::move(name));
+    }
+}
+
+std::vector<std::string> NamesInFile(const std::string& path) {
+    TextSource source(path);
     std::vector<std::string> names;
-    for (std::string name; std::getline(text, name, separator);) {
-        if (name = Trimmed(name); !name.empty()) {
-            names.push_back(name);
+    if (!source.Failure()) {
+        const TextEncoding encoding = source.GuessEncoding();
+        source.Begin(encoding);
+        for (std::string_view line; source.NextLine(line);) {
+            AddName(line, encoding, names);
         }
+    }
+    if (source.Failure()) {
+        RefuseList(source.Failure()->Sentence());
+    }
+    if (names.empty()) {
+        RefuseList(path + ": there are no names in it.");
     }
     return names;
 }
 
 std::vector<std::string> NamesOf(const std::string& exclude) {
     if (FileExists(exclude)) {
-        std::ifstream file(exclude);
-        return NamesIn(file, '\n');
+        return NamesInFile(exclude);
     }
+    std::vector<std::string> names;
     std::istringstream list(exclude);
-    return NamesIn(list, ',');
+    for (std::string name; std::getline(list, name, ',');) {
+        AddName(name, TextEncoding::Utf8, names);
+    }
+    return names;
+}
+
+// As much of a name as fits into a sentence.
+std::string Quoted(std::string name) {
+    constexpr std::size_t kMost = 60;
+    const bool isLong = name.size() > kMost;
+    name.resize(std::min(name.size(), kMost));
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
+    return "\"" + name + (isLong ? "...\"" : "\"");
 }
 
 // A name that several points have stands for all of them.
@@ -61,8 +88,7 @@ std::vector<Index> PointsCalled(const std::vector<std::string>& names, const Poi
     for (const std::string& name : names) {
         const std::vector<Index>& some = called[name];
         if (some.empty()) {
-            throw RunFailure(ExitCode::kPointFile,
-                             pointFile + ": there is no point \"" + name + "\" to leave out.");
+            RefuseList(pointFile + ": there is no point " + Quoted(name) + " to leave out.");
         }
         found.insert(found.end(), some.begin(), some.end());
     }
@@ -156,6 +182,23 @@ void ApplySurfaceCall(const SurfaceCall& call, const std::string& pointFile, Sur
         remarks.push_back(SentenceOf(proposal));
     }
     survey.SetPlan(std::move(plan));
+}
+
+void TellOfLostLines(const Survey& survey, std::vector<std::string>& remarks) {
+    constexpr std::size_t kMost = 20;
+    const ShownSurface shown = survey.Surface();
+    if (shown.shaped == nullptr) {
+        return;
+    }
+    const PointSet& points = survey.Points();
+    const std::vector<Finding> lost = LostLines(*shown.shaped, survey.Plan(), points);
+    for (std::size_t i = 0; i < std::min(lost.size(), kMost); ++i) {
+        remarks.push_back(SentenceOf(lost[i], points.labels, TextCatalogue()));
+    }
+    if (lost.size() > kMost) {
+        remarks.push_back(std::to_string(lost.size() - kMost) +
+                          " more; --check text tells of all.");
+    }
 }
 
 std::optional<SurfaceSummary> SummariseSurface(const SurfaceCall& call,

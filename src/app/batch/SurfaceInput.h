@@ -28,6 +28,10 @@ struct SurfaceSummary {
 void ApplySurfaceCall(const SurfaceCall& call, const std::string& pointFile, Survey& survey,
                       std::vector<std::string>& remarks, const StopToken& stop);
 
+/// Tells of lines that the surface does not have, or does not show.
+/// @param[in,out] remarks  get a sentence on each, up to a number.
+void TellOfLostLines(const Survey& survey, std::vector<std::string>& remarks);
+
 /// What came of it; nothing where no option shaped the surface.
 /// Throws RunFailure where the surface shows nothing, or is found wrong by the check that was asked
 /// for.

@@ -2,6 +2,8 @@
 
 #include "app/batch/UsageError.h"
 
+#include <algorithm>
+
 namespace terravo {
 namespace {
 
@@ -34,12 +36,18 @@ std::vector<std::string> CodesOf(const QCommandLineParser& parser,
     return codes;
 }
 
+bool NamesNothing(const QString& list) {
+    const auto isEmpty = [](QChar c) { return c == QLatin1Char(',') || c.isSpace(); };
+    return std::all_of(list.begin(), list.end(), isEmpty);
+}
+
+constexpr double kMostLength = 1e12;
+
 double NumberOf(const QCommandLineParser& parser, const QCommandLineOption& option, double low,
                 const QString& wanted) {
-    constexpr double kMost = 1e12;
     bool isNumber = false;
     const double value = parser.value(option).toDouble(&isNumber);
-    if (!isNumber || !(value >= low && value <= kMost)) {
+    if (!isNumber || !(value >= low && value <= kMostLength)) {
         throw UsageError(QStringLiteral("--%1 takes %2, not \"%3\".")
                              .arg(option.names().last(), wanted, parser.value(option)));
     }
@@ -63,10 +71,10 @@ SurfaceCall SurfaceOptions::Parse(const QCommandLineParser& parser) const {
     if (parser.value(maxSide_) == QLatin1String("auto")) {
         call.proposesLongestSide = true;
     } else if (parser.isSet(maxSide_)) {
-        call.longestSide =
-            NumberOf(parser, maxSide_, kLeastSide, QStringLiteral("a length above 0 or auto"));
+        call.longestSide = NumberOf(parser, maxSide_, kLeastSide,
+                                    QStringLiteral("a length from 1e-9 to 1e12, or auto"));
     }
-    if (parser.isSet(exclude_) && parser.value(exclude_).isEmpty()) {
+    if (parser.isSet(exclude_) && NamesNothing(parser.value(exclude_))) {
         throw UsageError(QStringLiteral("--exclude needs names, numbers or a file."));
     }
     call.exclude = parser.value(exclude_).toStdString();
@@ -78,7 +86,7 @@ SurfaceCall SurfaceOptions::Parse(const QCommandLineParser& parser) const {
     if (parser.isSet(crossing_) || parser.isSet(crossingTolerance_)) {
         call.crossings =
             CrossingRule{NumberOf(parser, crossingTolerance_, 0,
-                                  QStringLiteral("a difference of heights, 0 or more")),
+                                  QStringLiteral("a difference of heights from 0 to 1e12")),
                          rule == QLatin1String("earlier")};
     }
     call.verify = parser.isSet(verify_);

@@ -171,12 +171,9 @@ void Session::TellOfLinesLeftOut() {
         return;
     }
     std::vector<std::string> sentences;
-    for (const Finding& finding : FindingsOf(*shown.shaped, survey_.Plan(), survey_.Points())) {
-        if (finding.severity == Severity::Error ||
-            (finding.kind == FindingKind::LineHidden && finding.severity == Severity::Warning)) {
-            sentences.push_back(SentenceOf(finding, survey_.Points().labels, state_.texts,
-                                           state_.decimalSeparator));
-        }
+    for (const Finding& finding : LostLines(*shown.shaped, survey_.Plan(), survey_.Points())) {
+        sentences.push_back(
+            SentenceOf(finding, survey_.Points().labels, state_.texts, state_.decimalSeparator));
     }
     if (!sentences.empty()) {
         services_.messages.ShowInformation(OneBelowTheOther(sentences), "");

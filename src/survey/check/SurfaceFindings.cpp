@@ -75,4 +75,16 @@ std::vector<Finding> FindingsOf(const ShapedSurface& surface, const SurfacePlan&
     return findings.Take();
 }
 
+std::vector<Finding> LostLines(const ShapedSurface& surface, const SurfacePlan& plan,
+                               const PointSet& points) {
+    std::vector<Finding> findings = FindingsOf(surface, plan, points);
+    std::erase_if(findings, [](const Finding& finding) {
+        const bool isOutside =
+            finding.kind == FindingKind::LineHidden && finding.severity == Severity::Warning;
+        return finding.severity != Severity::Error && finding.kind != FindingKind::LineLeftOut &&
+               !isOutside;
+    });
+    return findings;
+}
+
 } // namespace terravo

@@ -17,6 +17,11 @@ namespace terravo {
 std::vector<Finding> FindingsOf(const ShapedSurface& surface, const SurfacePlan& plan,
                                 const PointSet& points, std::size_t mostOfAKind = 500);
 
+/// Of these, the lines that are not in the surface, and breaklines that lie where it is hidden:
+/// what must not be lost without a word.
+std::vector<Finding> LostLines(const ShapedSurface& surface, const SurfacePlan& plan,
+                               const PointSet& points);
+
 /// "WALL (lines.txt, 12)": name, or number among its kind, and where it stands.
 std::string LabelOf(const SurfacePlan& plan, LineRole role, std::size_t line);
 

@@ -82,7 +82,7 @@ void BoundByVisible(ShapedSurface& surface) {
     }
 }
 
-// Breaklines of which a part is hidden, or all.
+// Breaklines of which a part is hidden, or all; holes beside the hull, which cut nothing out.
 void RemarkOnHiddenLines(ShapedSurface& surface) {
     std::vector<std::size_t> visible(surface.plan.breaklines.size());
     for (const VisibleCourse& course : VisibleCourses(surface, LineRole::Breakline)) {
@@ -90,14 +90,19 @@ void RemarkOnHiddenLines(ShapedSurface& surface) {
     }
     for (const LaidLine& line : surface.all.lines) {
         const std::size_t edges = EdgeCount(line.courses); // none: beside the hull
-        if (line.role != LineRole::Breakline || (edges > 0 && visible[line.number] == edges)) {
+        const bool isLost = line.role == LineRole::Breakline
+                                ? edges == 0 || visible[line.number] < edges
+                                : line.role == LineRole::Hole && edges == 0;
+        if (!isLost) {
             continue;
         }
         SurfaceRemark remark;
-        remark.kind =
-            visible[line.number] == 0 ? SurfaceRemarkKind::Outside : SurfaceRemarkKind::Clipped;
+        remark.role = line.role;
+        remark.kind = line.role == LineRole::Hole || visible[line.number] == 0
+                          ? SurfaceRemarkKind::Outside
+                          : SurfaceRemarkKind::Clipped;
         remark.line = line.number;
-        remark.place = surface.plan.breaklines[line.number]->line.vertices.front();
+        remark.place = LinesOf(surface.plan, line.role)[line.number]->line.vertices.front();
         surface.all.remarks.push_back(remark);
     }
 }

@@ -109,6 +109,7 @@ TEST_F(SurveySurfaceTest, BreaklinesAreClippedTracedAndToldOf) {
     plan.breaklines = {Line({Part(0, 0.5, 200), Part(1, 0.52, 200)}, false, "WALL"),
                        Line({Part(0.5, 0.2, 90), Part(0.5, 0.8, 90)}, false, "BRIDGE"),
                        Line({Part(0.2, 0.3, 90), Part(0.2, 0.3, 90)})};
+    plan.holes = {Line({Part(3, 3), Part(4, 3), Part(3, 4)}, true, "HOLE")};
     survey.SetPlan(plan);
     const ShownSurface shown = survey.Surface();
     const std::vector<VisibleCourse> courses = VisibleCourses(*shown.shaped, LineRole::Breakline);
@@ -131,6 +132,8 @@ TEST_F(SurveySurfaceTest, BreaklinesAreClippedTracedAndToldOf) {
     EXPECT_TRUE(says("The line BRIDGE (lines.txt, 3) is left out: it crosses the line WALL"));
     EXPECT_TRUE(says("The line 3 (lines.txt, 3) is left out: it has too few"));
     EXPECT_TRUE(says("Part of the line WALL"));
+    EXPECT_TRUE(says("The line HOLE (lines.txt, 3) lies where the surface is hidden"));
+    EXPECT_EQ(LostLines(*shown.shaped, plan, survey.Points()).size(), 3U);
     ExpectSound();
 
     plan.crossings.earlierWins = true;
