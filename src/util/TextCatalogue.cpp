@@ -526,6 +526,8 @@ constexpr EnglishText kEnglish[] = {
     {Text::PointsChangedSince,
      "The point file has changed since it was read: %1. The project is saved without its checksum; "
      "open the file again to work with the new points."},
+    {Text::ProjectChangedSince, "The project %1 has been saved by another program meanwhile. "
+                                "Replace it and lose those changes?"},
 };
 
 constexpr bool StandInTheirPlaces() {

@@ -499,6 +499,7 @@ enum class Text : std::size_t {
     ProjectNotSaved,
     EditsDropped,
     PointsChangedSince,
+    ProjectChangedSince,
     End // one behind the last
 };
 

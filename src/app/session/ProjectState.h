@@ -23,8 +23,17 @@ struct ProjectWork {
     bool operator==(const ProjectWork&) const = default;
 };
 
+/// What tells that a file is another one than before.
+struct FileLook {
+    std::uint64_t bytes = 0; // 0: no regular file
+    std::filesystem::file_time_type changed;
+
+    bool operator==(const FileLook&) const = default;
+};
+
 struct ProjectState {
     std::string path;     // of the project file, absolute; empty: there is none
+    FileLook file;        // of the same, when it was read or written
     ProjectSource source; // of the points; its path is empty where there are none
     std::filesystem::file_time_type changed; // the point file, when it was read
     bool isStartUp = false;

@@ -358,6 +358,7 @@ private:
                                                            const std::string& projectPath);
     [[nodiscard]] bool MayTake(ProjectSource& source, const std::string& file);
     [[nodiscard]] bool CompleteChecksum();
+    bool MayReplaceProject(const std::string& path);
     bool WriteProject(const std::string& path);
     void TellOfProject(const std::string& fault, Text what);
     void ShowWhatWasRead();

@@ -21,6 +21,12 @@ void LookAt(const std::string& path, std::uint64_t& bytes, fs::file_time_type& c
     changed = fs::last_write_time(path, error);
 }
 
+FileLook LookOf(const std::string& path) {
+    FileLook look;
+    LookAt(path, look.bytes, look.changed);
+    return look;
+}
+
 bool HasTexts(const SheetTexts& texts) {
     return !(texts == SheetTexts());
 }
@@ -198,11 +204,22 @@ bool Session::CompleteChecksum() {
     return !stop_.IsStopRequested();
 }
 
+// What somebody else has saved meanwhile must not be lost without a word.
+bool Session::MayReplaceProject(const std::string& path) {
+    const FileLook look = LookOf(path);
+    return path != project_.path || look.bytes == 0 || look == project_.file ||
+           services_.projects->questions.AskToGoOn(
+               WithValues(state_.texts[Text::ProjectChangedSince], {path}));
+}
+
 bool Session::WriteProject(const std::string& path) {
     if (depth_ > 0) {
         return false;
     }
     try {
+        if (!MayReplaceProject(path)) {
+            return false;
+        }
         const WorkGuard work(*this);
         if (!CompleteChecksum()) {
             return false;
@@ -210,6 +227,7 @@ bool Session::WriteProject(const std::string& path) {
         project_.source.relativePath = WayFrom(path, project_.source.path);
         services_.projects->files.Write(path, MakeProject());
         project_.path = path;
+        project_.file = LookOf(path);
         project_.saved = Work();
     } catch (const AppError& error) {
         TellOfProject(error.what(), Text::ProjectNotSaved);
@@ -257,6 +275,7 @@ bool Session::Restore(const Project& recovered) {
 // @param path  of the project file; empty where there is none.
 bool Session::OpenPoints(Project project, const std::string& path,
                          std::vector<std::string> remarks) {
+    const FileLook look = LookOf(path);
     const std::optional<std::string> file = LookForSource(project.source, path);
     if (!file || !MayTake(project.source, *file)) {
         return false;
@@ -278,6 +297,7 @@ bool Session::OpenPoints(Project project, const std::string& path,
     BeginProject(*file, project.source.howRead);
     project_.source.sha256 = project.source.sha256;
     project_.path = path;
+    project_.file = look;
     TakeProject(project);
     project_.saved = lost.Any() ? std::nullopt : std::optional(Work());
     if (lost.Any()) {

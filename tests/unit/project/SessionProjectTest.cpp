@@ -166,6 +166,28 @@ TEST_F(SessionProject, SaysThatThePointsHaveChanged) {
     EXPECT_TRUE(session->HasUnsavedWork()) << "the file holds more than there is now";
 }
 
+TEST_F(SessionProject, AsksBeforeItReplacesWhatAnotherProgramHasSaved) {
+    const std::string path = SaveAProject();
+    session->SetExcluded({2}, false);
+    EXPECT_TRUE(session->SaveProject());
+    EXPECT_TRUE(questions.asked.empty()) << "its own file";
+
+    const std::string other = folder.Read("job.terravo") + "\n\n";
+    static_cast<void>(folder.Write("job.terravo", other));
+    session->SetExcluded({5}, false);
+    EXPECT_FALSE(session->SaveProject());
+    ASSERT_EQ(questions.asked.size(), 1U);
+    EXPECT_NE(questions.asked[0].find(path), std::string::npos) << questions.asked[0];
+    EXPECT_EQ(folder.Read("job.terravo"), other);
+    EXPECT_TRUE(session->HasUnsavedWork());
+
+    questions.goesOn = true;
+    EXPECT_TRUE(session->SaveProject());
+    std::filesystem::remove(path);
+    EXPECT_TRUE(session->SaveProject()) << "nothing there to be lost";
+    EXPECT_EQ(questions.asked.size(), 2U);
+}
+
 TEST_F(SessionProject, LooksForPointsThatAreGone) {
     const std::string path = SaveAProject();
     std::filesystem::create_directories(folder.File("moved"));
