@@ -106,9 +106,13 @@ kind='gio info -a standard::content-type /srv/user/survey.qrw'
 check "before: the file type is unknown" "! $kind | grep terravo"
 apt_inside install /srv/terravo.deb
 check "gio knows the file type" "$kind | grep application/x-terravo-points"
+echo '{"terravo": 1}' >"$root/srv/user/work.terravo"
+check "gio knows projects" "${kind/survey.qrw/work.terravo} | grep application/x-terravo-project"
 check "xdg-mime knows the file type" 'XDG_CURRENT_DESKTOP=GNOME xdg-mime query filetype /srv/user/survey.qrw |
     grep -x application/x-terravo-points'
 check "terravo opens the file type" 'gio mime application/x-terravo-points |
+    grep "Default application.*terravo.desktop"'
+check "terravo opens projects" 'gio mime application/x-terravo-project |
     grep "Default application.*terravo.desktop"'
 check "the menu entry is valid" \
     'desktop-file-validate --no-hints /usr/share/applications/terravo.desktop'

@@ -374,7 +374,8 @@ private:
     bool MakeLive();
     std::optional<SurfacePatch> FollowPlan(const SurfacePlan& plan);
     void MakeAllAnew();
-    void TellOfLinesLeftOut();
+    [[nodiscard]] std::vector<std::string> LinesLeftOut() const;
+    void TellOfLinesLeftOut(const std::vector<std::string>& before);
     void SavePointSet(const PointSet& points, const std::string& proposedName);
     void DrawMap();
     void LeaveRuleThatDoesNotFit();

@@ -151,6 +151,7 @@ bool Session::AddLines(LineRole role, std::vector<SurfaceLine> lines) {
     if (lines.empty()) {
         return false;
     }
+    const std::vector<std::string> leftOutBefore = LinesLeftOut();
     SurfacePlan plan = survey_.Plan();
     for (SurfaceLine& line : lines) {
         ListOf(plan, role).push_back(std::make_shared<const SurfaceLine>(std::move(line)));
@@ -160,21 +161,29 @@ bool Session::AddLines(LineRole role, std::vector<SurfaceLine> lines) {
         return false;
     }
     view_->ShowNote(WithValues(state_.texts[Text::LinesAdded], {count}));
-    TellOfLinesLeftOut();
+    TellOfLinesLeftOut(leftOutBefore);
     return true;
 }
 
-// A bridge over a road, or a line beside the survey, must not be lost without a word.
-void Session::TellOfLinesLeftOut() {
-    const ShownSurface shown = survey_.Surface();
-    if (shown.shaped == nullptr) {
-        return;
-    }
+std::vector<std::string> Session::LinesLeftOut() const {
     std::vector<std::string> sentences;
-    for (const Finding& finding : LostLines(*shown.shaped, survey_.Plan(), survey_.Points())) {
-        sentences.push_back(
-            SentenceOf(finding, survey_.Points().labels, state_.texts, state_.decimalSeparator));
+    const std::optional<ShownSurface> shown = survey_.KnownSurface();
+    if (shown && shown->shaped != nullptr) {
+        for (const Finding& finding : LostLines(*shown->shaped, survey_.Plan(), survey_.Points())) {
+            sentences.push_back(SentenceOf(finding, survey_.Points().labels, state_.texts,
+                                           state_.decimalSeparator));
+        }
     }
+    return sentences;
+}
+
+// A bridge over a road, or a line beside the survey, must not be lost without a word; one is
+// enough.
+void Session::TellOfLinesLeftOut(const std::vector<std::string>& before) {
+    std::vector<std::string> sentences = LinesLeftOut();
+    std::erase_if(sentences, [&before](const std::string& sentence) {
+        return std::find(before.begin(), before.end(), sentence) != before.end();
+    });
     if (!sentences.empty()) {
         services_.messages.ShowInformation(OneBelowTheOther(sentences), "");
     }

@@ -1,6 +1,7 @@
 #include "app/windows/LinesDialog.h"
 
 #include "app/windows/Controls.h"
+#include "survey/surface/CodeLines.h"
 #include "util/NumberText.h"
 
 #include <QBoxLayout>
@@ -85,7 +86,9 @@ void LinesDialog::AddLines(LineRole role, Text kind) {
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const terravo::SurfaceLine& line = *lines[i];
         const QString source = line.source.empty() ? Caption(state_, Text::DrawnOnSheet)
-                                                   : QFileInfo(ToQString(line.source)).fileName();
+                               : line.source == terravo::kCodesSource
+                                   ? Caption(state_, Text::CodesTitle)
+                                   : QFileInfo(ToQString(line.source)).fileName();
         const QString name =
             line.line.name.empty() ? QString::number(i + 1) : ToQString(line.line.name);
         AddRow(kind, name, source, QString::number(line.line.vertices.size()), [this, role, i] {

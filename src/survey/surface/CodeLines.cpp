@@ -100,8 +100,6 @@ bool IsNamed(std::string_view code, const std::vector<std::string>& names) {
     });
 }
 
-constexpr const char* kSource = "codes";
-
 } // namespace
 
 std::vector<CodeCount> CodesOf(const PointSet& points) {
@@ -113,7 +111,7 @@ std::vector<CodeCount> CodesOf(const PointSet& points) {
         return true;
     });
     LineReading reading;
-    LineCollector collector(kSource, LineClosing::AsTheyAre, reading);
+    LineCollector collector(kCodesSource, LineClosing::AsTheyAre, reading);
     for (const CodeLine& line : lines) {
         counts[line.code].lines += collector.Add(LineOf(points, line), 0) ? 1 : 0;
     }
@@ -130,7 +128,7 @@ std::vector<CodeCount> CodesOf(const PointSet& points) {
 
 CodeLineReading LinesFromCodes(const PointSet& points, const std::vector<std::string>& codes) {
     LineReading reading;
-    LineCollector collector(kSource, LineClosing::AsTheyAre, reading);
+    LineCollector collector(kCodesSource, LineClosing::AsTheyAre, reading);
     const std::vector<CodeLine> lines = JoinPoints(
         points, [&codes](const MarkedCode& marked) { return IsNamed(marked.code, codes); });
     for (const CodeLine& line : lines) {

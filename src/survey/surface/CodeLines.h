@@ -14,6 +14,9 @@
 
 namespace terravo {
 
+/// The source of lines that were made from codes, in the place of a file.
+inline constexpr const char* kCodesSource = "codes";
+
 /// A code that makes lines, as many as its marks say.
 struct CodeCount {
     std::string code;
