@@ -1,0 +1,21 @@
+// Whether smooth lines are what they promise: an examination that shares nothing with their making
+// but the signs.
+//
+// Data: the surface and the lines made straight. Method: the straight pieces are looked at in the
+// cells of a grid, any two that share one by exact signs; the height of every place is read off the
+// surface anew.
+#pragma once
+
+#include "contour/smoothing/SmoothContours.h"
+
+#include <string>
+
+namespace terravo {
+
+/// Looks whether lines, made straight, cross or touch each other or themselves, leave the surface,
+/// or leave their height by more than SmoothSet::worst.
+/// @param tolerance  of the straight pieces, as for FlattenContours.
+/// @return the first thing that does not hold, as a sentence with its place, or an empty text.
+std::string SmoothFaultOf(const SmoothingSource& source, const SmoothSet& smooth, double tolerance);
+
+} // namespace terravo
