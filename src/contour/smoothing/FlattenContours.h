@@ -17,8 +17,10 @@ namespace terravo {
 /// @param controls   3 * pieces + 1 of them.
 /// @param tolerance  > 0: no place of the curve is farther from the straight pieces.
 /// @param[out] places  relative as the controls.
+/// @param[out] pieces  of each place, the number from 0 of the piece that goes on from there; the
+///                     last one at the end of an open line.
 void FlattenLine(std::span<const PlanPoint> controls, bool closed, double tolerance,
-                 std::vector<PlanPoint>& places);
+                 std::vector<PlanPoint>& places, std::vector<std::size_t>& pieces);
 
 /// The lines of a set as a contour set in data units, for all that takes one: sheets, regions,
 /// exports. A vertex within a triangle has edge 0 of it. No ridges, no isolated points.

@@ -13,7 +13,8 @@
 namespace terravo {
 
 /// Looks whether lines, made straight, cross or touch each other or themselves, leave the surface,
-/// or leave their height by more than SmoothSet::worst.
+/// or leave their height by more than SmoothSet::worst. What lies in triangles no wider than the
+/// last digits of their coordinates is not looked at: there no place can be told from an edge.
 /// @param tolerance  of the straight pieces, as for FlattenContours.
 /// @return the first thing that does not hold, as a sentence with its place, or an empty text.
 std::string SmoothFaultOf(const SmoothingSource& source, const SmoothSet& smooth, double tolerance);

@@ -26,9 +26,12 @@ enum class SmoothingGoal {
     Surface // where a curved surface through the points has it: for exact heights of smooth terrain
 };
 
+inline constexpr double kLeastFraction = 0.01;
+inline constexpr double kMostFraction = 0.45;
+
 struct SmoothingOptions {
     /// How far a line may leave its height, as a part of the way to the neighbouring level. More
-    /// makes rounder lines. Taken as 0.01 at least and 0.45 at most.
+    /// makes rounder lines. Taken as one of the bounds above where it is beyond.
     double fraction = 0.25;
     /// How long a stretch is made even, in edges: 0 leaves the vertices at the goal, 0.5 suits the
     /// plain goal, 0.4 that of the surface, 1 noise or terraces.
@@ -100,7 +103,7 @@ struct SmoothSet {
 /// at a level: a peak is left out, a ridge is a thin closed line round it. Levels that are nearer
 /// to a neighbour than a millionth of the range of heights have straight pieces.
 /// @param source  heights finite, and the difference of any two.
-/// @param stop    stage "smooth", asked now and then on the calling thread.
+/// @param stop    stages "contour" and "smooth", told on the calling thread.
 /// @return nothing when it was stopped.
 std::optional<SmoothSet> MakeSmoothContours(const SmoothingSource& source,
                                             const SmoothingOptions& options,
