@@ -20,24 +20,18 @@ void BandedBox::Begin(std::size_t count, bool isClosed) {
     high.resize(count);
 }
 
-// Where an open problem ends the couplings are 0, so what they are multiplied with does not matter.
-double BandedBox::Row(std::size_t i, const std::vector<double>& x) const {
-    const std::size_t last = Before(i, 1);
-    const std::size_t second = Before(i, 2);
-    return diagonal[i] * x[i] + toNext[i] * x[After(i, 1)] + toSecond[i] * x[After(i, 2)] +
-           toNext[last] * x[last] + toSecond[second] * x[second];
-}
-
 void BoxSolver::SolveBySweeps(const BandedBox& box, std::vector<double>& x) {
     const std::size_t n = box.Count();
     x.assign(n, 0);
+    inverses_.resize(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        inverses_[i] = box.diagonal[i] > 0 ? 1 / box.diagonal[i] : 0;
+    }
     for (int sweep = 0; sweep < kSweeps; ++sweep) {
         for (std::size_t k = 0; k < n; ++k) {
             const std::size_t i = sweep % 2 == 0 ? k : n - 1 - k;
-            if (box.diagonal[i] > 0) {
-                const double step = (box.right[i] - box.Row(i, x)) / box.diagonal[i];
-                x[i] = std::clamp(x[i] + step, box.low[i], box.high[i]);
-            }
+            const double step = (box.right[i] - box.Row(i, x)) * inverses_[i];
+            x[i] = std::clamp(x[i] + step, box.low[i], box.high[i]);
         }
     }
 }

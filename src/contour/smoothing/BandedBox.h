@@ -25,8 +25,14 @@ struct BandedBox {
     [[nodiscard]] std::size_t Count() const { return diagonal.size(); }
     /// Makes it a problem of so many unknowns; all but the bounds become 0.
     void Begin(std::size_t count, bool isClosed);
-    /// Row i of H times x.
-    [[nodiscard]] double Row(std::size_t i, const std::vector<double>& x) const;
+    /// Row i of H times x. Where an open problem ends the couplings are 0, so it does not matter
+    /// what they are multiplied with.
+    [[nodiscard]] double Row(std::size_t i, const std::vector<double>& x) const {
+        const std::size_t last = Before(i, 1);
+        const std::size_t second = Before(i, 2);
+        return diagonal[i] * x[i] + toNext[i] * x[After(i, 1)] + toSecond[i] * x[After(i, 2)] +
+               toNext[last] * x[last] + toSecond[second] * x[second];
+    }
     /// i + steps, round the end; steps < Count().
     [[nodiscard]] std::size_t After(std::size_t i, std::size_t steps) const {
         return i + steps < Count() ? i + steps : i + steps - Count();
@@ -44,7 +50,7 @@ public:
     void SolveByActiveSet(const BandedBox& box, std::size_t held, std::vector<double>& x);
 
     /// Begins at 0 and stays within the bounds.
-    static void SolveBySweeps(const BandedBox& box, std::vector<double>& x);
+    void SolveBySweeps(const BandedBox& box, std::vector<double>& x);
 
 private:
     enum class State : std::uint8_t { Free, AtLow, AtHigh, Held };
@@ -64,6 +70,7 @@ private:
     };
     std::vector<State> states_;
     std::vector<Factor> factors_;
+    std::vector<double> inverses_; // of the diagonal
 };
 
 } // namespace terravo::smoothing

@@ -43,7 +43,7 @@ void LineEnergy::SetFilters() {
         int count = 0;
         for (std::size_t k = i + n - 2; k <= i + n + 2; ++k) {
             if (closed_ || (k >= n && k < 2 * n)) {
-                sum += nodes_[k % n].chord;
+                sum += nodes_[k < n ? k : k < 2 * n ? k - n : k - 2 * n].chord;
                 ++count;
             }
         }

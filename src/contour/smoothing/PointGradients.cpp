@@ -1,5 +1,7 @@
 #include "contour/smoothing/PointGradients.h"
 
+#include "triangulation/SpaceLine.h"
+
 #include <algorithm>
 #include <array>
 #include <limits>
@@ -13,37 +15,33 @@ constexpr std::size_t kMostInRing = 64; // beside the first ring: a hub would co
 constexpr double kWeightRadius = 0.1;   // squared, in squares of the mean edge
 constexpr double kLeastPivot = 1e-9;
 constexpr double kFlattest = 1e-6; // determinant of a plane's equations by the squared trace
-constexpr int kPieces = 64;
+constexpr std::size_t kPieces = 64;
+constexpr std::size_t kPointsAPiece = 10000;
 
 struct Neighbour {
     PlanPoint away; // from the point
     double rise = 0;
 };
 
-using Equations = std::array<std::array<double, 6>, 5>; // with the right side
+// For xx, xy, yy, x and y: the upper half, with the right side.
+using Equations = std::array<std::array<double, 6>, 5>;
 
-// Gauss by the diagonal, which is positive where the equations have one solution.
+// Gauss by the diagonal, which is positive where the equations have one solution. Only the last two
+// unknowns are asked for.
 std::optional<PlanPoint> SolveForSlope(Equations& a) {
     for (std::size_t r = 0; r < a.size(); ++r) {
         if (!(a[r][r] > kLeastPivot)) {
             return std::nullopt;
         }
         for (std::size_t q = r + 1; q < a.size(); ++q) {
-            const double factor = a[q][r] / a[r][r];
-            for (std::size_t c = r; c <= a.size(); ++c) {
+            const double factor = a[r][q] / a[r][r];
+            for (std::size_t c = q; c <= a.size(); ++c) {
                 a[q][c] -= factor * a[r][c];
             }
         }
     }
-    std::array<double, 5> solution{};
-    for (std::size_t r = a.size(); r-- > 0;) {
-        double value = a[r][a.size()];
-        for (std::size_t c = r + 1; c < a.size(); ++c) {
-            value -= a[r][c] * solution[c];
-        }
-        solution[r] = value / a[r][r];
-    }
-    return PlanPoint{solution[0], solution[1]};
+    const double y = a[4][5] / a[4][4];
+    return PlanPoint{(a[3][5] - a[3][4] * y) / a[3][3], y};
 }
 
 std::optional<PlanPoint> SlopeOfSurface(const std::vector<Neighbour>& ring, double unit) {
@@ -52,10 +50,11 @@ std::optional<PlanPoint> SlopeOfSurface(const std::vector<Neighbour>& ring, doub
         const PlanPoint d = (1 / unit) * neighbour.away;
         const double falling = kWeightRadius + Dot(d, d);
         const double weight = 1 / (falling * falling);
-        const std::array<double, 6> row{d.x, d.y, d.x * d.x, d.x * d.y, d.y * d.y, neighbour.rise};
+        const std::array<double, 6> row{d.x * d.x, d.x * d.y, d.y * d.y, d.x, d.y, neighbour.rise};
         for (std::size_t r = 0; r < equations.size(); ++r) {
-            for (std::size_t c = 0; c < row.size(); ++c) {
-                equations[r][c] += weight * row[r] * row[c];
+            const double weighed = weight * row[r];
+            for (std::size_t c = r; c < row.size(); ++c) {
+                equations[r][c] += weighed * row[c];
             }
         }
     }
@@ -93,12 +92,12 @@ bool IsInner(const TriangleList& triangles, TriangleEdge edge) {
 // The points about one point, each once.
 class PointGradients::Ring {
 public:
-    explicit Ring(const PointSet& points)
-        : points_(points), stamps_(static_cast<std::size_t>(points.count) + 1) {}
+    /// @param points  point i at i.
+    explicit Ring(const std::vector<SpacePoint>& points)
+        : points_(points), stamps_(points.size()) {}
 
     void Begin(Index point) {
         centre_ = point;
-        members_.clear();
         neighbours_.clear();
         stamps_[static_cast<std::size_t>(point)] = centre_;
     }
@@ -106,16 +105,13 @@ public:
         Index& stamp = stamps_[static_cast<std::size_t>(point)];
         if (stamp != centre_) {
             stamp = centre_;
-            members_.push_back(point);
-            neighbours_.push_back(
-                {{points_.x[point] - points_.x[centre_], points_.y[point] - points_.y[centre_]},
-                 points_.z[point] - points_.z[centre_]});
+            const SpacePoint& here = points_[static_cast<std::size_t>(centre_)];
+            const SpacePoint& there = points_[static_cast<std::size_t>(point)];
+            neighbours_.push_back({PlanOf(there) - PlanOf(here), there.z - here.z});
         }
     }
-    void EndFirst() { firstCount_ = members_.size(); }
-    [[nodiscard]] std::size_t FirstCount() const { return firstCount_; }
-    [[nodiscard]] bool IsFull() const { return members_.size() >= firstCount_ + kMostInRing; }
-    [[nodiscard]] Index Member(std::size_t i) const { return members_[i]; }
+    void EndFirst() { firstCount_ = neighbours_.size(); }
+    [[nodiscard]] bool IsFull() const { return neighbours_.size() >= firstCount_ + kMostInRing; }
 
     [[nodiscard]] std::optional<PlanPoint> Slope() const {
         const std::span first = std::span(neighbours_).first(firstCount_);
@@ -133,34 +129,61 @@ public:
     }
 
 private:
-    const PointSet& points_;
+    const std::vector<SpacePoint>& points_;
     Index centre_ = 0;
     std::size_t firstCount_ = 0;
-    std::vector<Index> members_;
     std::vector<Neighbour> neighbours_;
     std::vector<Index> stamps_; // the last centre that point i was about, at i
 };
 
-PointGradients::PointGradients(const SmoothingSource& source, const PieceRunner& inPieces) {
-    const Index count = source.points.count;
+PointGradients::PointGradients(const SmoothingSource& source, const ContourSet& contours,
+                               const PieceRunner& inPieces) {
     constexpr double kUnknown = std::numeric_limits<double>::quiet_NaN();
-    gradients_.assign(static_cast<std::size_t>(count) + 1, {kUnknown, kUnknown});
+    gradients_.assign(static_cast<std::size_t>(source.points.count) + 1, {kUnknown, kUnknown});
+    std::vector<SpacePoint> points(gradients_.size());
+    for (Index i = 1; i <= source.points.count; ++i) {
+        points[static_cast<std::size_t>(i)] = {source.points.x[i], source.points.y[i],
+                                               source.points.z[i]};
+    }
     FindNeighbours(source.triangles);
     FindBreaklines(source);
-    const int pieces = std::clamp(count / 10000, 1, kPieces);
-    inPieces(pieces, [&](int piece) {
-        Ring ring(source.points);
-        const auto bound = [&](int k) {
-            return static_cast<Index>(static_cast<std::int64_t>(count) * k / pieces);
-        };
-        for (Index i = bound(piece) + 1; i <= bound(piece + 1); ++i) {
-            if (isOnBreakline_[static_cast<std::size_t>(i)] == 0 && !NeighboursOf(i).empty()) {
-                Collect(i, ring);
-                gradients_[static_cast<std::size_t>(i)] =
-                    ring.Slope().value_or(PlanPoint{kUnknown, kUnknown});
-            }
+    const std::vector<Index> wanted = FindWanted(source.triangles, contours);
+    const std::size_t pieces = std::clamp<std::size_t>(wanted.size() / kPointsAPiece, 1, kPieces);
+    inPieces(static_cast<int>(pieces), [&](int piece) {
+        Ring ring(points);
+        const std::size_t first = wanted.size() * static_cast<std::size_t>(piece) / pieces;
+        const std::size_t end = wanted.size() * (static_cast<std::size_t>(piece) + 1) / pieces;
+        for (std::size_t i = first; i < end; ++i) {
+            Collect(wanted[i], ring);
+            gradients_[static_cast<std::size_t>(wanted[i])] =
+                ring.Slope().value_or(PlanPoint{kUnknown, kUnknown});
         }
     });
+}
+
+// In the order in which the triangles come to them: neighbours follow each other.
+std::vector<Index> PointGradients::FindWanted(const TriangleList& triangles,
+                                              const ContourSet& contours) const {
+    std::vector<char> isWanted(gradients_.size());
+    for (const ContourLevel& level : contours) {
+        for (const ContourVertex& vertex : level.vertices) {
+            const Triangle& triangle = triangles.table[vertex.edge.triangle];
+            for (const int corner : {vertex.edge.edge, NextEdge(vertex.edge.edge)}) {
+                isWanted[static_cast<std::size_t>(triangle.Vertex(corner))] = 1;
+            }
+        }
+    }
+    std::vector<Index> wanted;
+    for (Index t = 1; t <= triangles.count; ++t) {
+        for (const Index point : triangles.table[t].vertices) {
+            const auto i = static_cast<std::size_t>(point);
+            if (isWanted[i] != 0 && isOnBreakline_[i] == 0) {
+                wanted.push_back(point);
+            }
+            isWanted[i] = 0;
+        }
+    }
+    return wanted;
 }
 
 // Each edge is taken from the triangle with the higher number, or the only one.
@@ -215,11 +238,11 @@ void PointGradients::Collect(Index point, Ring& ring) const {
         ring.Add(neighbour);
     }
     ring.EndFirst();
-    for (std::size_t i = 0; i < ring.FirstCount(); ++i) {
-        if (isOnBreakline_[static_cast<std::size_t>(ring.Member(i))] != 0) {
+    for (const Index member : NeighboursOf(point)) {
+        if (isOnBreakline_[static_cast<std::size_t>(member)] != 0) {
             continue;
         }
-        for (const Index neighbour : NeighboursOf(ring.Member(i))) {
+        for (const Index neighbour : NeighboursOf(member)) {
             if (ring.IsFull()) {
                 return;
             }

@@ -16,8 +16,11 @@ namespace terravo::smoothing {
 
 class PointGradients {
 public:
-    /// @param source  constrained edges between two triangles are breaklines.
-    PointGradients(const SmoothingSource& source, const PieceRunner& inPieces);
+    /// @param source    constrained edges between two triangles are breaklines.
+    /// @param contours  of the source, with repeats: the slopes at the ends of the edges that they
+    ///                  cross are estimated.
+    PointGradients(const SmoothingSource& source, const ContourSet& contours,
+                   const PieceRunner& inPieces);
 
     /// Whether the slope at a point is known.
     [[nodiscard]] bool IsKnown(Index point) const { return !std::isnan((*this)[point].x); }
@@ -31,6 +34,8 @@ private:
 
     void FindNeighbours(const TriangleList& triangles);
     void FindBreaklines(const SmoothingSource& source);
+    [[nodiscard]] std::vector<Index> FindWanted(const TriangleList& triangles,
+                                                const ContourSet& contours) const;
     [[nodiscard]] std::span<const Index> NeighboursOf(Index point) const {
         const auto i = static_cast<std::size_t>(point);
         return std::span(neighbours_).subspan(first_[i], first_[i + 1] - first_[i]);

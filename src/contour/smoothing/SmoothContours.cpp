@@ -56,7 +56,7 @@ std::optional<SmoothSet> SmoothWithAnyFraction(const SmoothingSource& source,
     }
     std::optional<PointGradients> gradients;
     if (options.goal == SmoothingGoal::Surface) {
-        gradients.emplace(source, inPieces);
+        gradients.emplace(source, *contours, inPieces);
     }
     SmoothSet smooth;
     smooth.origin = LocalOrigin(source.points);

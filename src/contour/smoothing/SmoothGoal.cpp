@@ -1,9 +1,12 @@
 #include "contour/smoothing/SmoothGoal.h"
 
+#include <algorithm>
+
 namespace terravo::smoothing {
 namespace {
 
-constexpr int kHalvings = 30;
+constexpr int kMostSteps = 30;
+constexpr double kNear = 1e-9; // of the edge
 
 // Height above the level along an edge from the lower end up.
 struct EdgeCubic {
@@ -17,21 +20,33 @@ struct EdgeCubic {
         return low * s * s * (1 + 2 * t) + high * t * t * (3 - 2 * t) + lowSlope * t * s * s -
                highSlope * t * t * s;
     }
+    [[nodiscard]] double SlopeAt(double t) const {
+        const double s = 1 - t;
+        return 6 * (high - low) * s * t + lowSlope * s * (s - 2 * t) + highSlope * t * (t - 2 * s);
+    }
 };
 
-// The place of height 0 between two parts; the nearer part where there is none.
-double ZeroOf(const EdgeCubic& cubic, double low, double high) {
+// The place of height 0 between two parts; the nearer part where there is none. Newton's steps, or
+// halvings where those lead out of what is left.
+double ZeroOf(const EdgeCubic& cubic, double start, double low, double high) {
     if (cubic.At(low) >= 0) {
         return low;
     }
     if (cubic.At(high) <= 0) {
         return high;
     }
-    for (int i = 0; i < kHalvings; ++i) {
-        const double middle = (low + high) / 2;
-        (cubic.At(middle) < 0 ? low : high) = middle;
+    double t = std::clamp(start, low, high);
+    for (int i = 0; i < kMostSteps; ++i) {
+        const double height = cubic.At(t);
+        (height < 0 ? low : high) = t;
+        const double onward = t - height / cubic.SlopeAt(t);
+        const double next = onward > low && onward < high ? onward : (low + high) / 2;
+        if (std::fabs(next - t) < kNear) {
+            return next;
+        }
+        t = next;
     }
-    return (low + high) / 2;
+    return t;
 }
 
 } // namespace
@@ -46,7 +61,7 @@ double GoalOf(const Slider& slider, const PointGradients* gradients) {
                           Dot((*gradients)[lower], slider.along),
                           Dot((*gradients)[upper], slider.along)};
     const double margin = kMargin * slider.Width();
-    return ZeroOf(cubic, slider.from + margin, slider.to - margin);
+    return ZeroOf(cubic, slider.raw, slider.from + margin, slider.to - margin);
 }
 
 } // namespace terravo::smoothing

@@ -39,7 +39,7 @@ void SmoothSolver::FindStep(const Chain& chain, std::size_t round) {
     if (round % 2 == 0) {
         solver_.SolveByActiveSet(box_, round * (n / 2 + 1) % n, step_);
     } else {
-        BoxSolver::SolveBySweeps(box_, step_);
+        solver_.SolveBySweeps(box_, step_);
     }
 }
 
@@ -82,7 +82,8 @@ bool SmoothSolver::CutWhereRisen(bool closed, double leastRise, bool entirely) {
     // Of the vertex that comes k - n after the first one.
     const auto rise = [&](std::size_t k) {
         const bool isThere = closed || (k >= n && k < 2 * n);
-        return isThere ? energy_.OfVertex(k % n) - before_[k % n] : 0;
+        const std::size_t i = k < n ? k : k < 2 * n ? k - n : k - 2 * n;
+        return isThere ? energy_.OfVertex(i) - before_[i] : 0;
     };
     double sum = 0;
     for (std::size_t k = n - about; k < n + about; ++k) {

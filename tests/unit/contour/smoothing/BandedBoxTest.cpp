@@ -68,7 +68,7 @@ TEST(BandedBox, BothWaysComeToTheMinimum) {
         }
         settled += most < 1e-9 ? 1 : 0;
         std::vector<double> swept;
-        BoxSolver::SolveBySweeps(box, swept);
+        solver.SolveBySweeps(box, swept);
         for (std::size_t i = 0; i < n; ++i) {
             ASSERT_TRUE(swept[i] >= box.low[i] && swept[i] <= box.high[i]) << round;
         }
