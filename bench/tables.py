@@ -143,6 +143,17 @@ def print_cut(results):
     print_table(size_head("random points"), rows)
 
 
+def print_smooth(results):
+    print("### Smooth contours, 50 levels, one thread, ms\n")
+    rows = [["vertices", *cells(results.over_sizes("smooth/plain", "vertices"))]]
+    for what, title in [("plain", "smoothed, plain goal"), ("surface", "smoothed, goal of the surface"),
+                        ("flatten", "made straight"), ("examine", "examined")]:
+        rows.append([title, *cells(results.over_sizes(f"smooth/{what}"))])
+        a_vertex = results.over_sizes(f"smooth/{what}", "a_vertex")
+        rows.append([f"{title}: ns a vertex", *cells([value and value * 1e9 for value in a_vertex])])
+    print_table(size_head("random points"), rows)
+
+
 def print_draw(results):
     print("### Drawing lines with the triangulation kept, 1200 x 900 pixels, ms\n")
     rows = []
@@ -294,7 +305,7 @@ def print_surface(results):
 
 PRINTERS = {"read": print_read, "triangulate": print_triangulate, "check": print_check, "cut": print_cut,
             "draw": print_draw, "export": print_export, "print": print_print,
-            "sheet": print_sheet, "surface": print_surface, "vector": print_vector, "view": print_view}
+            "sheet": print_sheet, "smooth": print_smooth, "surface": print_surface, "vector": print_vector, "view": print_view}
 
 
 def main():
