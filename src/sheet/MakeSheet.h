@@ -9,6 +9,7 @@
 #include "contour/ContourSet.h"
 #include "contour/LevelRegions.h"
 #include "contour/LevelRule.h"
+#include "contour/smoothing/SmoothContours.h"
 #include "sheet/SheetLayout.h"
 #include "sheet/SheetTheme.h"
 #include "sheet/TextMeasure.h"
@@ -32,6 +33,8 @@ struct SheetSource {
     const Array1<LevelRegion>* regions = nullptr;
     char decimalSeparator = '.';
     const ShapedSurface* shaped = nullptr; // where lines are laid into the surface
+    /// Of these levels, one each: drawn as curves in the place of the contours. Null: the contours.
+    const SmoothSet* smooth = nullptr;
 };
 
 /// What the functions of the layers work with.
