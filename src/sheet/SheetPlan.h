@@ -4,6 +4,7 @@
 // is left open (orientation, scale, place) is decided when the sheet is made, by the survey.
 #pragma once
 
+#include "contour/smoothing/SmoothContours.h"
 #include "sheet/SheetScene.h"
 #include "triangulation/TriangleList.h"
 
@@ -54,7 +55,8 @@ struct SheetPlan {
     std::optional<PlanPoint> centre; // data units, in the middle of the map; none: of the survey
     SheetLayers layers = DefaultLayers();
     std::string theme = "brown";
-    int indexEvery = 5; // multiples of the interval
+    int indexEvery = 5;                                             // multiples of the interval
+    std::optional<SmoothingOptions> smoothing = SmoothingOptions(); // none: lines as they are cut
     SheetLabels labels = SheetLabels::IndexLines;
     double labelSpacing = 120; // millimetres along a line
     bool labelsUphill = false; // else they are never upside down

@@ -1,10 +1,16 @@
 #include "app/session/SheetMaker.h"
 
 namespace terravo {
+namespace {
+
+constexpr double kFinestOnPaper = 0.01; // millimetres, as of the lines on the edges of the bands
+
+} // namespace
 
 std::optional<SheetScene> SheetMaker::Make(const SheetPlan& plan, const LevelRule& rule,
                                            const TextMeasure& measure, const StopToken& stop) {
-    if (!contours_.Prepare(rule, stop)) {
+    if (!contours_.Prepare(rule, stop) ||
+        (plan.smoothing && !contours_.PrepareSmooth(*plan.smoothing, stop))) {
         return std::nullopt;
     }
     const ShownSurface made = contours_.TheSurvey().Surface();
@@ -16,12 +22,23 @@ std::optional<SheetScene> SheetMaker::Make(const SheetPlan& plan, const LevelRul
                              contours_.Contours(),
                              run_.texts,
                              measure,
-                             plan.Shows(SheetLayer::Bands) ? &contours_.Regions() : nullptr,
+                             RegionsFor(plan, made.points),
                              run_.decimalSeparator,
-                             made.shaped};
+                             made.shaped,
+                             plan.smoothing ? &contours_.Smooth() : nullptr};
     SheetScene scene = MakeSheet(plan, source, stop);
     last_ = Last{LayOut(plan, made.points), rule, contours_.Levels()};
     return stop.IsStopRequested() ? std::nullopt : std::optional(std::move(scene));
+}
+
+// The bands end at the lines as they are drawn.
+const Array1<LevelRegion>* SheetMaker::RegionsFor(const SheetPlan& plan, const PointSet& points) {
+    if (!plan.Shows(SheetLayer::Bands)) {
+        return nullptr;
+    }
+    return plan.smoothing
+               ? &contours_.SmoothRegions(kFinestOnPaper * LayOut(plan, points).scale / 1000)
+               : &contours_.Regions();
 }
 
 std::optional<SheetScene> SheetMaker::MakePatch(const SheetPlan& plan, const SurfacePatch& patch,

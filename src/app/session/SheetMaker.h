@@ -31,6 +31,9 @@ public:
     MakePatch(const SheetPlan& plan, const SurfacePatch& patch, const TextMeasure& measure) const;
 
 private:
+    [[nodiscard]] const Array1<LevelRegion>* RegionsFor(const SheetPlan& plan,
+                                                        const PointSet& points);
+
     // What the sheet made last was made with.
     struct Last {
         SheetLayout layout;

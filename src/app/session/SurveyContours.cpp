@@ -12,6 +12,7 @@ bool SurveyContours::Prepare(const LevelRule& rule, const StopToken& stop) {
         return true;
     }
     rule_.reset();
+    smoothing_.reset();
     regions_.Clear();
     const ShownSurface made = survey_.Surface(stop);
     levels_ = MakeLevelSet(rule, made.points.extentZ,
@@ -45,6 +46,39 @@ const Array1<LevelRegion>& SurveyContours::Regions() {
     const ShownSurface made = survey_.Surface();
     regions_ = MakeSurfaceRegions(made.points, made.triangles, contours_);
     return regions_;
+}
+
+SmoothingSource SurveyContours::SourceOfSmooth() const {
+    const ShownSurface made = survey_.Surface();
+    return {made.points, made.triangles,
+            made.shaped == nullptr ? nullptr : &made.shaped->visibleMarks, levels_};
+}
+
+bool SurveyContours::PrepareSmooth(const SmoothingOptions& options, const StopToken& stop) {
+    if (smoothing_ == options) {
+        return true;
+    }
+    smoothing_.reset();
+    smoothRegions_.Clear();
+    std::optional<SmoothSet> smooth = MakeSmoothContours(SourceOfSmooth(), options, stop);
+    if (!smooth || stop.IsStopRequested()) {
+        return false;
+    }
+    smooth_ = std::move(*smooth);
+    smoothing_ = options;
+    return true;
+}
+
+const Array1<LevelRegion>& SurveyContours::SmoothRegions(double tolerance) {
+    const bool isKept =
+        smoothRegions_.UpperBound() > 0 && tolerance_ <= tolerance && tolerance_ >= tolerance;
+    if (!isKept) {
+        const ShownSurface made = survey_.Surface();
+        smoothRegions_ =
+            MakeSurfaceRegions(made.points, made.triangles, FlattenContours(smooth_, tolerance));
+        tolerance_ = tolerance;
+    }
+    return smoothRegions_;
 }
 
 } // namespace terravo
