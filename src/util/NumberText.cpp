@@ -278,6 +278,18 @@ std::string SingleText(float value) {
     return {text.data(), written.ptr};
 }
 
+std::string RoundedUp(double value, int digits, char separator) {
+    constexpr int kMostDecimals = 30;
+    constexpr double kRounding = 1e-12; // of what is such a number but for the last bits
+    const int exponent = static_cast<int>(std::floor(std::log10(value)));
+    const double unit = std::pow(10.0, exponent - digits + 1);
+    const double up = std::ceil(value / unit * (1 - kRounding)) * unit;
+    const int decimals = std::clamp(digits - 1 - exponent, 0, kMostDecimals);
+    return FormatScreen(
+        up, decimals == 0 ? "#0" : "#0." + std::string(static_cast<std::size_t>(decimals), '#'),
+        separator);
+}
+
 std::string FormatScreen(double value, std::string_view pattern, char separator) {
     if (!std::isfinite(value)) {
         return General(value);

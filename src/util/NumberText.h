@@ -36,6 +36,11 @@ std::string SingleText(float value);
 /// @param separator  written in place of the period.
 std::string FormatScreen(double value, std::string_view pattern, char separator);
 
+/// The smallest number of so many significant digits that is not below a value: what holds of the
+/// value holds of it.
+/// @param value  > 0.
+std::string RoundedUp(double value, int digits, char separator);
+
 /// Reads the number at the start of a text: blanks skipped, "." as decimal point, stopping at the
 /// first character that cannot continue it; 0 when there is none.
 double LeadingNumber(std::string_view text);

@@ -528,6 +528,12 @@ constexpr EnglishText kEnglish[] = {
      "open the file again to work with the new points."},
     {Text::ProjectChangedSince, "The project %1 has been saved by another program meanwhile. "
                                 "Replace it and lose those changes?"},
+    {Text::PanelSmooth, "Smooth li&nes:"},
+    {Text::PanelSmoothHint, "How far lines may leave the height of the surface to become round; on "
+                            "the left not at all. Lines never cross."},
+    {Text::SmoothExact, "exact"},
+    {Text::SmoothWithin, "within %1 m"},
+    {Text::SheetSaysSmooth, "Lines smoothed, within %1 m of the surface"},
 };
 
 constexpr bool StandInTheirPlaces() {

@@ -500,6 +500,11 @@ enum class Text : std::size_t {
     EditsDropped,
     PointsChangedSince,
     ProjectChangedSince,
+    PanelSmooth,
+    PanelSmoothHint,
+    SmoothExact,
+    SmoothWithin,
+    SheetSaysSmooth,
     End // one behind the last
 };
 

@@ -1,5 +1,7 @@
 #include "app/session/SheetMaker.h"
 
+#include <algorithm>
+
 namespace terravo {
 namespace {
 
@@ -27,7 +29,10 @@ std::optional<SheetScene> SheetMaker::Make(const SheetPlan& plan, const LevelRul
                              made.shaped,
                              plan.smoothing ? &contours_.Smooth() : nullptr};
     SheetScene scene = MakeSheet(plan, source, stop);
-    last_ = Last{LayOut(plan, made.points), rule, contours_.Levels()};
+    last_ = Last{LayOut(plan, made.points), rule, contours_.Levels(), std::nullopt};
+    if (plan.smoothing) {
+        last_->smooth = contours_.Smooth().worst;
+    }
     return stop.IsStopRequested() ? std::nullopt : std::optional(std::move(scene));
 }
 
@@ -58,6 +63,18 @@ std::optional<SheetScene> SheetMaker::MakePatch(const SheetPlan& plan, const Sur
         run_.texts,           measure,        plan.Shows(SheetLayer::Bands) ? &regions : nullptr,
         run_.decimalSeparator};
     return MakeSheetPatch(plan, source, last_->layout, patch);
+}
+
+SheetFigures SheetMaker::Figures() const {
+    SheetFigures figures;
+    if (last_) {
+        for (Index k = 2; k <= last_->levels.UpperBound(); ++k) {
+            figures.largestStep =
+                std::max(figures.largestStep, last_->levels[k].value - last_->levels[k - 1].value);
+        }
+        figures.smooth = last_->smooth;
+    }
+    return figures;
 }
 
 LevelRule RoundLevels(const Extent& heights) {

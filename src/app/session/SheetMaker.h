@@ -12,6 +12,12 @@
 
 namespace terravo {
 
+/// What a sheet says of its lines.
+struct SheetFigures {
+    double largestStep = 0;            // between neighbouring levels, data units
+    std::optional<SmoothError> smooth; // of smooth lines
+};
+
 class SheetMaker {
 public:
     /// @param contours, run  looked at in each call; outlive the maker.
@@ -30,6 +36,9 @@ public:
     [[nodiscard]] std::optional<SheetScene>
     MakePatch(const SheetPlan& plan, const SurfacePatch& patch, const TextMeasure& measure) const;
 
+    /// Of the sheet made last.
+    [[nodiscard]] SheetFigures Figures() const;
+
 private:
     [[nodiscard]] const Array1<LevelRegion>* RegionsFor(const SheetPlan& plan,
                                                         const PointSet& points);
@@ -39,6 +48,7 @@ private:
         SheetLayout layout;
         LevelRule rule;
         LevelSet levels;
+        std::optional<SmoothError> smooth;
     };
 
     SurveyContours& contours_;

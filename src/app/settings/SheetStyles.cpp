@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <functional>
+#include <limits>
 #include <utility>
 
 namespace terravo {
@@ -87,6 +88,26 @@ void ReadTheme(std::string_view text, SheetPlan& plan) {
     }
 }
 
+// "0": lines as they are cut.
+void ReadSmooth(std::string_view text, SheetPlan& plan) {
+    constexpr double kBelow = 0.5;
+    double fraction = SmoothingOptions().fraction;
+    Read(text, 0.0, kBelow, fraction);
+    if (fraction > 0) {
+        SmoothingOptions smoothing = plan.smoothing.value_or(SmoothingOptions());
+        smoothing.fraction = fraction;
+        plan.smoothing = smoothing;
+    } else {
+        plan.smoothing.reset();
+    }
+}
+
+// Of the smoothing, where there is any.
+template <class Value>
+Value Of(const SheetPlan& plan, Value SmoothingOptions::*member) {
+    return plan.smoothing.value_or(SmoothingOptions()).*member;
+}
+
 struct StyleKey {
     const char* name;
     std::function<std::string(const SheetPlan&)> write;
@@ -112,6 +133,32 @@ const std::vector<StyleKey>& StyleKeys() {
         {"theme", [](const Plan& p) { return p.theme; }, ReadTheme},
         {"index", [](const Plan& p) { return std::to_string(p.indexEvery); },
          [](View text, Plan& p) { Read(text, 0, 100000, p.indexEvery); }},
+        {"smooth", [](const Plan& p) { return p.smoothing ? ToText(p.smoothing->fraction) : "0"; },
+         ReadSmooth},
+        {"smoothness", [](const Plan& p) { return ToText(Of(p, &SmoothingOptions::smoothness)); },
+         [](View text, Plan& p) {
+             if (p.smoothing) {
+                 Read(text, 0.0, 1.0, p.smoothing->smoothness);
+             }
+         }},
+        {"goal",
+         [](const Plan& p) {
+             const bool isPlain = Of(p, &SmoothingOptions::goal) == SmoothingGoal::Plain;
+             return std::string(isPlain ? "plain" : "surface");
+         },
+         [](View text, Plan& p) {
+             if (p.smoothing) {
+                 Choose<SmoothingGoal>(
+                     text, {{"plain", SmoothingGoal::Plain}, {"surface", SmoothingGoal::Surface}},
+                     p.smoothing->goal);
+             }
+         }},
+        {"limit", [](const Plan& p) { return ToText(Of(p, &SmoothingOptions::limit)); },
+         [](View text, Plan& p) {
+             if (p.smoothing) {
+                 Read(text, 0.0, std::numeric_limits<double>::max(), p.smoothing->limit);
+             }
+         }},
         {"labels", [](const Plan& p) { return std::string(NameOf(p.labels)); },
          [](View text, Plan& p) {
              Choose<SheetLabels>(text,

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include <array>
+#include <cmath>
 
 using terravo::SheetLayer;
 using terravo::SheetPlan;
@@ -136,6 +137,7 @@ void SheetPanel::AddLookGroup() {
     spnIndexEvery = AddRow(form, Text::PanelIndexEvery, new QSpinBox(this), "spnIndexEvery");
     spnIndexEvery->setRange(0, 1000);
     spnIndexEvery->setSpecialValueText(Say(Text::PanelIndexNone));
+    sldSmooth = AddRow(form, Text::PanelSmooth, new SmoothSlider(state_, this), "pnlSmooth");
 }
 
 void SheetPanel::AddValuesGroup() {
@@ -182,6 +184,7 @@ void SheetPanel::ConnectControls() {
         connect(box, &QDoubleSpinBox::valueChanged, this, &SheetPanel::ReadControls);
     }
     connect(spnIndexEvery, &QSpinBox::valueChanged, this, &SheetPanel::ReadControls);
+    connect(sldSmooth, &SmoothSlider::Changed, this, &SheetPanel::ReadControls);
     connect(lstLayers, &QListWidget::itemChanged, this, &SheetPanel::ReadControls);
     connect(chkUphill, &QCheckBox::toggled, this, &SheetPanel::ReadControls);
     for (QLineEdit* text : {txtTitle, txtProject, txtDate, txtDatum, txtAuthor}) {
@@ -208,6 +211,7 @@ void SheetPanel::SetPlan(const SheetPlan& plan) {
     }
     cmbGrid->setCurrentIndex(plan.gridLines ? 1 : 0);
     spnIndexEvery->setValue(plan.indexEvery);
+    sldSmooth->SetFraction(plan.smoothing ? plan.smoothing->fraction : 0);
     cmbLabels->setCurrentIndex(static_cast<int>(plan.labels));
     spnSpacing->setValue(plan.labelSpacing);
     chkUphill->setChecked(plan.labelsUphill);
@@ -247,6 +251,21 @@ void SheetPanel::ReadScale() {
     ShowText(*cmbScale, ScaleText());
 }
 
+// What else the plan says of smoothing stays, and a fraction that the slider shows rounded.
+void SheetPanel::ReadSmoothing() {
+    const double fraction = sldSmooth->Fraction();
+    if (fraction <= 0) {
+        plan_.smoothing.reset();
+        return;
+    }
+    terravo::SmoothingOptions smoothing = plan_.smoothing.value_or(terravo::SmoothingOptions());
+    constexpr double kHalfStep = 0.005;
+    if (!plan_.smoothing || std::fabs(smoothing.fraction - fraction) > kHalfStep) {
+        smoothing.fraction = fraction;
+    }
+    plan_.smoothing = smoothing;
+}
+
 void SheetPanel::ReadControls() {
     if (isShowing_) {
         return;
@@ -265,6 +284,7 @@ void SheetPanel::ReadControls() {
     }
     plan_.gridLines = cmbGrid->currentIndex() == 1;
     plan_.indexEvery = spnIndexEvery->value();
+    ReadSmoothing();
     plan_.labels = static_cast<terravo::SheetLabels>(cmbLabels->currentIndex());
     plan_.labelSpacing = spnSpacing->value();
     plan_.labelsUphill = chkUphill->isChecked();

@@ -4,6 +4,7 @@
 // place of the map, which the sheet itself is taken by, is kept as it is.
 #pragma once
 
+#include "app/windows/SmoothSlider.h"
 #include "sheet/SheetPlan.h"
 #include "util/RunState.h"
 
@@ -30,6 +31,8 @@ public:
     void SetPlan(const terravo::SheetPlan& plan);
     /// Moves the map without a control of its own.
     void SetCentre(const std::optional<terravo::PlanPoint>& centre) { plan_.centre = centre; }
+    /// Between neighbouring levels, data units.
+    void SetLargestStep(double step) { sldSmooth->SetLargestStep(step); }
 
 signals:
     /// By the user.
@@ -47,6 +50,7 @@ private:
     void ReadControls();
     void ReadPaper();
     void ReadScale();
+    void ReadSmoothing();
     [[nodiscard]] QString ScaleText() const;
     [[nodiscard]] QString Say(terravo::Text text) const;
 
@@ -62,6 +66,7 @@ private:
     QListWidget* lstLayers = nullptr;
     QComboBox* cmbGrid = nullptr;
     QSpinBox* spnIndexEvery = nullptr;
+    SmoothSlider* sldSmooth = nullptr;
     QComboBox* cmbLabels = nullptr;
     QDoubleSpinBox* spnSpacing = nullptr;
     QCheckBox* chkUphill = nullptr;

@@ -235,6 +235,7 @@ std::optional<terravo::SheetScene> SheetWindow::MakeSheet(const SheetPlan& plan,
 void SheetWindow::ShowSheet(std::optional<terravo::SheetScene> scene) {
     const terravo::PointSet& points = session_.Points();
     if (scene) {
+        pnlSheet->SetLargestStep(session_.FiguresOfSheet().largestStep);
         pnlStyles->Styles().KeepLast(made_->plan);
         picSheet->Show(std::make_shared<const terravo::SheetScene>(std::move(*scene)),
                        terravo::LayOut(made_->plan, session_.TheSurvey().ShownPoints()).view);
@@ -260,6 +261,11 @@ QString SheetWindow::Description() const {
                      .arg(labels.lines)
                      .arg(labels.tooShort)
                      .arg(labels.noRoom);
+    }
+    if (const auto smooth = session_.FiguresOfSheet().smooth; smooth && smooth->height > 0) {
+        lines += Caption(state_, Text::SheetSaysSmooth)
+                     .arg(ToQString(terravo::NumberText::RoundedUp(smooth->height, 2,
+                                                                   state_.decimalSeparator)));
     }
     for (const terravo::Statement& remark : scene->remarks) {
         lines += ToQString(terravo::WithValues(state_.texts[remark.sentence], remark.values));

@@ -123,5 +123,14 @@ TEST(LeadingNumber, StopsAtTheFirstCharacterThatCannotContinueIt) {
     EXPECT_EQ(LeadingNumber("inf"), 0);
 }
 
+TEST(NumberTextTest, RoundsUpToSignificantDigits) {
+    const std::pair<double, const char*> cases[] = {
+        {0.1201, "0,13"}, {0.12, "0,12"}, {0.3, "0,3"},          {5, "5"},
+        {1234, "1300"},   {0.999, "1"},   {9.99e-7, "0,000001"}, {0.1 * 3, "0,3"}};
+    for (const auto& [value, text] : cases) {
+        EXPECT_EQ(NumberText::RoundedUp(value, 2, ','), text);
+    }
+}
+
 } // namespace
 } // namespace terravo
