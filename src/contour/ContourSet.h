@@ -25,7 +25,8 @@ struct ContourVertex {
     double x = 0; // data units, as the points
     double y = 0;
     /// The edge that the vertex lies on, as an edge of the triangle in which the line arrives here;
-    /// at both ends of an open line the edge of the surface; on a ridge any edge of the point.
+    /// at both ends of an open line the edge of the surface; on a ridge any edge of the point. Edge
+    /// 0 of a triangle: within it, as smooth lines made straight have it.
     TriangleEdge edge;
 };
 

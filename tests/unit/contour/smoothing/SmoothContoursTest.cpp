@@ -97,6 +97,14 @@ PointSet Lattice(Random& engine, double jitter) {
     return points;
 }
 
+PointSet WholeLattice(Random& engine) {
+    PointSet points = Lattice(engine, 0.2);
+    for (double& z : points.z) {
+        z = std::floor(z);
+    }
+    return points;
+}
+
 PointSet Needles(Random& engine) {
     PointSet points;
     for (int i = 0; i < 30; ++i) {
@@ -106,18 +114,28 @@ PointSet Needles(Random& engine) {
     return points;
 }
 
-// Links triangles that were made by hand; what they share with none is the edge of the surface.
+// Links triangles that were made by hand and have one convex hull.
 void Link(TriangleList& triangles) {
-    std::map<std::pair<Index, Index>, TriangleEdge> edges;
+    std::map<std::pair<Index, Index>, TriangleEdge> edges; // by their ends
     for (Index t = 1; t <= triangles.count; ++t) {
         for (int j = 1; j <= 3; ++j) {
             edges[{triangles.Vertex(j, t), triangles.Vertex(NextEdge(j), t)}] = {t, j};
         }
     }
+    const auto across = [&](std::pair<Index, Index> ends) {
+        return edges.find({ends.second, ends.first});
+    };
+    std::map<Index, TriangleEdge> hull; // by the point that they begin with
     for (const auto& [ends, edge] : edges) {
-        const auto across = edges.find({ends.second, ends.first});
+        if (across(ends) == edges.end()) {
+            hull[ends.first] = edge;
+        }
+    }
+    for (const auto& [ends, edge] : edges) {
+        const auto other = across(ends);
         triangles.table[edge.triangle].SetNeighbour(
-            edge.edge, across == edges.end() ? LinkToHullEdge(edge) : across->second.triangle);
+            edge.edge,
+            other == edges.end() ? LinkToHullEdge(hull[ends.second]) : other->second.triangle);
     }
 }
 
@@ -199,7 +217,7 @@ constexpr int kKinds = 6;
 
 TEST(SmoothContours, NeverMeetOnAwkwardMeshes) {
     const std::vector<LevelSet> levels = {LevelsAt({0, 1, 2, 3, 4}), LevelsAt({2, 0.5, 3.9, 2, 1}),
-                                          LevelsAt({2})};
+                                          LevelsAt({2}), LevelsAt({1, 1 + 1e-8, 3})};
     for (int round = 0; round < 3000; ++round) {
         Random engine(static_cast<unsigned>(round));
         const Terrain terrain = Awkward(round % kKinds, engine);
@@ -375,13 +393,98 @@ TEST(SmoothContours, TreatWhatLiesAtTheLevel) {
         const LevelSet levels = LevelsAt({2.5, 5, 7.5});
         EXPECT_EQ(FaultOf(terrain, levels, {}), "") << c.name;
         std::string lines;
-        for (const SmoothLine& line : Smooth(terrain, levels, {})->levels[2].lines) {
+        const SmoothSet smooth = *Smooth(terrain, levels, {});
+        for (const SmoothLine& line : smooth.levels[2].lines) {
             lines += line.closed ? 'C' : 'O';
         }
         if (std::string_view(c.name) != "saddle") {
             EXPECT_EQ(lines, c.lines) << c.name;
         } else {
             EXPECT_GE(lines.size(), 2U);
+        }
+    }
+}
+
+bool IsMarked(const Terrain& terrain, TriangleEdge edge) {
+    return (terrain.marks[edge.triangle] >> static_cast<unsigned>(edge.edge - 1) & 1U) != 0;
+}
+
+PlanPoint RawPlace(const Terrain& terrain, TriangleEdge edge, double level) {
+    const EdgeEnds ends = EndsOf(terrain.points, terrain.triangles, edge);
+    return PlaceOnEdge(terrain.points, ends, PartOfEdge(terrain.points, ends, level));
+}
+
+// The sine of the corner at a control point that is a vertex; 0 where a handle has no length.
+double CornerAt(std::span<const PlanPoint> controls, std::size_t i) {
+    const PlanPoint in{controls[i].x - controls[i - 1].x, controls[i].y - controls[i - 1].y};
+    const PlanPoint out{controls[i + 1].x - controls[i].x, controls[i + 1].y - controls[i].y};
+    const double lengths = std::hypot(in.x, in.y) * std::hypot(out.x, out.y);
+    return lengths < 1e-12 ? 0 : std::fabs(in.x * out.y - in.y * out.x) / lengths;
+}
+
+TEST(SmoothContours, HaveCornersOnBreaklinesAlone) {
+    const LevelSet levels = LevelsAt({0.5, 1.5, 2.5, 3.5}); // no point has such a height
+    for (const bool keepCorners : {true, false}) {
+        int corners = 0;
+        for (int round = 0; round < 30; ++round) {
+            Random engine(static_cast<unsigned>(round));
+            const Terrain terrain = WithBreaklines(TerrainOf(WholeLattice(engine)), engine);
+            SmoothingOptions options;
+            options.keepCornersOnBreaklines = keepCorners;
+            const SmoothSet smooth = *Smooth(terrain, levels, options);
+            for (const SmoothLevel& level : smooth.levels) {
+                for (const SmoothLine& line : level.lines) {
+                    const auto controls = level.ControlsOf(line);
+                    const auto edges = level.EdgesOf(line);
+                    for (std::size_t i = 1; i < line.pieces; ++i) {
+                        const double corner = CornerAt(controls, 3 * i);
+                        if (!keepCorners || !IsMarked(terrain, edges[i])) {
+                            ASSERT_LT(corner, 1e-6) << round;
+                            continue;
+                        }
+                        corners += corner > 0.1 ? 1 : 0;
+                        const PlanPoint raw = RawPlace(terrain, edges[i], level.value);
+                        ASSERT_NEAR(controls[3 * i].x, raw.x, 1e-12) << round;
+                        ASSERT_NEAR(controls[3 * i].y, raw.y, 1e-12) << round;
+                    }
+                }
+            }
+        }
+        EXPECT_EQ(corners > 100, keepCorners) << corners;
+    }
+}
+
+// The ground above a smooth line is less than that above a lower level and more than that above a
+// higher one.
+TEST(SmoothContours, MadeStraightBoundTheGroundAboveThem) {
+    SmoothingOptions options;
+    options.fraction = 0.4;
+    for (int round = 0; round < 60; ++round) {
+        Random engine(static_cast<unsigned>(round));
+        const Terrain terrain = Awkward(round % kKinds, engine);
+        const std::vector<double> values = {0.5, 1.25, 2, 3, 3.75};
+        const auto areasOf = [&](const ContourSet& contours) {
+            std::vector<double> areas;
+            for (const LevelRegion& region :
+                 MakeLevelRegions(terrain.points, terrain.triangles, contours)) {
+                areas.push_back(AreaOf(region));
+            }
+            return areas;
+        };
+        const auto areasAt = [&](double off) {
+            std::vector<double> moved = values;
+            for (double& value : moved) {
+                value += off;
+            }
+            return areasOf(*MakeContourSet(terrain.points, terrain.triangles, LevelsAt(moved)));
+        };
+        const auto smooth =
+            areasOf(FlattenContours(*Smooth(terrain, LevelsAt(values), options), 0.01));
+        const std::vector<double> most = areasAt(-0.4);
+        const std::vector<double> least = areasAt(0.4);
+        for (std::size_t k = 0; k < values.size(); ++k) {
+            EXPECT_LE(smooth[k], most[k] + 1e-9) << "round " << round << ", level " << k;
+            EXPECT_GE(smooth[k], least[k] - 1e-9) << "round " << round << ", level " << k;
         }
     }
 }
