@@ -2,6 +2,7 @@
 
 #include "contour/LevelRegions.h"
 #include "contour/smoothing/FlattenContours.h"
+#include "contour/smoothing/LevelSpacing.h"
 #include "contour/smoothing/SmoothCheck.h"
 #include "contour/smoothing/SmoothRun.h"
 #include "support/PointClouds.h"
@@ -71,6 +72,28 @@ std::string FaultOf(const Terrain& terrain, const LevelSet& levels, const Smooth
     }
     return SmoothFaultOf({terrain.points, terrain.triangles, &terrain.marks, levels}, smooth,
                          tolerance);
+}
+
+TEST(SmoothContours, KnowTheWayToTheNeighbouringLevels) {
+    struct Case {
+        std::vector<double> levels;
+        std::vector<double> below;
+        std::vector<double> above;
+    };
+    const std::vector<Case> cases = {
+        {{4}, {10}, {10}},
+        {{1, 2, 5}, {1, 1, 3}, {1, 3, 3}},
+        {{5, 1, 2}, {3, 1, 1}, {3, 1, 3}},
+        {{1, 1, 2}, {1, 1, 1}, {1, 1, 1}},
+    };
+    for (const Case& c : cases) {
+        const auto spacings = smoothing::SpacingsOf(LevelsAt(c.levels), {0, 10});
+        for (std::size_t k = 0; k < c.levels.size(); ++k) {
+            const smoothing::LevelSpacing& spacing = spacings[static_cast<Index>(k) + 1];
+            EXPECT_EQ(spacing.below, c.below[k]) << c.levels.size() << ", " << k;
+            EXPECT_EQ(spacing.above, c.above[k]) << c.levels.size() << ", " << k;
+        }
+    }
 }
 
 // ---- Small awkward meshes ----
@@ -559,7 +582,11 @@ TEST(SmoothContours, OfAConeComeNearToCircles) {
     surface.goal = SmoothingGoal::Surface;
     surface.smoothness = 0.4;
     const double curved = meanOff(FlattenContours(*Smooth(terrain, levels, surface), 0.01));
-    EXPECT_LT(plain, raw);
+    SmoothingOptions uneven;
+    uneven.smoothness = 0;
+    const double rounded = meanOff(FlattenContours(*Smooth(terrain, levels, uneven), 0.01));
+    EXPECT_LT(rounded, raw);
+    EXPECT_LT(plain, rounded);
     EXPECT_LT(curved, 0.5 * raw);
 }
 
