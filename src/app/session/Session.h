@@ -256,7 +256,7 @@ public:
     /// Throws AppError for levels that cannot be.
     std::optional<SheetScene> MakeSheet(const SheetPlan& plan, const TextMeasure& measure);
     /// Of the sheet made last.
-    [[nodiscard]] SheetFigures FiguresOfSheet() const { return sheets_.Figures(); }
+    [[nodiscard]] SheetLineFigures FiguresOfSheet() const { return sheets_.Figures(); }
     /// Makes the changed part of the sheet made last; nothing where there is none.
     [[nodiscard]] std::optional<SheetScene> MakeSheetPatch(const SheetPlan& plan,
                                                            const SurfacePatch& patch,

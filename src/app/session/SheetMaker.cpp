@@ -65,8 +65,8 @@ std::optional<SheetScene> SheetMaker::MakePatch(const SheetPlan& plan, const Sur
     return MakeSheetPatch(plan, source, last_->layout, patch);
 }
 
-SheetFigures SheetMaker::Figures() const {
-    SheetFigures figures;
+SheetLineFigures SheetMaker::Figures() const {
+    SheetLineFigures figures;
     if (last_) {
         for (Index k = 2; k <= last_->levels.UpperBound(); ++k) {
             figures.largestStep =

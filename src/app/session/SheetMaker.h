@@ -13,7 +13,7 @@
 namespace terravo {
 
 /// What a sheet says of its lines.
-struct SheetFigures {
+struct SheetLineFigures {
     double largestStep = 0;            // between neighbouring levels, data units
     std::optional<SmoothError> smooth; // of smooth lines
 };
@@ -37,7 +37,7 @@ public:
     MakePatch(const SheetPlan& plan, const SurfacePatch& patch, const TextMeasure& measure) const;
 
     /// Of the sheet made last.
-    [[nodiscard]] SheetFigures Figures() const;
+    [[nodiscard]] SheetLineFigures Figures() const;
 
 private:
     [[nodiscard]] const Array1<LevelRegion>* RegionsFor(const SheetPlan& plan,
