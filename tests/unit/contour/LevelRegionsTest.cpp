@@ -1,5 +1,7 @@
 #include "contour/LevelRegions.h"
 
+#include "contour/smoothing/FlattenContours.h"
+
 #include "support/TestSurface.h"
 #include "triangulation/HullRings.h"
 
@@ -121,9 +123,9 @@ std::pair<int, bool> RoundsAbout(const LevelRegion& region, PlanPoint p) {
     return {rounds, crossings % 2 == 1};
 }
 
-TEST(LevelRegions, GoOnceRoundWhatIsAboveAndNotRoundTheRest) {
-    const Surface surface(test::HillySurvey(test::RandomPoints(700, 5), true));
-    const Array1<LevelRegion> regions = RegionsOf(surface, LevelsOver(surface.points));
+// At a place in every third triangle, whose height is farther than this from a level.
+void ExpectOnceRoundWhatIsAbove(const Surface& surface, const Array1<LevelRegion>& regions,
+                                double near) {
     std::mt19937 engine(1);
     std::uniform_real_distribution<double> part(0.05, 0.45);
     for (Index t = 1; t <= surface.triangles.count; t += 3) {
@@ -138,11 +140,47 @@ TEST(LevelRegions, GoOnceRoundWhatIsAboveAndNotRoundTheRest) {
         const PlanPoint p{mix(a.x, b.x, c.x), mix(a.y, b.y, c.y)};
         const double z = mix(surface.Height(1, t), surface.Height(2, t), surface.Height(3, t));
         for (const LevelRegion& region : regions) {
-            if (std::abs(z - region.value) > 1e-9) {
+            if (std::abs(z - region.value) > near) {
                 const bool isAbove = z > region.value;
                 EXPECT_EQ(RoundsAbout(region, p), std::pair(isAbove ? 1 : 0, isAbove))
                     << t << ' ' << region.value;
             }
+        }
+    }
+}
+
+TEST(LevelRegions, GoOnceRoundWhatIsAboveAndNotRoundTheRest) {
+    const Surface surface(test::HillySurvey(test::RandomPoints(700, 5), true));
+    ExpectOnceRoundWhatIsAbove(surface, RegionsOf(surface, LevelsOver(surface.points)), 1e-9);
+}
+
+TEST(LevelRegions, HoldForSmoothLinesWithinWhatTheseLeaveTheirHeight) {
+    for (const Surface& surface : {Surface(test::HillySurvey(test::RandomPoints(700, 5), true)),
+                                   test::SurfaceWithHoles(true), test::SurfaceInParts(false)}) {
+        LevelSet levels;
+        const double lowest = surface.points.extentZ.min - 1;
+        for (double value = lowest; value <= surface.points.extentZ.max + 3; value += 3) {
+            levels.Append({value, 0, 1, {}, 0, 10});
+        }
+        const SmoothSet smooth =
+            MakeSmoothContours({surface.points, surface.triangles, nullptr, levels}, {}).value();
+        for (const double tolerance : {1e3, 0.01}) { // a chord a triangle, many
+            const Array1<LevelRegion> regions = MakeLevelRegions(
+                surface.points, surface.triangles, FlattenContours(smooth, tolerance));
+            const double near = smooth.worst.height + 1e-9;
+            ExpectOnceRoundWhatIsAbove(surface, regions, near);
+            const double whole = AreaAbove(surface, lowest);
+            double bands = 0;
+            for (Index k = 1; k <= regions.UpperBound(); ++k) {
+                const double area = AreaOf(regions[k]);
+                EXPECT_EQ(RingFaultOf(regions[k]), "") << regions[k].value;
+                EXPECT_LE(area, AreaAbove(surface, regions[k].value - near) + 1e-9 * whole);
+                EXPECT_GE(area, AreaAbove(surface, regions[k].value + near) - 1e-9 * whole);
+                const double next = k < regions.UpperBound() ? AreaOf(regions[k + 1]) : 0;
+                EXPECT_GE(area, next);
+                bands += area - next;
+            }
+            EXPECT_NEAR(bands, whole, 1e-9 * whole);
         }
     }
 }
