@@ -85,6 +85,7 @@ QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const Shee
     painter.scale(dots, dots);
     SheetPaintWish wish;
     wish.finest = kFinestOnPaper;
+    wish.curves = true;
     wish.stop = file.stop;
     PaintSheet(painter, scene, wish);
     if (!painter.end()) {

@@ -1,6 +1,7 @@
 #include "export/SheetPainter.h"
 
 #include "export/DetailPainter.h"
+#include "sheet/SheetCurve.h"
 
 #include <QPainterPath>
 #include <QPolygonF>
@@ -78,6 +79,24 @@ private:
         return polygon_;
     }
 
+    [[nodiscard]] QPainterPath PathOf(const SheetPiece& piece) const {
+        constexpr double kUnseen = 0.0005; // millimetres
+        const std::span<const SheetPoint> controls = scene_.ControlsOf(piece);
+        const auto at = [&](std::size_t i) { return QPointF(controls[i].x, controls[i].y); };
+        QPainterPath path(at(0));
+        for (std::size_t i = 0; i + 3 < controls.size(); i += 3) {
+            if (IsStraight(controls.subspan(i).first<4>(), kUnseen)) {
+                path.lineTo(at(i + 3));
+            } else {
+                path.cubicTo(at(i + 1), at(i + 2), at(i + 3));
+            }
+        }
+        if (piece.closed) {
+            path.closeSubpath();
+        }
+        return path;
+    }
+
     void PaintArea(const SheetArea& area) {
         QPainterPath path;
         path.setFillRule(Qt::OddEvenFill);
@@ -92,6 +111,10 @@ private:
         painter_.setPen(PenOf(scene_.inks[line.ink], wish_.thinnest));
         painter_.setBrush(Qt::NoBrush);
         for (const SheetPiece& piece : scene_.PiecesOf(line)) {
+            if (wish_.curves && piece.cubics > 0) {
+                painter_.drawPath(PathOf(piece));
+                continue;
+            }
             const QPolygonF& points = Thinned(piece);
             if (piece.closed) {
                 painter_.drawPolygon(points);

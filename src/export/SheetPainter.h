@@ -2,8 +2,9 @@
 //
 // Data: a finished sheet in millimetres. Method: the painter's units are millimetres, so screen,
 // picture, page and printer show the same; the layers come in their order. Vertices nearer to each
-// other than the device can show are left out. A window, which draws parts of the same sheet again
-// and again, takes lines, areas and marks from an index, at one level of detail.
+// other than the device can show are left out. Pages get curves as such; in pixels nobody can tell
+// them from the straight lines that the scene has for them. A window, which draws parts of the same
+// sheet again and again, takes lines, areas and marks from an index, at one level of detail.
 #pragma once
 
 #include "plot2d/SheetFont.h"
@@ -30,6 +31,8 @@ struct SheetPaintWish {
     double finest = 0;
     /// Lines are at least this wide, millimetres: about a pixel of a screen.
     double thinnest = 0;
+    /// Curves as cubics: for what can be enlarged.
+    bool curves = false;
     /// Only what may be seen in here has to be drawn.
     SheetBox visible{-1e9, -1e9, 1e9, 1e9};
     /// Of the sheet, for a device of pixels; else everything is taken from the sheet itself.

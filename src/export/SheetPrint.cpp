@@ -72,6 +72,7 @@ void PaintOnPage(QPagedPaintDevice& device, const SheetScene& scene) {
                   device.logicalDpiY() / kMillimetresPerInch);
     SheetPaintWish wish;
     wish.finest = 0.01;
+    wish.curves = true;
     PaintSheet(painter, scene, wish);
     if (!painter.end()) {
         throw AppError(ErrorNumber::kDeviceIo, "PaintOnPage", "The page cannot be printed.");

@@ -1,5 +1,6 @@
 #include "export/SheetSvg.h"
 
+#include "sheet/SheetCurve.h"
 #include "util/NumberText.h"
 
 #include <array>
@@ -128,14 +129,40 @@ private:
         AppendNumber(out_, place.y);
     }
 
+    void AppendVertices(std::span<const SheetPoint> vertices) {
+        char command = 'M';
+        for (const SheetPoint& point : vertices) {
+            out_ += command;
+            AppendPlace(point);
+            command = 'L';
+        }
+    }
+
+    void AppendCurve(std::span<const SheetPoint> controls) {
+        constexpr double kLastDigit = 0.0005; // what rounding to three decimals may change
+        out_ += 'M';
+        AppendPlace(controls.front());
+        for (std::size_t i = 0; i + 3 < controls.size(); i += 3) {
+            if (IsStraight(controls.subspan(i).first<4>(), kLastDigit)) {
+                out_ += 'L';
+            } else {
+                out_ += 'C';
+                AppendPlace(controls[i + 1]);
+                out_ += ' ';
+                AppendPlace(controls[i + 2]);
+                out_ += ' ';
+            }
+            AppendPlace(controls[i + 3]);
+        }
+    }
+
     void AppendPieces(std::span<const SheetPiece> pieces) {
         out_ += " d=\"";
         for (const SheetPiece& piece : pieces) {
-            char command = 'M';
-            for (const SheetPoint& point : scene_.VerticesOf(piece)) {
-                out_ += command;
-                AppendPlace(point);
-                command = 'L';
+            if (piece.cubics > 0) {
+                AppendCurve(scene_.ControlsOf(piece));
+            } else {
+                AppendVertices(scene_.VerticesOf(piece));
             }
             out_ += piece.closed ? "Z" : "";
             file_.FlushWhenFull();

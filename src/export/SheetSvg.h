@@ -1,8 +1,8 @@
 // A sheet as an SVG file.
 //
 // Data: a finished sheet. Method: one user unit is a millimetre, a group for each layer carries its
-// name; a contour is a path in absolute coordinates with its height, a text is a text. Numbers have
-// three decimals: a micrometre.
+// name; a contour is a path in absolute coordinates with its height, a smooth one of cubics, a text
+// is a text. Numbers have three decimals: a micrometre.
 #pragma once
 
 #include "sheet/SheetScene.h"

@@ -1,6 +1,7 @@
 #include "sheet/Clip.h"
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -39,10 +40,14 @@ SheetPoint Between(SheetPoint a, SheetPoint b, double t) {
 
 class LineClipper {
 public:
-    LineClipper(const SheetBox& box, ClippedLine& inside)
-        : box_(box), inside_(inside), firstPart_(inside.parts.size()) {}
+    LineClipper(std::span<const SheetPoint> line, const PlacesOnCurve& curve, const SheetBox& box,
+                ClippedLine& inside)
+        : line_(line), curve_(curve), box_(box), inside_(inside), firstPart_(inside.parts.size()) {}
 
-    void AddSide(SheetPoint a, SheetPoint b) {
+    // From a vertex to the next one, behind the last to the first.
+    void AddSide(std::size_t i) {
+        const SheetPoint a = line_[i];
+        const SheetPoint b = i + 1 < line_.size() ? line_[i + 1] : line_.front();
         const auto part = InsidePart(a, b, box_);
         if (!part) {
             goesOn_ = false;
@@ -55,17 +60,17 @@ public:
         }
         if (from > 0 || !goesOn_) {
             inside_.parts.push_back({inside_.points.size(), 0, false});
-            Append(from > 0 ? Between(a, b, from) : a);
+            Append(from > 0 ? Between(a, b, from) : a, i, from);
         }
-        Append(to < 1 ? Between(a, b, to) : b);
+        Append(to < 1 ? Between(a, b, to) : b, i, to);
         goesOn_ = to >= 1;
     }
 
     // The part that ends at the first vertex goes on with the one that begins there.
-    void JoinEnds(SheetPoint firstVertex) {
+    void JoinEnds() {
         const std::size_t added = inside_.parts.size() - firstPart_;
         if (added < 2 || !goesOn_ ||
-            !(inside_.points[inside_.parts[firstPart_].first] == firstVertex)) {
+            !(inside_.points[inside_.parts[firstPart_].first] == line_.front())) {
             return;
         }
         ClippedLine::Part& first = inside_.parts[firstPart_];
@@ -74,17 +79,30 @@ public:
             inside_.points.begin() + static_cast<std::ptrdiff_t>(first.first),
             inside_.points.begin() + static_cast<std::ptrdiff_t>(first.first + first.count));
         inside_.points.insert(inside_.points.end(), head.begin() + 1, head.end());
+        for (std::size_t i = 1; i < head.size() && IsCurve(); ++i) {
+            inside_.places.push_back(inside_.places[first.first + i] + curve_.end);
+        }
         last.count += head.size() - 1;
         first = last;
         inside_.parts.pop_back();
     }
 
 private:
-    void Append(SheetPoint point) {
+    [[nodiscard]] bool IsCurve() const { return !curve_.places.empty(); }
+
+    // A point so far along a side.
+    void Append(SheetPoint point, std::size_t side, double part) {
         inside_.points.push_back(point);
         ++inside_.parts.back().count;
+        if (IsCurve()) {
+            const double end =
+                side + 1 < curve_.places.size() ? curve_.places[side + 1] : curve_.end;
+            inside_.places.push_back(std::lerp(curve_.places[side], end, part));
+        }
     }
 
+    std::span<const SheetPoint> line_;
+    const PlacesOnCurve& curve_;
     const SheetBox& box_;
     ClippedLine& inside_;
     std::size_t firstPart_;
@@ -113,22 +131,23 @@ std::vector<SheetPoint> CutOff(const std::vector<SheetPoint>& ring, Depth depth)
 } // namespace
 
 void ClipLine(std::span<const SheetPoint> line, bool closed, const SheetBox& box,
-              ClippedLine& inside) {
+              ClippedLine& inside, const PlacesOnCurve& curve) {
     if (line.size() < 2) {
         return;
     }
     if (std::all_of(line.begin(), line.end(), [&](SheetPoint p) { return box.Contains(p); })) {
         inside.parts.push_back({inside.points.size(), line.size(), closed});
         inside.points.insert(inside.points.end(), line.begin(), line.end());
+        inside.places.insert(inside.places.end(), curve.places.begin(), curve.places.end());
         return;
     }
-    LineClipper clipper(box, inside);
+    LineClipper clipper(line, curve, box, inside);
     for (std::size_t i = 0; i + 1 < line.size(); ++i) {
-        clipper.AddSide(line[i], line[i + 1]);
+        clipper.AddSide(i);
     }
     if (closed) {
-        clipper.AddSide(line.back(), line.front());
-        clipper.JoinEnds(line.front());
+        clipper.AddSide(line.size() - 1);
+        clipper.JoinEnds();
     }
 }
 

@@ -1,14 +1,15 @@
 // The contour lines of a sheet and their values.
 //
-// Data: the contour set, in data units. Method: every line is brought to the paper, without the
-// vertices that no printer could tell apart, and cut off at the frame; then the values are placed,
-// and the lines are added without the
-// stretches that these cover.
+// Data: the contour set or the smooth lines, in data units. Method: every line is brought to the
+// paper, without the vertices that no printer could tell apart, a smooth one flattened, and cut off
+// at the frame; then the values are placed, and the lines are added without the stretches that
+// these cover, smooth ones with their curves.
 #include "sheet/Clip.h"
 #include "sheet/CutOut.h"
 #include "sheet/LineGaps.h"
 #include "sheet/LineLabels.h"
 #include "sheet/MakeSheet.h"
+#include "sheet/SheetCurve.h"
 
 #include <algorithm>
 
@@ -21,11 +22,15 @@ constexpr double kFinest = 0.01; // millimetres
 class ContourLayer {
 public:
     ContourLayer(const SheetContext& context, SheetScene& scene)
-        : context_(context), scene_(scene) {}
+        : context_(context), scene_(scene), smooth_(context.source.smooth) {}
 
     void Add() {
-        for (Index k = 1; k <= Levels().UpperBound(); ++k) {
-            Collect(k);
+        for (Index k = 1; k <= context_.source.levels.UpperBound(); ++k) {
+            if (smooth_ != nullptr) {
+                CollectSmooth(k);
+            } else {
+                Collect(k);
+            }
         }
         LabelPlacement placement = Place();
         scene_.labels = placement.report;
@@ -40,17 +45,39 @@ private:
     struct Part {
         Index level = 0;
         std::size_t line = 0; // running number of the contour it belongs to
+        const SmoothLine* smooth = nullptr;
     };
 
-    [[nodiscard]] const ContourSet& Levels() const { return context_.source.contours; }
-
     void Collect(Index level) {
-        for (const ContourLine& line : Levels()[level].lines) {
-            OnPaper(Levels()[level].VerticesOf(line), line.closed);
+        const ContourLevel& contours = context_.source.contours[level];
+        for (const ContourLine& line : contours.lines) {
+            OnPaper(contours.VerticesOf(line), line.closed);
             ClipLine(paper_, line.closed, context_.layout.map, clipped_);
             parts_.resize(clipped_.parts.size(), {level, lineCount_});
             ++lineCount_;
         }
+    }
+
+    void CollectSmooth(Index level) {
+        for (const SmoothLine& line : smooth_->levels[level].lines) {
+            CurveOnPaper(level, line);
+            flat_.Clear();
+            Flatten(curve_, line.closed, kCurveTolerance, flat_);
+            ClipLine(flat_.points, line.closed, context_.layout.map, clipped_,
+                     {flat_.places, static_cast<double>(CubicsOf(curve_))});
+            parts_.resize(clipped_.parts.size(), {level, lineCount_, &line});
+            ++lineCount_;
+        }
+    }
+
+    // The same whenever it is asked for, so that only places on it have to be kept.
+    void CurveOnPaper(Index level, const SmoothLine& line) {
+        const auto controls = smooth_->levels[level].ControlsOf(line);
+        curve_.resize(controls.size());
+        std::transform(controls.begin(), controls.end(), curve_.begin(), [this](PlanPoint p) {
+            return context_.layout.view.ToPaper(smooth_->origin.x + p.x, smooth_->origin.y + p.y);
+        });
+        LeaveOutTiny(curve_, kFinest);
     }
 
     void OnPaper(std::span<const ContourVertex> vertices, bool closed) {
@@ -77,7 +104,7 @@ private:
         if (plan.labels == SheetLabels::None) {
             return {};
         }
-        for (Index k = 1; k <= Levels().UpperBound(); ++k) {
+        for (Index k = 1; k <= context_.source.levels.UpperBound(); ++k) {
             widths_.push_back(HasValue(k) ? context_.source.measure.Width(context_.TextOfLevel(k),
                                                                           plan.textHeight, false)
                                           : 0);
@@ -164,12 +191,16 @@ private:
                 line.layer = context_.IsIndex(parts_[i].level) ? SheetLayer::IndexContours
                                                                : SheetLayer::Contours;
                 line.ink = scene_.InkNumber(InkOf(parts_[i].level));
-                line.level = Levels()[parts_[i].level].value;
+                line.level = context_.source.levels[parts_[i].level].value;
                 line.firstPiece = scene_.pieces.size();
                 scene_.lines.push_back(line);
+                if (smooth_ != nullptr) {
+                    CurveOnPaper(parts_[i].level, *parts_[i].smooth);
+                }
             }
             const ClippedLine::Part& part = clipped_.parts[i];
-            AddWithout(clipped_.PointsOf(part), part.closed, std::move(out[i]), scene_);
+            AddWithout(clipped_.PointsOf(part), part.closed, std::move(out[i]), scene_,
+                       {curve_, clipped_.PlacesOf(part)});
             SheetLine& line = scene_.lines.back();
             line.pieces = scene_.pieces.size() - line.firstPiece;
         }
@@ -177,9 +208,12 @@ private:
 
     const SheetContext& context_;
     SheetScene& scene_;
+    const SmoothSet* smooth_;
     std::vector<SheetPoint> paper_; // of one line
-    ClippedLine clipped_;           // all parts inside the frame
-    std::vector<Part> parts_;       // what each of them is
+    std::vector<SheetPoint> curve_; // of one smooth line
+    FlatCurve flat_;
+    ClippedLine clipped_;     // all parts inside the frame
+    std::vector<Part> parts_; // what each of them is
     std::size_t lineCount_ = 0;
     std::vector<double> widths_;        // of the values, by level from 0
     std::vector<std::size_t> labelled_; // numbers of the parts that may have values

@@ -66,6 +66,7 @@ SceneDetail::SceneDetail(const SheetScene& scene, double tolerance)
         AddMarks(static_cast<SheetLayer>(layer));
     }
     MakeGroups();
+    flat_ = {};
 }
 
 void SceneDetail::AddLines(SheetLayer layer) {
@@ -96,9 +97,19 @@ void SceneDetail::AddAreas(SheetLayer layer) {
     part.end = chains_.size();
 }
 
+std::span<const SheetPoint> SceneDetail::VerticesOf(const SheetPiece& piece) {
+    constexpr double kFineEnough = 0.5; // of what the vertices of curves are from these
+    if (piece.cubics == 0 || tolerance_ >= kFineEnough * kCurveTolerance) {
+        return scene_.VerticesOf(piece);
+    }
+    flat_.Clear();
+    Flatten(scene_.ControlsOf(piece), piece.closed, tolerance_, flat_);
+    return flat_.points;
+}
+
 // A piece that shrinks to less than the tolerance is not there.
 void SceneDetail::AddChain(const SheetPiece& piece, std::uint32_t element, bool whole) {
-    const std::span<const SheetPoint> points = scene_.VerticesOf(piece);
+    const std::span<const SheetPoint> points = VerticesOf(piece);
     if (points.empty()) {
         return;
     }

@@ -5,9 +5,11 @@
 // its box, and runs in groups with theirs. Marks are kept likewise, side by side. Method: levels of
 // detail are a factor of four apart and made when they are first asked for. A line is handed out as
 // its visible stretches; a ring keeps one vertex of a run that lies beyond one edge of what is
-// visible, which fills the same pixels.
+// visible, which fills the same pixels. Of a curve there are straight pieces alone, those of the
+// scene or, where these are too coarse, some made for the level: on a screen no eye can tell.
 #pragma once
 
+#include "sheet/SheetCurve.h"
 #include "sheet/SheetScene.h"
 
 #include <algorithm>
@@ -119,6 +121,7 @@ private:
     void AddAreas(SheetLayer layer);
     void AddMarks(SheetLayer layer);
     void AddChain(const SheetPiece& piece, std::uint32_t element, bool whole);
+    [[nodiscard]] std::span<const SheetPoint> VerticesOf(const SheetPiece& piece);
     void AddRuns(Chain& chain, std::size_t first, bool joined);
     void MakeGroups();
     void CollectRing(const Chain& chain, const IndexBox& visible,
@@ -164,6 +167,7 @@ private:
     std::array<Part, kSheetLayers> lines_;
     std::array<Part, kSheetLayers> areas_;
     std::array<Part, kSheetLayers> marks_;
+    FlatCurve flat_; // of the curve at work
 };
 
 class SceneIndex {

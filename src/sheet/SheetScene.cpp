@@ -1,5 +1,7 @@
 #include "sheet/SheetScene.h"
 
+#include "sheet/SheetCurve.h"
+
 #include <algorithm>
 
 namespace terravo {
@@ -24,6 +26,13 @@ std::uint32_t SheetScene::InkNumber(const SheetInk& ink) {
 void SheetScene::AddPiece(std::span<const SheetPoint> points, bool closed) {
     pieces.push_back({vertices.size(), points.size(), closed});
     vertices.insert(vertices.end(), points.begin(), points.end());
+}
+
+void SheetScene::CurveLastPiece(std::span<const SheetPoint> curve, double from, double to) {
+    SheetPiece& piece = pieces.back();
+    piece.firstControl = controls.size();
+    AppendStretch(curve, from, to, controls);
+    piece.cubics = CubicsOf(std::span(controls).subspan(piece.firstControl));
 }
 
 void SheetScene::AddLine(SheetLayer layer, const SheetInk& ink, std::span<const SheetPoint> points,

@@ -1,10 +1,10 @@
 // A finished sheet: lines, areas, marks and texts in millimetres, ready to be drawn on any device.
 //
 // Data: x to the right and y down from the upper left corner of the paper; every element knows its
-// layer. Vertices of all lines and areas lie in one array, in pieces. Method: everything is already
-// placed, clipped and cut out beneath its labels; whoever draws goes through the layers in the
-// order of their enumeration, within a layer through areas, lines, marks and texts, and decides
-// nothing.
+// layer. Vertices of all lines and areas lie in one array, in pieces. A piece of a curve has its
+// control points as well, in an array of their own. Method: everything is already placed, clipped
+// and cut out beneath its labels; whoever draws goes through the layers in the order of their
+// enumeration, within a layer through areas, lines, marks and texts, and decides nothing.
 #pragma once
 
 #include "plot2d/Colour.h"
@@ -83,11 +83,18 @@ struct SheetInk {
     bool operator==(const SheetInk&) const = default;
 };
 
+/// Millimetres: as far from a curve its vertices may lie.
+inline constexpr double kCurveTolerance = 0.01;
+
 /// Vertices that follow each other.
 struct SheetPiece {
     std::size_t first = 0; // in SheetScene::vertices
     std::size_t count = 0;
     bool closed = false; // the last one leads to the first, which is not repeated
+    /// Of a curve: whoever has pixels draws the vertices, files and pages that can be enlarged get
+    /// the cubics.
+    std::size_t firstControl = 0; // in SheetScene::controls
+    std::size_t cubics = 0;       // 0: the vertices are all there is
 };
 
 /// A line, which labels and the frame may have cut into pieces.
@@ -150,6 +157,7 @@ struct SheetScene {
     double scale = 0; // the N of 1:N
     std::vector<SheetInk> inks;
     std::vector<SheetPoint> vertices;
+    std::vector<SheetPoint> controls; // of a piece 3 * cubics + 1; every third one is on the curve
     std::vector<SheetPiece> pieces;
     std::vector<SheetLine> lines;
     std::vector<SheetArea> areas;
@@ -167,11 +175,18 @@ struct SheetScene {
     [[nodiscard]] std::span<const SheetPoint> VerticesOf(const SheetPiece& piece) const {
         return std::span(vertices).subspan(piece.first, piece.count);
     }
+    /// None where the vertices are all there is. Of a closed piece the last one is the first again.
+    [[nodiscard]] std::span<const SheetPoint> ControlsOf(const SheetPiece& piece) const {
+        return std::span(controls).subspan(piece.firstControl,
+                                           piece.cubics > 0 ? 3 * piece.cubics + 1 : 0);
+    }
 
     /// The number of an ink, which is added when it is new.
     std::uint32_t InkNumber(const SheetInk& ink);
     /// Adds a piece with these vertices.
     void AddPiece(std::span<const SheetPoint> points, bool closed);
+    /// Says that the last piece is a stretch of a curve, as of AppendStretch().
+    void CurveLastPiece(std::span<const SheetPoint> curve, double from, double to);
     /// Adds a line of one piece.
     void AddLine(SheetLayer layer, const SheetInk& ink, std::span<const SheetPoint> points,
                  bool closed = false);

@@ -47,6 +47,36 @@ std::vector<SheetPoint> Wander(std::mt19937& chance, std::size_t count) {
     return line;
 }
 
+// A line as a curve of straight cubics, which a place on the curve is a place on the line of.
+struct StraightCurve {
+    std::vector<SheetPoint> controls;
+    std::vector<double> places;
+
+    StraightCurve(std::span<const SheetPoint> line, bool closed) : controls{line.front()} {
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            places.push_back(static_cast<double>(i));
+        }
+        for (std::size_t i = 1; i < line.size() + (closed ? 1 : 0); ++i) {
+            const SheetPoint a = line[i - 1];
+            const SheetPoint b = line[i % line.size()];
+            controls.push_back({(2 * a.x + b.x) / 3, (2 * a.y + b.y) / 3});
+            controls.push_back({(a.x + 2 * b.x) / 3, (a.y + 2 * b.y) / 3});
+            controls.push_back(b);
+        }
+    }
+};
+
+// Whether the vertices of a piece are those of its curve.
+bool HasItsCurve(const SheetScene& scene, const SheetPiece& piece) {
+    const auto line = scene.VerticesOf(piece);
+    const auto controls = scene.ControlsOf(piece);
+    bool has = controls.size() == 3 * (line.size() - (piece.closed ? 0 : 1)) + 1;
+    for (std::size_t i = 0; has && i < line.size(); ++i) {
+        has = std::hypot(line[i].x - controls[3 * i].x, line[i].y - controls[3 * i].y) < 1e-9;
+    }
+    return has;
+}
+
 TEST(Clip, KeepsWhatIsInsideAndNothingElse) {
     const SheetBox box{2, 3, 9, 8};
     std::mt19937 chance(3);
@@ -54,12 +84,17 @@ TEST(Clip, KeepsWhatIsInsideAndNothingElse) {
         const std::vector<SheetPoint> line = Wander(chance, 2 + round % 9);
         const bool closed = round % 2 == 0;
         ClippedLine inside;
-        ClipLine(line, closed, box, inside);
+        const StraightCurve curve(line, closed);
+        ClipLine(line, closed, box, inside, {curve.places, static_cast<double>(line.size())});
+        ASSERT_EQ(inside.places.size(), inside.points.size());
         double length = 0;
         for (const ClippedLine::Part& part : inside.parts) {
             const std::span<const SheetPoint> points = inside.PointsOf(part);
             ASSERT_GE(points.size(), 2U);
             length += Length(points, part.closed);
+            SheetScene scene;
+            AddWithout(points, part.closed, {}, scene, {curve.controls, inside.PlacesOf(part)});
+            EXPECT_TRUE(HasItsCurve(scene, scene.pieces[0])) << round;
             for (const SheetPoint& p : points) {
                 EXPECT_TRUE(SheetBox({1.999999, 2.999999, 9.000001, 8.000001}).Contains(p));
             }
@@ -108,11 +143,13 @@ TEST(CutOut, LeavesTheStretchesOut) {
                  {true, {{5, 8}, {38, 41}}, 2, 34}};
     for (const auto& test : cases) {
         SheetScene scene;
-        AddWithout(square, test.closed, test.out, scene);
+        const StraightCurve curve(square, test.closed);
+        AddWithout(square, test.closed, test.out, scene, {curve.controls, curve.places});
         EXPECT_EQ(scene.pieces.size(), test.pieces);
         double left = 0;
         for (const SheetPiece& piece : scene.pieces) {
             left += Length(scene.VerticesOf(piece), piece.closed);
+            EXPECT_TRUE(HasItsCurve(scene, piece));
         }
         EXPECT_NEAR(left, test.left, 1e-12);
     }
