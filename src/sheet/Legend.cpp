@@ -229,6 +229,7 @@ private:
             DrawCross(row.ink, {(x + right) / 2, middle});
             break;
         case LegendSample::None:
+        case LegendSample::Remark:
         case LegendSample::Scale:
             break;
         }

@@ -3,6 +3,7 @@
 #include "sheet/GridLines.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace terravo {
 namespace {
@@ -35,9 +36,36 @@ Index FirstWithCode(const PointSet& points) {
 }
 
 // Level ground has levels by count, and no line at any.
-bool HasLines(const ContourSet& contours) {
-    return std::any_of(contours.begin(), contours.end(),
-                       [](const ContourLevel& level) { return !level.lines.empty(); });
+bool HasLines(const SheetSource& source) {
+    const auto hasThem = [](const auto& levels) {
+        return std::any_of(levels.begin(), levels.end(),
+                           [](const auto& level) { return !level.lines.empty(); });
+    };
+    return source.smooth != nullptr ? hasThem(source.smooth->levels) : hasThem(source.contours);
+}
+
+// No bound may become smaller by its rounding: up, to two digits.
+double RoundedUp(double value) {
+    if (!(value > 0)) {
+        return 0;
+    }
+    constexpr double kWhatRoundingAdds = 1e-9;
+    const double unit = std::pow(10, std::floor(std::log10(value)) - 1);
+    return std::ceil(value / unit - kWhatRoundingAdds) * unit;
+}
+
+// In two rows, where its comma is: one would be the widest of all, and make the legend's texts
+// smaller.
+void AddSmoothRemark(const SheetContext& context, std::vector<LegendRow>& rows) {
+    const std::string text =
+        WithMetres(context, Text::LegendSmoothed, RoundedUp(context.source.smooth->worst.height));
+    const std::size_t comma = text.find(", ");
+    if (comma == std::string::npos) {
+        rows.push_back({LegendSample::Remark, text});
+        return;
+    }
+    rows.push_back({LegendSample::Remark, text.substr(0, comma + 1)});
+    rows.push_back({LegendSample::Remark, text.substr(comma + 2)});
 }
 
 // Index lines and the others, with their interval where they have one.
@@ -60,6 +88,9 @@ void AddContourRows(const SheetContext& context, std::vector<LegendRow>& rows) {
     }
     if (indexLines < LevelCount(context)) {
         add(Text::LegendContour, Text::LegendContourEvery, rule.interval, false);
+    }
+    if (context.source.smooth != nullptr) {
+        AddSmoothRemark(context, rows);
     }
 }
 
@@ -99,7 +130,7 @@ std::vector<LegendRow> SymbolRows(const SheetContext& context) {
     std::vector<LegendRow> rows;
     const SheetPlan& plan = context.plan;
     const SheetTheme& theme = context.theme;
-    if (plan.Shows(SheetLayer::Contours) && HasLines(context.source.contours)) {
+    if (plan.Shows(SheetLayer::Contours) && HasLines(context.source)) {
         AddContourRows(context, rows);
     }
     if (plan.Shows(SheetLayer::Hull)) {

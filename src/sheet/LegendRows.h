@@ -11,7 +11,8 @@
 
 namespace terravo {
 
-enum class LegendSample : unsigned char { None, Line, Band, Triangles, Dot, Cross, Scale };
+/// None: a heading. Remark: on what stands above it.
+enum class LegendSample : unsigned char { None, Remark, Line, Band, Triangles, Dot, Cross, Scale };
 
 struct LegendRow {
     LegendSample sample = LegendSample::None;
@@ -22,7 +23,7 @@ struct LegendRow {
     double rows = 1;      // that it takes
 };
 
-/// Contours, edge, triangles, points, grid.
+/// Contours, how near to the surface smooth ones are, edge, triangles, points, grid.
 std::vector<LegendRow> SymbolRows(const SheetContext& context);
 
 /// A heading, then bands or coloured lines, the highest first; none where colours tell no heights.

@@ -534,6 +534,7 @@ constexpr EnglishText kEnglish[] = {
     {Text::SmoothExact, "exact"},
     {Text::SmoothWithin, "within %1 m"},
     {Text::SheetSaysSmooth, "Lines smoothed, within %1 m of the surface"},
+    {Text::LegendSmoothed, "lines smoothed, within %1 m of the surface"},
 };
 
 constexpr bool StandInTheirPlaces() {

@@ -505,6 +505,7 @@ enum class Text : std::size_t {
     SmoothExact,
     SmoothWithin,
     SheetSaysSmooth,
+    LegendSmoothed,
     End // one behind the last
 };
 

@@ -277,5 +277,21 @@ TEST_F(SmoothSheetTest, TheIndexHasCurvesAsFineAsAnyLevelAsks) {
     EXPECT_GT(vertices(0.008), vertices(0.5));
 }
 
+TEST_F(SmoothSheetTest, TheLegendSaysHowNearToTheSurfaceTheLinesAre) {
+    const struct {
+        double worst;
+        const char* said;
+    } cases[] = {{0.1149, "0.12"}, {0.12, "0.12"}, {0.0991, "0.1"},     {2.41, "2.5"},
+                 {0, "0"},         {1234, "1300"}, {0.00031, "0.00031"}};
+    for (const auto& test : cases) {
+        smooth->worst.height = test.worst;
+        const SheetScene scene = Make(&*smooth);
+        const std::string wanted = std::string("within ") + test.said + " m of the surface";
+        EXPECT_TRUE(std::any_of(scene.texts.begin(), scene.texts.end(), [&](const SheetText& text) {
+            return text.text == wanted;
+        })) << wanted;
+    }
+}
+
 } // namespace
 } // namespace terravo
