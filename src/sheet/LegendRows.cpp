@@ -1,6 +1,7 @@
 #include "sheet/LegendRows.h"
 
 #include "sheet/GridLines.h"
+#include "util/NumberText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -44,21 +45,13 @@ bool HasLines(const SheetSource& source) {
     return source.smooth != nullptr ? hasThem(source.smooth->levels) : hasThem(source.contours);
 }
 
-// No bound may become smaller by its rounding: up, to two digits.
-double RoundedUp(double value) {
-    if (!(value > 0)) {
-        return 0;
-    }
-    constexpr double kWhatRoundingAdds = 1e-9;
-    const double unit = std::pow(10, std::floor(std::log10(value)) - 1);
-    return std::ceil(value / unit - kWhatRoundingAdds) * unit;
-}
-
 // In two rows, where its comma is: one would be the widest of all, and make the legend's texts
 // smaller.
 void AddSmoothRemark(const SheetContext& context, std::vector<LegendRow>& rows) {
     const std::string text =
-        WithMetres(context, Text::LegendSmoothed, RoundedUp(context.source.smooth->worst.height));
+        WithValues(Word(context, Text::LegendSmoothed),
+                   {NumberText::RoundedUp(context.source.smooth->worst.height, 2,
+                                          context.source.decimalSeparator)});
     const std::size_t comma = text.find(", ");
     if (comma == std::string::npos) {
         rows.push_back({LegendSample::Remark, text});

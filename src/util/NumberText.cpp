@@ -279,6 +279,9 @@ std::string SingleText(float value) {
 }
 
 std::string RoundedUp(double value, int digits, char separator) {
+    if (!(value > 0)) {
+        return "0";
+    }
     constexpr int kMostDecimals = 30;
     constexpr double kRounding = 1e-12; // of what is such a number but for the last bits
     const int exponent = static_cast<int>(std::floor(std::log10(value)));

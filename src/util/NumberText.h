@@ -37,8 +37,7 @@ std::string SingleText(float value);
 std::string FormatScreen(double value, std::string_view pattern, char separator);
 
 /// The smallest number of so many significant digits that is not below a value: what holds of the
-/// value holds of it.
-/// @param value  > 0.
+/// value holds of it; "0" where that is not above 0.
 std::string RoundedUp(double value, int digits, char separator);
 
 /// Reads the number at the start of a text: blanks skipped, "." as decimal point, stopping at the

@@ -101,11 +101,12 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
     SheetWindow sheet(state, *session, parent->Status(), settings, scheme);
     ASSERT_TRUE(Soon([&] { return sheet.HasSheet(); }));
     ExpectOrder(sheet,
-                {"picSheet",      "cmdFit",      "cmdTrueSize",  "cmdMeasure",    "cmdExport",
-                 "cmdPrint",      "cmbStyle",    "cmdKeepStyle", "cmbPaper",      "cmbOrientation",
-                 "cmbScale",      "spnRotation", "cmbTheme",     "lstLayers",     "cmbGrid",
-                 "spnIndexEvery", "cmbLabels",   "spnSpacing",   "spnTextHeight", "chkUphill",
-                 "txtTitle",      "txtProject",  "txtDate",      "txtDatum",      "txtAuthor"});
+                {"picSheet",      "cmdFit",      "cmdTrueSize",  "cmdMeasure", "cmdExport",
+                 "cmdPrint",      "cmbStyle",    "cmdKeepStyle", "cmbPaper",   "cmbOrientation",
+                 "cmbScale",      "spnRotation", "cmbTheme",     "lstLayers",  "cmbGrid",
+                 "spnIndexEvery", "sldSmooth",   "cmbLabels",    "spnSpacing", "spnTextHeight",
+                 "chkUphill",     "txtTitle",    "txtProject",   "txtDate",    "txtDatum",
+                 "txtAuthor"});
     const std::string path = folder.Write("numbered.txt", "1,2,3,4\n2,3,4,5\n");
     ImportDialog import(state, path, InspectPointFile(path), std::nullopt);
     ExpectOrder(import,

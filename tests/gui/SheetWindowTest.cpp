@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPrinter>
+#include <QSlider>
 
 namespace terravo {
 namespace {
@@ -135,6 +136,23 @@ TEST_F(SheetWindowTest, EveryControlChangesTheSheet) {
     }
 }
 
+TEST_F(SheetWindowTest, TheSliderSaysHowFarSmoothLinesLeaveTheSurfaceAndSmoothsThem) {
+    OpenSheet();
+    auto* slider = Find<QSlider>("sldSmooth");
+    const auto* said = Find<QLabel>("lblSmooth");
+    const auto curves = [this] { return view->Scene()->controls.size(); };
+    EXPECT_EQ(slider->value(), 25);
+    EXPECT_EQ(said->text(), "within 0.25 m") << "a quarter of 1 m";
+    EXPECT_GT(curves(), 0U);
+    EXPECT_TRUE(Find<QLabel>("lblSheet")->text().contains("Lines smoothed, within 0."));
+    slider->setValue(45);
+    EXPECT_EQ(said->text(), "within 0.45 m") << "before any line is made";
+    Remake([&] { slider->setValue(0); });
+    EXPECT_EQ(said->text(), "exact");
+    EXPECT_EQ(curves(), 0U);
+    EXPECT_FALSE(Find<QLabel>("lblSheet")->text().contains("smoothed"));
+}
+
 TEST_F(SheetWindowTest, FollowsPointsAndLevels) {
     OpenSheet();
     const auto levels = [this] {
@@ -215,6 +233,7 @@ TEST_F(SheetWindowTest, SmallEditsOfManyPointsShowAtOnceAndAllElseFollows) {
     Remake([this] { session->LoadNamedFile(folder.Write("many.dat", HillsText(150))); });
     SheetPlan plan;
     plan.labels = SheetLabels::None;
+    plan.smoothing.reset(); // patches have straight lines
     plan.Show(SheetLayer::Triangles, true);
     plan.Show(SheetLayer::Points, true);
     Remake([&] {

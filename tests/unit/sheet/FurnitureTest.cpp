@@ -207,6 +207,7 @@ TEST(Furniture, LegendNamesOnlyWhatIsShown) {
         return all;
     };
     SheetPlan plan;
+    plan.smoothing.reset();
     EXPECT_EQ(words(plan),
               (std::vector<std::string>{"Legend", "Index contour, every 25 m", "Contour, every 5 m",
                                         "Edge of the survey", "Grid, every 200 m"}));

@@ -51,6 +51,7 @@ struct MakeSheetTest : ::testing::Test {
 
 TEST_F(MakeSheetTest, TheContoursLieOnTheSurfaceAtTheirLevels) {
     plan.rotation = 25;
+    plan.smoothing.reset();
     const SheetScene scene = Make();
     const MapView view = LayOut(plan, survey.Points()).view;
     std::size_t vertices = 0;
