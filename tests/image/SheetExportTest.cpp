@@ -1,6 +1,7 @@
 #include "export/SheetExport.h"
 
 #include "export/SheetPainter.h"
+#include "sheet/SheetCurve.h"
 #include "support/TemporaryFolder.h"
 #include "util/AppError.h"
 
@@ -121,6 +122,53 @@ TEST_F(SheetExportTest, EveryFormatShowsTheSameAtItsTrueSize) {
                 << place.x << " " << place.y << " " << seen.name().toStdString();
         }
     }
+}
+
+// The first stream of a PDF that is one of drawing, as text.
+std::string PageOf(const std::string& pdf) {
+    const std::string key = "stream\n";
+    for (std::size_t at = 0; (at = pdf.find(key, at)) != std::string::npos;) {
+        at += key.size();
+        QByteArray packed("\x00\x10\x00\x00", 4); // about how long it will be
+        packed.append(pdf.data() + at, static_cast<qsizetype>(pdf.find("endstream", at) - at));
+        const std::string page = qUncompress(packed).toStdString();
+        if (page.find(" m\n") != std::string::npos) {
+            return page;
+        }
+    }
+    return {};
+}
+
+TEST_F(SheetExportTest, CurvesAreCubicsInFilesAndLieThereInPixels) {
+    SheetScene scene = Sample();
+    const SheetPoint curve[] = {{20, 60}, {20, 20}, {80, 20}, {80, 60},
+                                {80, 62}, {80, 64}, {80, 66}};
+    FlatCurve flat;
+    Flatten(curve, false, kCurveTolerance, flat);
+    scene.texts.clear();
+    scene.lines.clear();
+    scene.AddLine(SheetLayer::Contours, {kRed, 1, {}}, flat.points);
+    scene.CurveLastPiece(curve, 0, 2);
+    const auto written = [&](const char* name, PictureKind kind) {
+        WriteSheet(folder.File(name), kind, scene, {"", 254});
+        return folder.Read(name);
+    };
+    const std::string svg = written("c.svg", PictureKind::Svg);
+    EXPECT_NE(svg.find(" d=\"M20 60C20 20 80 20 80 60L80 66\""), std::string::npos);
+    const std::string page = PageOf(written("c.pdf", PictureKind::Pdf));
+    const auto count = [&](const std::string& command) {
+        std::size_t found = 0;
+        for (std::size_t at = 0; (at = page.find(command, at)) != std::string::npos; ++at) {
+            ++found;
+        }
+        return found;
+    };
+    EXPECT_EQ(count("80 20 80 60 c\n"), 1U);
+    EXPECT_EQ(count("80 66 l\n"), 1U);
+    static_cast<void>(written("c.png", PictureKind::Png));
+    const QColor seen = QImage(QString::fromStdString(folder.File("c.png"))).pixelColor(500, 300);
+    EXPECT_GT(seen.red(), 200);
+    EXPECT_LT(seen.green(), 60);
 }
 
 TEST_F(SheetExportTest, TheSamePdfTwiceHasTheSamePageAndNoDateOfItsOwn) {
