@@ -334,6 +334,7 @@ TEST(SmoothContours, DoNotDependOnTheOrderOfTheWork) {
     const SmoothSet onThreads = *smoothing::SmoothWithAnyFraction(
         source, options, [](int count, const std::function<void(int)>& work) {
             std::vector<std::thread> threads;
+            threads.reserve(4);
             for (int first = 0; first < 4; ++first) {
                 threads.emplace_back([=] {
                     for (int piece = count - 1 - first; piece >= 0; piece -= 4) {
