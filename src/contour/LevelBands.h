@@ -38,7 +38,7 @@ struct LevelBand {
 /// level to the highest point. A point exactly at a level belongs to the band above. Rings of a
 /// polygon may touch each other in single points but do not cross.
 /// @param triangles  of the points.
-/// @param contours   of both, increasing, with repeats left out.
+/// @param contours   of both, increasing, with repeats left out; smooth ones made straight, too.
 /// @param round      moves every place before rings are made, so that rings are whole again where
 ///                   places fall together; none where places stay. Heights of bands stay as they
 ///                   are. Edges that cross after they were moved are left so.

@@ -31,8 +31,10 @@ public:
         double doubt = 0;
     };
 
-    SurfaceReader(const SmoothingSource& source, PlanPoint origin)
-        : points_(source.points), triangles_(source.triangles), origin_(origin) {}
+    /// @param size  of the coordinates that places were rounded to, where those are larger than
+    ///              what is relative to the origin.
+    SurfaceReader(const SmoothingSource& source, PlanPoint origin, double size = 0)
+        : points_(source.points), triangles_(source.triangles), origin_(origin), size_(size) {}
 
     /// @param[in,out] near  a triangle, best one near the place; then the one that holds it.
     /// @return nothing outside the surface.
@@ -65,14 +67,12 @@ public:
 
 private:
     struct Corner {
-        PlanPoint away;  // from the place
-        PlanPoint place; // relative to the origin
+        PlanPoint away; // from the place
         double height = 0;
+        double size = 0; // of its coordinates
 
         // Of its coordinates, and of what is near it.
-        [[nodiscard]] double Digits() const {
-            return kDigits * (std::fabs(place.x) + std::fabs(place.y));
-        }
+        [[nodiscard]] double Digits() const { return kDigits * size; }
     };
     using Corners = std::array<Corner, 3>;
 
@@ -84,7 +84,8 @@ private:
         for (std::size_t j = 0; j < 3; ++j) {
             const Index i = triangles_.table[t].vertices[j];
             const PlanPoint there{points_.x[i] - origin_.x, points_.y[i] - origin_.y};
-            corners[j] = {there - place, there, points_.z[i]};
+            corners[j] = {there - place, points_.z[i],
+                          std::fabs(there.x) + std::fabs(there.y) + size_};
         }
         return corners;
     }
@@ -170,6 +171,7 @@ private:
     const PointSet& points_;
     const TriangleList& triangles_;
     PlanPoint origin_;
+    double size_;
 };
 
 // All lines made straight.
@@ -201,13 +203,34 @@ StraightSet Straighten(const SmoothSet& smooth, double tolerance, const SurfaceR
     return straight;
 }
 
+StraightSet SetOf(const ContourSet& contours, PlanPoint origin, const SurfaceReader& reader) {
+    StraightSet straight;
+    StraightLines& lines = straight.lines;
+    for (Index k = 1; k <= contours.UpperBound(); ++k) {
+        for (const ContourLine& line : contours[k].lines) {
+            const auto vertices = contours[k].VerticesOf(line);
+            lines.lines.push_back({lines.places.size(), vertices.size(), line.closed});
+            straight.levels.push_back(k);
+            straight.near.push_back(vertices.front().edge.triangle);
+            for (std::size_t i = 0; i < vertices.size(); ++i) {
+                lines.places.push_back(PlanPoint{vertices[i].x, vertices[i].y} - origin);
+                const ContourVertex& next = vertices[i + 1 < vertices.size() ? i + 1 : 0];
+                lines.isLeftOut.push_back(reader.IsFlat(next.edge.triangle) ? 1 : 0);
+            }
+        }
+    }
+    return straight;
+}
+
 class HeightCheck {
 public:
-    HeightCheck(const SmoothingSource& source, const SmoothSet& smooth, const SurfaceReader& reader)
-        : reader_(reader), smooth_(smooth),
+    HeightCheck(const SmoothingSource& source, PlanPoint origin, const SmoothError& allowed,
+                const SurfaceReader& reader)
+        : source_(source), origin_(origin), allowed_(allowed), reader_(reader),
           spacings_(SpacingsOf(source.levels, source.points.extentZ)) {}
 
-    std::string FaultOf(const StraightSet& straight) const {
+    /// @param steps  in which every piece is looked at.
+    std::string FaultOf(const StraightSet& straight, int steps) const {
         for (std::size_t i = 0; i < straight.lines.lines.size(); ++i) {
             const StraightLines::Line& line = straight.lines.lines[i];
             Index near = straight.near[i];
@@ -215,7 +238,11 @@ public:
                 if (straight.lines.isLeftOut[k] != 0) {
                     continue;
                 }
-                std::string fault = FaultAt(straight.lines.places[k], straight.levels[i], near);
+                const bool isEnd = k + 1 == line.first + line.count;
+                const PlanPoint place = straight.lines.places[k];
+                const PlanPoint next = straight.lines.places[isEnd ? line.first : k + 1];
+                const int count = isEnd && !line.closed ? 1 : steps;
+                std::string fault = FaultAlong(place, next, count, straight.levels[i], near);
                 if (!fault.empty()) {
                     return fault;
                 }
@@ -225,28 +252,41 @@ public:
     }
 
 private:
+    std::string FaultAlong(PlanPoint place, PlanPoint next, int steps, Index level,
+                           Index& near) const {
+        for (int i = 0; i < steps; ++i) {
+            const double part = static_cast<double>(i) / steps;
+            std::string fault = FaultAt(place + part * (next - place), level, near);
+            if (!fault.empty()) {
+                return fault;
+            }
+        }
+        return "";
+    }
+
     std::string FaultAt(PlanPoint place, Index level, Index& near) const {
-        const double value = smooth_.levels[level].value;
+        const double value = source_.levels[level].value;
         const auto reading = reader_.Read(place, near);
         if (!reading) {
-            return "A line leaves the surface" + Where(place, smooth_.origin, value) + ".";
+            return "A line leaves the surface" + Where(place, origin_, value) + ".";
         }
         const double off = reading->height - value;
         const LevelSpacing& spacing = spacings_[level];
-        const double allowed =
-            std::min(smooth_.worst.height,
-                     smooth_.worst.interval * (off > 0 ? spacing.above : spacing.below));
+        const double allowed = std::min(
+            allowed_.height, allowed_.interval * (off > 0 ? spacing.above : spacing.below));
         if (std::fabs(off) <= allowed * (1 + kRounding) + reading->doubt) {
             return "";
         }
         return "A line leaves its height by " + NumberText::General(std::fabs(off)) +
-               Where(place, smooth_.origin, value) + ".";
+               Where(place, origin_, value) + ".";
     }
 
     static constexpr double kRounding = 1e-9;
 
+    const SmoothingSource& source_;
+    PlanPoint origin_;
+    SmoothError allowed_;
     const SurfaceReader& reader_;
-    const SmoothSet& smooth_;
     Array1<LevelSpacing> spacings_;
 };
 
@@ -255,19 +295,30 @@ bool IsExaminable(const StraightLines& lines) {
                        [](const PlanPoint& p) { return IsWithinReach(p.x) && IsWithinReach(p.y); });
 }
 
-std::string FaultOfMeeting(const StraightSet& straight, const SmoothSet& smooth) {
+std::string FaultOfMeeting(const StraightSet& straight, const SmoothingSource& source,
+                           PlanPoint origin) {
     const std::optional<LineMeeting> meeting = FindMeeting(straight.lines);
     if (!meeting) {
         return "";
     }
-    const double value = smooth.levels[straight.levels[meeting->line]].value;
-    const double other = smooth.levels[straight.levels[meeting->other]].value;
+    const double value = source.levels[straight.levels[meeting->line]].value;
+    const double other = source.levels[straight.levels[meeting->other]].value;
     const bool isItself = meeting->line == meeting->other;
     const char* what = meeting->isCrossing
                            ? (isItself ? "A line crosses itself" : "Two lines cross")
                            : (isItself ? "A line touches itself" : "Two lines touch");
-    return what + Where(meeting->place, smooth.origin, value) +
+    return what + Where(meeting->place, origin, value) +
            (isItself ? "." : " and level " + NumberText::General(other) + ".");
+}
+
+std::string FaultOf(const StraightSet& straight, const SmoothingSource& source, PlanPoint origin,
+                    const SurfaceReader& reader, const SmoothError& allowed, int steps) {
+    if (!IsExaminable(straight.lines)) {
+        return "A line has coordinates too large or too small to be examined.";
+    }
+    std::string fault = FaultOfMeeting(straight, source, origin);
+    return fault.empty() ? HeightCheck(source, origin, allowed, reader).FaultOf(straight, steps)
+                         : fault;
 }
 
 } // namespace
@@ -275,12 +326,15 @@ std::string FaultOfMeeting(const StraightSet& straight, const SmoothSet& smooth)
 std::string SmoothFaultOf(const SmoothingSource& source, const SmoothSet& smooth,
                           double tolerance) {
     const SurfaceReader reader(source, smooth.origin);
-    const StraightSet straight = Straighten(smooth, tolerance, reader);
-    if (!IsExaminable(straight.lines)) {
-        return "A line has coordinates too large or too small to be examined.";
-    }
-    std::string fault = FaultOfMeeting(straight, smooth);
-    return fault.empty() ? HeightCheck(source, smooth, reader).FaultOf(straight) : fault;
+    return FaultOf(Straighten(smooth, tolerance, reader), source, smooth.origin, reader,
+                   smooth.worst, 1);
+}
+
+std::string StraightFaultOf(const SmoothingSource& source, const ContourSet& lines,
+                            PlanPoint origin, const SmoothError& allowed) {
+    constexpr int kSteps = 8;
+    const SurfaceReader reader(source, origin, std::fabs(origin.x) + std::fabs(origin.y));
+    return FaultOf(SetOf(lines, origin, reader), source, origin, reader, allowed, kSteps);
 }
 
 } // namespace terravo

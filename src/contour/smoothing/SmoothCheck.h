@@ -19,4 +19,11 @@ namespace terravo {
 /// @return the first thing that does not hold, as a sentence with its place, or an empty text.
 std::string SmoothFaultOf(const SmoothingSource& source, const SmoothSet& smooth, double tolerance);
 
+/// The same of lines that are straight already, with the digits that they have; heights are read
+/// along their pieces, too.
+/// @param origin   of the smooth lines that they were made of.
+/// @param allowed  how far they may leave their height.
+std::string StraightFaultOf(const SmoothingSource& source, const ContourSet& lines,
+                            PlanPoint origin, const SmoothError& allowed);
+
 } // namespace terravo

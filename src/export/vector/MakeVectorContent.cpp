@@ -5,6 +5,7 @@
 #include "export/vector/VectorLabels.h"
 #include "sheet/SheetPlan.h"
 #include "triangulation/HullRings.h"
+#include "util/NumberText.h"
 #include "util/PathText.h"
 
 #include <algorithm>
@@ -42,6 +43,22 @@ double DoubleAreaOf(std::span<const PlanPoint> ring) {
     return std::fabs(area);
 }
 
+// The N of 1:N at which the points fit a sheet of 380 by 257 mm.
+double SheetScaleOf(const PointSet& points, LengthUnit unit) {
+    const double perUnit = MillimetresIn(unit);
+    const double width = (points.extentX.max - points.extentX.min) * perUnit;
+    const double height = (points.extentY.max - points.extentY.min) * perUnit;
+    return std::max(std::max(width, height) / 380, std::min(width, height) / 257);
+}
+
+// Rounding moves a place by half a last decimal: with so many more than the tolerance has, lines
+// that nearly touch stay apart but for the narrowest places.
+constexpr int kMoreDecimals = 3;
+
+int DecimalsFor(double tolerance) {
+    return static_cast<int>(std::ceil(-std::log10(tolerance) - 1e-9)) + kMoreDecimals;
+}
+
 class Maker {
 public:
     Maker(const VectorSource& source, const VectorWish& wish)
@@ -72,6 +89,7 @@ public:
         if (Wants(VectorPart::Bands)) {
             AddBands();
         }
+        RemarkOnFewDecimals();
         if (Wants(VectorPart::Hull)) {
             AddHull();
         }
@@ -88,13 +106,27 @@ public:
 private:
     [[nodiscard]] bool Wants(VectorPart part) const { return wish_.parts.Has(part); }
 
-    // Two millimetres on a sheet of 380 by 257 mm.
+    // Two millimetres on a sheet.
     [[nodiscard]] double UsualTextHeight() const {
-        const double perUnit = MillimetresIn(wish_.unit);
-        const double longer = std::max(width_, height_) * perUnit / 380;
-        const double shorter = std::min(width_, height_) * perUnit / 257;
-        const double scale = UsualScale(std::max({longer, shorter, 1.0}));
-        return 2 * scale / perUnit;
+        const double scale = UsualScale(std::max(SheetScaleOf(source_.points, wish_.unit), 1.0));
+        return 2 * scale / MillimetresIn(wish_.unit);
+    }
+
+    void RemarkOnFewDecimals() {
+        if (!wish_.smoothing || !wish_.decimals) {
+            return;
+        }
+        const double tolerance = ToleranceOf(wish_, source_.points);
+        const int enough = DecimalsFor(tolerance);
+        if (*wish_.decimals < enough) {
+            Remark({VectorPart::Contours, VectorPart::IndexContours, VectorPart::Bands},
+                   "Rounding to " + std::to_string(*wish_.decimals) +
+                       (*wish_.decimals == 1 ? " decimal" : " decimals") +
+                       " could make smooth lines touch that run close together; for a tolerance "
+                       "of " +
+                       NumberText::General(tolerance) + ", " + std::to_string(enough) +
+                       " are safer.");
+        }
     }
 
     void AddPoints() {
@@ -334,6 +366,17 @@ private:
 };
 
 } // namespace
+
+double UsualTolerance(const PointSet& points, LengthUnit unit) {
+    constexpr double kOnPaper = 0.02; // millimetres
+    constexpr double kLeastScale = 1e-9;
+    const double scale = UsualScale(std::max(SheetScaleOf(points, unit), kLeastScale));
+    return kOnPaper * scale / MillimetresIn(unit);
+}
+
+double ToleranceOf(const VectorWish& wish, const PointSet& points) {
+    return wish.tolerance ? *wish.tolerance : UsualTolerance(points, wish.unit);
+}
 
 VectorContent MakeVectorContent(const VectorSource& source, const VectorWish& wish) {
     return Maker(source, wish).Make();

@@ -7,6 +7,7 @@
 
 #include "contour/ContourSet.h"
 #include "contour/LevelRule.h"
+#include "contour/smoothing/SmoothContours.h"
 #include "export/vector/VectorContent.h"
 #include "survey/Survey.h"
 
@@ -19,7 +20,7 @@ struct VectorSource {
     const TriangleList& triangles;
     const LevelRule& rule;
     const LevelSet& levels;                // made by the rule
-    const ContourSet& contours;            // of the levels, with repeats left out
+    const ContourSet& contours;            // of the levels, with repeats left out, or smooth
     const ShapedSurface* shaped = nullptr; // where lines are laid into the surface
 };
 
@@ -41,7 +42,23 @@ struct VectorWish {
     std::optional<int> decimals;      // 0 to 12; else every digit
     std::optional<double> textHeight; // data units; else 2 mm at the usual scale that fits a sheet
     Index indexEvery = 5;
+    /// How the contours and bands are smoothed; none: lines as they are cut. Whoever makes the
+    /// source looks at it.
+    std::optional<SmoothingOptions> smoothing;
+    /// How far smooth lines made straight may be from the curve, data units; none: UsualTolerance.
+    std::optional<double> tolerance;
+    bool fewerVertices = false; // as few as the tolerance allows
 };
+
+/// The tolerances that a user may ask for, data units.
+inline constexpr double kLeastTolerance = 1e-9;
+inline constexpr double kMostTolerance = 1e9;
+
+/// 0.02 mm on paper, at the usual scale at which the points fit a sheet: data units.
+double UsualTolerance(const PointSet& points, LengthUnit unit);
+
+/// Of the smooth lines of the points.
+double ToleranceOf(const VectorWish& wish, const PointSet& points);
 
 /// Largest number of decimals that can be asked for.
 inline constexpr int kMostVectorDecimals = 12;

@@ -52,6 +52,14 @@ struct VectorFormat {
     VectorWriter write = nullptr;
     VectorCheck check = nullptr;              // null: the file is not read back
     VectorFolderWriter writeFolder = nullptr; // in place of both: the format is a folder
+    bool isOfTriangles = false; // its contours are those of the triangles beside them, never smooth
 };
+
+/// Whether a file of such parts has lines that may be smooth.
+inline bool TakesSmoothLines(const VectorFormat& format, const VectorParts& parts) {
+    const VectorParts lines{VectorPart::Contours, VectorPart::IndexContours, VectorPart::Labels,
+                            VectorPart::Bands};
+    return !format.isOfTriangles && !parts.And(lines).IsEmpty();
+}
 
 } // namespace terravo

@@ -3,6 +3,7 @@
 #include "contour/GroundRings.h"
 #include "contour/LevelRegions.h"
 #include "contour/RingArea.h"
+#include "contour/smoothing/FlattenContours.h"
 #include "support/TestSurface.h"
 #include "survey/PointFile.h"
 #include "survey/import/PointImport.h"
@@ -153,6 +154,41 @@ std::string FaultOf(const Surface& surface, const std::vector<double>& levels,
     return std::abs(sum - whole) > 1e-9 * whole ? "the areas do not add up" : "";
 }
 
+// The bands between smooth lines: the regions of the same lines are made another way.
+std::string FaultOfSmooth(const Surface& surface, std::vector<double> values, Form form) {
+    std::sort(values.begin(), values.end());
+    values.erase(std::unique(values.begin(), values.end()), values.end());
+    LevelSet levels;
+    for (const double value : values) {
+        levels.Append({value, 0, 1, {}, 0, 10});
+    }
+    SmoothingOptions options;
+    options.fraction = 0.45;
+    const std::optional<SmoothSet> smooth =
+        MakeSmoothContours({surface.points, surface.triangles, nullptr, levels}, options);
+    const double width = surface.points.extentX.max - surface.points.extentX.min;
+    const ContourSet contours = FlattenContours(*smooth, 1e-3 * width);
+    const Array1<LevelRegion> regions =
+        MakeLevelRegions(surface.points, surface.triangles, contours);
+    const double whole = AreaAbove(surface, surface.points.extentZ.min);
+    double above = whole;
+    Index k = 0;
+    for (const LevelBand& band : MakeLevelBands(surface.points, surface.triangles, contours)) {
+        const double next = ++k <= regions.UpperBound() ? AreaOf(regions[k]) : 0;
+        if (std::abs(AreaOf(band) - (above - next)) > 1e-7 * whole) {
+            return "from " + std::to_string(band.low) + ": area " + std::to_string(AreaOf(band)) +
+                   ", not " + std::to_string(above - next);
+        }
+        above = next;
+        for (const Polygon& polygon : PolygonsOf(band)) {
+            if (std::string fault = FaultOf(polygon); form == Form::Checked && !fault.empty()) {
+                return "from " + std::to_string(band.low) + ": " + fault;
+            }
+        }
+    }
+    return "";
+}
+
 TEST(LevelBands, FillTheSurface) {
     for (const Index count : {60, 700}) {
         for (const bool hard : {false, true}) {
@@ -164,6 +200,10 @@ TEST(LevelBands, FillTheSurface) {
                                       hard ? Form::Unchecked : Form::Checked),
                               "")
                         << cloud.name << ' ' << count << ' ' << wholeMetres;
+                    EXPECT_EQ(FaultOfSmooth(surface, test::LevelsOver(surface.points),
+                                            hard ? Form::Unchecked : Form::Checked),
+                              "")
+                        << "smooth, " << cloud.name << ' ' << count << ' ' << wholeMetres;
                 }
             }
         }
@@ -190,7 +230,9 @@ TEST(LevelBands, HoldOnSurfacesWithHolesAndParts) {
     for (const bool wholeMetres : {false, true}) {
         for (const Surface& surface :
              {test::SurfaceWithHoles(wholeMetres), test::SurfaceInParts(wholeMetres)}) {
-            EXPECT_EQ(FaultOf(surface, test::LevelsOver(surface.points)), "") << wholeMetres;
+            const std::vector<double> levels = test::LevelsOver(surface.points);
+            EXPECT_EQ(FaultOf(surface, levels), "") << wholeMetres;
+            EXPECT_EQ(FaultOfSmooth(surface, levels, Form::Checked), "") << wholeMetres;
         }
     }
 }

@@ -5,6 +5,7 @@
 #include "contour/smoothing/LevelSpacing.h"
 #include "contour/smoothing/SmoothCheck.h"
 #include "contour/smoothing/SmoothRun.h"
+#include "contour/smoothing/ThinContours.h"
 #include "support/PointClouds.h"
 #include "support/Surveys.h"
 #include "survey/Survey.h"
@@ -352,6 +353,97 @@ TEST(SmoothContours, DoNotDependOnTheOrderOfTheWork) {
             EXPECT_TRUE(inOrder.levels[k].controls == other->levels[k].controls) << k;
             EXPECT_TRUE(inOrder.levels[k].edges == other->levels[k].edges) << k;
         }
+    }
+}
+
+// ---- Fewer vertices ----
+
+double DistanceFrom(PlanPoint p, const ContourVertex& a, const ContourVertex& b) {
+    const PlanPoint chord{b.x - a.x, b.y - a.y};
+    const double square = chord.x * chord.x + chord.y * chord.y;
+    const double along =
+        square > 0 ? ((p.x - a.x) * chord.x + (p.y - a.y) * chord.y) / square : 0.0;
+    const double part = std::clamp(along, 0.0, 1.0);
+    return std::hypot(p.x - a.x - part * chord.x, p.y - a.y - part * chord.y);
+}
+
+// From any vertex of the fine lines to the nearest piece of the others, of the same level.
+double FarthestApart(const ContourSet& fine, const ContourSet& lines) {
+    double most = 0;
+    for (Index k = 1; k <= fine.UpperBound(); ++k) {
+        for (const ContourVertex& v : fine[k].vertices) {
+            double least = std::numeric_limits<double>::infinity();
+            for (const ContourLine& line : lines[k].lines) {
+                const auto on = lines[k].VerticesOf(line);
+                for (std::size_t i = line.closed ? 0 : 1; i < on.size(); ++i) {
+                    least = std::min(
+                        least, DistanceFrom({v.x, v.y}, on[i > 0 ? i - 1 : on.size() - 1], on[i]));
+                }
+            }
+            most = std::max(most, least);
+        }
+    }
+    return most;
+}
+
+std::string FaultOfThin(const Terrain& terrain, const LevelSet& levels,
+                        const SmoothingOptions& options, double tolerance) {
+    const SmoothingSource source{terrain.points, terrain.triangles, &terrain.marks, levels};
+    const SmoothSet smooth = *Smooth(terrain, levels, options);
+    return StraightFaultOf(source, ThinContours(source, options, smooth, tolerance), smooth.origin,
+                           {options.limit, options.fraction});
+}
+
+TEST(ThinContours, NeverMeetOnAwkwardMeshes) {
+    const std::vector<LevelSet> levels = {LevelsAt({0, 1, 2, 3, 4}), LevelsAt({2, 0.5, 3.9, 2, 1}),
+                                          LevelsAt({2})};
+    for (int round = 0; round < 1500; ++round) {
+        Random engine(static_cast<unsigned>(round));
+        const Terrain terrain = Awkward(round % kKinds, engine);
+        SmoothingOptions options;
+        options.fraction = round % 2 == 0 ? 0.25 : 0.45;
+        options.goal = engine() % 2 == 0 ? SmoothingGoal::Plain : SmoothingGoal::Surface;
+        options.limit = engine() % 4 == 0 ? 0.1 : 10;
+        const double tolerance = engine() % 2 == 0 ? 0.05 : 10;
+        ASSERT_EQ(FaultOfThin(terrain, levels[engine() % levels.size()], options, tolerance), "")
+            << "round " << round << ", kind " << round % kKinds << ", tolerance " << tolerance;
+    }
+}
+
+TEST(ThinContours, HaveFewerVerticesNearTheCurve) {
+    const Terrain terrain = TerrainOf(test::HillySurvey(test::RandomPoints(300, 4), false));
+    const LevelSet levels = EveryMetre(50, 300, 20);
+    const SmoothingSource source{terrain.points, terrain.triangles, nullptr, levels};
+    const SmoothSet smooth = *Smooth(terrain, levels, {});
+    const ContourSet fine = FlattenContours(smooth, 1e-3);
+    const auto count = [](const ContourSet& lines) {
+        std::size_t sum = 0;
+        for (const ContourLevel& level : lines) {
+            sum += level.vertices.size();
+        }
+        return sum;
+    };
+    for (const double part : {1e-5, 1e-4, 1e-3}) {
+        const double tolerance = part * (terrain.points.extentX.max - terrain.points.extentX.min);
+        const ContourSet thin = ThinContours(source, {}, smooth, tolerance);
+        EXPECT_LT(FarthestApart(fine, thin), 1.001 * tolerance);
+        EXPECT_LT(FarthestApart(thin, fine), 1.001 * tolerance);
+        EXPECT_LT(count(thin), count(FlattenContours(smooth, tolerance)));
+        EXPECT_EQ(FaultOfThin(terrain, levels, {}, tolerance), "");
+    }
+}
+
+// Places in a file have the digits of their grid.
+TEST(ThinContours, HoldFarFromZero) {
+    for (unsigned seed = 1; seed <= 20; ++seed) {
+        const PointSet near = test::HillySurvey(test::RandomPoints(300, seed), seed % 2 == 0);
+        PointSet far;
+        for (Index i = 1; i <= near.count; ++i) {
+            far.Append(near.x[i] + 282000.3, near.y[i] + 3931000.7, near.z[i]);
+        }
+        SmoothingOptions options;
+        options.fraction = 0.45;
+        EXPECT_EQ(FaultOfThin(TerrainOf(far), EveryMetre(50, 300, 5), options, 0.5), "") << seed;
     }
 }
 
