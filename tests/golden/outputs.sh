@@ -187,6 +187,46 @@ draws small.dat --dxf r12.dxf --dxf-version r12 --no-verify
 check "R12" grep -q AC1009 r12.dxf
 finish "files for CAD and GIS"
 
+# Without the times, which differ, and the name of the file, which may.
+smoothing_in() { tr -d ' \n' <"$1" | grep -o '"smoothing":{[^}]*}'; }
+smooth=(small.dat --interval 2 --smooth 0.3 --flatten 0.05 --decimals 4 --content contours,bands)
+"$batch" "${smooth[@]}" --verify-smooth --summary json --dxf smooth.dxf --contours-csv smooth.csv --geojson g.json \
+    --landxml smooth.xml >summary 2>said
+check "exit code 0" test $? = 0
+as_kept smooth.csv
+check "all four are verified" test "$(tr -d ' \n' <summary | grep -o '"format":[^}]*"verified":true' | wc -l)" = 4
+check "the figures: $(smoothing_in summary)" grep -q '"fraction":0.3,"verified":true,"vertices":15,"worst_height_error":0\.[0-9]*,"worst_interval_part":0\.[0-2]' <(smoothing_in summary)
+check "the vertices of the drawing" cmp <(awk -F, 'NR > 1 { print $4 + 0, $5 + 0 }' smooth.csv) \
+    <(awk '/ENTITIES/ { on = 1 } NR % 2 { code = $1 + 0 } NR % 2 == 0 && on && code == 10 { x = $1 + 0 }
+        NR % 2 == 0 && on && code == 20 { print x, $1 + 0 }' smooth.dxf)
+draws small.dat --interval 2 --content contours --landxml straight.xml --decimals 4
+check "LandXML keeps its lines" cmp smooth.xml straight.xml
+"$batch" "${smooth[@]}" --decimals 3 --fewer-vertices --verify-smooth --contours-csv few.csv >said
+check "a remark on few decimals" grep -q '^Rounding to 3 decimals could make smooth lines touch' said
+check "fewer vertices" test "$(wc -l <few.csv)" -lt "$(wc -l <smooth.csv)"
+draws small.dat --interval 2 --contours-csv straight.csv
+draws small.dat --interval 2 --smooth 0 --contours-csv off.csv
+check "0 is off" cmp straight.csv off.csv
+
+sheet_of() { # SMOOTH: how the sheet of a project is smoothed
+    "$batch" p.terravo --summary json --sheet p.svg --smooth "$1" >summary 2>said
+    check "exit code 0: $(cat said)" test $? = 0
+}
+cat >p.terravo <<'END'
+{ "terravo_project": 1, "exact_triangulation": false, "first_points_rule": false,
+  "source": { "path": "small.dat", "relative_path": "small.dat", "bytes": BYTES, "points": 6,
+    "read_as": { "reader": "free list", "encoding": "utf-8" } },
+  "surface": { "excluded": [], "heights": [], "breaklines": [], "boundary": [], "holes": [], "held_sides": [],
+    "crossing_tolerance": 0.05, "earlier_line_wins": false },
+  "sheets": [ { "theme": "black" } ] }
+END
+sed -i "s/BYTES/$(wc -c <small.dat)/" p.terravo
+sheet_of 0.4
+check "another fraction" grep -q '"fraction":0.4,' <(smoothing_in summary)
+sheet_of 0
+check "switched off" test -z "$(smoothing_in summary)"
+finish "smooth contours"
+
 for y in 0 10 20 30 40; do
     for x in 0 10 20 30 40; do echo "$x $y $((x * y / 40 + x % 7))"; done
 done >site.txt

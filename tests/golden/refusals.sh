@@ -144,6 +144,26 @@ refused 5 narrow points --size 20x20 --map out/m.png
 finish "numeric failures"
 
 refused 2 'drawing units for vector files' points --sheet out/s.pdf --dxf out/d.dxf --text-height 2
+refused 2 'smooth is for contours on a sheet or in' points --smooth 0.25 --out out
+refused 2 'smooth is for contours on a sheet or in' points --smooth 0.25 --landxml out/s.xml --content contours
+refused 2 'flatten is for smooth contours in vector' points --smooth 0.25 --flatten 1 --sheet out/s.svg
+for option in smoothness=1 smooth-goal=plain smooth-limit=1 flatten=1 fewer-vertices verify-smooth; do
+    refused 2 "${option%=*} is for smooth contours" points --dxf out/d.dxf --smooth 0 --$option
+done
+while read -ra options; do
+    refused 2 "${options[0]} takes " points --dxf out/d.dxf --smooth 0.25 "--${options[0]}=${options[1]}"
+done <<'END'
+smooth 0.5
+smooth -0.1
+smooth much
+smooth nan
+smoothness 1.5
+smooth-goal curved
+smooth-limit 0
+smooth-limit inf
+flatten 0
+flatten fine
+END
 refused 2 'dxf-3d is for a DXF file' points --geojson out/g.json --dxf-3d
 refused 2 'units is for vector files' points --units foot --out out
 refused 2 'stl can hold none of "labels,hull", only: triangles' points --stl out/s.stl --content labels,hull

@@ -125,6 +125,7 @@ struct Options {
     LevelOptions levels;
     SheetOptions sheet;
     ExchangeOptions exchange;
+    SmoothOptions smooth;
 
     void AddTo(QCommandLineParser& parser) const {
         import.AddTo(parser);
@@ -133,6 +134,7 @@ struct Options {
         levels.AddTo(parser);
         sheet.AddTo(parser);
         exchange.AddTo(parser);
+        smooth.AddTo(parser);
         parser.addOptions({out,           map,        segments, mesh,      qrzTriangles, qrzLevels,
                            view3D,        view3DKind, surface,  theta,     alfa,         rayx,
                            blackAndWhite, mode,       labels,   triangles, perimeter,    size,
@@ -346,6 +348,11 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     ParsePaper(parser, known, options);
     options.exchange =
         known.exchange.Parse(parser, known.sheet.TextHeight(), known.sheet.IndexEvery());
+    options.smooth = known.smooth.Parse(parser, !options.sheet.file.empty(), options.exchange);
+    options.sheet.plan.smoothing = options.smooth.options;
+    options.exchange.wish.smoothing = options.smooth.options;
+    options.exchange.wish.tolerance = options.smooth.tolerance;
+    options.exchange.wish.fewerVertices = options.smooth.fewerVertices;
     RefuseCollisions(options);
     return options;
 }

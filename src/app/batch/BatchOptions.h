@@ -8,6 +8,7 @@
 #include "app/batch/GisOptions.h"
 #include "app/batch/ImportOptions.h"
 #include "app/batch/SheetOptions.h"
+#include "app/batch/SmoothOptions.h"
 #include "app/batch/SurfaceOptions.h"
 #include "app/session/ContourMap.h"
 #include "export/PictureExport.h"
@@ -50,7 +51,8 @@ struct BatchOptions {
     QPageSize::PageSizeId pageSize = QPageSize::A4; // of PDF files
     std::optional<Paper> paper;                     // of SVG and PDF files
     SheetCall sheet;
-    ExchangeCall exchange;
+    ExchangeCall exchange; // its wish has the smoothing, too
+    SmoothCall smooth;
     ImportCall import;
     GisPlan gis; // of a file that goes through GDAL
     SurfaceCall surface;

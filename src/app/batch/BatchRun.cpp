@@ -6,9 +6,11 @@
 #include "app/batch/RunFailure.h"
 #include "app/batch/SurfaceInput.h"
 #include "app/session/SheetMaker.h"
+#include "app/session/VectorMaker.h"
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
 #include "contour/LevelRuleText.h"
+#include "contour/smoothing/SmoothCheck.h"
 #include "export/MeshFile.h"
 #include "export/PictureExport.h"
 #include "export/QrzWriter.h"
@@ -202,6 +204,8 @@ private:
     template <class Drawing>
     void WriteVector(const std::string& file, const std::string& title, Drawing draw);
     void DrawSheet();
+    void TakeSmoothLines(const LevelRule& rule, const SmoothingOptions& smoothing);
+    void VerifySmoothLines() const;
     void WriteExchange();
     void CountWhatWasMade();
     void Deliver();
@@ -248,6 +252,7 @@ private:
     std::optional<std::string> mapFailure_;
     std::optional<std::string> segmentFailure_;
     std::optional<std::string> viewFailure_;
+    std::optional<LevelRule> smoothRule_; // of the smooth lines that the figures tell of
     BatchFigures figures_;
 };
 
@@ -451,6 +456,9 @@ void BatchRun::DrawSheet() {
     const std::optional<SheetScene> scene =
         maker.Make(call.plan, SheetLevels(), SheetTextMeasure(), stop_);
     EndWhenStopped();
+    if (call.plan.smoothing) {
+        TakeSmoothLines(SheetLevels(), *call.plan.smoothing);
+    }
     const std::string title =
         call.plan.texts.title.empty() ? survey_.Points().sourceName : call.plan.texts.title;
     WriteSheet({call.file, &files_}, *PictureKindOf(call.file), *scene,
@@ -465,6 +473,44 @@ void BatchRun::DrawSheet() {
         figures.remarks.push_back(WithValues(state_.texts[remark.sentence], remark.values));
     }
     figures_.sheet = std::move(figures);
+}
+
+// What the sheet and the files show is told and verified once where their levels are the same.
+void BatchRun::TakeSmoothLines(const LevelRule& rule, const SmoothingOptions& smoothing) {
+    if (smoothRule_ == rule) {
+        return;
+    }
+    smoothRule_ = rule;
+    const SmoothSet& smooth = contours_.Smooth();
+    if (!figures_.smoothing) {
+        figures_.smoothing.emplace();
+    }
+    SmoothFigures& figures = *figures_.smoothing;
+    figures.fraction = std::clamp(smoothing.fraction, kLeastFraction, kMostFraction);
+    figures.worst.height = std::max(figures.worst.height, smooth.worst.height);
+    figures.worst.interval = std::max(figures.worst.interval, smooth.worst.interval);
+    figures.vertices += smooth.vertices;
+    if (options_.smooth.verify) {
+        VerifySmoothLines();
+        figures.verified = true;
+    }
+}
+
+void BatchRun::VerifySmoothLines() const {
+    const VectorWish& wish = options_.exchange.wish;
+    const SmoothingSource source = contours_.SourceOfSmooth();
+    const SmoothSet& smooth = contours_.Smooth();
+    std::string fault = SmoothFaultOf(source, smooth, ToleranceOf(wish, survey_.ShownPoints()));
+    if (fault.empty() && wish.fewerVertices) {
+        fault = StraightFaultOf(
+            source, StraightLinesOf(contours_, wish), smooth.origin,
+            {std::max(wish.smoothing->limit, smooth.worst.height), wish.smoothing->fraction});
+    }
+    if (!fault.empty()) {
+        throw RunFailure(ExitCode::kNumeric,
+                         options_.pointFile + ": the smooth lines are wrong: " + fault);
+    }
+    EndWhenStopped();
 }
 
 // Areas have no segments: the lines are drawn as well, as the window's export does.
@@ -635,8 +681,13 @@ void BatchRun::WriteExchange() {
     if (options_.exchange.files.empty()) {
         return;
     }
-    if (!contours_.Prepare(options_.map.levels, stop_)) {
+    const std::optional<SmoothingOptions>& smoothing = options_.exchange.wish.smoothing;
+    if (!contours_.Prepare(options_.map.levels, stop_) ||
+        (smoothing && !contours_.PrepareSmooth(*smoothing, stop_))) {
         EndWhenStopped();
+    }
+    if (smoothing) {
+        TakeSmoothLines(options_.map.levels, *smoothing);
     }
     try {
         figures_.exchange = DeliverExchange(options_.exchange, options_.map.levels, contours_,

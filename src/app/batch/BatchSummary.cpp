@@ -150,6 +150,14 @@ QJsonObject ProjectToJson(const ProjectFigures& project) {
             {"remarks", remarks}};
 }
 
+QJsonObject ToJson(const SmoothFigures& smoothing) {
+    return {{"fraction", smoothing.fraction},
+            {"worst_height_error", smoothing.worst.height},
+            {"worst_interval_part", smoothing.worst.interval},
+            {"vertices", static_cast<qint64>(smoothing.vertices)},
+            {"verified", smoothing.verified}};
+}
+
 QJsonArray ToJson(const std::vector<ExchangeFigures>& files) {
     const auto count = [](std::size_t value) { return static_cast<qint64>(value); };
     QJsonArray array;
@@ -207,6 +215,9 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
     if (figures.sheet) {
         summary.insert("sheet", SheetToJson(*figures.sheet));
     }
+    if (figures.smoothing) {
+        summary.insert("smoothing", ToJson(*figures.smoothing));
+    }
     if (!figures.exchange.empty()) {
         summary.insert("exchange", ToJson(figures.exchange));
     }
@@ -252,6 +263,16 @@ std::string SurfaceText(const SurfaceSummary& surface) {
         text += remark + "\n";
     }
     return text;
+}
+
+std::string SmoothText(const SmoothFigures& smoothing) {
+    const auto rounded = [](double value) {
+        return NumberText::FormatScreen(value, "#0.0##", '.');
+    };
+    return "smooth lines: fraction " + rounded(smoothing.fraction) + ", " +
+           std::to_string(smoothing.vertices) + " vertices, off their height by " +
+           rounded(smoothing.worst.height) + " at most, " + rounded(smoothing.worst.interval) +
+           " of the way to the next level" + (smoothing.verified ? ", verified\n" : "\n");
 }
 
 std::string ExchangeText(const std::vector<ExchangeFigures>& files) {
@@ -305,6 +326,9 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
     }
     if (figures.sheet) {
         text += SheetText(*figures.sheet);
+    }
+    if (figures.smoothing) {
+        text += SmoothText(*figures.smoothing);
     }
     text += ExchangeText(figures.exchange);
     for (const std::string& file : figures.files) {

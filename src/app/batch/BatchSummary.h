@@ -21,6 +21,14 @@ struct SheetFigures {
     std::vector<std::string> remarks; // sentences
 };
 
+/// The smooth lines of a run, on the sheet and in files. Where those have other levels, both.
+struct SmoothFigures {
+    double fraction = 0;
+    SmoothError worst;
+    std::size_t vertices = 0;
+    bool verified = false;
+};
+
 struct BatchFigures {
     ImportOutcome input;
     std::optional<ProjectFigures> project; // when the input is one
@@ -36,6 +44,7 @@ struct BatchFigures {
     Extent z;
     std::optional<SurfaceSummary> surface; // where options shape it
     std::optional<SheetFigures> sheet;
+    std::optional<SmoothFigures> smoothing;
     std::vector<ExchangeFigures> exchange; // one a vector file
     Index levels = 0;
     std::vector<double> levelValues; // without the nudge of the ends

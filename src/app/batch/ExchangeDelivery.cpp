@@ -1,9 +1,11 @@
 #include "app/batch/ExchangeDelivery.h"
 
+#include "app/session/VectorMaker.h"
 #include "exchange/VectorFile.h"
 #include "util/Stopwatch.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace terravo {
 namespace {
@@ -27,18 +29,58 @@ ExchangeFigures FiguresOf(const ExchangeFile& file, const VectorContent& content
     return figures;
 }
 
+// What the files hold; lines are smooth in some of them only.
+class Contents {
+public:
+    Contents(const ExchangeCall& call, const LevelRule& rule, const SurveyContours& contours)
+        : call_(call), rule_(rule), contours_(contours) {}
+
+    VectorContent& For(const ExchangeFile& file) {
+        const bool isSmooth = IsSmooth(file);
+        std::optional<VectorContent>& content = isSmooth ? smooth_ : straight_;
+        if (!content) {
+            content = Make(isSmooth);
+        }
+        content->parts = file.parts;
+        return *content;
+    }
+
+private:
+    [[nodiscard]] bool IsSmooth(const ExchangeFile& file) const {
+        return call_.wish.smoothing && TakesSmoothLines(*file.format, file.parts);
+    }
+
+    [[nodiscard]] VectorContent Make(bool isSmooth) const {
+        VectorWish wish = call_.wish;
+        wish.parts = {};
+        for (const ExchangeFile& file : call_.files) {
+            if (IsSmooth(file) == isSmooth) {
+                wish.parts.Add(file.parts);
+            }
+        }
+        if (!isSmooth) {
+            wish.smoothing.reset();
+        }
+        return MakeContent(contours_, rule_, wish);
+    }
+
+    const ExchangeCall& call_;
+    const LevelRule& rule_;
+    const SurveyContours& contours_;
+    std::optional<VectorContent> smooth_;
+    std::optional<VectorContent> straight_;
+};
+
 } // namespace
 
 std::vector<ExchangeFigures> DeliverExchange(const ExchangeCall& call, const LevelRule& rule,
                                              const SurveyContours& contours, OutputGroup& group,
                                              const std::function<void()>& betweenTwo) {
-    VectorContent content = MakeVectorContent(
-        SourceOf(contours.TheSurvey().Surface(), rule, contours.Levels(), contours.Contours()),
-        call.wish);
     std::vector<ExchangeFigures> all;
+    Contents contents(call, rule, contours);
     for (const ExchangeFile& file : call.files) {
         betweenTwo();
-        content.parts = file.parts;
+        VectorContent& content = contents.For(file);
         Stopwatch watch;
         VectorOutcome outcome =
             WriteVectorFile({file.path, &group}, *file.format, content, call.options, call.verify);

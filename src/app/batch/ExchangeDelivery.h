@@ -26,7 +26,7 @@ struct ExchangeFigures {
 };
 
 /// Writes the files of a call; they appear with their group.
-/// @param contours    prepared by the rule.
+/// @param contours    prepared by the rule, and by the smoothing of the call where it has one.
 /// @param betweenTwo  asked before each file; may throw to end the run.
 /// Throws AppError.
 std::vector<ExchangeFigures> DeliverExchange(const ExchangeCall& call, const LevelRule& rule,

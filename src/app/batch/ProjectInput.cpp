@@ -53,6 +53,9 @@ void TakeChoices(const Project& project, BatchOptions& options) {
     if (!options.sheet.planIsChosen && !project.sheets.empty()) {
         options.sheet.plan = project.sheets.front();
     }
+    if (options.smooth.isChosen) {
+        options.sheet.plan.smoothing = options.smooth.options;
+    }
 }
 
 } // namespace
