@@ -535,6 +535,8 @@ constexpr EnglishText kEnglish[] = {
     {Text::SmoothWithin, "within %1 m"},
     {Text::SheetSaysSmooth, "Lines smoothed, within %1 m of the surface"},
     {Text::LegendSmoothed, "lines smoothed, within %1 m of the surface"},
+    {Text::VectorSmooth, "&Smooth lines, as on the sheet"},
+    {Text::VectorKeepsPieces, "Nothing in this file is drawn with smooth lines."},
 };
 
 constexpr bool StandInTheirPlaces() {

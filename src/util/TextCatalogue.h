@@ -506,6 +506,8 @@ enum class Text : std::size_t {
     SmoothWithin,
     SheetSaysSmooth,
     LegendSmoothed,
+    VectorSmooth,
+    VectorKeepsPieces,
     End // one behind the last
 };
 

@@ -76,6 +76,30 @@ TEST_F(ExportDialogTest, WritesWhatIsTickedAndKeepsTheChoiceOfEachFormat) {
     EXPECT_NE(folder.Read("hills.dxf").find("AC1009"), std::string::npos);
 }
 
+TEST_F(ExportDialogTest, SmoothLinesAreForFormatsWithLinesOfTheirOwn) {
+    OpenHills();
+    const auto write = [&](const char* file, bool click) {
+        dialogs.answer = folder.File(file);
+        WithDialog([click](ExportDialog& dialog) {
+            auto* smooth = In<QCheckBox>(dialog, "chkSmooth");
+            ChooseFormat(dialog, "LandXML");
+            EXPECT_FALSE(smooth->isEnabled() || smooth->isChecked());
+            EXPECT_FALSE(smooth->toolTip().isEmpty());
+            ChooseFormat(dialog, "GeoJSON");
+            if (click) {
+                smooth->click();
+            }
+            In<QPushButton>(dialog, "cmdExport")->click();
+        });
+        return folder.Read(file).size();
+    };
+    const std::size_t straight = write("a.geojson", false);
+    const std::size_t smooth = write("b.geojson", true);
+    EXPECT_GT(smooth, straight);
+    EXPECT_EQ(write("c.geojson", false), smooth) << "the tick is kept";
+    EXPECT_EQ(write("d.geojson", true), straight);
+}
+
 TEST_F(ExportDialogTest, TellsWhatGoesWrongAndWhatWasChanged) {
     OpenHills();
     dialogs.answer = folder.File("none/hills.dxf");

@@ -1,6 +1,7 @@
 // The session's command that writes vector files for other programs.
 #include "app/session/FileDialog.h"
 #include "app/session/Session.h"
+#include "app/session/VectorMaker.h"
 #include "app/session/WorkGuard.h"
 #include "util/AppError.h"
 #include "util/PathText.h"
@@ -34,12 +35,11 @@ std::string OneBelowTheOther(const std::vector<std::string>& lines) {
 VectorOutcome Session::WriteVector(const std::string& path, const VectorFormat& format,
                                    const VectorWish& wish, const VectorWrite& write) {
     const WorkGuard work(*this);
-    if (!contours_.Prepare(options_.levels, stop_)) {
+    if (!contours_.Prepare(options_.levels, stop_) ||
+        (wish.smoothing && !contours_.PrepareSmooth(*wish.smoothing, stop_))) {
         throw AppError(kDialogCancelled, path, state_.texts[Text::DrawingStopped]);
     }
-    VectorContent content = MakeVectorContent(
-        SourceOf(survey_.Surface(), options_.levels, contours_.Levels(), contours_.Contours()),
-        wish);
+    VectorContent content = MakeContent(contours_, options_.levels, wish);
     return write(path, format, content);
 }
 

@@ -14,6 +14,8 @@ constexpr const char* kDxf = "Dxf";
 constexpr const char* kUnit = "Unit";
 constexpr const char* kCrs = "Epsg";
 constexpr const char* kDecimals = "Decimals";
+constexpr const char* kSmooth = "Smooth";
+constexpr const char* kYes = "yes";
 constexpr std::array kUnits{"metre", "foot", "us-foot"}; // by their numbers
 
 std::string PartsKey(const std::string& format) {
@@ -72,6 +74,7 @@ ExportHabit LoadExportHabit(const SettingsStore& store, const std::string& forma
     }
     habit.wish.epsg = NumberIn(store.Get(kSection, kCrs), 1, kLargestEpsg);
     habit.wish.decimals = NumberIn(store.Get(kSection, kDecimals), 0, kMostVectorDecimals);
+    habit.smooth = store.Get(kSection, kSmooth) == kYes;
     return habit;
 }
 
@@ -85,6 +88,7 @@ void KeepExportHabit(SettingsStore& store, const ExportHabit& habit) {
     store.Set(kSection, kUnit, kUnits[static_cast<std::size_t>(habit.wish.unit)]);
     store.Set(kSection, kCrs, TextOf(habit.wish.epsg));
     store.Set(kSection, kDecimals, TextOf(habit.wish.decimals));
+    store.Set(kSection, kSmooth, habit.smooth ? kYes : "no");
 }
 
 } // namespace terravo

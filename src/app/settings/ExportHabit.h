@@ -16,6 +16,7 @@ struct ExportHabit {
     std::string format; // its option; empty: none yet
     VectorWish wish;    // its parts are those of the format
     VectorOptions options;
+    bool smooth = false; // lines as on the sheet, where the format takes them
 };
 
 /// What was chosen last.

@@ -38,6 +38,7 @@ ExportDialog::ExportDialog(const terravo::RunState& state, const terravo::Settin
       chkIn3D(Named(new QCheckBox(Caption(state, Text::VectorIn3D), this), "chkIn3D")),
       chkLayerPerLevel(
           Named(new QCheckBox(Caption(state, Text::VectorPerLevel), this), "chkLayerPerLevel")),
+      chkSmooth(Named(new QCheckBox(Caption(state, Text::VectorSmooth), this), "chkSmooth")),
       cmbUnit(Named(new QComboBox(this), "cmbUnit")),
       txtEpsg(Named(new QLineEdit(this), "txtEpsg")),
       cmbDecimals(Named(new QComboBox(this), "cmbDecimals")),
@@ -50,6 +51,7 @@ ExportDialog::ExportDialog(const terravo::RunState& state, const terravo::Settin
         ShowParts(terravo::LoadExportHabit(settings_, std::string(Format().option)).wish.parts);
         ShowFormat();
     });
+    connect(chkSmooth, &QCheckBox::clicked, this, [this](bool on) { wantsSmooth_ = on; });
     connect(txtEpsg, &QLineEdit::textChanged, this, &ExportDialog::ShowWhetherItCan);
     connect(txtTextHeight, &QLineEdit::textChanged, this, &ExportDialog::ShowWhetherItCan);
     ShowFormat();
@@ -70,6 +72,7 @@ void ExportDialog::MakeControls() {
     form->addRow(Caption(state_, Text::VectorFormatLabel), cmbFormat);
     form->addRow(levels);
     form->addRow(MakeContent());
+    form->addRow(chkSmooth);
     form->addRow(MakeDxf());
     AddValues(*form);
     auto* layout = new QVBoxLayout(this);
@@ -140,6 +143,7 @@ void ExportDialog::FillIn(const terravo::ExportHabit& habit) {
     cmbDxfVersion->setCurrentIndex(habit.options.dxfVersion == terravo::DxfVersion::R12 ? 1 : 0);
     chkIn3D->setChecked(habit.options.contoursIn3D);
     chkLayerPerLevel->setChecked(habit.options.layerPerLevel);
+    wantsSmooth_ = habit.smooth;
     cmbUnit->setCurrentIndex(static_cast<int>(habit.wish.unit));
     txtEpsg->setText(habit.wish.epsg ? QString::number(*habit.wish.epsg) : QString());
     cmbDecimals->setCurrentIndex(habit.wish.decimals ? *habit.wish.decimals + 1 : 0);
@@ -178,6 +182,15 @@ void ExportDialog::ShowFormat() {
 
 void ExportDialog::ShowWhetherItCan() {
     cmdExport->setEnabled(!Parts().IsEmpty() && EpsgIsGood() && HeightIsGood());
+    ShowSmooth();
+}
+
+// The tick comes back with the lines.
+void ExportDialog::ShowSmooth() {
+    const bool hasLines = TakesSmoothLines(Format(), Parts());
+    chkSmooth->setEnabled(hasLines);
+    chkSmooth->setChecked(hasLines && wantsSmooth_);
+    chkSmooth->setToolTip(hasLines ? QString() : Caption(state_, Text::VectorKeepsPieces));
 }
 
 bool ExportDialog::EpsgIsGood() const {
@@ -218,5 +231,6 @@ terravo::ExportHabit ExportDialog::Habit() const {
         cmbDxfVersion->currentIndex() == 1 ? terravo::DxfVersion::R12 : terravo::DxfVersion::R2000;
     habit.options.contoursIn3D = chkIn3D->isChecked();
     habit.options.layerPerLevel = chkLayerPerLevel->isChecked();
+    habit.smooth = wantsSmooth_;
     return habit;
 }

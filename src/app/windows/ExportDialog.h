@@ -49,6 +49,7 @@ private:
     void ShowFormat();
     void ShowParts(const terravo::VectorParts& parts);
     void ShowWhetherItCan();
+    void ShowSmooth();
     [[nodiscard]] terravo::VectorParts Parts() const;
     [[nodiscard]] bool EpsgIsGood() const;
     [[nodiscard]] bool HeightIsGood() const;
@@ -62,6 +63,8 @@ private:
     QComboBox* cmbDxfVersion;
     QCheckBox* chkIn3D;
     QCheckBox* chkLayerPerLevel;
+    QCheckBox* chkSmooth;
+    bool wantsSmooth_ = false; // ticked, where the format has such lines
     QComboBox* cmbUnit;
     QLineEdit* txtEpsg;
     QComboBox* cmbDecimals;

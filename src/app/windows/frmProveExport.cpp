@@ -6,6 +6,22 @@
 #include "contour/LevelRuleText.h"
 #include "exchange/VectorFile.h"
 
+namespace {
+
+// Smooth lines are those of the sheet, or the usual ones while there is no such sheet.
+terravo::VectorWish WishOf(const terravo::ExportHabit& habit, const terravo::VectorFormat& format,
+                           const terravo::Session& session) {
+    terravo::VectorWish wish = habit.wish;
+    if (habit.smooth && TakesSmoothLines(format, wish.parts)) {
+        const std::optional<terravo::SheetPlan>& sheet = session.KeptSheet();
+        wish.smoothing =
+            (sheet ? sheet->smoothing : std::nullopt).value_or(terravo::SmoothingOptions());
+    }
+    return wish;
+}
+
+} // namespace
+
 void frmProve::ExportVector() {
     if (session_.RefusesToExport()) {
         return;
@@ -24,7 +40,7 @@ void frmProve::ExportVector() {
     }
     const terravo::ExportHabit habit = dialog.Habit();
     KeepExportHabit(session_.Settings(), habit);
-    session_.ExportVector(dialog.Format(), habit.wish,
+    session_.ExportVector(dialog.Format(), WishOf(habit, dialog.Format(), session_),
                           [&habit](const std::string& path, const terravo::VectorFormat& format,
                                    terravo::VectorContent& content) {
                               return WriteVectorFile(path, format, content, habit.options);
