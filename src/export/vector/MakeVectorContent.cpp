@@ -3,9 +3,9 @@
 #include "export/vector/CleanText.h"
 #include "export/vector/DecimalRounding.h"
 #include "export/vector/VectorLabels.h"
+#include "export/vector/VectorNumber.h"
 #include "sheet/SheetPlan.h"
 #include "triangulation/HullRings.h"
-#include "util/NumberText.h"
 #include "util/PathText.h"
 
 #include <algorithm>
@@ -56,7 +56,8 @@ double SheetScaleOf(const PointSet& points, LengthUnit unit) {
 constexpr int kMoreDecimals = 3;
 
 int DecimalsFor(double tolerance) {
-    return static_cast<int>(std::ceil(-std::log10(tolerance) - 1e-9)) + kMoreDecimals;
+    const int decimals = static_cast<int>(std::ceil(-std::log10(tolerance) - 1e-9));
+    return std::min(decimals + kMoreDecimals, kMostVectorDecimals);
 }
 
 class Maker {
@@ -119,13 +120,14 @@ private:
         const double tolerance = ToleranceOf(wish_, source_.points);
         const int enough = DecimalsFor(tolerance);
         if (*wish_.decimals < enough) {
+            std::string told;
+            VectorNumber::AppendShort(told, tolerance);
             Remark({VectorPart::Contours, VectorPart::IndexContours, VectorPart::Bands},
                    "Rounding to " + std::to_string(*wish_.decimals) +
                        (*wish_.decimals == 1 ? " decimal" : " decimals") +
                        " could make smooth lines touch that run close together; for a tolerance "
                        "of " +
-                       NumberText::General(tolerance) + ", " + std::to_string(enough) +
-                       " are safer.");
+                       told + ", " + std::to_string(enough) + " are safer.");
         }
     }
 
