@@ -14,8 +14,8 @@ for lines in straight:0 smooth:0.25; do
         --layers contours,points,hull --smooth "${lines#*:}" --sheet "docs/pictures/lines-${lines%:*}.png" \
         samples/davis_hills.dat
 done
-build/release/bin/terravo-batch --quiet --dpi 110 --title Volcano --interval 10 \
+build/release/bin/terravo-batch --quiet --dpi 110 --title Volcano --interval 10 --smooth 0.25 \
     --layers contours,bands,hull,grid,spot-heights,legend,scale-bar,north-arrow,title-block \
     --sheet docs/pictures/sheet-volcano.png samples/volcano.dat
-build/release/bin/terravo-batch --quiet --dpi 110 --title Volcano --interval 5 --scale 4000 \
+build/release/bin/terravo-batch --quiet --dpi 110 --title Volcano --interval 5 --scale 4000 --smooth 0.25 \
     --sheet docs/pictures/sheet-volcano-5m.png samples/volcano.dat
