@@ -26,10 +26,14 @@ Number NumberIn(std::string_view field) {
 struct OpenContour {
     double level = 0;
     std::size_t line = 0; // 0: none so far
-    bool closed = false;
     std::vector<SpacePoint> vertices;
 
+    // A closed line ends where it begins.
     void TellTo(ContentCheck& check) {
+        const bool closed = vertices.size() > 1 && vertices.front() == vertices.back();
+        if (closed) {
+            vertices.pop_back();
+        }
         if (line > 0) {
             check.Contour(level, closed, std::nullopt, vertices);
         }
@@ -40,19 +44,14 @@ struct OpenContour {
 void TakeVertex(const Fields& fields, OpenContour& contour, ContentCheck& check) {
     const auto level = NumberIn<double>(fields[0]);
     const auto line = NumberIn<std::size_t>(fields[1]);
-    const bool closed = fields[2] == "1";
-    if (!closed && fields[2] != "0") {
-        throw CsvFault{"a line is closed, 1, or open, 0"};
-    }
     if (line == contour.line + 1) {
         contour.TellTo(check);
         contour.level = level;
         contour.line = line;
-        contour.closed = closed;
-    } else if (line != contour.line || level != contour.level || closed != contour.closed) {
+    } else if (line != contour.line || level != contour.level) {
         throw CsvFault{"a vertex is none of the line before it nor of the next one"};
     }
-    contour.vertices.push_back({NumberIn<double>(fields[3]), NumberIn<double>(fields[4]), level});
+    contour.vertices.push_back({NumberIn<double>(fields[2]), NumberIn<double>(fields[3]), level});
 }
 
 void TakePoint(const Fields& fields, ContentCheck& check) {
@@ -120,7 +119,7 @@ std::optional<std::string> CheckCsvContours(const std::string& path, const Vecto
                        content.parts.And({VectorPart::Contours, VectorPart::IndexContours}));
     return DifferenceIn(check, [&] {
         OpenContour contour;
-        ReadRecords(path, {"level", "line", "closed", "easting", "northing"}, check,
+        ReadRecords(path, {"level", "line", "x", "y"}, check,
                     [&](const Fields& fields) { TakeVertex(fields, contour, check); });
         contour.TellTo(check);
     });

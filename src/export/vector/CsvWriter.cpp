@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <span>
 
 namespace terravo {
 namespace {
@@ -87,7 +88,7 @@ void WriteCsvPoints(OutputFile& out, const VectorContent& content, const VectorO
 void WriteCsvContours(OutputFile& out, const VectorContent& content,
                       const VectorOptions& /*options*/, std::vector<std::string>& /*remarks*/) {
     std::string& text = out.Buffer();
-    text += "level,line,closed,easting,northing\n";
+    text += "level,line,x,y\n";
     std::size_t line = 0;
     std::string head; // of each record of a line
     for (const VectorContour& contour : content.contours) {
@@ -98,14 +99,19 @@ void WriteCsvContours(OutputFile& out, const VectorContent& content,
         AppendNumber(head, content.LevelOf(contour).value);
         head += ',';
         AppendCount(head, ++line);
-        head += contour.closed ? ",1," : ",0,";
-        for (const PlanPoint& p : content.VerticesOf(contour)) {
+        head += ',';
+        const auto add = [&](const PlanPoint& p) {
             text += head;
             AppendNumber(text, p.x);
             text += ',';
             AppendNumber(text, p.y);
             text += '\n';
             out.FlushWhenFull();
+        };
+        const std::span<const PlanPoint> vertices = content.VerticesOf(contour);
+        std::for_each(vertices.begin(), vertices.end(), add);
+        if (contour.closed) {
+            add(vertices.front());
         }
     }
 }

@@ -52,9 +52,9 @@ std::vector<Table> Tables() {
              "-5,0,10,1,\" a\"\n"
              "\"#7\",1e-70,5,3.25,\"b\nc\"\n"},
             {"contours", WriteCsvContours, CheckCsvContours,
-             "level,line,closed,easting,northing\n"
-             "2,1,1,2,2\n2,1,1,8,2\n2,1,1,8,8\n2,1,1,2,8\n"
-             "2.5,2,0,4,4\n2.5,2,0,6.125,4\n2.5,2,0,6,6\n"},
+             "level,line,x,y\n"
+             "2,1,2,2\n2,1,8,2\n2,1,8,8\n2,1,2,8\n2,1,2,2\n"
+             "2.5,2,4,4\n2.5,2,6.125,4\n2.5,2,6,6\n"},
             {"triangles", WriteCsvTriangles, CheckCsvTriangles,
              "point1,point2,point3\n1,2,5\n2,3,5\n3,4,5\n4,1,5\n"}};
 }
@@ -88,7 +88,7 @@ TEST(CsvTest, WritesOnlyTheContoursThatAreAskedFor) {
     VectorContent content = test::SmallContent();
     content.parts = {VectorPart::IndexContours};
     EXPECT_EQ(Written(folder, WriteCsvContours, content),
-              "level,line,closed,easting,northing\n2.5,1,0,4,4\n2.5,1,0,6.125,4\n2.5,1,0,6,6\n");
+              "level,line,x,y\n2.5,1,4,4\n2.5,1,6.125,4\n2.5,1,6,6\n");
     EXPECT_EQ(CheckCsvContours(folder.File("table.csv"), content, {}), std::nullopt);
 }
 
