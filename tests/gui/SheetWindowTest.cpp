@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QPrinter>
 #include <QSlider>
+#include <QWheelEvent>
 
 namespace terravo {
 namespace {
@@ -126,6 +127,18 @@ TEST_F(SheetWindowTest, EveryControlChangesTheSheet) {
     const Colour before = view->Scene()->inks.front().colour;
     Remake([this] { Find<QComboBox>("cmbTheme")->setCurrentIndex(3); });
     EXPECT_NE(view->Scene()->inks.front().colour, before);
+    // The wheel moves the column, and turns what has the focus alone.
+    auto* theme = Find<QComboBox>("cmbTheme");
+    const auto turn = [theme] {
+        QWheelEvent wheel(QPointF(5, 5), theme->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, {}, {},
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(theme, &wheel);
+        return theme->currentIndex();
+    };
+    theme->clearFocus();
+    EXPECT_EQ(turn(), 3);
+    theme->setFocus();
+    Remake([&] { EXPECT_EQ(turn(), 2); });
     // What cannot be a scale or a paper leaves the sheet alone.
     for (const auto& [box, text] : {std::pair{"cmbScale", "north"}, std::pair{"cmbPaper", "9x9"}}) {
         auto* combo = Find<QComboBox>(box);

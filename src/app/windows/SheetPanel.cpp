@@ -3,6 +3,9 @@
 #include "app/windows/Controls.h"
 #include "sheet/SheetTheme.h"
 
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QEvent>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QScopedValueRollback>
@@ -58,6 +61,7 @@ SheetPanel::SheetPanel(const terravo::RunState& state, QWidget* parent)
     AddTitleGroup();
     SetPlan(plan_);
     ConnectControls();
+    LeaveTheWheel();
 }
 
 QString SheetPanel::Say(Text text) const {
@@ -190,6 +194,27 @@ void SheetPanel::ConnectControls() {
     for (QLineEdit* text : {txtTitle, txtProject, txtDate, txtDatum, txtAuthor}) {
         connect(text, &QLineEdit::textChanged, this, &SheetPanel::ReadControls);
     }
+}
+
+// The wheel moves the column; on the way a control that happens to come by must not change.
+void SheetPanel::LeaveTheWheel() {
+    for (QWidget* control : findChildren<QWidget*>()) {
+        if (qobject_cast<QComboBox*>(control) != nullptr ||
+            qobject_cast<QAbstractSpinBox*>(control) != nullptr ||
+            qobject_cast<QAbstractSlider*>(control) != nullptr) {
+            control->setFocusPolicy(Qt::StrongFocus);
+            control->installEventFilter(this);
+        }
+    }
+}
+
+bool SheetPanel::eventFilter(QObject* watched, QEvent* event) {
+    const auto* control = qobject_cast<QWidget*>(watched);
+    if (event->type() == QEvent::Wheel && control != nullptr && !control->hasFocus()) {
+        event->ignore(); // for the column
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 QString SheetPanel::ScaleText() const {

@@ -38,6 +38,9 @@ signals:
     /// By the user.
     void Changed();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     template <class Widget>
     Widget* AddRow(QFormLayout& form, terravo::Text label, Widget* control, const char* name);
@@ -47,6 +50,7 @@ private:
     void AddValuesGroup();
     void AddTitleGroup();
     void ConnectControls();
+    void LeaveTheWheel();
     void ReadControls();
     void ReadPaper();
     void ReadScale();
