@@ -291,6 +291,16 @@ TEST_F(SheetWindowTest, SmallEditsOfManyPointsShowAtOnceAndAllElseFollows) {
     ASSERT_TRUE(Soon([&] { return !view->HasPatches(); }));
     EXPECT_NE(view->Scene(), scene);
     EXPECT_LT(differing(patched, around()), changed / 2);
+
+    // A file that is written at once has the edit of this moment.
+    dialogs.answer = folder.File("now.svg");
+    Find<QAction>("mnuUndo")->trigger();
+    ASSERT_TRUE(session->IsBehind());
+    sheet->Export();
+    EXPECT_FALSE(session->IsBehind() || view->HasPatches());
+    QFile file(QString::fromStdString(folder.File("now.svg")));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(file.readAll().contains(">22500<"));
 }
 
 TEST_F(SheetWindowTest, ZoomsAtThePointerAndPansWithoutLosingThePlace) {

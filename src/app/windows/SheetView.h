@@ -46,6 +46,7 @@ public:
     void Show(std::shared_ptr<const terravo::SheetScene> scene, const terravo::MapView& view);
     /// Draws a changed part over the sheet, until there is another one.
     void AddPatch(terravo::SheetScene patch);
+    void DropPatches() { patches_.clear(); }
     [[nodiscard]] bool HasPatches() const { return !patches_.empty(); }
     [[nodiscard]] const terravo::SheetScene* Scene() const { return frame_.Scene(); }
     [[nodiscard]] std::shared_ptr<const terravo::SheetScene> SharedScene() const { return scene_; }

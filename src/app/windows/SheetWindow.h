@@ -18,6 +18,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 class QBoxLayout;
@@ -79,6 +80,7 @@ private:
     void MakeNow();
     std::optional<terravo::SheetScene> MakeSheet(const terravo::SheetPlan& plan,
                                                  bool& wasInterrupted);
+    std::shared_ptr<const terravo::SheetScene> SheetOfNow();
     void ShowSheet(std::optional<terravo::SheetScene> scene);
     void ForgetPlaceOfOtherFile();
     void TakeSheetOfProject();

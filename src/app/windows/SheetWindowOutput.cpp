@@ -11,8 +11,20 @@
 
 using terravo::Text;
 
+// Of this moment: an edit or a choice may have been made a moment ago. None: there is none, or it
+// was stopped.
+std::shared_ptr<const terravo::SheetScene> SheetWindow::SheetOfNow() {
+    if (!HasSheet() || session_.RefusesToExport()) {
+        return nullptr;
+    }
+    soon_.stop();
+    picSheet->DropPatches();
+    MakeNow();
+    return trouble_.isEmpty() ? picSheet->SharedScene() : nullptr;
+}
+
 void SheetWindow::Export() {
-    const std::shared_ptr<const terravo::SheetScene> scene = picSheet->SharedScene();
+    const std::shared_ptr<const terravo::SheetScene> scene = SheetOfNow();
     if (!scene) {
         return;
     }
@@ -33,8 +45,8 @@ void SheetWindow::Export() {
 }
 
 void SheetWindow::Print() {
-    const std::shared_ptr<const terravo::SheetScene> scene = picSheet->SharedScene();
-    if (!scene || session_.RefusesToExport()) {
+    const std::shared_ptr<const terravo::SheetScene> scene = SheetOfNow();
+    if (!scene) {
         return;
     }
     QPrinter printer(QPrinter::HighResolution);

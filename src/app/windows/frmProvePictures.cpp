@@ -96,12 +96,18 @@ void frmProve::PrintPicture(const terravo::Picture& picture) {
 }
 
 void frmProve::Export3D() {
+    if (session_.RefusesToExport()) { // it brings the view up to date, too
+        return;
+    }
     if (const frm3D* view = view3D ? view3D(false) : nullptr) {
         ExportPicture("view3d", view->PictureNow());
     }
 }
 
 void frmProve::Print3D() {
+    if (session_.RefusesToExport()) {
+        return;
+    }
     if (const frm3D* view = view3D ? view3D(false) : nullptr) {
         PrintPicture(view->PictureNow());
     }
