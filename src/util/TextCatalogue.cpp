@@ -533,7 +533,7 @@ constexpr EnglishText kEnglish[] = {
                             "the left not at all. Lines never cross."},
     {Text::SmoothExact, "exact"},
     {Text::SmoothWithin, "within %1 m"},
-    {Text::SheetSaysSmooth, "Lines smoothed, within %1 m of the surface"},
+    {Text::SheetSaysSmooth, "Lines smoothed, within %1 m of the surface, %2 of the interval"},
     {Text::LegendSmoothed, "lines smoothed, within %1 m of the surface"},
     {Text::VectorSmooth, "&Smooth lines, as on the sheet"},
     {Text::VectorKeepsPieces, "Nothing in this file is drawn with smooth lines."},

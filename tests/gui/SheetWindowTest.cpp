@@ -158,6 +158,7 @@ TEST_F(SheetWindowTest, TheSliderSaysHowFarSmoothLinesLeaveTheSurfaceAndSmoothsT
     EXPECT_EQ(said->text(), "within 0.25 m") << "a quarter of 1 m";
     EXPECT_GT(curves(), 0U);
     EXPECT_TRUE(Find<QLabel>("lblSheet")->text().contains("Lines smoothed, within 0."));
+    EXPECT_TRUE(parent->Status().currentMessage().startsWith("Lines smoothed, within 0."));
     slider->setValue(45);
     EXPECT_EQ(said->text(), "within 0.45 m") << "before any line is made";
     Remake([&] { slider->setValue(0); });

@@ -500,11 +500,13 @@ void BatchRun::VerifySmoothLines() const {
     const VectorWish& wish = options_.exchange.wish;
     const SmoothingSource source = contours_.SourceOfSmooth();
     const SmoothSet& smooth = contours_.Smooth();
-    std::string fault = SmoothFaultOf(source, smooth, ToleranceOf(wish, survey_.ShownPoints()));
+    std::string fault =
+        SmoothFaultOf(source, smooth, ToleranceOf(wish, survey_.ShownPoints()), stop_);
     if (fault.empty() && wish.fewerVertices) {
         fault = StraightFaultOf(
             source, StraightLinesOf(contours_, wish), smooth.origin,
-            {std::max(wish.smoothing->limit, smooth.worst.height), wish.smoothing->fraction});
+            {std::max(wish.smoothing->limit, smooth.worst.height), wish.smoothing->fraction},
+            stop_);
     }
     if (!fault.empty()) {
         throw RunFailure(ExitCode::kNumeric,

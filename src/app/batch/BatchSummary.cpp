@@ -266,9 +266,8 @@ std::string SurfaceText(const SurfaceSummary& surface) {
 }
 
 std::string SmoothText(const SmoothFigures& smoothing) {
-    const auto rounded = [](double value) {
-        return NumberText::FormatScreen(value, "#0.0##", '.');
-    };
+    // What is said to be the most must not be less.
+    const auto rounded = [](double value) { return NumberText::RoundedUp(value, 3, '.'); };
     return "smooth lines: fraction " + rounded(smoothing.fraction) + ", " +
            std::to_string(smoothing.vertices) + " vertices, off their height by " +
            rounded(smoothing.worst.height) + " at most, " + rounded(smoothing.worst.interval) +

@@ -95,7 +95,8 @@ SmoothCall SmoothOptions::Parse(const QCommandLineParser& parser, bool hasSheet,
     if (!hasSheet && !isInFiles) {
         throw UsageError(
             QStringLiteral("--smooth is for contours on a sheet or in vector files other than "
-                           "LandXML: --sheet FILE or --dxf FILE, for example, writes them."));
+                           "LandXML: --sheet FILE writes them, or --dxf FILE, for example, with "
+                           "contours or bands in its --content."));
     }
     for (const QCommandLineOption* option : {&flatten_, &fewer_}) {
         if (parser.isSet(*option) && !isInFiles) {

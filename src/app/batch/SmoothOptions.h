@@ -56,7 +56,8 @@ private:
         QStringLiteral("goal"), QStringLiteral("plain")};
     QCommandLineOption limit_{
         QStringLiteral("smooth-limit"),
-        QStringLiteral("No smooth line leaves its height by more, in units of the heights."),
+        QStringLiteral("No smooth line leaves its height by more, in units of the heights, "
+                       "1e-9 to 1e9."),
         QStringLiteral("metres")};
     QCommandLineOption flatten_{
         QStringLiteral("flatten"),

@@ -400,6 +400,7 @@ bool Session::LoadPointFile(const std::string& path) {
 
 void Session::TakePoints(PointSet points, const std::string& path) {
     survey_.Replace(std::move(points), wish_);
+    live_.reset(); // as large as the points
     history_.Clear();
     options_.levels = RuleByCount(options_.levels.count);
     levelsChosen_ = false;

@@ -7,6 +7,14 @@ namespace {
 
 constexpr double kFinestOnPaper = 0.01; // millimetres, as of the lines on the edges of the bands
 
+double LargestStep(const LevelSet& levels, const Extent& heights) {
+    double step = levels.UpperBound() == 1 ? heights.max - heights.min : 0;
+    for (Index k = 2; k <= levels.UpperBound(); ++k) {
+        step = std::max(step, levels[k].value - levels[k - 1].value);
+    }
+    return step;
+}
+
 } // namespace
 
 std::optional<SheetScene> SheetMaker::Make(const SheetPlan& plan, const LevelRule& rule,
@@ -29,9 +37,10 @@ std::optional<SheetScene> SheetMaker::Make(const SheetPlan& plan, const LevelRul
                              made.shaped,
                              plan.smoothing ? &contours_.Smooth() : nullptr};
     SheetScene scene = MakeSheet(plan, source, stop);
-    last_ = Last{LayOut(plan, made.points), rule, contours_.Levels(), std::nullopt};
+    last_ = Last{LayOut(plan, made.points), rule, contours_.Levels(), {}};
+    last_->figures.largestStep = LargestStep(contours_.Levels(), made.points.extentZ);
     if (plan.smoothing) {
-        last_->smooth = contours_.Smooth().worst;
+        last_->figures.smooth = contours_.Smooth().worst;
     }
     return stop.IsStopRequested() ? std::nullopt : std::optional(std::move(scene));
 }
@@ -63,18 +72,6 @@ std::optional<SheetScene> SheetMaker::MakePatch(const SheetPlan& plan, const Sur
         run_.texts,           measure,        plan.Shows(SheetLayer::Bands) ? &regions : nullptr,
         run_.decimalSeparator};
     return MakeSheetPatch(plan, source, last_->layout, patch);
-}
-
-SheetLineFigures SheetMaker::Figures() const {
-    SheetLineFigures figures;
-    if (last_) {
-        for (Index k = 2; k <= last_->levels.UpperBound(); ++k) {
-            figures.largestStep =
-                std::max(figures.largestStep, last_->levels[k].value - last_->levels[k - 1].value);
-        }
-        figures.smooth = last_->smooth;
-    }
-    return figures;
 }
 
 LevelRule RoundLevels(const Extent& heights) {

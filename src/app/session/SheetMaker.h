@@ -14,7 +14,7 @@ namespace terravo {
 
 /// What a sheet says of its lines.
 struct SheetLineFigures {
-    double largestStep = 0;            // between neighbouring levels, data units
+    double largestStep = 0; // between neighbouring levels, data units; of one level the range
     std::optional<SmoothError> smooth; // of smooth lines
 };
 
@@ -37,7 +37,9 @@ public:
     MakePatch(const SheetPlan& plan, const SurfacePatch& patch, const TextMeasure& measure) const;
 
     /// Of the sheet made last.
-    [[nodiscard]] SheetLineFigures Figures() const;
+    [[nodiscard]] SheetLineFigures Figures() const {
+        return last_ ? last_->figures : SheetLineFigures();
+    }
 
 private:
     [[nodiscard]] const Array1<LevelRegion>* RegionsFor(const SheetPlan& plan,
@@ -48,7 +50,7 @@ private:
         SheetLayout layout;
         LevelRule rule;
         LevelSet levels;
-        std::optional<SmoothError> smooth;
+        SheetLineFigures figures;
     };
 
     SurveyContours& contours_;

@@ -236,6 +236,10 @@ void SheetWindow::ShowSheet(std::optional<terravo::SheetScene> scene) {
     const terravo::PointSet& points = session_.Points();
     if (scene) {
         pnlSheet->SetLargestStep(session_.FiguresOfSheet().largestStep);
+        if (shownSmoothing_ != made_->plan.smoothing) { // not after every edit
+            shownSmoothing_ = made_->plan.smoothing;
+            status_.ShowNote(SmoothText());
+        }
         pnlStyles->Styles().KeepLast(made_->plan);
         picSheet->Show(std::make_shared<const terravo::SheetScene>(std::move(*scene)),
                        terravo::LayOut(made_->plan, session_.TheSurvey().ShownPoints()).view);
@@ -244,6 +248,18 @@ void SheetWindow::ShowSheet(std::optional<terravo::SheetScene> scene) {
         picSheet->SetHint(trouble_.isEmpty() ? Caption(state_, Text::SheetNoPoints) : trouble_);
     }
     ShowState();
+}
+
+// How far smooth lines leave their height at most; empty for others.
+QString SheetWindow::SmoothText() const {
+    const std::optional<terravo::SmoothError> worst = session_.FiguresOfSheet().smooth;
+    if (!worst) {
+        return {};
+    }
+    const auto bound = [this](double value) {
+        return ToQString(terravo::NumberText::RoundedUp(value, 2, state_.decimalSeparator));
+    };
+    return Caption(state_, Text::SheetSaysSmooth).arg(bound(worst->height), bound(worst->interval));
 }
 
 QString SheetWindow::Description() const {
@@ -262,10 +278,8 @@ QString SheetWindow::Description() const {
                      .arg(labels.tooShort)
                      .arg(labels.noRoom);
     }
-    if (const auto smooth = session_.FiguresOfSheet().smooth; smooth && smooth->height > 0) {
-        lines += Caption(state_, Text::SheetSaysSmooth)
-                     .arg(ToQString(terravo::NumberText::RoundedUp(smooth->height, 2,
-                                                                   state_.decimalSeparator)));
+    if (const QString smooth = SmoothText(); !smooth.isEmpty()) {
+        lines += smooth;
     }
     for (const terravo::Statement& remark : scene->remarks) {
         lines += ToQString(terravo::WithValues(state_.texts[remark.sentence], remark.values));

@@ -88,6 +88,7 @@ private:
     void MoveMap(double right, double down);
     void CentreAgain();
     void ShowState();
+    [[nodiscard]] QString SmoothText() const;
     [[nodiscard]] QString Description() const;
     [[nodiscard]] QString MeasureText(const SheetDistance& distance) const;
     [[nodiscard]] Origin WantedOrigin() const;
@@ -96,7 +97,8 @@ private:
     terravo::Session& session_;
     StatusPanel& status_;
     QTimer soon_;
-    std::optional<Origin> made_;     // of the last sheet, or of what could not be made
+    std::optional<Origin> made_; // of the last sheet, or of what could not be made
+    std::optional<terravo::SmoothingOptions> shownSmoothing_;
     std::uint64_t projectSheet_ = 0; // the last one taken
     std::string file_;               // of the points that were shown last
     QString trouble_;                // why there is no such sheet

@@ -3,6 +3,7 @@
 #include "triangulation/exact/ExactSigns.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 #include <numeric>
 
@@ -62,8 +63,9 @@ std::vector<Piece> PiecesOf(const StraightLines& all) {
 
 class MeetingSearch {
 public:
-    explicit MeetingSearch(const StraightLines& lines)
-        : lines_(lines), signs_(Array1<PlanPoint>(lines.places)), pieces_(PiecesOf(lines)) {}
+    MeetingSearch(const StraightLines& lines, const StopToken& stop)
+        : lines_(lines), stop_(stop), signs_(Array1<PlanPoint>(lines.places)),
+          pieces_(PiecesOf(lines)) {}
 
     std::optional<LineMeeting> Find() {
         if (!pieces_.empty()) {
@@ -112,11 +114,24 @@ private:
         Build(node.Upper());
     }
 
+    [[nodiscard]] bool HasEnded() const { return found_ || isStopped_; }
+
+    // Before each pair of leaves.
+    void AskToGoOn() {
+        constexpr std::uint32_t kPairsALook = 4096;
+        if (++pairs_ % kPairsALook == 0) {
+            const double done = static_cast<double>(done_) / static_cast<double>(pieces_.size());
+            isStopped_ = !stop_.GoesOn("examine", done);
+        }
+    }
+
     void Within(const Node& node) {
-        if (found_) {
+        if (HasEnded()) {
             return;
         }
         if (node.IsLeaf()) {
+            AskToGoOn();
+            done_ = node.end;
             for (std::size_t i = node.first; i < node.end; ++i) {
                 for (std::size_t k = i + 1; k < node.end; ++k) {
                     Look(pieces_[i], pieces_[k]);
@@ -130,10 +145,11 @@ private:
     }
 
     void Between(const Node& a, const Node& b) {
-        if (found_ || !boxes_[a.number].Overlaps(boxes_[b.number])) {
+        if (HasEnded() || !boxes_[a.number].Overlaps(boxes_[b.number])) {
             return;
         }
         if (a.IsLeaf() && b.IsLeaf()) {
+            AskToGoOn();
             for (std::size_t i = a.first; i < a.end; ++i) {
                 for (std::size_t k = b.first; k < b.end; ++k) {
                     Look(pieces_[i], pieces_[k]);
@@ -194,16 +210,20 @@ private:
     }
 
     const StraightLines& lines_;
+    const StopToken& stop_;
     ExactSigns signs_;
     std::vector<Piece> pieces_;
     std::vector<Box> boxes_; // by number
     std::optional<LineMeeting> found_;
+    bool isStopped_ = false;
+    std::size_t done_ = 0; // pieces
+    std::uint32_t pairs_ = 0;
 };
 
 } // namespace
 
-std::optional<LineMeeting> FindMeeting(const StraightLines& lines) {
-    return MeetingSearch(lines).Find();
+std::optional<LineMeeting> FindMeeting(const StraightLines& lines, const StopToken& stop) {
+    return MeetingSearch(lines, stop).Find();
 }
 
 } // namespace terravo

@@ -2,10 +2,12 @@
 //
 // Data: places, one line after another. Method: a tree of boxes over all pieces, halved at the
 // middle of the longer side; where boxes of the tree overlap it is followed, down to pairs of
-// pieces. Neither far points nor crowded ones make it slow.
+// pieces. Neither far points nor crowded ones make it slow; long pieces side by side do, whose
+// boxes overlap.
 #pragma once
 
 #include "triangulation/TriangleList.h"
+#include "util/StopToken.h"
 
 #include <cstddef>
 #include <optional>
@@ -35,7 +37,10 @@ struct LineMeeting {
 /// Looks for a place where two lines, or a line and itself, have anything in common but the vertex
 /// that two neighbouring pieces share.
 /// @param lines  coordinates within reach of ExactSigns.
-/// @return one such place, the same one at every call; nothing when there is none.
-std::optional<LineMeeting> FindMeeting(const StraightLines& lines);
+/// @param stop   stage "examine".
+/// @return one such place, the same one at every call; nothing when there is none, or it was
+///         stopped.
+std::optional<LineMeeting> FindMeeting(const StraightLines& lines,
+                                       const StopToken& stop = StopToken());
 
 } // namespace terravo

@@ -230,8 +230,12 @@ public:
           spacings_(SpacingsOf(source.levels, source.points.extentZ)) {}
 
     /// @param steps  in which every piece is looked at.
-    std::string FaultOf(const StraightSet& straight, int steps) const {
+    std::string FaultOf(const StraightSet& straight, int steps, const StopToken& stop) const {
+        const auto count = static_cast<double>(straight.lines.lines.size());
         for (std::size_t i = 0; i < straight.lines.lines.size(); ++i) {
+            if (!stop.GoesOn("examine", static_cast<double>(i) / count)) {
+                return "";
+            }
             const StraightLines::Line& line = straight.lines.lines[i];
             Index near = straight.near[i];
             for (std::size_t k = line.first; k < line.first + line.count; ++k) {
@@ -241,8 +245,8 @@ public:
                 const bool isEnd = k + 1 == line.first + line.count;
                 const PlanPoint place = straight.lines.places[k];
                 const PlanPoint next = straight.lines.places[isEnd ? line.first : k + 1];
-                const int count = isEnd && !line.closed ? 1 : steps;
-                std::string fault = FaultAlong(place, next, count, straight.levels[i], near);
+                const int looks = isEnd && !line.closed ? 1 : steps;
+                std::string fault = FaultAlong(place, next, looks, straight.levels[i], near);
                 if (!fault.empty()) {
                     return fault;
                 }
@@ -296,8 +300,8 @@ bool IsExaminable(const StraightLines& lines) {
 }
 
 std::string FaultOfMeeting(const StraightSet& straight, const SmoothingSource& source,
-                           PlanPoint origin) {
-    const std::optional<LineMeeting> meeting = FindMeeting(straight.lines);
+                           PlanPoint origin, const StopToken& stop) {
+    const std::optional<LineMeeting> meeting = FindMeeting(straight.lines, stop);
     if (!meeting) {
         return "";
     }
@@ -312,29 +316,31 @@ std::string FaultOfMeeting(const StraightSet& straight, const SmoothingSource& s
 }
 
 std::string FaultOf(const StraightSet& straight, const SmoothingSource& source, PlanPoint origin,
-                    const SurfaceReader& reader, const SmoothError& allowed, int steps) {
+                    const SurfaceReader& reader, const SmoothError& allowed, int steps,
+                    const StopToken& stop) {
     if (!IsExaminable(straight.lines)) {
         return "A line has coordinates too large or too small to be examined.";
     }
-    std::string fault = FaultOfMeeting(straight, source, origin);
-    return fault.empty() ? HeightCheck(source, origin, allowed, reader).FaultOf(straight, steps)
-                         : fault;
+    std::string fault = FaultOfMeeting(straight, source, origin, stop);
+    return fault.empty()
+               ? HeightCheck(source, origin, allowed, reader).FaultOf(straight, steps, stop)
+               : fault;
 }
 
 } // namespace
 
-std::string SmoothFaultOf(const SmoothingSource& source, const SmoothSet& smooth,
-                          double tolerance) {
+std::string SmoothFaultOf(const SmoothingSource& source, const SmoothSet& smooth, double tolerance,
+                          const StopToken& stop) {
     const SurfaceReader reader(source, smooth.origin);
     return FaultOf(Straighten(smooth, tolerance, reader), source, smooth.origin, reader,
-                   smooth.worst, 1);
+                   smooth.worst, 1, stop);
 }
 
 std::string StraightFaultOf(const SmoothingSource& source, const ContourSet& lines,
-                            PlanPoint origin, const SmoothError& allowed) {
+                            PlanPoint origin, const SmoothError& allowed, const StopToken& stop) {
     constexpr int kSteps = 8;
     const SurfaceReader reader(source, origin, std::fabs(origin.x) + std::fabs(origin.y));
-    return FaultOf(SetOf(lines, origin, reader), source, origin, reader, allowed, kSteps);
+    return FaultOf(SetOf(lines, origin, reader), source, origin, reader, allowed, kSteps, stop);
 }
 
 } // namespace terravo
