@@ -13,16 +13,17 @@ triangulation util
 plot2d util
 survey util triangulation
 contour util triangulation survey plot2d
-sheet util triangulation survey plot2d contour
-export util triangulation survey plot2d contour sheet
+analysis util triangulation survey
+sheet util triangulation survey plot2d contour analysis
+export util triangulation survey plot2d contour analysis sheet
 gis util triangulation survey plot2d contour export
 exchange util triangulation survey plot2d contour sheet export gis
 view3d util triangulation survey plot2d
 app/settings util plot2d sheet export exchange
 app/project util triangulation survey plot2d contour sheet gis app/settings
-app/session util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/project
-app/batch util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/project app/session
-app/windows util triangulation survey plot2d contour sheet export exchange gis view3d app/settings app/project app/session
+app/session util triangulation survey plot2d contour analysis sheet export exchange gis view3d app/settings app/project
+app/batch util triangulation survey plot2d contour analysis sheet export exchange gis view3d app/settings app/project app/session
+app/windows util triangulation survey plot2d contour analysis sheet export exchange gis view3d app/settings app/project app/session
 PLAN
 }
 
