@@ -22,7 +22,9 @@ Doubled DoubledAreas(const SpacePoint& a, const SpacePoint& b, const SpacePoint&
     const double vx = c.x - a.x;
     const double vy = c.y - a.y;
     const double vz = c.z - a.z;
-    return {ux * vy - vx * uy, std::hypot(uy * vz - vy * uz, uz * vx - vz * ux)};
+    const double nx = uy * vz - vy * uz;
+    const double ny = uz * vx - vz * ux;
+    return {ux * vy - vx * uy, std::sqrt(nx * nx + ny * ny)};
 }
 
 // The ground at or above a height within one triangle.
@@ -114,7 +116,7 @@ AreaFigures MeasureAreas(const MeasuredSurface& surface) {
                                                 surface.Corner(t, 3)};
         const Doubled twice = DoubledAreas(corners[0], corners[1], corners[2]);
         plan.Add(twice.plan / 2);
-        space.Add(std::hypot(twice.plan, twice.rise) / 2);
+        space.Add(std::sqrt(twice.plan * twice.plan + twice.rise * twice.rise) / 2);
         rise.Add(twice.rise / 2);
         moment.Add(twice.plan / 2 * ((corners[0].z + corners[1].z + corners[2].z) / 3));
         if (twice.plan > 0) {
