@@ -8,6 +8,12 @@
 namespace terravo {
 namespace {
 
+bool EastingCrossesHorizontalSides(const SheetLayout& layout) {
+    return std::fabs(layout.view.cosine) >= std::fabs(layout.view.sine);
+}
+
+} // namespace
+
 double RoundNumber(double atLeast) {
     double power = std::pow(10, std::floor(std::log10(atLeast)));
     for (;; power *= 10) {
@@ -18,12 +24,6 @@ double RoundNumber(double atLeast) {
         }
     }
 }
-
-bool EastingCrossesHorizontalSides(const SheetLayout& layout) {
-    return std::fabs(layout.view.cosine) >= std::fabs(layout.view.sine);
-}
-
-} // namespace
 
 double GridSpacing(const SheetLayout& layout) {
     constexpr double kLeast = 40; // millimetres
@@ -51,6 +51,14 @@ std::string GridValueText(double value, double spacing, char decimalSeparator) {
     const auto decimals = static_cast<std::size_t>(std::clamp(-power, 0.0, 12.0));
     const std::string pattern = decimals == 0 ? "#0" : "#0." + std::string(decimals, '0');
     return NumberText::FormatScreen(value, pattern, decimalSeparator);
+}
+
+std::string ShortNumberText(double value, char decimalSeparator) {
+    constexpr double kUsual = 6;
+    constexpr double kMost = 30;
+    const double places = value == 0 ? 0 : 3 - std::floor(std::log10(std::fabs(value)));
+    const auto decimals = static_cast<std::size_t>(std::clamp(places, kUsual, kMost));
+    return NumberText::FormatScreen(value, "#0." + std::string(decimals, '#'), decimalSeparator);
 }
 
 GridCoordinate::GridCoordinate(const SheetLayout& layout, bool isEasting)

@@ -12,6 +12,10 @@
 
 namespace terravo {
 
+/// 1, 2 or 5 times a power of ten.
+/// @param atLeast  above 0.
+double RoundNumber(double atLeast);
+
 /// Round distance between grid lines, data units: 1, 2 or 5 times a power of ten, 40 to 100
 /// millimetres on the paper, less only where the map is small.
 double GridSpacing(const SheetLayout& layout);
@@ -21,6 +25,9 @@ std::vector<double> MultiplesWithin(double from, double to, double spacing);
 
 /// A value with as many decimals as the spacing needs.
 std::string GridValueText(double value, double spacing, char decimalSeparator);
+
+/// An interval, a distance, a scale: 6 decimals at most, more for what is less than 0.001.
+std::string ShortNumberText(double value, char decimalSeparator);
 
 /// Easting or northing over the paper.
 class GridCoordinate {

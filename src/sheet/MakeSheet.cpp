@@ -1,5 +1,6 @@
 #include "sheet/MakeSheet.h"
 
+#include "sheet/GridLines.h"
 #include "survey/FileDecimals.h"
 #include "util/NumberText.h"
 
@@ -66,12 +67,7 @@ std::string SheetContext::HeightText(Index point) const {
 }
 
 std::string SheetContext::ShortNumber(double value) const {
-    constexpr double kUsual = 6;
-    constexpr double kMost = 30;
-    const double places = value == 0 ? 0 : 3 - std::floor(std::log10(std::fabs(value)));
-    const auto decimals = static_cast<std::size_t>(std::clamp(places, kUsual, kMost));
-    return NumberText::FormatScreen(value, "#0." + std::string(decimals, '#'),
-                                    source.decimalSeparator);
+    return ShortNumberText(value, source.decimalSeparator);
 }
 
 SheetScene MakeSheet(const SheetPlan& plan, const SheetSource& source, const StopToken& stop) {

@@ -19,16 +19,6 @@ bool HasBoxes(const SheetPlan& plan) {
            plan.Shows(SheetLayer::ScaleBar) || plan.Shows(SheetLayer::NorthArrow);
 }
 
-double Margin(const SheetPlan& plan) {
-    return std::clamp(plan.paper.width / 20, 5.0, 10.0);
-}
-
-double TextHeight(const SheetPlan& plan) {
-    constexpr double kUsualPaper = 210;
-    const double growth = std::clamp(std::sqrt(plan.paper.width / kUsualPaper), 0.6, 1.6);
-    return std::min(plan.textHeight * growth, plan.paper.width / 65);
-}
-
 // From the bottom: title block, scale bar; from the top: north arrow; the legend gets the rest.
 void FillColumn(const SheetPlan& plan, SheetBox column, SheetLayout& layout) {
     const double h = layout.textHeight;
@@ -132,10 +122,10 @@ SheetLayout BoxesFor(const SheetPlan& plan, bool landscape) {
     SheetLayout layout;
     layout.paper = landscape ? SheetBox{0, 0, plan.paper.height, plan.paper.width}
                              : SheetBox{0, 0, plan.paper.width, plan.paper.height};
-    layout.textHeight = TextHeight(plan);
+    layout.textHeight = TextHeightOn(plan.paper, plan.textHeight);
     layout.tick = std::min(0.8 * layout.textHeight, 2.0);
     layout.valueRoom = layout.tick + 1.6 * layout.textHeight;
-    const SheetBox inside = layout.paper.Shrunk(Margin(plan));
+    const SheetBox inside = layout.paper.Shrunk(MarginOf(plan.paper));
     layout.map = InsideFrame(inside, layout);
     if (HasBoxes(plan)) {
         const double height = layout.map.Height();
@@ -179,6 +169,16 @@ void TellWhatIsOutside(const TurnedExtent& extent, SheetLayout& layout) {
 }
 
 } // namespace
+
+double MarginOf(const PaperSize& paper) {
+    return std::clamp(paper.width / 20, 5.0, 10.0);
+}
+
+double TextHeightOn(const PaperSize& paper, double usual) {
+    constexpr double kUsualPaper = 210;
+    const double growth = std::clamp(std::sqrt(paper.width / kUsualPaper), 0.6, 1.6);
+    return std::min(usual * growth, paper.width / 65);
+}
 
 double TitleBlockHeight(const SheetPlan& plan) {
     const SheetTexts& texts = plan.texts;

@@ -34,6 +34,12 @@ struct SheetLayout {
 /// The height that the lines of the title block want, in units of their text height.
 double TitleBlockHeight(const SheetPlan& plan);
 
+/// Millimetres that nothing is printed on.
+double MarginOf(const PaperSize& paper);
+/// The height of texts beside a map.
+/// @param usual  of texts on paper as wide as A4.
+double TextHeightOn(const PaperSize& paper, double usual);
+
 /// @param points  of the survey, for its extent; heights do not count.
 SheetLayout LayOut(const SheetPlan& plan, const PointSet& points);
 

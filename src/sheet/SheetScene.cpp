@@ -8,9 +8,9 @@ namespace terravo {
 
 const char* NameOf(SheetLayer layer) {
     static constexpr std::array<const char*, kSheetLayers> kNames{
-        "paper", "bands",      "grid",        "triangles", "contours",     "index-contours",
-        "hull",  "breaklines", "points",      "labels",    "spot-heights", "numbers",
-        "codes", "frame",      "title-block", "legend",    "scale-bar",    "north-arrow"};
+        "paper",    "bands",       "grid",   "triangles", "contours",     "index-contours", "hull",
+        "profiles", "breaklines",  "points", "labels",    "spot-heights", "numbers",        "codes",
+        "frame",    "title-block", "legend", "scale-bar", "north-arrow"};
     return kNames[static_cast<std::size_t>(layer)];
 }
 

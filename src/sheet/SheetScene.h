@@ -57,6 +57,7 @@ enum class SheetLayer : unsigned char {
     Contours,
     IndexContours,
     Hull,
+    Profiles,   // of a section
     Breaklines, // laid over the points
     Points,
     Labels,
@@ -69,7 +70,7 @@ enum class SheetLayer : unsigned char {
     ScaleBar,
     NorthArrow,
 };
-inline constexpr std::size_t kSheetLayers = 18;
+inline constexpr std::size_t kSheetLayers = 19;
 
 /// "bands", "index-contours", "title-block" and the like: the ids of the groups of an SVG.
 const char* NameOf(SheetLayer layer);

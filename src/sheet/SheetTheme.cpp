@@ -21,6 +21,14 @@ constexpr std::array<Stop, 6> kGround{{{0.0, 122, 178, 128},
                                        {0.85, 190, 148, 112},
                                        {1.0, 228, 222, 216}}};
 
+// From where ground was taken away to where it was added; each side has its hue from the first
+// step.
+constexpr std::array<Stop, 5> kChange{{{-1.0, 196, 84, 44},
+                                       {-0.1, 250, 222, 200},
+                                       {0.0, 252, 252, 250},
+                                       {0.1, 208, 228, 244},
+                                       {1.0, 56, 118, 180}}};
+
 // Dark enough to be read on white.
 constexpr std::array<Stop, 5> kLineHeights{{{0.0, 32, 92, 160},
                                             {0.3, 24, 128, 112},
@@ -29,7 +37,7 @@ constexpr std::array<Stop, 5> kLineHeights{{{0.0, 32, 92, 160},
                                             {1.0, 170, 28, 40}}};
 
 Colour Blend(std::span<const Stop> stops, double part, double lightness) {
-    const double at = std::clamp(part, 0.0, 1.0);
+    const double at = std::clamp(part, stops.front().part, stops.back().part);
     std::size_t i = 1;
     while (i + 1 < stops.size() && stops[i].part < at) {
         ++i;
@@ -112,6 +120,21 @@ Colour SheetTheme::BandColour(double partOfHeight) const {
         return RGB(grey, grey, grey);
     }
     return Blend(kGround, partOfHeight, bandLightness);
+}
+
+Colour SheetTheme::ChangeColour(double part) const {
+    if (greyBands) {
+        constexpr double kMiddle = 210;
+        const auto grey = static_cast<int>(std::lround(kMiddle + 45 * std::clamp(part, -1.0, 1.0)));
+        return RGB(grey, grey, grey);
+    }
+    if (bandLightness < 1) { // out of the dark
+        const Stop& most = part < 0 ? kChange.front() : kChange.back();
+        const std::array stops{Stop{0, RedOf(paper) + 20, GreenOf(paper) + 20, BlueOf(paper) + 20},
+                               Stop{1, most.red, most.green, most.blue}};
+        return Blend(stops, 0.75 * std::fabs(part), 1);
+    }
+    return Blend(kChange, part, 1);
 }
 
 std::span<const SheetTheme> SheetThemes() {

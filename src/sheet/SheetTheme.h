@@ -45,6 +45,9 @@ struct SheetTheme {
     [[nodiscard]] SheetInk ContourInk(bool isIndex, double partOfHeight) const;
     /// The fill of a band. @param partOfHeight  0 the lowest, 1 the highest band.
     [[nodiscard]] Colour BandColour(double partOfHeight) const;
+    /// The fill of ground that was lowered or raised. Where bands are grey, the darker the lower.
+    /// @param part  -1 lowered most, 0 unchanged, 1 raised most.
+    [[nodiscard]] Colour ChangeColour(double part) const;
 };
 
 /// "brown", "height", "black", "dark".

@@ -537,6 +537,27 @@ constexpr EnglishText kEnglish[] = {
     {Text::LegendSmoothed, "lines smoothed, within %1 m of the surface"},
     {Text::VectorSmooth, "&Smooth lines, as on the sheet"},
     {Text::VectorKeepsPieces, "Nothing in this file is drawn with smooth lines."},
+    {Text::SectionTitle, "Section"},
+    {Text::CrossSectionsTitle, "Cross-sections"},
+    {Text::SectionStation, "Station %1"},
+    {Text::SectionOneScale, "Lengths and heights 1:%1"},
+    {Text::SectionScales, "Lengths 1:%1, heights 1:%2, exaggerated %3 times"},
+    {Text::SectionStations, "Station, m"},
+    {Text::SectionDistances, "Distance from the axis, m"},
+    {Text::SectionHeights, "Height, m"},
+    {Text::SectionCut, "Cut"},
+    {Text::SectionFill, "Fill"},
+    {Text::SectionNet, "Net"},
+    {Text::SectionDatum, "Datum %1 m"},
+    {Text::SectionBend, "Bend of the line"},
+    {Text::SectionAxis, "Axis"},
+    {Text::SectionMisses, "The line misses the surface."},
+    {Text::SectionDoesNotFit, "The section takes %1 x %2 mm at these scales, its frame has %3 x %4 "
+                              "mm: parts of it lie outside."},
+    {Text::DifferenceOf, "Difference %1 \xE2\x88\x92 %2"},
+    {Text::LegendUnchanged, "unchanged"},
+    {Text::LegendZeroLine, "border of cut and fill"},
+    {Text::LegendVolumes, "Volumes"},
 };
 
 constexpr bool StandInTheirPlaces() {
