@@ -64,19 +64,23 @@ void ForgetDate(QByteArray& pdf) {
     }
 }
 
-QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const SheetFileWish& file) {
+QPageLayout PageOf(const SheetScene& scene) {
+    const bool isAcross = scene.width > scene.height;
+    const QSizeF paper(std::min(scene.width, scene.height), std::max(scene.width, scene.height));
+    return {QPageSize(paper, QPageSize::Millimeter, QString(), QPageSize::ExactMatch),
+            isAcross ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(),
+            QPageLayout::Millimeter};
+}
+
+QByteArray PdfBytes(const std::string& path, std::span<const SheetScene> scenes,
+                    const SheetFileWish& file) {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter pdf(&buffer);
     pdf.setTitle(PrintableText(file.title));
     pdf.setCreator(QStringLiteral("Terravo"));
     pdf.setResolution(kPdfDotsPerInch);
-    const bool isAcross = scene.width > scene.height;
-    const QSizeF paper(std::min(scene.width, scene.height), std::max(scene.width, scene.height));
-    pdf.setPageLayout(
-        QPageLayout(QPageSize(paper, QPageSize::Millimeter, QString(), QPageSize::ExactMatch),
-                    isAcross ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(),
-                    QPageLayout::Millimeter));
+    pdf.setPageLayout(PageOf(scenes.front()));
     QPainter painter;
     if (!painter.begin(&pdf)) {
         ThrowNotBegun(path);
@@ -87,7 +91,13 @@ QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const Shee
     wish.finest = kFinestOnPaper;
     wish.curves = true;
     wish.stop = file.stop;
-    PaintSheet(painter, scene, wish);
+    for (const SheetScene& scene : scenes) {
+        if (&scene != &scenes.front()) {
+            pdf.setPageLayout(PageOf(scene));
+            pdf.newPage();
+        }
+        PaintSheet(painter, scene, wish);
+    }
     if (!painter.end()) {
         ThrowNotBegun(path);
     }
@@ -96,8 +106,9 @@ QByteArray PdfBytes(const std::string& path, const SheetScene& scene, const Shee
     return bytes;
 }
 
-void WritePdf(const OutputTarget& target, const SheetScene& scene, const SheetFileWish& wish) {
-    const QByteArray bytes = PdfBytes(target.path, scene, wish);
+void WritePdf(const OutputTarget& target, std::span<const SheetScene> scenes,
+              const SheetFileWish& wish) {
+    const QByteArray bytes = PdfBytes(target.path, scenes, wish);
     if (IsStopped(wish)) {
         return;
     }
@@ -106,13 +117,21 @@ void WritePdf(const OutputTarget& target, const SheetScene& scene, const SheetFi
     file.Commit();
 }
 
+// "name-3.png" of "name.png".
+std::string NumberedPath(const std::string& path, std::size_t number) {
+    const std::size_t name = path.find_last_of("/\\") + 1; // 0 where there is no folder
+    const std::size_t dot = path.rfind('.');
+    const std::size_t end = dot == std::string::npos || dot <= name ? path.size() : dot;
+    return path.substr(0, end) + '-' + std::to_string(number) + path.substr(end);
+}
+
 } // namespace
 
 bool WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& scene,
                 const SheetFileWish& wish) {
     switch (kind) {
     case PictureKind::Pdf:
-        WritePdf(target, scene, wish);
+        WritePdf(target, std::span(&scene, 1), wish);
         break;
     case PictureKind::Svg:
         WriteSheetSvg(target, scene, wish.title, SheetTextMeasure());
@@ -122,6 +141,30 @@ bool WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& 
         break;
     }
     return !IsStopped(wish);
+}
+
+std::vector<std::string> WriteSheets(const OutputTarget& target, PictureKind kind,
+                                     std::span<const SheetScene> scenes,
+                                     const SheetFileWish& wish) {
+    if (scenes.empty()) {
+        return {};
+    }
+    if (kind == PictureKind::Pdf) {
+        WritePdf(target, scenes, wish);
+        return IsStopped(wish) ? std::vector<std::string>() : std::vector{target.path};
+    }
+    OutputGroup own;
+    OutputGroup* group = target.group != nullptr ? target.group : &own;
+    std::vector<std::string> paths;
+    for (const SheetScene& scene : scenes) {
+        paths.push_back(scenes.size() == 1 ? target.path
+                                           : NumberedPath(target.path, paths.size() + 1));
+        if (!WriteSheet({paths.back(), group}, kind, scene, wish)) {
+            return {};
+        }
+    }
+    own.Commit();
+    return paths;
 }
 
 } // namespace terravo

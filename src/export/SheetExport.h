@@ -10,7 +10,9 @@
 #include "util/OutputFile.h"
 #include "util/StopToken.h"
 
+#include <span>
 #include <string>
+#include <vector>
 
 namespace terravo {
 
@@ -25,5 +27,12 @@ struct SheetFileWish {
 /// @return false when it was stopped; there is no file then.
 bool WriteSheet(const OutputTarget& target, PictureKind kind, const SheetScene& scene,
                 const SheetFileWish& wish);
+
+/// Writes sheets that belong together. A PDF has a page for each. Of the other kinds each sheet is
+/// a file of its own; where there are several, their numbers stand before the extension:
+/// "name-1.png". All files appear together. Throws as WriteSheet does.
+/// @return the paths of the files; none without a sheet and when it was stopped.
+std::vector<std::string> WriteSheets(const OutputTarget& target, PictureKind kind,
+                                     std::span<const SheetScene> scenes, const SheetFileWish& wish);
 
 } // namespace terravo

@@ -179,6 +179,27 @@ TEST_F(SheetExportTest, TheSamePdfTwiceHasTheSamePageAndNoDateOfItsOwn) {
     EXPECT_EQ(Written("b.pdf", PictureKind::Pdf, {"Hills", 300}), pdf);
 }
 
+TEST_F(SheetExportTest, SheetsThatBelongTogetherArePagesOrNumberedFiles) {
+    std::vector<SheetScene> scenes(3, Sample());
+    scenes[1].width = 60; // upright among those across
+    EXPECT_EQ(WriteSheets(folder.File("a.b.pdf"), PictureKind::Pdf, scenes, {}),
+              std::vector{folder.File("a.b.pdf")});
+    const std::string pdf = folder.Read("a.b.pdf");
+    EXPECT_NE(pdf.find("/Count 3"), std::string::npos);
+    EXPECT_NE(pdf.find("/MediaBox [0 0 170"), std::string::npos) << "60 mm are 170.08 points";
+    const std::vector<std::string> paths =
+        WriteSheets(folder.File("a.b.svg"), PictureKind::Svg, scenes, {});
+    EXPECT_EQ(paths, (std::vector{folder.File("a.b-1.svg"), folder.File("a.b-2.svg"),
+                                  folder.File("a.b-3.svg")}));
+    for (const std::string& path : paths) {
+        EXPECT_TRUE(std::filesystem::exists(path)) << path;
+    }
+    scenes.resize(1);
+    EXPECT_EQ(WriteSheets(folder.File("c.png"), PictureKind::Png, scenes, {}),
+              std::vector{folder.File("c.png")});
+    EXPECT_EQ(folder.Read("c.png"), Written("d.png", PictureKind::Png, {}));
+}
+
 TEST_F(SheetExportTest, AWishToStopIsHeardAmongTheElements) {
     for (const PictureKind kind : {PictureKind::Pdf, PictureKind::Png}) {
         int asked = 0;
