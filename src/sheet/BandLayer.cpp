@@ -35,7 +35,7 @@ void AddBands(const SheetContext& context, SheetScene& scene) {
     for (Index k = 1; k <= regions.UpperBound(); ++k) {
         SheetArea area;
         area.layer = SheetLayer::Bands;
-        area.fill = context.BandColour(k - 1);
+        area.fill = context.RegionColour(k);
         area.firstPiece = scene.pieces.size();
         for (const RegionRing& ring : regions[k].rings) {
             const std::vector<SheetPoint> inside = ClipRing(

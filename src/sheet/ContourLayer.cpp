@@ -12,6 +12,7 @@
 #include "sheet/SheetCurve.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace terravo {
 namespace {
@@ -99,6 +100,17 @@ private:
                (context_.plan.labels == SheetLabels::IndexLines && context_.IsIndex(level));
     }
 
+    // The difference of two surveys has many small rings that nobody reads a value from.
+    [[nodiscard]] bool IsLongEnough(std::size_t part) const {
+        constexpr double kLeast = 40; // millimetres
+        double length = 0;
+        const std::span<const SheetPoint> points = clipped_.PointsOf(clipped_.parts[part]);
+        for (std::size_t i = 1; i < points.size(); ++i) {
+            length += std::hypot(points[i].x - points[i - 1].x, points[i].y - points[i - 1].y);
+        }
+        return context_.source.difference == nullptr || length >= kLeast;
+    }
+
     LabelPlacement Place() {
         const SheetPlan& plan = context_.plan;
         if (plan.labels == SheetLabels::None) {
@@ -112,7 +124,7 @@ private:
         std::vector<LabelLine> wanted;
         std::vector<LabelLine> others = HullLines();
         for (std::size_t i = 0; i < parts_.size(); ++i) {
-            if (HasValue(parts_[i].level)) {
+            if (HasValue(parts_[i].level) && IsLongEnough(i)) {
                 labelled_.push_back(i);
                 wanted.push_back(LineOf(i));
             } else {

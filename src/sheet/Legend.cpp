@@ -40,10 +40,11 @@ class Legend {
 public:
     Legend(const SheetContext& context, SheetScene& scene)
         : context_(context), scene_(scene), box_(context.layout.legend),
-          symbols_(SymbolRows(context)), heights_(HeightRows(context)) {}
+          symbols_(SymbolRows(context)), heights_(HeightRows(context)),
+          figures_(FigureRows(context)) {}
 
     void Add() {
-        if (!symbols_.empty() || !heights_.empty()) {
+        if (!symbols_.empty() || !heights_.empty() || !figures_.empty()) {
             Draw(Arranged());
         }
     }
@@ -93,7 +94,7 @@ private:
         Arrangement made;
         made.height = height;
         made.rows = RowsAt(height);
-        const auto count = static_cast<double>(symbols_.size() + heights_.size());
+        const auto count = static_cast<double>(symbols_.size() + heights_.size() + figures_.size());
         const bool asScale = heights != Heights::Rows;
         if (asScale ? made.rows < kLeastRows : made.rows < 1 || count > made.rows * kMostColumns) {
             return made;
@@ -123,14 +124,25 @@ private:
                 needed = 1;
             }
         }
+        double needed = FigureRoom(); // together, if that can be
+        for (const LegendRow& row : figures_) {
+            place(row, needed);
+            needed = 1;
+        }
         return made;
+    }
+
+    // Of the figures, rows.
+    [[nodiscard]] double FigureRoom() const {
+        return figures_.empty() ? 0 : static_cast<double>(figures_.size()) + kAboveHeading;
     }
 
     // In what is left of the column, or in one of its own.
     template <class Place>
     void PlaceScale(double all, double left, bool apart, Place place) const {
-        const bool staysHere = left >= (apart ? kUsualRows : kLeastRows) + kAboveHeading;
-        const double rows = std::min(staysHere ? left - kAboveHeading : all, kMostRows);
+        const double below = all - FigureRoom() >= kLeastRows ? FigureRoom() : 0;
+        const bool staysHere = left - below >= (apart ? kUsualRows : kLeastRows) + kAboveHeading;
+        const double rows = std::min((staysHere ? left - kAboveHeading : all) - below, kMostRows);
         place(heights_.front(), staysHere ? 1 + kAboveHeading : all);
         const auto longest = std::max_element(
             heights_.begin() + 1, heights_.end(),
@@ -350,6 +362,7 @@ private:
     double height_ = 0;
     std::vector<LegendRow> symbols_;
     std::vector<LegendRow> heights_; // a heading comes first
+    std::vector<LegendRow> figures_; // likewise
 };
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "sheet/LegendRows.h"
 
+#include "sheet/DifferenceStyle.h"
 #include "sheet/GridLines.h"
 #include "util/NumberText.h"
 
@@ -75,7 +76,10 @@ void AddContourRows(const SheetContext& context, std::vector<LegendRow>& rows) {
                         isRegular ? WithMetres(context, regular, interval) : Word(context, plain),
                         context.theme.ContourInk(isIndex, kMiddle)});
     };
-    if (indexLines > 0) {
+    if (indexLines > 0 && context.source.difference != nullptr) {
+        rows.push_back({LegendSample::Line, Word(context, Text::LegendZeroLine),
+                        context.theme.ContourInk(true, kMiddle)});
+    } else if (indexLines > 0) {
         add(Text::LegendIndex, Text::LegendIndexEvery, rule.interval * context.plan.indexEvery,
             true);
     }
@@ -107,7 +111,20 @@ void AddPointRows(const SheetContext& context, std::vector<LegendRow>& rows) {
     }
 }
 
+// Of a surface without levels.
+std::string WholeRange(const SheetContext& context) {
+    const Extent& heights = context.source.points.extentZ;
+    const auto text = [&](double value) {
+        return LevelText(context.source.rule, value, context.source.decimalSeparator);
+    };
+    return heights.max > heights.min ? text(heights.min) + " \xE2\x80\x93 " + text(heights.max)
+                                     : text(heights.min);
+}
+
 std::string RangeText(const SheetContext& context, Index band) {
+    if (LevelCount(context) == 0) {
+        return WholeRange(context);
+    }
     if (band == 0) {
         return "< " + context.TextOfLevel(1);
     }
@@ -125,6 +142,13 @@ std::vector<LegendRow> SymbolRows(const SheetContext& context) {
     const SheetTheme& theme = context.theme;
     if (plan.Shows(SheetLayer::Contours) && HasLines(context.source)) {
         AddContourRows(context, rows);
+    }
+    if (context.source.difference != nullptr && context.source.difference->hasUnchanged &&
+        plan.Shows(SheetLayer::Bands)) {
+        rows.push_back({LegendSample::Band,
+                        Word(context, Text::LegendUnchanged),
+                        {0, 0, {}},
+                        theme.ChangeColour(0)});
     }
     if (plan.Shows(SheetLayer::Hull)) {
         rows.push_back({LegendSample::Line, Word(context, Text::LegendHull), theme.HullInk()});
@@ -149,12 +173,69 @@ std::vector<LegendRow> SymbolRows(const SheetContext& context) {
     return rows;
 }
 
+namespace {
+
+// Raised ground, what lies on both sides of zero, lowered ground.
+std::vector<LegendRow> ChangeRows(const SheetContext& context) {
+    const Extent& heights = context.source.points.extentZ;
+    if (context.source.difference->hasUnchanged && heights.max <= heights.min) {
+        return {};
+    }
+    std::vector<LegendRow> rows;
+    rows.push_back({LegendSample::None, context.source.difference->name});
+    int side = 0;
+    for (Index k = LastBand(context); k >= FirstBand(context); --k) {
+        const int change = ChangeOf(context, k);
+        if (change != side && change != 0) {
+            rows.push_back({LegendSample::None,
+                            Word(context, change > 0 ? Text::SectionFill : Text::SectionCut)});
+        }
+        side = change;
+        rows.push_back({LegendSample::Band, RangeText(context, k),
+                        k > 0 ? ContourInkOf(context, k) : SheetInk{0, 0, {}},
+                        context.BandColour(k)});
+    }
+    return rows;
+}
+
+std::string VolumeText(const SheetContext& context, Text word, double volume) {
+    return Word(context, word) + " " + (volume < 0 ? kMinusSign : "") +
+           NumberText::FormatScreen(std::fabs(volume),
+                                    std::fabs(volume) < 1 ? "#0.00####" : "#0.00",
+                                    context.source.decimalSeparator) +
+           " m\xC2\xB3";
+}
+
+} // namespace
+
+std::vector<LegendRow> FigureRows(const SheetContext& context) {
+    std::vector<LegendRow> rows;
+    if (context.source.difference != nullptr && context.source.difference->volumes) {
+        const VolumeFigures& volumes = *context.source.difference->volumes;
+        rows.push_back({LegendSample::None, Word(context, Text::LegendVolumes)});
+        constexpr double kMiddleStrength = 0.5;
+        const auto add = [&](LegendSample sample, Text word, double volume, double part) {
+            rows.push_back({sample,
+                            VolumeText(context, word, volume),
+                            {0, 0, {}},
+                            context.theme.ChangeColour(part)});
+        };
+        add(LegendSample::Band, Text::SectionCut, volumes.cut, -kMiddleStrength);
+        add(LegendSample::Band, Text::SectionFill, volumes.fill, kMiddleStrength);
+        add(LegendSample::Remark, Text::SectionNet, volumes.net, 0);
+    }
+    return rows;
+}
+
 std::vector<LegendRow> HeightRows(const SheetContext& context) {
     std::vector<LegendRow> rows;
     const bool hasContours = context.plan.Shows(SheetLayer::Contours);
     const bool hasColouredLines = hasContours && context.theme.byHeight && LevelCount(context) > 0;
     if (!HasBands(context) && !hasColouredLines) {
         return rows;
+    }
+    if (context.source.difference != nullptr) {
+        return ChangeRows(context);
     }
     rows.push_back({LegendSample::None, Word(context, Text::LegendHeights)});
     if (HasBands(context)) {
@@ -173,16 +254,23 @@ std::vector<LegendRow> HeightRows(const SheetContext& context) {
 }
 
 bool HasBands(const SheetContext& context) {
-    return context.plan.Shows(SheetLayer::Bands) && LevelCount(context) > 0;
+    return context.plan.Shows(SheetLayer::Bands) &&
+           (LevelCount(context) > 0 || context.source.difference != nullptr);
 }
 
 Index FirstBand(const SheetContext& context) {
+    if (LevelCount(context) == 0) {
+        return 0;
+    }
     return IsTiny(context, context.source.levels[1].value - context.source.points.extentZ.min) ? 1
                                                                                                : 0;
 }
 
 Index LastBand(const SheetContext& context) {
     const Index count = LevelCount(context);
+    if (count == 0) {
+        return 0;
+    }
     const double above = context.source.points.extentZ.max - context.source.levels[count].value;
     return IsTiny(context, above) ? count - 1 : count;
 }

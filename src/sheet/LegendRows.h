@@ -29,6 +29,9 @@ std::vector<LegendRow> SymbolRows(const SheetContext& context);
 /// A heading, then bands or coloured lines, the highest first; none where colours tell no heights.
 std::vector<LegendRow> HeightRows(const SheetContext& context);
 
+/// The volumes of a difference, below the heights.
+std::vector<LegendRow> FigureRows(const SheetContext& context);
+
 /// Whether the sheet shows bands.
 bool HasBands(const SheetContext& context);
 /// Number of the first and of the last band that has an extent, as in SheetContext::BandColour().

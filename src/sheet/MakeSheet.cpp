@@ -1,5 +1,6 @@
 #include "sheet/MakeSheet.h"
 
+#include "sheet/DifferenceStyle.h"
 #include "sheet/GridLines.h"
 #include "survey/FileDecimals.h"
 #include "util/NumberText.h"
@@ -50,16 +51,39 @@ double SheetContext::PartOf(Index level) const {
 }
 
 bool SheetContext::IsIndex(Index level) const {
+    if (source.difference != nullptr) {
+        return source.levels[level].value == 0;
+    }
     return IsIndexLevel(source.rule, source.levels, level, plan.indexEvery);
 }
 
 std::string SheetContext::TextOfLevel(Index level) const {
-    return LevelText(source.rule, source.levels[level].value, source.decimalSeparator);
+    const double value = source.levels[level].value;
+    std::string text = LevelText(source.rule, value, source.decimalSeparator);
+    if (source.difference == nullptr || value == 0) {
+        return text;
+    }
+    return value > 0 ? '+' + text : kMinusSign + text.substr(1);
 }
 
 Colour SheetContext::BandColour(Index band) const {
+    if (source.difference != nullptr) {
+        return ChangeBandColour(*this, band);
+    }
     const Index count = source.levels.UpperBound();
     return theme.BandColour(count > 0 ? static_cast<double>(band) / count : 0.5);
+}
+
+Colour SheetContext::RegionColour(Index region) const {
+    if (source.difference == nullptr) {
+        return BandColour(region - 1);
+    }
+    const Array1<LevelRegion>& regions = *source.regions;
+    const Extent& heights = source.points.extentZ;
+    return ChangeColourBetween(*this, std::max(heights.min, regions[region].value),
+                               region < regions.UpperBound()
+                                   ? std::min(heights.max, regions[region + 1].value)
+                                   : heights.max);
 }
 
 std::string SheetContext::HeightText(Index point) const {
@@ -71,10 +95,11 @@ std::string SheetContext::ShortNumber(double value) const {
 }
 
 SheetScene MakeSheet(const SheetPlan& plan, const SheetSource& source, const StopToken& stop) {
-    const SheetTheme* theme = FindTheme(plan.theme);
+    const SheetTheme* found = FindTheme(plan.theme);
+    const SheetTheme& usual = found != nullptr ? *found : SheetThemes()[0];
+    const SheetTheme theme = source.difference != nullptr ? DifferenceTheme(usual) : usual;
     const SheetLayout layout = LayOut(plan, source.points);
-    const SheetContext context{plan, source, layout, theme ? *theme : SheetThemes()[0],
-                               HeightForm(source)};
+    const SheetContext context{plan, source, layout, theme, HeightForm(source)};
     SheetScene scene;
     scene.width = layout.paper.right;
     scene.height = layout.paper.bottom;

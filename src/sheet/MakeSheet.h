@@ -6,6 +6,7 @@
 // interrupt them.
 #pragma once
 
+#include "analysis/Volumes.h"
 #include "contour/ContourSet.h"
 #include "contour/LevelRegions.h"
 #include "contour/LevelRule.h"
@@ -18,6 +19,16 @@
 #include "util/TextCatalogue.h"
 
 namespace terravo {
+
+/// Of a change in height: as wide as its plus sign.
+inline constexpr const char* kMinusSign = "\xE2\x88\x92";
+
+/// That the heights of a sheet are how much the ground has changed.
+struct SheetDifference {
+    std::string name; // of what is subtracted from what, heads the heights in the legend
+    std::optional<VolumeFigures> volumes; // for the legend
+    bool hasUnchanged = false;            // ground without any change
+};
 
 /// What a sheet shows. All of it outlives the call.
 struct SheetSource {
@@ -35,6 +46,8 @@ struct SheetSource {
     const ShapedSurface* shaped = nullptr; // where lines are laid into the surface
     /// Of these levels, one each: drawn as curves in the place of the contours. Null: the contours.
     const SmoothSet* smooth = nullptr;
+    /// Of the sheet of a difference, whose regions may have borders beside those of the levels.
+    const SheetDifference* difference = nullptr;
 };
 
 /// What the functions of the layers work with.
@@ -51,6 +64,8 @@ struct SheetContext {
     [[nodiscard]] std::string TextOfLevel(Index level) const;
     /// The fill of a band: number 0 lies below the lowest level, number k begins at level k.
     [[nodiscard]] Colour BandColour(Index band) const;
+    /// The fill of what lies above the border of a region.
+    [[nodiscard]] Colour RegionColour(Index region) const;
     /// The height of a point, with as many decimals as the points have, 3 at most.
     [[nodiscard]] std::string HeightText(Index point) const;
     /// An interval, a distance, a scale: 6 decimals at most, more for what is less than 0.001.

@@ -56,7 +56,9 @@ private:
         AddLineOf(Text::SheetDatum, texts.datum);
         AddLineOf(Text::SheetDate, texts.date);
         AddLineOf(Text::SheetAuthor, texts.author);
-        AddLineOf(Text::SheetPoints, std::to_string(source.surveyed));
+        if (source.difference == nullptr) {
+            AddLineOf(Text::SheetPoints, std::to_string(source.surveyed));
+        }
         AddLineOf(Text::SheetFile, source.points.sourceName);
     }
 
