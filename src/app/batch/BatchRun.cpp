@@ -3,26 +3,26 @@
 #include "app/batch/BatchSummary.h"
 #include "app/batch/ExitCode.h"
 #include "app/batch/OutputFolders.h"
+#include "app/batch/PointInput.h"
 #include "app/batch/RunFailure.h"
+#include "app/batch/RunMessages.h"
+#include "app/batch/SmoothReport.h"
 #include "app/batch/SurfaceInput.h"
+#include "app/batch/View3DInput.h"
 #include "app/session/SheetMaker.h"
-#include "app/session/VectorMaker.h"
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
 #include "contour/LevelRuleText.h"
-#include "contour/smoothing/SmoothCheck.h"
 #include "export/MeshFile.h"
 #include "export/PictureExport.h"
 #include "export/QrzWriter.h"
 #include "export/SegmentFile.h"
 #include "export/SheetExport.h"
 #include "export/SheetPainter.h"
-#include "gis/GisImport.h"
 #include "plot2d/PictureFile.h"
 #include "plot2d/RasterSurface.h"
 #include "survey/PointFile.h"
 #include "survey/check/SurfaceFindings.h"
-#include "triangulation/modDelaunay2D.h"
 #include "util/AppError.h"
 #include "util/OutputFile.h"
 #include "util/StopSignals.h"
@@ -30,7 +30,6 @@
 #include "util/Stopwatch.h"
 #include "util/SystemServices.h"
 #include "view3d/AxonometricView.h"
-#include "view3d/RegularGrid.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
@@ -49,51 +48,6 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-std::string OnOneLine(std::string text) {
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    return text;
-}
-
-// Keeps the first message of a drawing, which becomes the cause of its failure.
-class KeptMessages : public MessageService {
-public:
-    void ShowInformation(const std::string& /*text*/, const std::string& /*title*/) override {}
-    void ShowCritical(const std::string& text, const std::string& title) override {
-        if (!text_.empty()) {
-            return;
-        }
-        text_ = OnOneLine(title.empty() ? text : title + ": " + text);
-    }
-    std::string Take() { return std::exchange(text_, {}); }
-
-private:
-    std::string text_;
-};
-
-// One line on standard error, rewritten when the percentage changes.
-class ProgressLine {
-public:
-    ~ProgressLine() {
-        if (percent_ >= 0) {
-            std::fputs("\n", stderr);
-        }
-    }
-    void Show(std::string_view stage, double done) {
-        const int percent = static_cast<int>(done * 100);
-        if (percent != percent_ || stage != stage_) {
-            percent_ = percent;
-            stage_ = stage;
-            std::fprintf(stderr, "\r%-12s%3d %%", stage_.c_str(), percent);
-            std::fflush(stderr);
-        }
-    }
-
-private:
-    int percent_ = -1;
-    std::string stage_;
-};
-
 TextCatalogue LoadTexts(const std::string& prefix) {
     const std::string path =
         FindSupportFolder(QCoreApplication::applicationDirPath().toStdString()) +
@@ -104,38 +58,6 @@ TextCatalogue LoadTexts(const std::string& prefix) {
                          "There is no language file \"" + LanguageFileName(prefix) + "\".");
     }
     return TextCatalogue(std::move(texts));
-}
-
-void RequireTriangles(const std::string& file, const PointSet& points,
-                      const TriangulationOutcome& made) {
-    if (made.ierr == modDelaunay2D::Ierr::kAllCollinear) {
-        throw RunFailure(ExitCode::kNoTriangulation,
-                         file + ": no triangulation of " + std::to_string(points.count) +
-                             (points.count == 1   ? " point; three are needed."
-                              : points.count == 2 ? " points; three are needed."
-                                                  : " points: all of them lie on one line."));
-    }
-    if (made.ierr != modDelaunay2D::Ierr::kDone) {
-        throw RunFailure(ExitCode::kNumeric, file + ": the triangulation failed: " +
-                                                 modDelaunay2D::DescribeIerr(made.ierr) + ".");
-    }
-    if (points.count == 0) {
-        throw RunFailure(ExitCode::kNoTriangulation, file + ": the file holds no points.");
-    }
-}
-
-ViewParameters ParametersOf(const View3DOptions& chosen) {
-    ViewParameters parameters;
-    if (chosen.alfa) {
-        parameters.alfa = static_cast<float>(*chosen.alfa / kDegreesPerRadian);
-    }
-    if (chosen.rayx) {
-        parameters.rayx = static_cast<float>(*chosen.rayx);
-    }
-    parameters.theta = static_cast<float>(chosen.theta.value_or(0) / kDegreesPerRadian);
-    parameters.rotating = chosen.theta.has_value();
-    parameters.colour = chosen.colour;
-    return parameters;
 }
 
 // The run itself: everything that lives for its length, and its stages.
@@ -177,17 +99,13 @@ public:
         Draw();
         watch.Lap();
         Deliver();
+        figures_.smoothing = smoothReport_.Figures();
         figures_.milliseconds.write += watch.Lap() * 1e3;
         figures_.milliseconds.total = total.Lap() * 1e3;
         return figures_;
     }
 
 private:
-    static void EndWhenStopped();
-    void RefuseForGrid(GridFormat grid) const;
-    void RefuseUnused(const std::string& option, const char* kind) const;
-    void ReadText(PointSet& points);
-    void ReadGis(PointSet& points);
     void Read();
     void ShapeSurface();
     void RequireLevels() const;
@@ -198,14 +116,11 @@ private:
     void DrawMap(DrawSurface& surface, const MapOptions& map, const LevelSink& sink);
     void DrawMapPicture(const LevelSink& sink);
     void DrawMapAndSegments();
-    ViewData DataFor3D();
     void DrawView3D();
     void DrawView3DOn(DrawSurface& surface, AxonometricView& view);
     template <class Drawing>
     void WriteVector(const std::string& file, const std::string& title, Drawing draw);
     void DrawSheet();
-    void TakeSmoothLines(const LevelRule& rule, const SmoothingOptions& smoothing);
-    void VerifySmoothLines() const;
     void WriteExchange();
     void CountWhatWasMade();
     void Deliver();
@@ -242,6 +157,8 @@ private:
     StopToken stop_;
     Survey survey_;
     SurveyContours contours_{survey_};
+    SmoothReport smoothReport_{options_.pointFile, options_.smooth, options_.exchange.wish,
+                               contours_};
     ContourMap map_;
     RasterSurface surface_;
     OutputFolders outputFolders_;
@@ -252,100 +169,8 @@ private:
     std::optional<std::string> mapFailure_;
     std::optional<std::string> segmentFailure_;
     std::optional<std::string> viewFailure_;
-    std::optional<LevelRule> smoothRule_; // of the smooth lines that the figures tell of
     BatchFigures figures_;
 };
-
-// A text without a digit in the column of heights may say that there is none.
-std::string VoidHint(const std::string& text) {
-    constexpr std::size_t kMost = 24;
-    const bool mayBe = !text.empty() && text.size() <= kMost &&
-                       text.find_first_of("0123456789'\"") == std::string::npos;
-    const bool hasComma = text.find(',') != std::string::npos;
-    const std::string quoted = hasComma ? "'\"" + text + "\"'" : "'" + text + "'";
-    return mayBe ? " --void " + quoted + " takes that for a missing height." : std::string();
-}
-
-std::string VoidHintFor(const ImportOutcome& input) {
-    const ReadFailure& failure = *input.failure;
-    const std::vector<ColumnRole>& columns = input.inspection.plan.columns;
-    const auto column = static_cast<std::size_t>(failure.field);
-    const bool isHeight = failure.kind == ReadFailure::Kind::NotANumber && column > 0 &&
-                          column <= columns.size() && columns[column - 1] == ColumnRole::Height;
-    const std::string& content = failure.content; // quoted
-    return isHeight && content.size() > 2 ? VoidHint(content.substr(1, content.size() - 2)) : "";
-}
-
-// Which option decides what is not certain.
-std::string HintFor(const ImportOutcome& input) {
-    if (input.inspection.grid != GridFormat::None &&
-        input.failure->content.find(',') != std::string::npos) {
-        return " --decimal comma reads such numbers.";
-    }
-    if (!input.needsChoice) {
-        return {};
-    }
-    if (input.failure->line > 0) {
-        return VoidHintFor(input) +
-               " --bad-records skip leaves such records out, --columns says what the columns are.";
-    }
-    if (const std::string hint = VoidHint(input.inspection.heightText); !hint.empty()) {
-        return hint;
-    }
-    if (input.inspection.doubtKind == DoubtKind::CommaOfNumbers) {
-        return " --decimal says which.";
-    }
-    return input.inspection.candidates.empty() && !input.inspection.mayBeFreeList
-               ? " --columns, --separator and --decimal say how it is to be read."
-               : " --columns says which.";
-}
-
-// For the places between two pieces of work.
-void BatchRun::EndWhenStopped() {
-    if (StopSignals::Received() != 0) {
-        throw RunFailure(ExitCode::kSignalBase + StopSignals::Received(),
-                         "stopped; no file has been written.");
-    }
-}
-
-// Only a look into the file tells that it is one.
-void BatchRun::RefuseForGrid(GridFormat grid) const {
-    const std::string option = ImportOptions::UnusedForGrid(options_.import);
-    if (grid != GridFormat::None && !option.empty()) {
-        throw RunFailure(ExitCode::kUsage, options_.pointFile + ": this is a grid of heights (" +
-                                               NameOfReading(figures_.input.inspection) +
-                                               "), for which " + option + " means nothing.");
-    }
-}
-
-// Options of one kind of file say nothing of the other.
-void BatchRun::RefuseUnused(const std::string& option, const char* kind) const {
-    if (!option.empty()) {
-        throw RunFailure(ExitCode::kUsage, options_.pointFile + ": this is " + kind +
-                                               ", for which " + option + " means nothing.");
-    }
-}
-
-void BatchRun::ReadText(PointSet& points) {
-    const ImportCall& import = options_.import;
-    figures_.input = ImportPoints(options_.pointFile, import.wish, import.bad, points, stop_);
-    EndWhenStopped();
-    RefuseForGrid(figures_.input.inspection.grid);
-    const std::optional<ReadFailure>& failure = figures_.input.failure;
-    if (failure && !figures_.input.inspection.isEmpty) {
-        throw RunFailure(ExitCode::kPointFile, failure->Sentence() + HintFor(figures_.input));
-    }
-    RefuseUnused(GisOptions::FirstIn(options_.gis), "a text of points");
-}
-
-void BatchRun::ReadGis(PointSet& points) {
-    RefuseUnused(ImportOptions::FirstIn(options_.import), "no text of points");
-    figures_.input = ImportGis(options_.pointFile, options_.gis, points, stop_).import;
-    EndWhenStopped();
-    if (figures_.input.failure) {
-        throw RunFailure(ExitCode::kPointFile, figures_.input.failure->Sentence());
-    }
-}
 
 void BatchRun::Read() {
     if (project_ != nullptr) {
@@ -358,7 +183,8 @@ void BatchRun::Read() {
         return;
     }
     PointSet points;
-    IsGisFile(options_.pointFile) ? ReadGis(points) : ReadText(points);
+    figures_.input =
+        ReadPointFile({options_.pointFile, options_.import, options_.gis}, points, stop_);
     survey_.Replace(std::move(points), options_.triangulation);
 }
 
@@ -457,7 +283,7 @@ void BatchRun::DrawSheet() {
         maker.Make(call.plan, SheetLevels(), SheetTextMeasure(), stop_);
     EndWhenStopped();
     if (call.plan.smoothing) {
-        TakeSmoothLines(SheetLevels(), *call.plan.smoothing);
+        smoothReport_.Take(SheetLevels(), *call.plan.smoothing, stop_);
     }
     const std::string title =
         call.plan.texts.title.empty() ? survey_.Points().sourceName : call.plan.texts.title;
@@ -473,46 +299,6 @@ void BatchRun::DrawSheet() {
         figures.remarks.push_back(WithValues(state_.texts[remark.sentence], remark.values));
     }
     figures_.sheet = std::move(figures);
-}
-
-// What the sheet and the files show is told and verified once where their levels are the same.
-void BatchRun::TakeSmoothLines(const LevelRule& rule, const SmoothingOptions& smoothing) {
-    if (smoothRule_ == rule) {
-        return;
-    }
-    smoothRule_ = rule;
-    const SmoothSet& smooth = contours_.Smooth();
-    if (!figures_.smoothing) {
-        figures_.smoothing.emplace();
-    }
-    SmoothFigures& figures = *figures_.smoothing;
-    figures.fraction = std::clamp(smoothing.fraction, kLeastFraction, kMostFraction);
-    figures.worst.height = std::max(figures.worst.height, smooth.worst.height);
-    figures.worst.interval = std::max(figures.worst.interval, smooth.worst.interval);
-    figures.vertices += smooth.vertices;
-    if (options_.smooth.verify) {
-        VerifySmoothLines();
-        figures.verified = true;
-    }
-}
-
-void BatchRun::VerifySmoothLines() const {
-    const VectorWish& wish = options_.exchange.wish;
-    const SmoothingSource source = contours_.SourceOfSmooth();
-    const SmoothSet& smooth = contours_.Smooth();
-    std::string fault =
-        SmoothFaultOf(source, smooth, ToleranceOf(wish, survey_.ShownPoints()), stop_);
-    if (fault.empty() && wish.fewerVertices) {
-        fault = StraightFaultOf(
-            source, StraightLinesOf(contours_, wish), smooth.origin,
-            {std::max(wish.smoothing->limit, smooth.worst.height), wish.smoothing->fraction},
-            stop_);
-    }
-    if (!fault.empty()) {
-        throw RunFailure(ExitCode::kNumeric,
-                         options_.pointFile + ": the smooth lines are wrong: " + fault);
-    }
-    EndWhenStopped();
 }
 
 // Areas have no segments: the lines are drawn as well, as the window's export does.
@@ -563,33 +349,9 @@ void BatchRun::CountWhatWasMade() {
     figures_.levelValues = LevelValuesOf(rule, shown.points.extentZ);
 }
 
-ViewData BatchRun::DataFor3D() {
-    const PointSet& points = survey_.Points();
-    switch (options_.view3D.kind) {
-    case View3DKind::Triangles:
-        break;
-    case View3DKind::Points:
-        return ViewData::Punti(points.x, points.y, points.z, points.sourceName, messages_);
-    case View3DKind::Surface: {
-        const std::optional<RegularGrid> grid =
-            FindRegularGrid(points.x, points.y, points.z, points.count);
-        if (!grid) {
-            throw RunFailure(ExitCode::kUsage, options_.pointFile +
-                                                   ": the points do not form a regular grid, so "
-                                                   "they cannot be drawn as a surface.");
-        }
-        return ViewData::Superficie(grid->x, grid->y, grid->z, points.sourceName);
-    }
-    }
-    const ShownSurface shown = survey_.Surface();
-    return ViewData::Triangoli(shown.points.x, shown.points.y, shown.points.z,
-                               TriangleTable(shown.triangles),
-                               "Delaunay 2D : " + points.sourceName);
-}
-
 void BatchRun::DrawView3D() {
     AxonometricView view;
-    view.Show(DataFor3D());
+    view.Show(DataFor3D(options_.view3D.kind, options_.pointFile, survey_, messages_));
     view.SetParameters(ParametersOf(options_.view3D));
     if (PictureKindOf(options_.view3DFile) == PictureKind::Png) {
         RasterSurface surface(options_.width, options_.height);
@@ -689,7 +451,7 @@ void BatchRun::WriteExchange() {
         EndWhenStopped();
     }
     if (smoothing) {
-        TakeSmoothLines(options_.map.levels, *smoothing);
+        smoothReport_.Take(options_.map.levels, *smoothing, stop_);
     }
     try {
         figures_.exchange = DeliverExchange(options_.exchange, options_.map.levels, contours_,

@@ -4,6 +4,7 @@
 #include "app/batch/BatchOptions.h"
 #include "app/batch/ExchangeDelivery.h"
 #include "app/batch/ProjectInput.h"
+#include "app/batch/SmoothReport.h"
 #include "app/batch/SurfaceInput.h"
 
 #include <string>
@@ -19,14 +20,6 @@ struct SheetFigures {
     std::vector<double> levels;
     LabelReport labels;
     std::vector<std::string> remarks; // sentences
-};
-
-/// The smooth lines of a run, on the sheet and in files. Where those have other levels, both.
-struct SmoothFigures {
-    double fraction = 0;
-    SmoothError worst;
-    std::size_t vertices = 0;
-    bool verified = false;
 };
 
 struct BatchFigures {

@@ -1,6 +1,9 @@
 // A failed run of terravo-batch: the sentence for the user and the exit code.
 #pragma once
 
+#include "app/batch/ExitCode.h"
+#include "util/StopSignals.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -15,5 +18,13 @@ public:
 private:
     int exitCode_;
 };
+
+/// Ends a run that a signal has asked to stop, between two pieces of its work.
+inline void EndWhenStopped() {
+    if (StopSignals::Received() != 0) {
+        throw RunFailure(ExitCode::kSignalBase + StopSignals::Received(),
+                         "stopped; no file has been written.");
+    }
+}
 
 } // namespace terravo
