@@ -178,6 +178,39 @@ refused 2 'points.shp is named twice' shapes/points.shp --shp shapes
 refused 4 '' points --csv missing/p.csv
 finish "files for CAD and GIS"
 
+printf '0 0\n1 0\n\n5 5\n6 5\n' >lines
+while IFS='|' read -r cause options; do
+    # shellcheck disable=SC2086
+    refused 2 "$cause" points $options --out out
+done <<'END'
+volume takes a height, not "high"|--volume high
+volume takes a height, not "nan"|--volume nan
+height-at takes a place x,y, not "1"|--height-at 1
+height-at takes a place x,y, not "1,2,3"|--height-at 1,2,3
+section takes a file of lines, or x1,y1|--section 1,2,3
+section takes a file of lines, or x1,y1|--section 1,2
+cross-sections takes two lengths above 0|--section 1,2,3,4 --cross-sections 1
+cross-sections takes two lengths above 0|--section 1,2,3,4 --cross-sections 1,0
+cross-sections needs one --section|--cross-sections 1,1
+cross-sections needs one --section|--section 1,2,3,4 --section 5,6,7,8 --cross-sections 1,1
+within is for areas and volumes|--within points --height-at 1,1
+section-csv needs a --section|--section-csv out/s.csv
+difference needs a second survey|--difference out/d.dxf
+difference takes a file whose name ends in dxf, xml|--volume-to points --difference out/d.dat
+stl can hold none of "labels"|--volume-to points --difference out/d.stl --content labels
+named twice|--areas --within lines --section 1,2,3,4 --section-csv lines
+END
+refused 2 'lines: --cross-sections needs one line .* has 2' points --section lines --cross-sections 1,1 --out out
+refused 1 'numbered: .* may be pxyz, .*A project of it' points --volume-to numbered --out out
+refused 1 'none: No such file' points --volume-to none --out out
+refused 1 'none: No such file' points --areas --within none --out out
+refused 1 'none: No such file' points --section none --out out
+refused 1 'missing.terravo: ' points --volume-to missing.terravo --out out
+printf '1,1,0\n2,2,5\n' >two
+refused 3 'two: .*three are needed' points --volume-to two --out out
+refused 4 '' points --section 1,2,3,4 --section-csv missing/s.csv
+finish "measuring"
+
 awk 'BEGIN { for (i = 0; i < 300000; ++i)
     print 1 + i * 7919 % 100003 "," 1 + i * 104729 % 99991 "," int(i * 7919 % 100003 / 1000) }' >many
 # A shell has the commands that it runs in the background ignore this signal.

@@ -39,6 +39,8 @@ offers "de en es fr it" --language ""
 offers "A3" --paper A3
 offers "--qrz-levels --qrz-triangles" --qrz
 offers "" --levels ""
+offers "--volume --volume-to" --vol
+offers "" --height-at ""
 offers "maps" --out ""
 offers "survey.dat" --labels su
 exit "$failed"

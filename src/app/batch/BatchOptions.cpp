@@ -126,6 +126,7 @@ struct Options {
     SheetOptions sheet;
     ExchangeOptions exchange;
     SmoothOptions smooth;
+    MeasureOptions measure;
 
     void AddTo(QCommandLineParser& parser) const {
         import.AddTo(parser);
@@ -135,6 +136,7 @@ struct Options {
         sheet.AddTo(parser);
         exchange.AddTo(parser);
         smooth.AddTo(parser);
+        measure.AddTo(parser);
         parser.addOptions({out,           map,        segments, mesh,      qrzTriangles, qrzLevels,
                            view3D,        view3DKind, surface,  theta,     alfa,         rayx,
                            blackAndWhite, mode,       labels,   triangles, perimeter,    size,
@@ -296,9 +298,12 @@ QString PathOf(const QFileInfo& info) {
                               : folder + QLatin1Char('/') + info.fileName();
 }
 
-// No output may replace the point file, nor another output.
+// No output may replace a file that is read, nor another output.
 void RefuseCollisions(const BatchOptions& options) {
     QStringList seen{QFileInfo(QString::fromStdString(options.pointFile)).canonicalFilePath()};
+    for (const std::string& file : options.measure.Inputs()) {
+        seen.append(QFileInfo(QString::fromStdString(file)).canonicalFilePath());
+    }
     for (const std::string& file : OutputsAndTheirFiles(options)) {
         const QFileInfo info(QString::fromStdString(file));
         if (info.exists() && !info.isFile()) {
@@ -309,6 +314,15 @@ void RefuseCollisions(const BatchOptions& options) {
             throw UsageError(QStringLiteral("The file %1 is named twice.").arg(info.filePath()));
         }
         seen.append(path);
+    }
+}
+
+void ParseMeasure(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
+    options.measure = known.measure.Parse(parser);
+    options.exchange = known.exchange.Parse(parser, options.measure.IsWanted(),
+                                            known.sheet.TextHeight(), known.sheet.IndexEvery());
+    if (options.exchange.difference && options.measure.secondFile.empty()) {
+        throw UsageError(QStringLiteral("--difference needs a second survey: --volume-to FILE."));
     }
 }
 
@@ -346,8 +360,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     ParseView3D(parser, known, options.view3D);
     ParseOutputs(parser, known, options);
     ParsePaper(parser, known, options);
-    options.exchange =
-        known.exchange.Parse(parser, known.sheet.TextHeight(), known.sheet.IndexEvery());
+    ParseMeasure(parser, known, options);
     options.smooth = known.smooth.Parse(parser, !options.sheet.file.empty(), options.exchange);
     options.sheet.plan.smoothing = options.smooth.options;
     options.exchange.wish.smoothing = options.smooth.options;
@@ -362,13 +375,16 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
 std::vector<std::string> BatchOptions::Outputs() const {
     std::vector<std::string> outputs;
     for (const std::string& file : {mapFile, segmentsFile, meshFile, qrzTrianglesFile,
-                                    qrzLevelsFile, view3DFile, sheet.file}) {
+                                    qrzLevelsFile, view3DFile, sheet.file, measure.sectionTable}) {
         if (!file.empty()) {
             outputs.push_back(file);
         }
     }
     for (const ExchangeFile& file : exchange.files) {
         outputs.push_back(file.path);
+    }
+    if (exchange.difference) {
+        outputs.push_back(exchange.difference->path);
     }
     return outputs;
 }

@@ -7,6 +7,7 @@
 #include "app/batch/ExchangeOptions.h"
 #include "app/batch/GisOptions.h"
 #include "app/batch/ImportOptions.h"
+#include "app/batch/MeasureOptions.h"
 #include "app/batch/SheetOptions.h"
 #include "app/batch/SmoothOptions.h"
 #include "app/batch/SurfaceOptions.h"
@@ -53,6 +54,7 @@ struct BatchOptions {
     SheetCall sheet;
     ExchangeCall exchange; // its wish has the smoothing, too
     SmoothCall smooth;
+    MeasureCall measure;
     ImportCall import;
     GisPlan gis; // of a file that goes through GDAL
     SurfaceCall surface;

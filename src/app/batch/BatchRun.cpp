@@ -2,6 +2,7 @@
 
 #include "app/batch/BatchSummary.h"
 #include "app/batch/ExitCode.h"
+#include "app/batch/MeasureRun.h"
 #include "app/batch/OutputFolders.h"
 #include "app/batch/PointInput.h"
 #include "app/batch/RunFailure.h"
@@ -96,10 +97,11 @@ public:
         figures_.milliseconds.triangulate = watch.Lap() * 1e3;
         RequireLevels();
         Check();
+        Measure(watch);
         Draw();
         watch.Lap();
         Deliver();
-        figures_.smoothing = smoothReport_.Figures();
+        TakeFigures();
         figures_.milliseconds.write += watch.Lap() * 1e3;
         figures_.milliseconds.total = total.Lap() * 1e3;
         return figures_;
@@ -110,6 +112,7 @@ private:
     void ShapeSurface();
     void RequireLevels() const;
     void Check();
+    void Measure(Stopwatch& watch);
     void Draw();
     template <class Drawing>
     static std::optional<std::string> FailureOf(Drawing draw);
@@ -124,6 +127,7 @@ private:
     void WriteExchange();
     void CountWhatWasMade();
     void Deliver();
+    void TakeFigures();
     bool IsDrawn(const std::string& file, const std::optional<std::string>& failure);
     void DeliverPicture(const std::string& file, const QImage& picture,
                         const std::optional<std::string>& failure);
@@ -159,6 +163,7 @@ private:
     SurveyContours contours_{survey_};
     SmoothReport smoothReport_{options_.pointFile, options_.smooth, options_.exchange.wish,
                                contours_};
+    MeasureRun measure_{options_, survey_};
     ContourMap map_;
     RasterSurface surface_;
     OutputFolders outputFolders_;
@@ -229,6 +234,16 @@ void BatchRun::Check() {
         std::stable_sort(
             figures_.findings.begin(), figures_.findings.end(),
             [](const Finding& a, const Finding& b) { return a.severity < b.severity; });
+    }
+}
+
+void BatchRun::Measure(Stopwatch& watch) {
+    if (options_.measure.IsWanted()) {
+        watch.Lap();
+        measure_.Read(stop_);
+        figures_.milliseconds.read += watch.Lap() * 1e3;
+        measure_.Measure(LevelValuesOf(SheetLevels(), survey_.ShownPoints().extentZ), stop_);
+        figures_.milliseconds.measure = watch.Lap() * 1e3;
     }
 }
 
@@ -473,6 +488,7 @@ void BatchRun::Deliver() {
         WriteMeshFile(meshFile, shown.points, shown.triangles);
     }
     WriteExchange();
+    measure_.Deliver(files_, figures_.files, stop_);
     DeliverPicture(options_.mapFile, picture_, mapFailure_);
     DeliverPicture(options_.view3DFile, viewPicture_, viewFailure_);
     if (IsDrawn(options_.segmentsFile, segmentFailure_)) {
@@ -489,6 +505,16 @@ void BatchRun::Deliver() {
                     [this](const OutputTarget& target) { WriteLevels(target); });
     }
     files_.Commit();
+}
+
+void BatchRun::TakeFigures() {
+    figures_.smoothing = smoothReport_.Figures();
+    if (options_.measure.IsWanted()) {
+        figures_.measure = measure_.Figures();
+        if (const auto& difference = figures_.measure->difference) {
+            figures_.exchange.push_back(*difference);
+        }
+    }
 }
 
 void BatchRun::WriteLevels(const OutputTarget& target) const {

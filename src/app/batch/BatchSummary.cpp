@@ -1,5 +1,6 @@
 #include "app/batch/BatchSummary.h"
 
+#include "app/batch/MeasureSummary.h"
 #include "contour/LevelRuleText.h"
 #include "util/NumberText.h"
 
@@ -218,6 +219,11 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
     if (figures.smoothing) {
         summary.insert("smoothing", ToJson(*figures.smoothing));
     }
+    if (figures.measure) {
+        QJsonObject measure = MeasureToJson(*figures.measure);
+        measure.insert("milliseconds", Tenths(spent.measure));
+        summary.insert("measure", measure);
+    }
     if (!figures.exchange.empty()) {
         summary.insert("exchange", ToJson(figures.exchange));
     }
@@ -328,6 +334,9 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
     }
     if (figures.smoothing) {
         text += SmoothText(*figures.smoothing);
+    }
+    if (figures.measure) {
+        text += MeasureText(*figures.measure);
     }
     text += ExchangeText(figures.exchange);
     for (const std::string& file : figures.files) {

@@ -3,6 +3,7 @@
 
 #include "app/batch/BatchOptions.h"
 #include "app/batch/ExchangeDelivery.h"
+#include "app/batch/MeasureRun.h"
 #include "app/batch/ProjectInput.h"
 #include "app/batch/SmoothReport.h"
 #include "app/batch/SurfaceInput.h"
@@ -38,6 +39,7 @@ struct BatchFigures {
     std::optional<SurfaceSummary> surface; // where options shape it
     std::optional<SheetFigures> sheet;
     std::optional<SmoothFigures> smoothing;
+    std::optional<MeasureFigures> measure;
     std::vector<ExchangeFigures> exchange; // one a vector file
     Index levels = 0;
     std::vector<double> levelValues; // without the nudge of the ends
@@ -48,6 +50,7 @@ struct BatchFigures {
     struct {
         double read = 0;
         double triangulate = 0;
+        double measure = 0;
         double contour = 0; // cutting the triangles at the levels
         double draw = 0;    // frame, lines, labels and overlays
         double write = 0;   // every file

@@ -73,6 +73,18 @@ private:
 
 } // namespace
 
+ExchangeFigures WriteExchangeFile(const ExchangeFile& file, const VectorContent& content,
+                                  const VectorOptions& options, bool verify, OutputGroup& group) {
+    Stopwatch watch;
+    VectorOutcome outcome =
+        WriteVectorFile({file.path, &group}, *file.format, content, options, verify);
+    ExchangeFigures figures = FiguresOf(file, content);
+    figures.writeMilliseconds = watch.Lap() * 1e3;
+    figures.verified = outcome.verified;
+    figures.remarks = std::move(outcome.remarks);
+    return figures;
+}
+
 std::vector<ExchangeFigures> DeliverExchange(const ExchangeCall& call, const LevelRule& rule,
                                              const SurveyContours& contours, OutputGroup& group,
                                              const std::function<void()>& betweenTwo) {
@@ -80,15 +92,8 @@ std::vector<ExchangeFigures> DeliverExchange(const ExchangeCall& call, const Lev
     Contents contents(call, rule, contours);
     for (const ExchangeFile& file : call.files) {
         betweenTwo();
-        VectorContent& content = contents.For(file);
-        Stopwatch watch;
-        VectorOutcome outcome =
-            WriteVectorFile({file.path, &group}, *file.format, content, call.options, call.verify);
-        ExchangeFigures figures = FiguresOf(file, content);
-        figures.writeMilliseconds = watch.Lap() * 1e3;
-        figures.verified = outcome.verified;
-        figures.remarks = std::move(outcome.remarks);
-        all.push_back(std::move(figures));
+        all.push_back(
+            WriteExchangeFile(file, contents.For(file), call.options, call.verify, group));
     }
     return all;
 }

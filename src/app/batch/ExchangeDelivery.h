@@ -25,6 +25,12 @@ struct ExchangeFigures {
     double writeMilliseconds = 0;     // with reading back
 };
 
+/// Writes one file; it appears with its group.
+/// @param content  whose parts are those of the file.
+/// Throws AppError.
+ExchangeFigures WriteExchangeFile(const ExchangeFile& file, const VectorContent& content,
+                                  const VectorOptions& options, bool verify, OutputGroup& group);
+
 /// Writes the files of a call; they appear with their group.
 /// @param contours    prepared by the rule, and by the smoothing of the call where it has one.
 /// @param betweenTwo  asked before each file; may throw to end the run.

@@ -3,7 +3,10 @@
 #include "app/batch/UsageError.h"
 #include "exchange/VectorFormats.h"
 
+#include <QFileInfo>
 #include <QStringList>
+
+#include <algorithm>
 
 namespace terravo {
 namespace {
@@ -38,6 +41,14 @@ VectorParts EveryPart() {
         every.Add(part);
     }
     return every;
+}
+
+// Its points are crossings for the most part, which have neither names nor heights to be read.
+VectorParts PartsOfDifference(const VectorFormat& format) {
+    const VectorParts parts{VectorPart::Contours, VectorPart::IndexContours, VectorPart::Labels,
+                            VectorPart::Bands,    VectorPart::Triangles,     VectorPart::Hull};
+    const VectorParts usual = format.usual.And(parts);
+    return usual.IsEmpty() ? format.usual : usual;
 }
 
 double NumberOf(const QCommandLineParser& parser, const QCommandLineOption& option, double low,
@@ -106,23 +117,20 @@ void ExchangeOptions::AddTo(QCommandLineParser& parser) const {
     for (const QCommandLineOption& file : files_) {
         parser.addOption(file);
     }
-    parser.addOptions(
-        {content_, dxfVersion_, dxf3D_, layerPerLevel_, units_, crs_, decimals_, noVerify_});
+    parser.addOptions({difference_, content_, dxfVersion_, dxf3D_, layerPerLevel_, units_, crs_,
+                       decimals_, noVerify_});
 }
 
 bool ExchangeOptions::AreWanted(const QCommandLineParser& parser) const {
-    for (const QCommandLineOption& file : files_) {
-        if (parser.isSet(file)) {
-            return true;
-        }
-    }
-    return false;
+    return parser.isSet(difference_) ||
+           std::any_of(files_.begin(), files_.end(),
+                       [&](const QCommandLineOption& file) { return parser.isSet(file); });
 }
 
-void ExchangeOptions::RefuseWithoutFiles(const QCommandLineParser& parser) const {
+void ExchangeOptions::RefuseWithoutFiles(const QCommandLineParser& parser, bool measures) const {
     for (const QCommandLineOption* option : {&content_, &dxfVersion_, &dxf3D_, &layerPerLevel_,
                                              &units_, &crs_, &decimals_, &noVerify_}) {
-        if (parser.isSet(*option)) {
+        if (parser.isSet(*option) && !(measures && option == &units_)) {
             throw UsageError(
                 QStringLiteral("--%1 is for vector files: --dxf FILE or another such option "
                                "writes one.")
@@ -148,8 +156,28 @@ std::vector<ExchangeFile> ExchangeOptions::ParseFiles(const QCommandLineParser& 
     return files;
 }
 
-void ExchangeOptions::ParseContent(const QCommandLineParser& parser,
-                                   std::vector<ExchangeFile>& files) const {
+// The first format of an extension; the tables of contours and triangles have an option alone.
+std::optional<ExchangeFile>
+ExchangeOptions::ParseDifference(const QCommandLineParser& parser) const {
+    if (!parser.isSet(difference_)) {
+        return std::nullopt;
+    }
+    const QString path = parser.value(difference_);
+    const std::string extension = QFileInfo(path).suffix().toLower().toStdString();
+    QStringList known;
+    for (const VectorFormat& format : VectorFormats()) {
+        if (!format.extension.empty() && format.extension == extension) {
+            return ExchangeFile{&format, path.toStdString(), PartsOfDifference(format)};
+        }
+        if (!format.extension.empty() && !known.contains(ToQString(format.extension))) {
+            known.append(ToQString(format.extension));
+        }
+    }
+    Refuse(difference_,
+           QStringLiteral("a file whose name ends in ") + known.join(QStringLiteral(", ")), path);
+}
+
+void ExchangeOptions::ParseContent(const QCommandLineParser& parser, ExchangeFile& file) const {
     if (!parser.isSet(content_)) {
         return;
     }
@@ -158,13 +186,11 @@ void ExchangeOptions::ParseContent(const QCommandLineParser& parser,
     if (!parts) {
         Refuse(content_, NamesOf(EveryPart()), list);
     }
-    for (ExchangeFile& file : files) {
-        file.parts = parts->And(file.format->known);
-        if (file.parts.IsEmpty()) {
-            throw UsageError(
-                QStringLiteral("--%1 can hold none of \"%2\", only: %3.")
-                    .arg(ToQString(file.format->option), list, NamesOf(file.format->known)));
-        }
+    file.parts = parts->And(file.format->known);
+    if (file.parts.IsEmpty()) {
+        throw UsageError(
+            QStringLiteral("--%1 can hold none of \"%2\", only: %3.")
+                .arg(ToQString(file.format->option), list, NamesOf(file.format->known)));
     }
 }
 
@@ -188,33 +214,50 @@ void ExchangeOptions::ParseDxf(const QCommandLineParser& parser, VectorOptions& 
     options.layerPerLevel = parser.isSet(layerPerLevel_);
 }
 
-ExchangeCall ExchangeOptions::Parse(const QCommandLineParser& parser,
+void ExchangeOptions::ParseWish(const QCommandLineParser& parser, VectorWish& wish) const {
+    if (parser.isSet(crs_)) {
+        wish.epsg = CodeOf(parser, crs_);
+    }
+    if (parser.isSet(decimals_)) {
+        wish.decimals = WholeNumberOf(parser, decimals_, kMostVectorDecimals);
+    }
+}
+
+void ExchangeOptions::ParseUnit(const QCommandLineParser& parser, ExchangeCall& call) const {
+    call.wish.unit = UnitOf(parser, units_);
+    call.unitIsChosen = parser.isSet(units_);
+}
+
+ExchangeCall ExchangeOptions::Parse(const QCommandLineParser& parser, bool measures,
                                     const QCommandLineOption& textHeight,
                                     const QCommandLineOption& indexEvery) const {
     ExchangeCall call;
     if (!AreWanted(parser)) {
-        RefuseWithoutFiles(parser);
+        RefuseWithoutFiles(parser, measures);
+        ParseUnit(parser, call);
         return call;
     }
     call.files = ParseFiles(parser);
-    ParseContent(parser, call.files);
+    call.difference = ParseDifference(parser);
     bool hasDxf = false;
-    for (const ExchangeFile& file : call.files) {
-        call.wish.parts.Add(file.parts);
+    const auto take = [&](ExchangeFile& file) {
+        ParseContent(parser, file);
         hasDxf = hasDxf || file.format->option == "dxf";
+    };
+    for (ExchangeFile& file : call.files) {
+        take(file);
+        call.wish.parts.Add(file.parts);
+    }
+    if (call.difference) {
+        take(*call.difference);
     }
     if (hasDxf) {
         ParseDxf(parser, call.options);
     } else {
         RefuseWithoutDxf(parser);
     }
-    call.wish.unit = UnitOf(parser, units_);
-    if (parser.isSet(crs_)) {
-        call.wish.epsg = CodeOf(parser, crs_);
-    }
-    if (parser.isSet(decimals_)) {
-        call.wish.decimals = WholeNumberOf(parser, decimals_, kMostVectorDecimals);
-    }
+    ParseUnit(parser, call);
+    ParseWish(parser, call.wish);
     if (parser.isSet(textHeight)) {
         call.wish.textHeight = NumberOf(parser, textHeight, kLeastTextHeight, kMostTextHeight);
     }

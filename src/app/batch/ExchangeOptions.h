@@ -23,7 +23,9 @@ struct ExchangeFile {
 
 struct ExchangeCall {
     std::vector<ExchangeFile> files;
-    VectorWish wish; // its parts are those of all files
+    std::optional<ExchangeFile> difference; // of two surveys
+    bool unitIsChosen = false;
+    VectorWish wish; // its parts are those of all files but the difference
     VectorOptions options;
     bool verify = true;
 };
@@ -37,21 +39,31 @@ public:
     /// Whether the call asks for any such file.
     [[nodiscard]] bool AreWanted(const QCommandLineParser& parser) const;
 
+    /// @param measures    the call measures, in the unit that it may name.
     /// @param textHeight  option that the sheet has too: there it is in millimetres.
     /// @param indexEvery  option that the sheet has too.
     /// Throws UsageError.
-    [[nodiscard]] ExchangeCall Parse(const QCommandLineParser& parser,
+    [[nodiscard]] ExchangeCall Parse(const QCommandLineParser& parser, bool measures,
                                      const QCommandLineOption& textHeight,
                                      const QCommandLineOption& indexEvery) const;
 
 private:
     [[nodiscard]] std::vector<ExchangeFile> ParseFiles(const QCommandLineParser& parser) const;
-    void ParseContent(const QCommandLineParser& parser, std::vector<ExchangeFile>& files) const;
+    [[nodiscard]] std::optional<ExchangeFile>
+    ParseDifference(const QCommandLineParser& parser) const;
+    void ParseContent(const QCommandLineParser& parser, ExchangeFile& file) const;
+    void ParseWish(const QCommandLineParser& parser, VectorWish& wish) const;
+    void ParseUnit(const QCommandLineParser& parser, ExchangeCall& call) const;
     void ParseDxf(const QCommandLineParser& parser, VectorOptions& options) const;
     void RefuseWithoutDxf(const QCommandLineParser& parser) const;
-    void RefuseWithoutFiles(const QCommandLineParser& parser) const;
+    void RefuseWithoutFiles(const QCommandLineParser& parser, bool measures) const;
 
     std::vector<QCommandLineOption> files_; // one a format, in their order
+    QCommandLineOption difference_{
+        QStringLiteral("difference"),
+        QStringLiteral("Write the difference of the two surveys as a surface with contours, for "
+                       "other programs: one of these formats, by the extension."),
+        QStringLiteral("file")};
     QCommandLineOption content_;
     QCommandLineOption dxfVersion_{
         QStringLiteral("dxf-version"),

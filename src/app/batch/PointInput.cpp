@@ -54,6 +54,10 @@ std::string HintFor(const ImportOutcome& input) {
                : " --columns says which.";
 }
 
+std::string HintForProject(const ImportOutcome& input) {
+    return input.needsChoice ? " A project of it (*.terravo) says how it is read." : "";
+}
+
 // Only a look into the file tells that it is one.
 void RefuseForGrid(const PointCall& call, const Inspection& inspection) {
     const std::string option = ImportOptions::UnusedForGrid(call.import);
@@ -77,7 +81,9 @@ ImportOutcome ReadText(const PointCall& call, PointSet& points, const StopToken&
     EndWhenStopped();
     RefuseForGrid(call, input.inspection);
     if (input.failure && !input.inspection.isEmpty) {
-        throw RunFailure(ExitCode::kPointFile, input.failure->Sentence() + HintFor(input));
+        throw RunFailure(ExitCode::kPointFile,
+                         input.failure->Sentence() +
+                             (call.optionsHold ? HintFor(input) : HintForProject(input)));
     }
     RefuseUnused(call, GisOptions::FirstIn(call.gis), "a text of points");
     return input;

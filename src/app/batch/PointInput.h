@@ -16,7 +16,8 @@ namespace terravo {
 struct PointCall {
     std::string file;
     ImportCall import;
-    GisPlan gis; // of a file that goes through GDAL
+    GisPlan gis;             // of a file that goes through GDAL
+    bool optionsHold = true; // else the options of the call say nothing of this file
 };
 
 /// Reads the points of a file.

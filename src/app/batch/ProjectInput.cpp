@@ -27,15 +27,6 @@ void RefuseReadingOptions(const BatchOptions& options) {
     }
 }
 
-void RefuseToReplace(const BatchOptions& options, const std::string& source) {
-    for (const std::string& file : options.Outputs()) {
-        if (QFileInfo(QString::fromStdString(file)).isFile() &&
-            Canonical(file) == Canonical(source)) {
-            throw RunFailure(ExitCode::kUsage, file + ": this is the point file of the project.");
-        }
-    }
-}
-
 std::optional<bool> ChecksumFits(const ProjectSource& source, const std::string& file,
                                  const StopToken& stop) {
     return source.sha256.empty()
@@ -60,30 +51,44 @@ void TakeChoices(const Project& project, BatchOptions& options) {
 
 } // namespace
 
+void RefuseToReplace(const BatchOptions& options, const std::string& source) {
+    for (const std::string& file : options.Outputs()) {
+        if (QFileInfo(QString::fromStdString(file)).isFile() &&
+            Canonical(file) == Canonical(source)) {
+            throw RunFailure(ExitCode::kUsage, file + ": this is the point file of the project.");
+        }
+    }
+}
+
+ProjectInput OpenProject(const std::string& file, const StopToken& stop) {
+    ProjectReading reading = ProjectStore().Read(file);
+    if (!reading.project) {
+        throw RunFailure(ExitCode::kPointFile, reading.fault);
+    }
+    ProjectInput input{*std::move(reading.project), {}};
+    const std::optional<std::string> source = FindSource(input.project.source, file);
+    if (!source) {
+        throw RunFailure(ExitCode::kPointFile, file +
+                                                   ": the point file of the project is not "
+                                                   "there: " +
+                                                   input.project.source.path + ".");
+    }
+    input.figures = {file, *source, ChecksumFits(input.project.source, *source, stop),
+                     std::move(reading.remarks)};
+    if (input.figures.checksumOk == false) {
+        input.figures.remarks.push_back(*source + " has changed since the project was saved.");
+    }
+    return input;
+}
+
 std::optional<ProjectInput> OpenProjectInput(BatchOptions& options, const StopToken& stop) {
     if (!IsProjectFile(options.pointFile)) {
         return std::nullopt;
     }
     RefuseReadingOptions(options);
-    ProjectReading reading = ProjectStore().Read(options.pointFile);
-    if (!reading.project) {
-        throw RunFailure(ExitCode::kPointFile, reading.fault);
-    }
-    ProjectInput input{*std::move(reading.project), {}};
-    const std::optional<std::string> source = FindSource(input.project.source, options.pointFile);
-    if (!source) {
-        throw RunFailure(ExitCode::kPointFile, options.pointFile +
-                                                   ": the point file of the project is not "
-                                                   "there: " +
-                                                   input.project.source.path + ".");
-    }
-    RefuseToReplace(options, *source);
-    input.figures = {options.pointFile, *source, ChecksumFits(input.project.source, *source, stop),
-                     std::move(reading.remarks)};
-    if (input.figures.checksumOk == false) {
-        input.figures.remarks.push_back(*source + " has changed since the project was saved.");
-    }
-    options.pointFile = *source;
+    ProjectInput input = OpenProject(options.pointFile, stop);
+    RefuseToReplace(options, input.figures.source);
+    options.pointFile = input.figures.source;
     TakeChoices(input.project, options);
     return input;
 }

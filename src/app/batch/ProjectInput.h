@@ -28,6 +28,14 @@ struct ProjectInput {
     ProjectFigures figures;
 };
 
+/// Reads a project and finds its point file.
+/// Throws RunFailure.
+ProjectInput OpenProject(const std::string& file, const StopToken& stop);
+
+/// Refuses outputs that would replace the point file of a project.
+/// Throws RunFailure.
+void RefuseToReplace(const BatchOptions& options, const std::string& source);
+
 /// Reads the project that the options name as input, and gives the options what it says.
 /// @param[in,out] options  the input becomes the point file of the project.
 /// @return nothing where the input is no project. Throws RunFailure.
