@@ -136,8 +136,10 @@ QJsonObject ToJson(const MeasuredAcross& across) {
     QJsonObject object{
         {"spacing", across.sizes.spacing}, {"width", across.sizes.width}, {"sections", sections}};
     if (const std::optional<VolumeFigures>& ends = across.figures.endAreas) {
-        object.insert("end_areas",
-                      QJsonObject{{"cut", ends->cut}, {"fill", ends->fill}, {"net", ends->net}});
+        object.insert("end_areas", QJsonObject{{"cut", ends->cut},
+                                               {"fill", ends->fill},
+                                               {"net", ends->net},
+                                               {"plan_area", ends->planArea}});
     }
     if (across.figures.exact) {
         object.insert("exact", ToJson(*across.figures.exact));
