@@ -90,9 +90,11 @@ private:
         constexpr double kHeightPart = 0.85;
         height_ = std::clamp(range_ * scales_.PerHeight() / kHeightPart, kLeastHeight,
                              std::max(most, kLeastHeight));
-        rows_ = std::max(
-            1, static_cast<int>((room_.Height() + Gap()) / (Above() + height_ + Below() + Gap()) +
-                                1e-9));
+        const double around = Above() + Below() + Gap();
+        const double upright = room_.Height() + Gap();
+        rows_ = std::max(1, static_cast<int>(upright / (height_ + around) + 1e-9));
+        constexpr double kMostGrowth = 1.5; // into what would stay empty
+        height_ = std::max(height_, std::min(kMostGrowth * height_, upright / rows_ - around));
     }
 
     [[nodiscard]] double WidestValues() const {
