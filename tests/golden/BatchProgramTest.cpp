@@ -284,5 +284,30 @@ TEST(BatchProgram, WritesSectionsAndDifferences) {
     EXPECT_EQ(rise, 1);
 }
 
+// Several sheets are pages of a PDF, but files otherwise.
+TEST(BatchProgram, DrawsSectionsAndDifferences) {
+    const Pyramid folder;
+    const std::string flat = folder.File("flat.dat");
+    const auto draw = [&](const char* name, const std::vector<std::string>& more) {
+        std::vector<std::string> call{"--volume-to", flat, "--section-picture", folder.File(name)};
+        call.insert(call.end(), more.begin(), more.end());
+        const Ended ended = folder.Measure(call);
+        EXPECT_EQ(ended.exitCode, 0) << ended.error;
+        return ended.output.toStdString();
+    };
+    draw("one.svg", {"--section=-1,1,3,1", "--exaggeration", "0.5", "--title", "Ridge 7"});
+    EXPECT_NE(folder.Read("one.svg").find("Ridge 7"), std::string::npos);
+    draw("two.png", {"--section", folder.File("line.txt"), "--dpi", "30"});
+    EXPECT_FALSE(QFile::exists(QString::fromStdString(folder.File("two.png"))));
+    EXPECT_NE(QImage(QString::fromStdString(folder.File("two-1.png"))),
+              QImage(QString::fromStdString(folder.File("two-2.png"))));
+    draw("all.pdf", {"--section", "0,1,2,1", "--cross-sections", "1,1", "--paper", "A3"});
+    EXPECT_EQ(CountOf(folder.Read("all.pdf"), "/Type /Page\n"), 2);
+    const std::string said =
+        draw("s.pdf", {"--section", "0,1,2,1", "--difference-sheet", folder.File("d.svg")});
+    EXPECT_NE(said.find("wrote " + folder.File("d.svg")), std::string::npos);
+    EXPECT_NE(folder.Read("d.svg").find("flat.dat"), std::string::npos);
+}
+
 } // namespace
 } // namespace terravo

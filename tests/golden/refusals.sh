@@ -195,6 +195,11 @@ cross-sections needs one --section|--cross-sections 1,1
 cross-sections needs one --section|--section 1,2,3,4 --section 5,6,7,8 --cross-sections 1,1
 within is for areas and volumes|--within points --height-at 1,1
 section-csv needs a --section|--section-csv out/s.csv
+section-picture needs a --section|--section-picture out/s.svg
+section-picture takes a PDF, SVG or PNG|--section 1,2,3,4 --section-picture out/s.gif
+exaggeration is for --section-picture|--section 1,2,3,4 --exaggeration 5
+exaggeration takes a factor above 0|--section 1,2,3,4 --section-picture out/s.svg --exaggeration 0
+difference-sheet needs a second survey|--difference-sheet out/d.pdf
 difference needs a second survey|--difference out/d.dxf
 difference takes a file whose name ends in dxf, xml|--volume-to points --difference out/d.dat
 stl can hold none of "labels"|--volume-to points --difference out/d.stl --content labels

@@ -261,12 +261,13 @@ void ParseCheck(const QCommandLineParser& parser, const Options& known, BatchOpt
     options.checkOptions.tolerance = ParseNumber(parser, known.tolerance, 0, 1e9);
 }
 
-void ParsePaper(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
+void ParseSheets(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
+    options.measure = known.measure.Parse(parser);
     options.sheet =
         known.sheet.Parse(parser, parser.isSet(known.paper) ? parser.value(known.paper) : QString(),
-                          known.exchange.AreWanted(parser));
+                          known.exchange.AreWanted(parser), options.measure.HasSheets());
     const std::optional<QPageSize::PageSizeId> size = PaperSizeOf(parser.value(known.paper));
-    if (!size && options.sheet.file.empty()) {
+    if (!size && options.sheet.file.empty() && !options.measure.HasSheets()) {
         throw UsageError(QStringLiteral("--paper takes A4, A3, A2, A1, A0 or Letter, not \"%1\".")
                              .arg(parser.value(known.paper)));
     }
@@ -317,8 +318,7 @@ void RefuseCollisions(const BatchOptions& options) {
     }
 }
 
-void ParseMeasure(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
-    options.measure = known.measure.Parse(parser);
+void ParseVectors(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
     options.exchange = known.exchange.Parse(parser, options.measure.IsWanted(),
                                             known.sheet.TextHeight(), known.sheet.IndexEvery());
     if (options.exchange.difference && options.measure.secondFile.empty()) {
@@ -359,8 +359,8 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     options.progress = parser.isSet(known.progress) && !parser.isSet(known.quiet);
     ParseView3D(parser, known, options.view3D);
     ParseOutputs(parser, known, options);
-    ParsePaper(parser, known, options);
-    ParseMeasure(parser, known, options);
+    ParseSheets(parser, known, options);
+    ParseVectors(parser, known, options);
     options.smooth = known.smooth.Parse(parser, !options.sheet.file.empty(), options.exchange);
     options.sheet.plan.smoothing = options.smooth.options;
     options.exchange.wish.smoothing = options.smooth.options;

@@ -488,7 +488,7 @@ void BatchRun::Deliver() {
         WriteMeshFile(meshFile, shown.points, shown.triangles);
     }
     WriteExchange();
-    measure_.Deliver(files_, figures_.files, stop_);
+    measure_.Deliver(state_, files_, figures_.files, stop_);
     DeliverPicture(options_.mapFile, picture_, mapFailure_);
     DeliverPicture(options_.view3DFile, viewPicture_, viewFailure_);
     if (IsDrawn(options_.segmentsFile, segmentFailure_)) {

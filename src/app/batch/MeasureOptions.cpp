@@ -1,6 +1,7 @@
 #include "app/batch/MeasureOptions.h"
 
 #include "app/batch/UsageError.h"
+#include "export/PictureExport.h"
 
 #include <QStringList>
 
@@ -9,6 +10,7 @@ namespace {
 
 constexpr double kMostCoordinate = 1e12; // data units, as lengths in other options
 constexpr double kLeastLength = 1e-9;
+constexpr double kMostFactor = 1e6;
 
 QString NameOfOption(const QCommandLineOption& option) {
     return option.names().last();
@@ -29,6 +31,14 @@ std::string FileOf(const QCommandLineOption& option, const QString& file) {
 
 std::string FileOf(const QCommandLineParser& parser, const QCommandLineOption& option) {
     return parser.isSet(option) ? FileOf(option, parser.value(option)) : std::string();
+}
+
+std::string PictureOf(const QCommandLineParser& parser, const QCommandLineOption& option) {
+    std::string file = FileOf(parser, option);
+    if (!file.empty() && !PictureKindOf(file)) {
+        Refuse(option, QStringLiteral("a PDF, SVG or PNG file"), parser.value(option));
+    }
+    return file;
 }
 
 // The numbers between commas; nothing where one is none.
@@ -108,7 +118,7 @@ std::vector<std::string> MeasureCall::Inputs() const {
 
 void MeasureOptions::AddTo(QCommandLineParser& parser) const {
     parser.addOptions({areas_, hypsometry_, volume_, volumeTo_, within_, section_, crossSections_,
-                       heightAt_, table_});
+                       heightAt_, table_, picture_, exaggeration_, differenceSheet_});
 }
 
 void MeasureOptions::RefuseWithoutSubject(const QCommandLineParser& parser,
@@ -123,8 +133,17 @@ void MeasureOptions::RefuseWithoutSubject(const QCommandLineParser& parser,
     if (call.crossSections && call.sections.size() != 1) {
         throw UsageError(QStringLiteral("--cross-sections needs one --section, its axis."));
     }
-    if (parser.isSet(table_) && call.sections.empty()) {
-        throw UsageError(QStringLiteral("--section-csv needs a --section."));
+    for (const QCommandLineOption* option : {&table_, &picture_}) {
+        if (parser.isSet(*option) && call.sections.empty()) {
+            throw UsageError(QStringLiteral("--%1 needs a --section.").arg(NameOfOption(*option)));
+        }
+    }
+    if (parser.isSet(exaggeration_) && !parser.isSet(picture_)) {
+        throw UsageError(QStringLiteral("--exaggeration is for --section-picture FILE."));
+    }
+    if (parser.isSet(differenceSheet_) && call.secondFile.empty()) {
+        throw UsageError(QStringLiteral("--difference-sheet needs a second survey: --volume-to "
+                                        "FILE."));
     }
 }
 
@@ -150,6 +169,12 @@ MeasureCall MeasureOptions::Parse(const QCommandLineParser& parser) const {
         call.places.push_back(PlaceOf(heightAt_, text));
     }
     call.sectionTable = FileOf(parser, table_);
+    call.sectionPicture = PictureOf(parser, picture_);
+    call.differenceSheet = PictureOf(parser, differenceSheet_);
+    if (parser.isSet(exaggeration_)) {
+        call.exaggeration = NumberOf(exaggeration_, parser.value(exaggeration_), 1e-6, kMostFactor,
+                                     QStringLiteral("a factor above 0"));
+    }
     RefuseWithoutSubject(parser, call);
     return call;
 }

@@ -36,12 +36,19 @@ struct MeasureCall {
     std::vector<SectionCall> sections;
     std::optional<CrossSizes> crossSections;
     std::vector<PlanPoint> places; // whose heights are asked for
-    std::string sectionTable;      // CSV; empty: not wanted
+    std::string sectionTable;      // CSV; empty: not wanted, as the next ones
+    std::string sectionPicture;
+    std::string differenceSheet;
+    std::optional<double> exaggeration; // of the section picture; none: what fits
 
     /// Whether there is anything to measure.
     [[nodiscard]] bool IsWanted() const {
         return areas || hypsometry || !datums.empty() || !secondFile.empty() || !sections.empty() ||
                !places.empty();
+    }
+    /// Whether any of its outputs is a sheet.
+    [[nodiscard]] bool HasSheets() const {
+        return !sectionPicture.empty() || !differenceSheet.empty();
     }
     /// The files that are read beside the point file.
     [[nodiscard]] std::vector<std::string> Inputs() const;
@@ -94,6 +101,20 @@ private:
     QCommandLineOption table_{QStringLiteral("section-csv"),
                               QStringLiteral("Write the vertices of the sections as a table."),
                               QStringLiteral("file")};
+    QCommandLineOption picture_{
+        QStringLiteral("section-picture"),
+        QStringLiteral("Draw the sections: PNG, SVG or PDF, by the extension."),
+        QStringLiteral("file")};
+    QCommandLineOption exaggeration_{
+        QStringLiteral("exaggeration"),
+        QStringLiteral("How many times higher than long the sections are drawn. Default: what "
+                       "fits."),
+        QStringLiteral("f")};
+    QCommandLineOption differenceSheet_{
+        QStringLiteral("difference-sheet"),
+        QStringLiteral("Draw the difference of the two surveys as a sheet to scale: PDF, SVG or "
+                       "PNG, by the extension."),
+        QStringLiteral("file")};
 };
 
 } // namespace terravo

@@ -1,5 +1,6 @@
 #include "app/batch/MeasureRun.h"
 
+#include "app/batch/MeasurePictures.h"
 #include "app/batch/RunFailure.h"
 #include "app/session/DifferenceContent.h"
 #include "app/session/SectionTable.h"
@@ -167,8 +168,7 @@ void MeasureRun::WriteDifference(OutputGroup& group, const DifferenceSurface& di
     const std::optional<VectorContent> content =
         MakeDifferenceContent(difference, name, wish, stop);
     EndWhenStopped();
-    const Extent& heights = difference.points.extentZ;
-    if (!(heights.max > heights.min)) {
+    if (!HasLevels(difference.points.extentZ)) {
         figures_.remarks.emplace_back("The difference is the same everywhere: it has no contours.");
     }
     try {
@@ -179,15 +179,25 @@ void MeasureRun::WriteDifference(OutputGroup& group, const DifferenceSurface& di
     }
 }
 
-void MeasureRun::Deliver(OutputGroup& group, std::vector<std::string>& files,
+void MeasureRun::Deliver(const RunState& run, OutputGroup& group, std::vector<std::string>& files,
                          const StopToken& stop) {
     if (!call_.sectionTable.empty()) {
         WriteTable({call_.sectionTable, &group});
         files.push_back(call_.sectionTable);
     }
-    if (!options_.exchange.difference) {
-        return;
+    if (!call_.sectionPicture.empty()) {
+        const std::vector<std::string> drawn =
+            DrawSections({options_, run, group, stop}, figures_, survey_.Points().sourceName,
+                         second_ == nullptr ? "" : second_->Points().sourceName);
+        files.insert(files.end(), drawn.begin(), drawn.end());
     }
+    if (!call_.differenceSheet.empty() || options_.exchange.difference) {
+        DeliverDifference(run, group, files, stop);
+    }
+}
+
+void MeasureRun::DeliverDifference(const RunState& run, OutputGroup& group,
+                                   std::vector<std::string>& files, const StopToken& stop) {
     const DifferenceSurface difference = desk_.Difference(stop);
     EndWhenStopped();
     if (difference.triangles.count == 0) {
@@ -195,8 +205,15 @@ void MeasureRun::Deliver(OutputGroup& group, std::vector<std::string>& files,
             "There is no difference to write: the surveys have no ground in common.");
         return;
     }
-    WriteDifference(group, difference, stop);
-    files.push_back(options_.exchange.difference->path);
+    if (!call_.differenceSheet.empty()) {
+        DrawDifference({options_, run, group, stop}, difference, figures_.toSecond->figures,
+                       survey_.Points().sourceName, second_->Points().sourceName);
+        files.push_back(call_.differenceSheet);
+    }
+    if (options_.exchange.difference) {
+        WriteDifference(group, difference, stop);
+        files.push_back(options_.exchange.difference->path);
+    }
 }
 
 } // namespace terravo

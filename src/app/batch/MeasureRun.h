@@ -9,6 +9,7 @@
 #include "app/batch/MeasureInput.h"
 #include "app/session/MeasureDesk.h"
 #include "util/OutputFile.h"
+#include "util/RunState.h"
 
 #include <optional>
 #include <string>
@@ -77,9 +78,11 @@ public:
     void Measure(const std::vector<double>& heights, const StopToken& stop);
 
     /// Writes the files.
-    /// @param[in,out] files  that were written.
+    /// @param run             its texts.
+    /// @param[in,out] files   that were written.
     /// Throws RunFailure, AppError.
-    void Deliver(OutputGroup& group, std::vector<std::string>& files, const StopToken& stop);
+    void Deliver(const RunState& run, OutputGroup& group, std::vector<std::string>& files,
+                 const StopToken& stop);
 
     [[nodiscard]] const MeasureFigures& Figures() const { return figures_; }
 
@@ -91,6 +94,8 @@ private:
     [[nodiscard]] double SecondArea(const StopToken& stop) const;
     void RemarkOnGround();
     void WriteTable(const OutputTarget& target) const;
+    void DeliverDifference(const RunState& run, OutputGroup& group, std::vector<std::string>& files,
+                           const StopToken& stop);
     void WriteDifference(OutputGroup& group, const DifferenceSurface& difference,
                          const StopToken& stop);
 

@@ -91,9 +91,9 @@ void SheetOptions::RefuseWithoutSheet(const QCommandLineParser& parser, bool wit
 }
 
 SheetCall SheetOptions::Parse(const QCommandLineParser& parser, const QString& paper,
-                              bool withVectors) const {
+                              bool withVectors, bool withOthers) const {
     SheetCall call;
-    if (!parser.isSet(sheet_)) {
+    if (!parser.isSet(sheet_) && !withOthers) {
         RefuseWithoutSheet(parser, withVectors);
         return call;
     }
@@ -103,7 +103,7 @@ SheetCall SheetOptions::Parse(const QCommandLineParser& parser, const QString& p
                            "vector files: write them in two runs."));
     }
     call.file = parser.value(sheet_).toStdString();
-    if (call.file.empty()) {
+    if (parser.isSet(sheet_) && call.file.empty()) {
         throw UsageError(QStringLiteral("--sheet needs a file name."));
     }
     if (!PictureKindOf(call.file)) {
@@ -128,6 +128,8 @@ SheetCall SheetOptions::Parse(const QCommandLineParser& parser, const QString& p
     if (parser.isSet(landscape_) || parser.isSet(portrait_)) {
         call.plan.landscape = parser.isSet(landscape_);
     }
+    call.layersAreChosen = parser.isSet(layers_);
+    call.labelsAreChosen = parser.isSet(label_);
     call.planIsChosen = !paper.isEmpty() || IsAnySet(parser);
     call.plan.scale = ScaleOf(parser, scale_);
     if (parser.isSet(rotation_)) {
@@ -136,6 +138,7 @@ SheetCall SheetOptions::Parse(const QCommandLineParser& parser, const QString& p
     constexpr double kMostDots = 2400;
     call.dotsPerInch = static_cast<int>(NumberOf(parser, dpi_, 10, kMostDots));
     ParseStyle(parser, call.plan);
+    call.titleOfOthers = parser.isSet(sheet_) ? "" : call.plan.texts.title;
     ParseLabels(parser, call.plan);
     return call;
 }

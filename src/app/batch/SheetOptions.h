@@ -16,6 +16,9 @@ struct SheetCall {
     std::string file; // empty: no sheet is wanted
     SheetPlan plan;
     bool planIsChosen = false; // the call says what the sheet is to be
+    bool layersAreChosen = false;
+    bool labelsAreChosen = false;
+    std::string titleOfOthers; // of sheets of something else; empty: what they have themselves
     int dotsPerInch = 300;     // of a PNG
 };
 
@@ -25,9 +28,10 @@ public:
 
     /// @param paper        text of the option that all pages share; empty: not given.
     /// @param withVectors  vector files are asked for, too, which have some of the options.
+    /// @param withOthers   sheets of something else are, which have them, too.
     /// Throws UsageError.
     [[nodiscard]] SheetCall Parse(const QCommandLineParser& parser, const QString& paper,
-                                  bool withVectors) const;
+                                  bool withVectors, bool withOthers) const;
 
     /// The options that vector files have as well.
     [[nodiscard]] const QCommandLineOption& TextHeight() const { return textHeight_; }

@@ -1,6 +1,6 @@
 #include "app/session/DifferenceContent.h"
 
-#include "app/session/SheetMaker.h"
+#include "app/session/DifferenceSheet.h"
 #include "contour/ContourSet.h"
 #include "export/vector/CleanText.h"
 #include "plot2d/ColourScale.h"
@@ -20,15 +20,19 @@ VectorParts WithoutContours(const VectorParts& parts) {
 
 } // namespace
 
+bool HasLevels(const Extent& heights) {
+    return DifferenceLevels(heights).kind == LevelRuleKind::ByInterval;
+}
+
 std::optional<VectorContent> MakeDifferenceContent(const DifferenceSurface& difference,
                                                    const std::string& name, VectorWish wish,
                                                    const StopToken& stop) {
     const PointSet& points = difference.points;
-    const LevelRule rule = RoundLevels(points.extentZ);
+    const LevelRule rule = DifferenceLevels(points.extentZ);
     LevelSet levels;
     ContourSet contours;
     wish.smoothing.reset();
-    if (points.extentZ.max > points.extentZ.min) {
+    if (HasLevels(points.extentZ)) {
         levels = MakeLevelSet(rule, points.extentZ,
                               ColourScale::MakePalette(ColourScale::kPlanColours), {});
         std::optional<ContourSet> made = MakeContourSet(points, difference.triangles, levels, stop);

@@ -12,6 +12,9 @@
 
 namespace terravo {
 
+/// Whether a difference has contours: not where it is the same everywhere.
+bool HasLevels(const Extent& heights);
+
 /// @param name  of the surface, in the files.
 /// @param wish  its smoothing is not looked at: lines are as they are cut.
 /// @param stop  stage "contour".
