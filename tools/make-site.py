@@ -2,7 +2,8 @@
 """Makes samples/site: a survey of a site that never was, with all that shapes a surface.
 
 An L of 120 by 90 m on a slope; a retaining wall (top and foot), a kerb, a house that stays without
-ground, one stray point. Codes carry the lines, the boundary and the house come as files, too.
+ground, one stray point. Codes carry the lines, the boundary and the house come as files, too. A second
+survey of the same points, after a yard was levelled: within 22 m of a place all lie at one height.
 """
 import math
 import pathlib
@@ -13,6 +14,7 @@ L_SHAPE = [(0, 0), (120, 0), (120, 40), (60, 40), (60, 90), (0, 90)]
 HOUSE = [(82, 12), (98, 14), (97, 24), (81, 22)]
 WALL = [(8, 48), (18, 51), (30, 52.5), (42, 52), (54, 49)]
 KERB = [(4, 6), (24, 7), (44, 9), (64, 9.5), (78, 7.5), (100, 5), (116, 4.5)]
+YARD = (40, 26, 22, 414.2)  # its middle, its radius, its height
 STEP = 6.0
 
 
@@ -77,6 +79,12 @@ def main():
     folder.mkdir(exist_ok=True)
     write = lambda name, lines: (folder / name).write_bytes(("\n".join(lines) + "\n").encode())
     write("points.csv", ["number,east,north,height,code"] + rows)
+    levelled = []
+    for row in rows:
+        number, x, y, z, code = row.split(",")
+        is_in_yard = math.hypot(float(x) - EAST - YARD[0], float(y) - NORTH - YARD[1]) <= YARD[2]
+        levelled.append(f"{number},{x},{y},{YARD[3] if is_in_yard else float(z):.2f},{code}")
+    write("levelled.csv", ["number,east,north,height,code"] + levelled)
     for name, title, ring in (("boundary.txt", "fence", L_SHAPE), ("house.txt", "house", HOUSE)):
         places = [f"{EAST + x:.2f} {NORTH + y:.2f}" for x, y in ring + ring[:1]]
         write(name, [title] + places)
