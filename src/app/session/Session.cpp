@@ -402,6 +402,11 @@ void Session::TakePoints(PointSet points, const std::string& path) {
     survey_.Replace(std::move(points), wish_);
     live_.reset(); // as large as the points
     history_.Clear();
+    measures_.SetPolygon({}); // they belong to the points before
+    measures_.SetSecond(nullptr);
+    sectionLine_.clear();
+    ++secondRevision_;
+    ++polygonRevision_;
     options_.levels = RuleByCount(options_.levels.count);
     levelsChosen_ = false;
     view_->ShowMark(std::nullopt);

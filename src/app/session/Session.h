@@ -9,9 +9,12 @@
 
 #include "app/project/ProjectServices.h"
 #include "app/session/ContourMap.h"
+#include "app/session/DifferenceSheet.h"
+#include "app/session/MeasureReport.h"
 #include "app/session/PlanHistory.h"
 #include "app/session/PointerText.h"
 #include "app/session/ProjectState.h"
+#include "app/session/SectionTable.h"
 #include "app/session/SheetMaker.h"
 #include "app/session/SurveyReview.h"
 #include "app/settings/Configuration.h"
@@ -94,6 +97,27 @@ struct SessionServices {
     ProjectServices* projects = nullptr; // none: there are no projects, and nothing to save
 };
 
+/// What measurements depend on.
+struct MeasureStand {
+    std::uint64_t survey = 0; // each grows with every change
+    std::uint64_t points = 0;
+    std::uint64_t second = 0;
+    std::uint64_t polygon = 0;
+
+    bool operator==(const MeasureStand&) const = default;
+};
+
+/// The sheet of a difference, and where the surveys are on it.
+struct DifferencePicture {
+    SheetScene scene;
+    MapView view;
+};
+
+struct MeasureAnswer {
+    MeasureReport report;
+    std::optional<CrossSectionFigures> cross; // of MeasureKind::Cross
+};
+
 /// The entries of the save menu, in its order.
 enum class QrzKind { Triangles, Levels };
 
@@ -173,6 +197,40 @@ public:
     /// Ends it, to be begun again later.
     void Interrupt();
 
+    /// What is measured, and beside what.
+    [[nodiscard]] const MeasureDesk& Measures() const { return measures_; }
+    /// What measurements depend on; equal ones of equal questions are equal.
+    [[nodiscard]] MeasureStand StandOfMeasures() const {
+        return {survey_.Version(), survey_.PointsRevision(), secondRevision_, polygonRevision_};
+    }
+    /// @return nothing where there is no surface, another command is at work, or it was stopped;
+    ///         the user has been told.
+    std::optional<MeasureAnswer> Measure(const MeasureQuestion& question);
+    /// For proposals; nothing as above.
+    std::optional<AreaFigures> MeasureAreas();
+    /// Asks for a file and makes it the survey to compare with.
+    /// @return whether there is another one now.
+    bool CompareWithFile();
+    void ForgetSecond();
+    /// Restricts areas and volumes to the ground within rings; refuses, and says so, where they
+    /// cannot be taken.
+    bool SetMeasuredPolygon(std::vector<PlanRing> rings);
+    /// Asks for a file of rings.
+    bool OpenMeasuredPolygon();
+    /// The section of the present surfaces, which is kept as the one that is shown; nothing as
+    /// above, or where the line has no length.
+    std::optional<SectionFigures> MakeSection(std::vector<PlanPoint> line);
+    [[nodiscard]] const std::vector<PlanPoint>& SectionLine() const { return sectionLine_; }
+    void ForgetSection() { sectionLine_.clear(); }
+    /// The second survey less this one; nothing as above, or where they have no ground in common.
+    std::optional<DifferenceSurface> MakeDifference();
+    /// A sheet of a difference; nothing where another command is at work, or it was stopped.
+    std::optional<DifferencePicture> MakeDifferenceSheet(const DifferenceSurface& difference,
+                                                         const TextMeasure& measure);
+    /// Asks where to and writes a CSV there.
+    void SaveCsv(const std::string& csv, const std::string& proposedName);
+    void SaveSections(const std::vector<TableSection>& sections);
+
     /// Asks for a file and lays its lines over the points.
     void AddLineFile(LineRole role);
     /// Points of these codes make breaklines.
@@ -243,6 +301,9 @@ public:
     /// Asks where to and has a file for other programs written there, of the levels in force; a
     /// failure (AppError) is shown, and what had to be changed.
     void ExportVector(const VectorFormat& format, const VectorWish& wish, const VectorWrite& write);
+    /// The same of a difference of two surveys.
+    void ExportDifference(const DifferenceSurface& difference, const VectorFormat& format,
+                          const VectorWish& wish, const VectorWrite& write);
 
     /// The settings, for the habits of dialogs.
     [[nodiscard]] SettingsStore& Settings() { return services_.settings; }
@@ -345,10 +406,23 @@ public:
 private:
     class WorkGuard;
 
+    // A file as its user wants it read.
+    struct UserReading {
+        ImportOutcome outcome;
+        HowRead how;
+    };
+
     bool LoadPointFile(const std::string& path);
     bool ReadUserFile(const std::string& path, bool isRecent);
-    bool ReadTextFile(const std::string& path, bool isRecent);
-    bool ReadGisFile(const std::string& path, bool isRecent);
+    std::optional<UserReading> ReadTextFile(const std::string& path, bool isRecent,
+                                            PointSet& points);
+    std::optional<UserReading> ReadGisFile(const std::string& path, bool isRecent,
+                                           PointSet& points);
+    std::shared_ptr<Survey> ReadSecond(const std::string& path);
+    std::shared_ptr<Survey> ReadSecondProject(const std::string& path);
+    void SaveTable(const std::string& proposedName, const std::function<void(OutputFile&)>& write);
+    bool AtMeasuring(const std::function<void()>& measure);
+    MeasureAnswer AnswerTo(const MeasureQuestion& question);
     [[nodiscard]] std::optional<GisPlan> PlanFor(const std::string& path, const GisSource& source,
                                                  bool isRecent);
     bool TakeReading(const std::string& path, const ImportOutcome& outcome, const HowRead& how,
@@ -385,8 +459,9 @@ private:
     void TellOfDrawing(const MapReport& report);
     void TriangulateAndShow3D();
     void HandToView3D(const ShownSurface& shown);
-    VectorOutcome WriteVector(const std::string& path, const VectorFormat& format,
-                              const VectorWish& wish, const VectorWrite& write);
+    using VectorMaking = std::function<std::optional<VectorContent>()>;
+    void ExportContent(const VectorFormat& format, const std::string& name,
+                       const VectorMaking& make, const VectorWrite& write);
     void ExportTriangles();
     void ExportLevels();
     void TellOfExport();
@@ -410,6 +485,10 @@ private:
     SurfacePick pick_{survey_, &live_};
     PlanHistory history_;
     SurveyReview review_{survey_};
+    MeasureDesk measures_{survey_};
+    std::vector<PlanPoint> sectionLine_;
+    std::uint64_t secondRevision_ = 0; // grow with every change
+    std::uint64_t polygonRevision_ = 0;
     SurveyContours contours_{survey_};
     SheetMaker sheets_{contours_, state_};
     bool levelsChosen_ = false; // by the user, for the present points

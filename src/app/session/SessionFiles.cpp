@@ -73,15 +73,19 @@ bool Session::ReadUserFile(const std::string& path, bool isRecent) {
     if (services_.projects != nullptr && IsProjectFile(path)) {
         return OpenProject(path);
     }
-    return IsGisFile(path) ? ReadGisFile(path, isRecent) : ReadTextFile(path, isRecent);
+    PointSet points;
+    points.sourceFolder = survey_.Points().sourceFolder;
+    const std::optional<UserReading> reading = IsGisFile(path)
+                                                   ? ReadGisFile(path, isRecent, points)
+                                                   : ReadTextFile(path, isRecent, points);
+    return reading && TakeReading(path, reading->outcome, reading->how, std::move(points));
 }
 
 // A file that is not certain is asked about, again when records beyond its head do not fit; one
 // that cannot be read, is not chosen for or is stopped leaves the points and all that is made of
 // them.
-bool Session::ReadTextFile(const std::string& path, bool isRecent) {
-    PointSet points;
-    points.sourceFolder = survey_.Points().sourceFolder;
+std::optional<Session::UserReading> Session::ReadTextFile(const std::string& path, bool isRecent,
+                                                          PointSet& points) {
     ImportWish wish;
     wish.freeList = readsFreeLists_;
     ImportOutcome outcome = [&] {
@@ -105,7 +109,7 @@ bool Session::ReadTextFile(const std::string& path, bool isRecent) {
             choice = AskAbout(path, inspection, *outcome.failure, chosen);
         }
         if (!choice) {
-            return false;
+            return std::nullopt;
         }
         const WorkGuard work(*this);
         outcome = ImportByPlan(path, choice->plan, choice->bad, points, stop_);
@@ -114,7 +118,8 @@ bool Session::ReadTextFile(const std::string& path, bool isRecent) {
         inspection.doubt.clear(); // the next one is what did not fit
         inspection.doubtKind = DoubtKind::None;
     }
-    return TakeReading(path, outcome, HowItWasRead(outcome, bad), std::move(points));
+    const HowRead how = HowItWasRead(outcome, bad);
+    return UserReading{std::move(outcome), how};
 }
 
 // What came of a reading: new points, or a message and everything as it was.
@@ -142,36 +147,35 @@ void Session::TellOfFailure(const ReadFailure& failure) {
 }
 
 // What is read of such a file is always chosen; of a recent one as it was then, while that can be.
-bool Session::ReadGisFile(const std::string& path, bool isRecent) {
+std::optional<Session::UserReading> Session::ReadGisFile(const std::string& path, bool isRecent,
+                                                         PointSet& points) {
     const GisListing listing = [&] {
         const WorkGuard work(*this);
         return ListGisFile(path, stop_);
     }();
     if (listing.failure) {
         TellOfFailure(*listing.failure);
-        return false;
+        return std::nullopt;
     }
     const GisSource& source = listing.source;
     const GisPlan proposed = ProposedPlan(source);
     const GisVerdict verdict = Judge(source, proposed);
     if (verdict.fault == GisFault::Empty || verdict.fault == GisFault::Picture) {
         TellOfFailure(FailureOf(path, SentenceOf(verdict, source, proposed)));
-        return false;
+        return std::nullopt;
     }
     const std::optional<GisPlan> plan = PlanFor(path, source, isRecent);
     if (!plan) {
-        return false;
+        return std::nullopt;
     }
-    PointSet points;
-    points.sourceFolder = survey_.Points().sourceFolder;
-    const ImportOutcome outcome = [&] {
+    ImportOutcome outcome = [&] {
         const WorkGuard work(*this);
         return ImportGis(path, source, *plan, points, stop_).import;
     }();
     HowRead how;
     how.reader = SourceReader::Gis;
     how.gis = *plan;
-    return TakeReading(path, outcome, how, std::move(points));
+    return UserReading{std::move(outcome), how};
 }
 
 std::optional<GisPlan> Session::PlanFor(const std::string& path, const GisSource& source,
