@@ -10,6 +10,7 @@
 #include "app/windows/CheckWindow.h"
 #include "app/windows/GisDialog.h"
 #include "app/windows/ImportDialog.h"
+#include "app/windows/MeasureDocuments.h"
 #include "app/windows/ProgramStyle.h"
 #include "app/windows/ProjectKeeper.h"
 #include "app/windows/ProjectQuestionBoxes.h"
@@ -128,6 +129,7 @@ int RunWindows(const std::vector<std::string>& arguments) {
     parent.SetSheet(
         [&] { return new SheetWindow(state, session, parent.Status(), settings, scheme); });
     parent.SetCheck([&] { return new CheckWindow(state, session, scheme); });
+    parent.SetMeasures(new MeasureDocuments(state, session, parent.Status(), scheme, &parent));
     ProjectKeeper keeper(session, *window, parent, projectQuestions,
                          SubFolder(state.userFolder, "recovery"));
     window->SetCaptions();

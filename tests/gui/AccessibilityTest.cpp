@@ -1,10 +1,14 @@
 // The windows without a mouse and without a screen: the order of the Tab key, what a screen reader
 // says, and the letters that go with Alt.
 #include "app/windows/CheckWindow.h"
+#include "app/windows/DifferenceWindow.h"
 #include "app/windows/GisDialog.h"
 #include "app/windows/HelpWindow.h"
 #include "app/windows/ImportDialog.h"
 #include "app/windows/LevelsDialog.h"
+#include "app/windows/MeasureDialogs.h"
+#include "app/windows/MeasureWindow.h"
+#include "app/windows/SectionWindow.h"
 #include "app/windows/SettingsDialog.h"
 #include "app/windows/SheetWindow.h"
 #include "app/windows/frm3D.h"
@@ -107,6 +111,15 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
                  "spnIndexEvery", "sldSmooth",   "cmbLabels",    "spnSpacing", "spnTextHeight",
                  "chkUphill",     "txtTitle",    "txtProject",   "txtDate",    "txtDatum",
                  "txtAuthor"});
+    MeasureLog measured;
+    measured.Add({{}, session->Measure({})->report, session->StandOfMeasures()});
+    MeasureWindow measures(state, *session, measured, scheme);
+    ExpectOrder(measures, {"lstMeasures", "tblFigures", "cmdCopyText", "cmdCopyCsv", "cmdSaveCsv"});
+    SectionWindow section(state, *session, scheme);
+    section.ShowSection(*session->MakeSection({{520010, 4520010}, {520060, 4520050}}));
+    ExpectOrder(section, {"picSection", "cmbExaggeration", "cmdExport", "cmdSaveCsv"});
+    CrossDialog cross(state, {5, 20, 100}, 0, false);
+    ExpectOrder(cross, {"spnSpacing", "spnWidth", "chkDatum", "spnDatum", "cmdOk", "cmdCancel"});
     const std::string path = folder.Write("numbered.txt", "1,2,3,4\n2,3,4,5\n");
     ImportDialog import(state, path, InspectPointFile(path), std::nullopt);
     ExpectOrder(import,
@@ -200,11 +213,13 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     Letters idle{"3D", {}};
     Letters check{"survey check", {}};
     Letters sheet{"sheet", {}};
+    Letters measures{"measurements", {}};
+    Letters section{"section", {}};
+    Letters difference{"difference", {}};
     for (const QAction* menu : parent->menuBar()->actions()) {
-        map.Add(menu->text());
-        idle.Add(menu->text());
-        check.Add(menu->text());
-        sheet.Add(menu->text());
+        for (Letters* document : {&map, &idle, &check, &sheet, &measures, &section, &difference}) {
+            document->Add(menu->text());
+        }
         Letters entries{"menu " + menu->text().toStdString(), {}};
         for (const QAction* entry : menu->menu()->actions()) {
             // The recent files are numbered, and their heading cannot be chosen.
@@ -216,6 +231,11 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     map.AddControls(*window);
     check.AddControls(CheckWindow(state, *session, scheme));
     sheet.AddControls(SheetWindow(state, *session, parent->Status(), settings, scheme));
+    MeasureLog measured;
+    measures.AddControls(MeasureWindow(state, *session, measured, scheme));
+    section.AddControls(SectionWindow(state, *session, scheme));
+    difference.AddControls(DifferenceWindow(state, *session, scheme));
+    Letters{"cross-sections", {}}.AddControls(CrossDialog(state, {5, 20, {}}, 0, false));
     frm3D view(state, messages, scheme);
     idle.AddControls(view);
     Letters rotating{"rotating", {}};

@@ -22,6 +22,14 @@ struct DocumentBox {
     bool isSizeChosen = false;
 };
 
+/// What a document beside the map is called in the settings, and how large it should be.
+struct DocumentKind {
+    const char* name;
+    QSize designed;
+    QSize useful;               // less is no use beside the map
+    bool isAtRightEdge = false; // over the map where there is no room beside it
+};
+
 /// What a document shows of its box in a room at (0, 0): a chosen size as it is, another one no
 /// larger than the room while that is of use; a chosen place as it is while the title can be
 /// reached, another one moved inside as far as it fits.

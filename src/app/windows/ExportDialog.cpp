@@ -62,7 +62,7 @@ void ExportDialog::MakeControls() {
         cmbFormat->addItem(ToText(format.name) + QStringLiteral(": ") +
                            Caption(state_, format.purpose));
     }
-    auto* cmdLevels = Named(new QPushButton(Caption(state_, Text::LevelsEntry), this), "cmdLevels");
+    cmdLevels = Named(new QPushButton(Caption(state_, Text::LevelsEntry), this), "cmdLevels");
     connect(cmdLevels, &QPushButton::clicked, this, &ExportDialog::LevelsAsked);
     auto* levels = new QHBoxLayout;
     levels->addWidget(lblLevels, 1);
@@ -183,6 +183,11 @@ void ExportDialog::ShowFormat() {
 void ExportDialog::ShowWhetherItCan() {
     cmdExport->setEnabled(!Parts().IsEmpty() && EpsgIsGood() && HeightIsGood());
     ShowSmooth();
+}
+
+void ExportDialog::HideChoiceOfLines() {
+    cmdLevels->hide();
+    chkSmooth->hide();
 }
 
 // The tick comes back with the lines.

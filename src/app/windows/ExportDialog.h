@@ -35,6 +35,9 @@ public:
     /// Shows other levels.
     void SetLevels(const QString& levels) { lblLevels->setText(levels); }
 
+    /// For what has its own levels, and lines as they are cut.
+    void HideChoiceOfLines();
+
 signals:
     /// The levels are to be chosen anew.
     void LevelsAsked();
@@ -58,6 +61,7 @@ private:
     const terravo::SettingsStore& settings_;
     QComboBox* cmbFormat;
     QLabel* lblLevels;
+    QPushButton* cmdLevels = nullptr;
     std::array<QCheckBox*, terravo::kVectorPartCount> parts_{};
     QGroupBox* grpDxf = nullptr;
     QComboBox* cmbDxfVersion;

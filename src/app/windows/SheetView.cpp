@@ -71,6 +71,11 @@ void SheetView::SetDraft(std::vector<terravo::PlanPoint> vertices, bool closed) 
     update();
 }
 
+void SheetView::SetKept(std::vector<KeptLine> lines) {
+    draft_.SetKept(std::move(lines));
+    update();
+}
+
 void SheetView::SetMark(std::optional<terravo::PlanPoint> place) {
     draft_.SetMark(place);
     update();

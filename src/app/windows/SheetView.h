@@ -19,12 +19,14 @@
 #include <vector>
 
 /// What a click or a drag with the left button does. With Shift it is ZoomToBox, with Ctrl MoveMap.
-/// From Select on a click is told; from Breakline on the clicks make a line.
+/// From PlaceHeight on a click is told; from Breakline on the clicks make a line. Those from Select
+/// to Hole are about the surface.
 enum class SheetTool {
     Pan,
     ZoomToBox,
     Measure,
     MoveMap,
+    PlaceHeight,
     Select,
     Exclude,
     Height,
@@ -32,7 +34,9 @@ enum class SheetTool {
     Hold,
     Breakline,
     Boundary,
-    Hole
+    Hole,
+    Section,
+    MeasurePolygon
 };
 
 class SheetView : public QWidget {
@@ -61,6 +65,8 @@ public:
 
     /// The vertices of a line that is being drawn.
     void SetDraft(std::vector<terravo::PlanPoint> vertices, bool closed);
+    /// Lines that lie over the sheet until there are others.
+    void SetKept(std::vector<KeptLine> lines);
     /// A place that is marked, or none.
     void SetMark(std::optional<terravo::PlanPoint> place);
 
@@ -88,7 +94,7 @@ signals:
     /// The map is to be moved on the paper: the place of the survey that was in its middle is to be
     /// that far from there, millimetres.
     void MapMoved(double right, double down);
-    /// A tool that changes the surface was used at a place of the survey.
+    /// A tool of clicks was used at a place of the survey.
     void Clicked(double x, double y);
     /// The line that is being drawn is whole; its last vertex is taken back.
     void LineEnded();

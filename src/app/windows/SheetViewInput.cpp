@@ -55,7 +55,7 @@ void SheetView::mousePressEvent(QMouseEvent* event) {
         drag_ = Drag{SheetTool::Pan, event->position(), event->position()};
     } else if (isLeft && tool_ == SheetTool::Measure && event->modifiers() == Qt::NoModifier) {
         MeasureAt(event->position());
-    } else if (isLeft && tool_ >= SheetTool::Select && event->modifiers() == Qt::NoModifier) {
+    } else if (isLeft && tool_ >= SheetTool::PlaceHeight && event->modifiers() == Qt::NoModifier) {
         measuresByKeys_ = false;
         ClickAt(event->position());
     } else if (isLeft) {
@@ -201,7 +201,7 @@ bool SheetView::TakeKey(const QKeyEvent& event) {
     case Qt::Key_Space:
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (tool_ >= SheetTool::Select) {
+        if (tool_ >= SheetTool::PlaceHeight) {
             return UseTool(event.key());
         }
         if (tool_ != SheetTool::Measure) {

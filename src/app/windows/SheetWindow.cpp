@@ -134,6 +134,9 @@ void SheetWindow::ConnectView() {
         ShowState();
     });
     tools_ = new SurfaceTools(state_, session_, *picSheet);
+    measuring_ = new MeasureTools(state_, session_, *picSheet);
+    connect(measuring_, &MeasureTools::Note, this,
+            [this](const QString& text) { status_.ShowNote(text); });
     connect(tools_, &SurfaceTools::Note, this,
             [this](const QString& text) { status_.ShowNote(text); });
     connect(picSheet, &SheetView::Measured, this, [this](const QString& text) {

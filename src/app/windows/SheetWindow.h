@@ -7,6 +7,7 @@
 
 #include "app/session/Session.h"
 #include "app/settings/ColourScheme.h"
+#include "app/windows/MeasureTools.h"
 #include "app/windows/SheetPanel.h"
 #include "app/windows/SheetStyleBox.h"
 #include "app/windows/SheetView.h"
@@ -42,6 +43,7 @@ public:
     [[nodiscard]] bool HasSheet() const { return picSheet->Scene() != nullptr; }
     [[nodiscard]] SheetView& View() { return *picSheet; }
     [[nodiscard]] SurfaceTools& Tools() { return *tools_; }
+    [[nodiscard]] MeasureTools& Measuring() { return *measuring_; }
 
     void Export();
     void Print();
@@ -104,6 +106,7 @@ private:
     QString trouble_;                // why there is no such sheet
     SheetView* picSheet = nullptr;
     SurfaceTools* tools_ = nullptr;
+    MeasureTools* measuring_ = nullptr;
     SheetPanel* pnlSheet = nullptr;
     SheetStyleBox* pnlStyles = nullptr;
     QLabel* lblSheet = nullptr;

@@ -45,11 +45,11 @@ SurfaceTools::SurfaceTools(const terravo::RunState& state, terravo::Session& ses
 }
 
 bool SurfaceTools::IsOne(SheetTool tool) {
-    return tool >= SheetTool::Select;
+    return tool >= SheetTool::Select && tool <= SheetTool::Hole;
 }
 
 bool SurfaceTools::DrawsLine(SheetTool tool) {
-    return tool >= SheetTool::Breakline;
+    return tool >= SheetTool::Breakline && tool <= SheetTool::Hole;
 }
 
 double SurfaceTools::Reach() const {

@@ -3,6 +3,7 @@
 #include "app/settings/WindowPosition.h"
 #include "app/windows/CheckWindow.h"
 #include "app/windows/EditMenu.h"
+#include "app/windows/MeasureDocuments.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SheetMenu.h"
 #include "app/windows/SheetWindow.h"
@@ -81,7 +82,8 @@ void frmOrografix::AddMainWindow(frmProve* window, const DocumentBox& box) {
     windowMenu_ = new WindowMenu(*area_, *places_, this);
     sheetMenu_ = new SheetMenu(this);
     editMenu_ = new EditMenu(window->TheSession(), this);
-    window->AddMenus(*menuBar(), editMenu_, sheetMenu_, windowMenu_);
+    measureMenu_ = new MeasureMenu(window->TheSession(), this);
+    window->AddMenus(*menuBar(), {editMenu_, sheetMenu_, measureMenu_, windowMenu_});
     // Without the close button: the window goes with the exit command and with its parent.
     mainFrame_ =
         area_->addSubWindow(window, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -164,9 +166,28 @@ void frmOrografix::ShowSheet() {
         connect(mainWindow_, &frmProve::PatchMade, sheet_, &SheetWindow::ShowPatch);
         sheetMenu_->SetWindow(sheet_);
         editMenu_->SetWindow(sheet_);
+        measureMenu_->SetWindow(sheet_);
+        if (measures_ != nullptr) {
+            measures_->SetSheet(sheet_);
+        }
         frame->show();
     }
     windowMenu_->Activate(*sheet_);
+}
+
+void frmOrografix::SetMeasures(MeasureDocuments* measures) {
+    measures_ = measures;
+    measures_->SetRoom({[this](QWidget* content, const DocumentKind& kind) {
+                            QMdiSubWindow* frame = AddDocument(content, kind);
+                            frame->show();
+                            return [this, frame, kind] { KeepPlace(frame, kind); };
+                        },
+                        [this](const QWidget& content) { windowMenu_->Activate(content); },
+                        [this] { ShowSheet(); }});
+    connect(measureMenu_, &MeasureMenu::Asked, measures_, &MeasureDocuments::Run);
+    connect(measures_, &MeasureDocuments::FrameChanged, measureMenu_, &MeasureMenu::Follow);
+    connect(mainWindow_, &frmProve::WorkEnded, measures_, &MeasureDocuments::Follow);
+    connect(mainWindow_, &frmProve::PatchMade, measures_, &MeasureDocuments::Follow);
 }
 
 QMdiSubWindow* frmOrografix::AddDocument(QWidget* content, const DocumentKind& kind) {

@@ -16,6 +16,8 @@
 
 class CheckWindow;
 class EditMenu;
+class MeasureDocuments;
+class MeasureMenu;
 class SheetMenu;
 class SheetWindow;
 class StatusPanel;
@@ -49,6 +51,9 @@ public:
     /// How the window of the sheet is made. To be called after SetView3D.
     void SetSheet(std::function<SheetWindow*()> make);
 
+    /// The windows of measuring become documents. To be called after SetSheet.
+    void SetMeasures(MeasureDocuments* measures);
+
     /// Shows the window as designed, minimised or maximised.
     void ShowIn(terravo::ParentState state);
 
@@ -58,13 +63,6 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    // What a document beside the map is called in the settings, and how large it should be.
-    struct DocumentKind {
-        const char* name;
-        QSize designed;
-        QSize useful;               // less is no use beside the map
-        bool isAtRightEdge = false; // over the map where there is no room beside it
-    };
     frm3D* View3DWindow(bool open);
     QMdiSubWindow* OpenView3D();
     void ShowCheck();
@@ -88,6 +86,8 @@ private:
     QPointer<SheetWindow> sheet_;
     EditMenu* editMenu_ = nullptr;
     SheetMenu* sheetMenu_ = nullptr;
+    MeasureMenu* measureMenu_ = nullptr;
+    MeasureDocuments* measures_ = nullptr;
     WindowMenu* windowMenu_ = nullptr;
     frmProve* mainWindow_ = nullptr;
     bool isAsking_ = false; // whether it may close

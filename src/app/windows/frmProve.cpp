@@ -9,6 +9,7 @@
 #include "app/windows/HelpWindow.h"
 #include "app/windows/LevelBox.h"
 #include "app/windows/LevelsDialog.h"
+#include "app/windows/MeasureMenu.h"
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SettingsDialog.h"
 #include "app/windows/SheetMenu.h"
@@ -119,7 +120,7 @@ QBoxLayout* frmProve::MakeOptionsColumn() {
     return column;
 }
 
-void frmProve::AddMenus(QMenuBar& menuBar, EditMenu* edit, SheetMenu* sheet, WindowMenu* windows) {
+void frmProve::AddMenus(QMenuBar& menuBar, const ParentMenus& others) {
     mnuFile = Named(menuBar.addMenu(QStringLiteral("&File")), "mnuFile");
     mnuLeggiDati = Named(mnuFile->addAction(QString()), "mnuLeggiDati");
     mnuLeggiDati->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
@@ -150,7 +151,7 @@ void frmProve::AddMenus(QMenuBar& menuBar, EditMenu* edit, SheetMenu* sheet, Win
         }
     }
     mnuRecenti[0]->setEnabled(false);
-    mnuEdit = edit;
+    mnuEdit = others.edit;
     menuBar.addMenu(mnuEdit);
     mnuSurvey = Named(menuBar.addMenu(QString()), "mnuSurvey");
     mnuCheck = Named(mnuSurvey->addAction(QString()), "mnuCheck");
@@ -166,9 +167,11 @@ void frmProve::AddMenus(QMenuBar& menuBar, EditMenu* edit, SheetMenu* sheet, Win
     mnuExact->setCheckable(true);
     mnuFreeLists = Named(mnuSurvey->addAction(QString()), "mnuFreeLists");
     mnuFreeLists->setCheckable(true);
-    mnuSheet = sheet;
+    mnuSheet = others.sheet;
     menuBar.addMenu(mnuSheet);
-    mnuWindow = windows;
+    mnuMeasures = others.measure;
+    menuBar.addMenu(mnuMeasures);
+    mnuWindow = others.windows;
     menuBar.addMenu(mnuWindow);
     mnuQM = Named(menuBar.addMenu(QStringLiteral("&?")), "mnuQM");
     mnuHelp = Named(mnuQM->addAction(QString()), "mnuHelp");
@@ -248,6 +251,7 @@ void frmProve::SetCaptions() {
     mnuEdit->SetCaptions(state_);
     SetSurfaceCaptions();
     mnuSheet->SetCaptions(state_);
+    mnuMeasures->SetCaptions(state_);
     mnuWindow->SetCaptions(state_);
     mnuHelp->setText(text(Text::Help));
     mnuSettings->setText(text(Text::Settings));
@@ -324,6 +328,7 @@ void frmProve::SetResultViewsVisible(bool visible) {
     mnuPrint->setEnabled(visible);
     mnuEdit->SetPossible(visible);
     mnuSheet->SetPossible(visible);
+    mnuMeasures->SetPossible(visible);
     mnuWindow->SetView3DPossible(visible);
     frm3D* view = view3D ? view3D(false) : nullptr;
     if (view != nullptr) {

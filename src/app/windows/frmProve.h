@@ -22,6 +22,7 @@ class EditMenu;
 class GradientButton;
 class HelpWindow;
 class LevelBox;
+class MeasureMenu;
 class SheetMenu;
 class QBoxLayout;
 class QMenuBar;
@@ -37,10 +38,16 @@ class frmProve : public QWidget, public terravo::MainView {
 public:
     frmProve(terravo::RunState& state, terravo::Session& session, StatusPanel& status);
 
-    /// Puts this window's menus into the parent's menu bar, and among them those of the sheet and
-    /// of the windows.
-    /// @param edit, sheet, windows  of the parent, which lives as long as this window.
-    void AddMenus(QMenuBar& menuBar, EditMenu* edit, SheetMenu* sheet, WindowMenu* windows);
+    /// Menus of the parent, which lives as long as this window.
+    struct ParentMenus {
+        EditMenu* edit = nullptr;
+        SheetMenu* sheet = nullptr;
+        MeasureMenu* measure = nullptr;
+        WindowMenu* windows = nullptr;
+    };
+
+    /// Puts this window's menus into the parent's menu bar, and among them those of the parent.
+    void AddMenus(QMenuBar& menuBar, const ParentMenus& others);
     [[nodiscard]] terravo::Session& TheSession() { return session_; }
 
     /// The captions that the text table gives.
@@ -173,6 +180,7 @@ private:
     QMenu* mnuSurvey = nullptr;
     EditMenu* mnuEdit = nullptr;
     SheetMenu* mnuSheet = nullptr;
+    MeasureMenu* mnuMeasures = nullptr;
     WindowMenu* mnuWindow = nullptr;
     QMenu* mnuQM = nullptr;
     QAction* mnuLeggiDati = nullptr;

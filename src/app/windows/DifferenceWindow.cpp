@@ -1,0 +1,99 @@
+#include "app/windows/DifferenceWindow.h"
+
+#include "app/windows/Controls.h"
+#include "app/windows/SchemeStyle.h"
+#include "export/SheetExport.h"
+#include "export/SheetPainter.h"
+#include "survey/SurfaceHeight.h"
+#include "util/AppError.h"
+#include "util/NumberText.h"
+
+#include <QBoxLayout>
+#include <QCloseEvent>
+
+using terravo::Text;
+
+DifferenceWindow::DifferenceWindow(const terravo::RunState& state, terravo::Session& session,
+                                   const terravo::ColourScheme& scheme)
+    : state_(state), session_(session) {
+    setObjectName(QStringLiteral("DifferenceWindow"));
+    setWindowTitle(Caption(state_, Text::DifferenceTitle));
+    MakeControls();
+    ApplyColourScheme(*this, scheme);
+}
+
+void DifferenceWindow::MakeControls() {
+    picDifference = Named(new SheetView(this), "picDifference");
+    picDifference->setAccessibleName(windowTitle());
+    lblDifference = Named(new QLabel(QStringLiteral(" "), this), "lblDifference");
+    cmdExport = Named(new QPushButton(Caption(state_, Text::SectionExport), this), "cmdExport");
+    cmdExportVector = Named(new QPushButton(Caption(state_, Text::MeasureExportDifference), this),
+                            "cmdExportVector");
+    connect(picDifference, &SheetView::PointerMoved, this, &DifferenceWindow::ShowPointer);
+    connect(picDifference, &SheetView::PointerLeft, this,
+            [this] { lblDifference->setText(QStringLiteral(" ")); });
+    connect(cmdExport, &QPushButton::clicked, this, &DifferenceWindow::Export);
+    connect(cmdExportVector, &QPushButton::clicked, this, &DifferenceWindow::ExportAsked);
+    auto* row = new QHBoxLayout;
+    row->addWidget(cmdExport);
+    row->addWidget(cmdExportVector);
+    row->addStretch(1);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(picDifference, 1);
+    layout->addWidget(lblDifference);
+    layout->addLayout(row);
+}
+
+void DifferenceWindow::Show(terravo::DifferenceSurface difference) {
+    difference_ = std::move(difference);
+    triangle_ = 1;
+    const terravo::SheetTextMeasure measure;
+    std::optional<terravo::DifferencePicture> sheet =
+        session_.MakeDifferenceSheet(difference_, measure);
+    if (!sheet) {
+        picDifference->Show(nullptr, {});
+        return;
+    }
+    picDifference->Show(std::make_shared<const terravo::SheetScene>(std::move(sheet->scene)),
+                        sheet->view);
+}
+
+void DifferenceWindow::ShowPointer(double x, double y) {
+    const std::optional<double> height =
+        terravo::SurfaceHeight(difference_.points, difference_.triangles, {x, y}, triangle_);
+    const auto number = [this](double value) {
+        return ToQString(
+            terravo::NumberText::FormatScreen(value, "#0.000", state_.decimalSeparator));
+    };
+    QString text = QStringLiteral("x: ") + number(x) + QStringLiteral("   y: ") + number(y);
+    if (height) {
+        text += QStringLiteral("   ") + Caption(state_, Text::MeasureDifference) +
+                QStringLiteral(": ") + number(*height) + QStringLiteral(" m");
+    }
+    lblDifference->setText(text);
+}
+
+void DifferenceWindow::Export() {
+    const std::shared_ptr<const terravo::SheetScene> scene = picDifference->SharedScene();
+    if (!scene) {
+        return;
+    }
+    session_.ExportPicture(
+        "difference",
+        [&](const std::string& path) {
+            const std::optional<terravo::PictureKind> kind = terravo::PictureKindOf(path);
+            if (!kind) {
+                throw terravo::AppError(terravo::ErrorNumber::kDeviceIo, path,
+                                        path + ": " + state_.texts[Text::UnknownPictureKind]);
+            }
+            terravo::SheetFileWish wish;
+            wish.title = state_.texts[Text::DifferenceTitle];
+            terravo::WriteSheet(path, *kind, *scene, wish);
+        },
+        "pdf");
+}
+
+void DifferenceWindow::closeEvent(QCloseEvent* event) {
+    emit Closing();
+    event->accept();
+}

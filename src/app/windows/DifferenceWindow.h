@@ -1,0 +1,49 @@
+// The window of the difference of two surveys: a sheet of its own, with its legend.
+//
+// Data: the difference surface and the sheet made of it. Method: it is made once, when it is asked
+// for, and stays what it was; the pointer says the difference at its place.
+#pragma once
+
+#include "app/session/Session.h"
+#include "app/settings/ColourScheme.h"
+#include "app/windows/SheetView.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QWidget>
+
+#include <optional>
+
+class DifferenceWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    DifferenceWindow(const terravo::RunState& state, terravo::Session& session,
+                     const terravo::ColourScheme& scheme);
+
+    void Show(terravo::DifferenceSurface difference);
+    [[nodiscard]] SheetView& View() { return *picDifference; }
+
+signals:
+    /// The window closes; its place is to be kept.
+    void Closing();
+    /// A file for CAD and GIS is wanted.
+    void ExportAsked();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void MakeControls();
+    void Export();
+    void ShowPointer(double x, double y);
+
+    const terravo::RunState& state_;
+    terravo::Session& session_;
+    terravo::DifferenceSurface difference_;
+    terravo::Index triangle_ = 1; // where the pointer was
+    SheetView* picDifference = nullptr;
+    QLabel* lblDifference = nullptr;
+    QPushButton* cmdExport = nullptr;
+    QPushButton* cmdExportVector = nullptr;
+};
