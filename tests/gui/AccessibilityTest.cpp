@@ -235,7 +235,6 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     measures.AddControls(MeasureWindow(state, *session, measured, scheme));
     section.AddControls(SectionWindow(state, *session, scheme));
     difference.AddControls(DifferenceWindow(state, *session, scheme));
-    Letters{"cross-sections", {}}.AddControls(CrossDialog(state, {5, 20, {}}, 0, false));
     frm3D view(state, messages, scheme);
     idle.AddControls(view);
     Letters rotating{"rotating", {}};

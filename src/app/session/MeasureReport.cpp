@@ -304,7 +304,11 @@ std::string TextOf(const MeasureReport& report) {
         text += name + ": " + value + "\n";
     }
     const std::vector<std::size_t> widths = WidthsOf(report);
-    AppendLine(text, HeadingsOf(report), widths);
+    std::vector<MeasureCell> headings = HeadingsOf(report);
+    for (std::size_t i = 0; i < headings.size() && !report.rows.empty(); ++i) {
+        headings[i].number = report.rows.front()[i].number; // aligned like what is below
+    }
+    AppendLine(text, headings, widths);
     for (const std::vector<MeasureCell>& row : report.rows) {
         AppendLine(text, row, widths);
     }

@@ -21,9 +21,9 @@ TEST(MeasureReport, TextIsAlignedAndCsvHasEveryDigit) {
                    {{"Net", {}}, {"-10.000", -10}, {"m³", {}}}};
     report.remark = "A remark.";
     EXPECT_EQ(TextOf(report), "Title\nSurvey: a, b.csv\n"
-                              "What             Value  Unit\n"
+                              "What              Value  Unit\n"
                               "Area \"in plan\"    1.333  m²\n"
-                              "Net            -10.000  m³\nA remark.\n");
+                              "Net             -10.000  m³\nA remark.\n");
     EXPECT_EQ(CsvOf(report), "What,Value,Unit\nSurvey,\"a, b.csv\",\n"
                              "\"Area \"\"in plan\"\"\",1.3333333333333333,m²\nNet,-10,m³\n");
 }
