@@ -50,6 +50,9 @@ void MeasureWindow::MakeControls() {
     splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 3);
     splitter->setChildrenCollapsible(false);
+    constexpr int kRows = 3; // of the list, at least
+    lstMeasures->setMinimumHeight(kRows * lstMeasures->fontMetrics().lineSpacing());
+    splitter->setSizes({lstMeasures->minimumHeight() * 2, height()});
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lblNothing);
     layout->addWidget(splitter, 1);

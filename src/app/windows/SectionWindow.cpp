@@ -11,12 +11,15 @@
 #include <QCloseEvent>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 using terravo::PlanPoint;
 using terravo::SectionFigures;
 using terravo::Text;
 
 namespace {
 
+constexpr int kSoonMilliseconds = 60; // after the last change of the size
 constexpr double kExaggerations[] = {1, 2, 5, 10, 20, 50, 100};
 
 // Millimetres of the paper as places of a map, whose y goes up.
@@ -34,6 +37,9 @@ SectionWindow::SectionWindow(const terravo::RunState& state, terravo::Session& s
     MakeControls();
     ApplyColourScheme(*this, scheme);
     ConnectControls();
+    soon_.setSingleShot(true);
+    soon_.setInterval(kSoonMilliseconds);
+    connect(&soon_, &QTimer::timeout, this, &SectionWindow::Draw);
     ListSections();
     Draw();
 }
@@ -167,6 +173,43 @@ std::optional<double> SectionWindow::Datum() const {
     return cmbShown->currentIndex() > 0 ? datum_ : std::nullopt;
 }
 
+// As large as it is looked at, so that its texts can be read.
+terravo::PaperSize SectionWindow::PaperOfView() const {
+    constexpr double kMillimetresPerInch = 25.4;
+    constexpr double kLeast = 55; // smaller, the legend leaves no room
+    constexpr double kMost = 2000;
+    const double perPixel = kMillimetresPerInch / picSection->logicalDpiX();
+    const auto length = [&](int pixels) { return std::clamp(pixels * perPixel, kLeast, kMost); };
+    return {"", length(picSection->width()), length(picSection->height())};
+}
+
+// @param paper  its width is across.
+terravo::SectionSheet SectionWindow::MakeSheet(const SectionFigures& shown,
+                                               const terravo::PaperSize& paper) const {
+    terravo::SectionPlan plan;
+    plan.paper = {paper.name, std::min(paper.width, paper.height),
+                  std::max(paper.width, paper.height)};
+    plan.landscape = paper.width >= paper.height;
+    if (cmbExaggeration->currentIndex() > 0) {
+        plan.exaggeration = cmbExaggeration->currentData().toDouble();
+    }
+    const terravo::Survey* second = session_.Measures().Second();
+    terravo::SectionSource source{shown.first};
+    source.firstName = session_.Points().sourceName;
+    if (shown.second && second != nullptr) {
+        source.second = &*shown.second;
+        source.secondName = second->Points().sourceName;
+    }
+    source.datum = Datum();
+    source.areas = shown.areas;
+    source.bends = terravo::BendsOf(shown.line);
+    if (cmbShown->currentIndex() > 0) {
+        source.station = shown.station;
+    }
+    const terravo::SheetTextMeasure measure;
+    return MakeSectionSheet(plan, source, {state_.texts, measure, state_.decimalSeparator});
+}
+
 void SectionWindow::Draw() {
     const SectionFigures* shown = Shown();
     for (QWidget* control :
@@ -178,37 +221,20 @@ void SectionWindow::Draw() {
     if (shown == nullptr) {
         picSection->Show(nullptr, {});
         lblVolumes->clear();
-        lblVolumes->hide();
-        emit ShownChanged();
-        return;
+    } else {
+        terravo::SectionSheet sheet = MakeSheet(*shown, PaperOfView());
+        place_ = sheet.view;
+        picSection->Show(std::make_shared<const terravo::SheetScene>(std::move(sheet.scene)),
+                         PaperAsMap());
+        lblVolumes->setText(TextOfVolumes(*shown));
     }
-    terravo::SectionPlan plan;
-    plan.landscape = true;
-    if (cmbExaggeration->currentIndex() > 0) {
-        plan.exaggeration = cmbExaggeration->currentData().toDouble();
-    }
-    const terravo::Survey* second = session_.Measures().Second();
-    terravo::SectionSource source{shown->first};
-    source.firstName = session_.Points().sourceName;
-    if (shown->second && second != nullptr) {
-        source.second = &*shown->second;
-        source.secondName = second->Points().sourceName;
-    }
-    source.datum = Datum();
-    source.areas = shown->areas;
-    source.bends = terravo::BendsOf(shown->line);
-    if (cmbShown->currentIndex() > 0) {
-        source.station = shown->station;
-    }
-    const terravo::SheetTextMeasure measure;
-    terravo::SectionSheet sheet =
-        terravo::MakeSectionSheet(plan, source, {state_.texts, measure, state_.decimalSeparator});
-    place_ = sheet.view;
-    picSection->Show(std::make_shared<const terravo::SheetScene>(std::move(sheet.scene)),
-                     PaperAsMap());
-    lblVolumes->setText(TextOfVolumes(*shown));
     lblVolumes->setVisible(!lblVolumes->text().isEmpty());
     emit ShownChanged();
+}
+
+void SectionWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    soon_.start();
 }
 
 QString SectionWindow::Number(double value) const {
@@ -290,10 +316,12 @@ void SectionWindow::MarkStation(std::optional<double> station) {
 }
 
 void SectionWindow::Export() {
-    const std::shared_ptr<const terravo::SheetScene> scene = picSection->SharedScene();
-    if (!scene) {
+    const SectionFigures* shown = Shown();
+    if (shown == nullptr) {
         return;
     }
+    const terravo::PaperSize a4 = terravo::PaperSizes()[0];
+    const terravo::SheetScene scene = MakeSheet(*shown, {a4.name, a4.height, a4.width}).scene;
     session_.ExportPicture(
         "section",
         [&](const std::string& path) {
@@ -305,7 +333,7 @@ void SectionWindow::Export() {
             terravo::SheetFileWish wish;
             wish.title =
                 state_.texts[Text::SectionWindowTitle] + " " + session_.Points().sourceName;
-            terravo::WriteSheet(path, *kind, *scene, wish);
+            terravo::WriteSheet(path, *kind, scene, wish);
         },
         "pdf");
 }

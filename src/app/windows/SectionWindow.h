@@ -1,7 +1,8 @@
 // The window of sections: the profile along the line that was drawn, and those across it.
 //
 // Data: the figures of the section and of its cross-sections; the sheet of the one that is shown.
-// Method: the sheet is made by the same code as for a file and lies in the same view as the map's.
+// Method: the sheet is made by the same code as for a file and lies in the same view as the map's,
+// on a paper as large as the view.
 // The pointer over it says station and heights, and is told as a place of the survey; a place near
 // the line is shown as a station.
 #pragma once
@@ -14,6 +15,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 
 #include <optional>
@@ -60,6 +62,7 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void MakeControls();
@@ -67,6 +70,9 @@ private:
     void ConnectControls();
     void ListSections();
     void Draw();
+    [[nodiscard]] terravo::PaperSize PaperOfView() const;
+    [[nodiscard]] terravo::SectionSheet MakeSheet(const terravo::SectionFigures& shown,
+                                                  const terravo::PaperSize& paper) const;
     void ShowPointer(double x, double y);
     void Export();
     void SaveCsv();
@@ -83,6 +89,7 @@ private:
     std::optional<double> datum_; // of the cross-sections
     terravo::SectionView place_;  // of the one that is shown
     bool isStale_ = false;
+    QTimer soon_;
     SheetView* picSection = nullptr;
     QComboBox* cmbShown = nullptr;
     QComboBox* cmbExaggeration = nullptr;
