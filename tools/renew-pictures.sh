@@ -19,3 +19,8 @@ build/release/bin/terravo-batch --quiet --dpi 110 --title Volcano --interval 10 
     --sheet docs/pictures/sheet-volcano.png samples/volcano.dat
 build/release/bin/terravo-batch --quiet --dpi 110 --title Volcano --interval 5 --scale 4000 --smooth 0.25 \
     --sheet docs/pictures/sheet-volcano-5m.png samples/volcano.dat
+yard=(--quiet --dpi 110 --boundary samples/site/boundary.txt --volume-to samples/site/levelled.csv)
+build/release/bin/terravo-batch "${yard[@]}" --difference-sheet docs/pictures/measure-difference.png \
+    samples/site/points.csv
+build/release/bin/terravo-batch "${yard[@]}" --section 691010,5335026,691070,5335026 \
+    --section-picture docs/pictures/measure-section.png samples/site/points.csv

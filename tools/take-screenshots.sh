@@ -30,3 +30,22 @@ in_map=(mousemove 80 500 click 1 sleep 0.3)
 shoot window-lines.png samples/davis_hills.dat "${in_map[@]}" key --delay 300 alt+v alt+p
 shoot window-areas.png samples/volcano.dat "${in_map[@]}" key --delay 300 alt+a
 shoot window-3d.png samples/davis_hills.dat key --delay 300 alt+r sleep 4
+
+# Measuring: the sheet with a section, its window, and a comparison.
+printf '[PosizioniForms]\n' >"$base/config/Terravo Vortak.ini"
+place() { # NAME LEFT TOP WIDTH HEIGHT, pixels
+    printf '%s_Left=%d\n%s_Top=%d\n%s_Width=%d\n%s_Height=%d\n' "$1" $(($2 * 15)) "$1" $(($3 * 15)) \
+        "$1" $(($4 * 15)) "$1" $(($5 * 15)) >>"$base/config/Terravo Vortak.ini"
+}
+place frmProve 0 430 620 290
+place frm3D 0 430 620 290
+place SheetWindow 0 0 620 430
+place SectionWindow 620 0 640 360
+place MeasureWindow 620 360 640 360
+printf '[Opening]\nWindows=sheet\n' >>"$base/config/Terravo Vortak.ini"
+site=$PWD/samples/site
+shoot window-measure.png samples/site/points.csv \
+    key alt+s sleep 1 key u sleep 3 type --args 1 "$site/boundary.txt" key Return sleep 2 \
+    key alt+u sleep 1 key c sleep 3 type --args 1 "$site/levelled.csv" key Return sleep 2 \
+    key alt+0 sleep 0.5 mousemove 88 280 click 1 sleep 0.3 mousemove 149 280 click 1 key Return sleep 1 \
+    mousemove 850 12
