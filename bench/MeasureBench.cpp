@@ -1,8 +1,8 @@
 // What is measured of surfaces: areas, volumes, differences, profiles.
 //
 // Data: scattered points at a density that stays the same, and the same turned half about, so that
-// no triangle meets its like. Method: from the finished triangulations on, by the clock on the wall;
-// the triangulation of one of the two is timed beside, and the number of faces is reported.
+// no triangle meets its like. Method: from the finished triangulations on, by the clock on the
+// wall; the triangulation of one of the two is timed beside, and the number of faces is reported.
 #include "BenchData.h"
 #include "BenchRun.h"
 #include "analysis/AreaFigures.h"
@@ -42,8 +42,7 @@ const Pair& KeptPair(Index count) {
         const PointSet other = TurnedAbout(points);
         const PlanPoint origin = LocalOrigin(points.extentX, points.extentY);
         pair = std::make_unique<Pair>(
-            Pair{points,
-                 MeasureFrom(origin, points, TriangulatePoints(PlanOf(points)).triangles),
+            Pair{points, MeasureFrom(origin, points, TriangulatePoints(PlanOf(points)).triangles),
                  MeasureFrom(origin, other, TriangulatePoints(PlanOf(other)).triangles)});
     }
     return *pair;

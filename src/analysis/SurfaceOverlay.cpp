@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
+#include <limits>
 #include <thread>
 
 namespace terravo {
@@ -78,7 +80,8 @@ double HeightAt(const Corners& triangle, const std::array<int, 3>& signs, PlanPo
 class Overlay {
 public:
     Overlay(const MeasuredSurface& first, const MeasuredSurface& second)
-        : first_(first), second_(second), signs_(PlacesOfBoth(first, second)), tree_(second),
+        : first_(first), second_(second), placeRounding_(PlaceRounding(first.origin)),
+          signs_(PlacesOfBoth(first, second)), tree_(second),
           isUpright_(static_cast<std::size_t>(second.triangles.count)) {
         for (Index t = 1; t <= second.triangles.count; ++t) {
             isUpright_[static_cast<std::size_t>(t) - 1] = IsUpright(CornersOf(second, t));
@@ -132,7 +135,11 @@ private:
         face.second = u;
         face.count = overlap.count;
         for (std::size_t k = 0; k < overlap.count; ++k) {
-            face.all[k] = CornerOf(overlap.corners[k], first, firstSigns, second, secondSigns);
+            FaceCorner& corner = face.all[k];
+            corner = CornerOf(overlap.corners[k], first, firstSigns, second, secondSigns);
+            if (std::fabs(corner.first - corner.second) <= placeRounding_) {
+                corner.second = corner.first;
+            }
         }
         sink(face);
     }
@@ -157,8 +164,17 @@ private:
         return {PlanOf(at), at.z, HeightOnSide(b.from, b.to, PlanOf(at)), name};
     }
 
+    // Corners that lines have made in a surface are rounded where the surface is: so much their
+    // heights may be off on slopes, and no ground has changed by less.
+    [[nodiscard]] static double PlaceRounding(PlanPoint origin) {
+        constexpr double kSteep = 4;
+        return kSteep * std::numeric_limits<double>::epsilon() *
+               std::max(std::fabs(origin.x), std::fabs(origin.y));
+    }
+
     const MeasuredSurface& first_;
     const MeasuredSurface& second_;
+    double placeRounding_;
     ExactSigns signs_;
     TriangleTree tree_;
     std::vector<char> isUpright_; // of the second's triangles
