@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs the benchmarks and prints their tables.
 #
-# usage: bench/run.sh [read] [triangulate] [check] [cut] [draw] [export] [measure] [print] [sheet] [smooth] [surface] [vector] [view] [road]
+# usage: bench/run.sh [read] [triangulate] [check] [cut] [draw] [export] [measure] [print] [sheet] [smooth] [surface] [terrain] [vector] [view] [road]
 # Without a subject all of them are run.
 # Installs what is missing from Debian's packages first, as root or through sudo. JOBS=N in the
 # environment limits the build to N jobs. Results stay in build/bench/results.
@@ -9,10 +9,10 @@ set -euo pipefail
 cd -- "$(dirname -- "$(realpath -- "${BASH_SOURCE[0]}")")/.."
 source tools/setup.sh
 
-[ $# -gt 0 ] || set -- read triangulate check cut draw export measure print sheet smooth surface vector view road
+[ $# -gt 0 ] || set -- read triangulate check cut draw export measure print sheet smooth surface terrain vector view road
 for subject in "$@"; do
     case $subject in
-    read | triangulate | check | cut | draw | export | measure | print | sheet | smooth | surface | vector | view | road) ;;
+    read | triangulate | check | cut | draw | export | measure | print | sheet | smooth | surface | terrain | vector | view | road) ;;
     *)
         echo "run.sh: no benchmark is named \"$subject\"" >&2
         exit 2

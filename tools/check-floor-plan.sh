@@ -18,7 +18,7 @@ sheet util triangulation survey plot2d contour analysis
 export util triangulation survey plot2d contour analysis sheet
 gis util triangulation survey plot2d contour export
 exchange util triangulation survey plot2d contour sheet export gis
-view3d util triangulation survey plot2d
+view3d util triangulation survey plot2d contour sheet
 app/settings util plot2d sheet export exchange
 app/project util triangulation survey plot2d contour sheet gis app/settings
 app/session util triangulation survey plot2d contour analysis sheet export exchange gis view3d app/settings app/project

@@ -26,7 +26,7 @@ ensure_packages() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
 }
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libpng-dev libfontconfig-dev libexpat1-dev
+build_packages=(g++ cmake ninja-build qt6-base-dev libqt6opengl6-dev libepoxy-dev libegl1 libgl1-mesa-dri pkg-config libpng-dev libfontconfig-dev libexpat1-dev
     libsimdjson-dev libgdal-dev fonts-liberation qt6-translations-l10n)
 test_packages=(libgtest-dev libgmp-dev clang-format clang-tidy xvfb openbox xclip xdotool x11-utils desktop-file-utils
     appstream shared-mime-info libglib2.0-bin bash-completion man-db mandoc bsdextrautils

@@ -1,0 +1,46 @@
+// All that is drawn of a terrain, ready for graphics.
+//
+// Data: the mesh, its coarse mesh, segments of lines with their colour and width, the survey points
+// among the vertices. Method: made once for a surface and its contours; plan and camera only choose
+// from it.
+#pragma once
+
+#include "contour/ContourSet.h"
+#include "plot2d/Colour.h"
+#include "survey/Survey.h"
+#include "view3d/terrain/TerrainMesh.h"
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+namespace terravo {
+
+struct TerrainSegment {
+    std::array<float, 3> from{};
+    std::array<float, 3> to{};
+};
+
+enum class TerrainLine : unsigned char { Contour, IndexContour, Breakline, Rim };
+inline constexpr std::size_t kTerrainLines = 4;
+
+struct TerrainContent {
+    TerrainFrame frame;
+    TerrainMesh mesh;
+    std::vector<std::uint32_t> coarse; // corners; empty: the mesh is drawn whole in motion too
+    std::vector<std::uint32_t> points; // vertices that are survey points of a visible triangle
+    double usualSide = 0;              // about the length of the triangles' sides, in plan
+    std::array<std::vector<TerrainSegment>, kTerrainLines> lines;
+
+    [[nodiscard]] const std::vector<TerrainSegment>& Lines(TerrainLine kind) const {
+        return lines[static_cast<std::size_t>(kind)];
+    }
+};
+
+/// @param surface   with triangles.
+/// @param contours  of the surface, may be empty.
+/// @param isIndex   of a level by its number.
+TerrainContent MakeTerrainContent(const ShownSurface& surface, const ContourSet& contours,
+                                  const std::function<bool(Index level)>& isIndex);
+
+} // namespace terravo
