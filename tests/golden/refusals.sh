@@ -200,6 +200,13 @@ section-picture takes a PDF, SVG or PNG|--section 1,2,3,4 --section-picture out/
 exaggeration is for --section-picture|--section 1,2,3,4 --exaggeration 5
 exaggeration takes a factor above 0|--section 1,2,3,4 --section-picture out/s.svg --exaggeration 0
 difference-sheet needs a second survey|--difference-sheet out/d.pdf
+terrain is written as PNG|--terrain out/t.jpg
+view means nothing without|--view 1,2
+colour means nothing without|--colour slope
+view takes an azimuth|--terrain out/t.png --view 20
+view takes an azimuth|--terrain out/t.png --view 20,95
+colour takes height, slope, aspect|--terrain out/t.png --colour red
+exaggeration takes a factor from|--terrain out/t.png --exaggeration 0
 difference needs a second survey|--difference out/d.dxf
 difference takes a file whose name ends in dxf, xml|--volume-to points --difference out/d.dat
 stl can hold none of "labels"|--volume-to points --difference out/d.stl --content labels

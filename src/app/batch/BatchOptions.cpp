@@ -127,6 +127,7 @@ struct Options {
     ExchangeOptions exchange;
     SmoothOptions smooth;
     MeasureOptions measure;
+    TerrainOptions terrain;
 
     void AddTo(QCommandLineParser& parser) const {
         import.AddTo(parser);
@@ -137,6 +138,7 @@ struct Options {
         exchange.AddTo(parser);
         smooth.AddTo(parser);
         measure.AddTo(parser);
+        terrain.AddTo(parser);
         parser.addOptions({out,           map,        segments, mesh,      qrzTriangles, qrzLevels,
                            view3D,        view3DKind, surface,  theta,     alfa,         rayx,
                            blackAndWhite, mode,       labels,   triangles, perimeter,    size,
@@ -326,6 +328,17 @@ void ParseVectors(const QCommandLineParser& parser, const Options& known, BatchO
     }
 }
 
+void ParseTerrain(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
+    const QCommandLineOption& exaggeration = known.measure.Exaggeration();
+    options.terrain = known.terrain.Parse(parser, exaggeration);
+    options.terrain.plan.triangles = options.map.showTriangles;
+    if (parser.isSet(exaggeration) && options.terrain.file.empty() &&
+        options.measure.sectionPicture.empty()) {
+        throw UsageError(
+            QStringLiteral("--exaggeration is for --section-picture FILE and --terrain FILE."));
+    }
+}
+
 BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known) {
     BatchOptions options;
     const QStringList files = parser.positionalArguments();
@@ -361,6 +374,7 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     ParseOutputs(parser, known, options);
     ParseSheets(parser, known, options);
     ParseVectors(parser, known, options);
+    ParseTerrain(parser, known, options);
     options.smooth = known.smooth.Parse(parser, !options.sheet.file.empty(), options.exchange);
     options.sheet.plan.smoothing = options.smooth.options;
     options.exchange.wish.smoothing = options.smooth.options;
@@ -374,8 +388,9 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
 
 std::vector<std::string> BatchOptions::Outputs() const {
     std::vector<std::string> outputs;
-    for (const std::string& file : {mapFile, segmentsFile, meshFile, qrzTrianglesFile,
-                                    qrzLevelsFile, view3DFile, sheet.file, measure.sectionTable}) {
+    for (const std::string& file :
+         {mapFile, segmentsFile, meshFile, qrzTrianglesFile, qrzLevelsFile, view3DFile,
+          terrain.file, sheet.file, measure.sectionTable}) {
         if (!file.empty()) {
             outputs.push_back(file);
         }

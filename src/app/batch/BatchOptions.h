@@ -11,6 +11,7 @@
 #include "app/batch/SheetOptions.h"
 #include "app/batch/SmoothOptions.h"
 #include "app/batch/SurfaceOptions.h"
+#include "app/batch/TerrainOptions.h"
 #include "app/session/ContourMap.h"
 #include "export/PictureExport.h"
 #include "survey/check/SurveyCheck.h"
@@ -55,6 +56,7 @@ struct BatchOptions {
     ExchangeCall exchange; // its wish has the smoothing, too
     SmoothCall smooth;
     MeasureCall measure;
+    TerrainCall terrain;
     ImportCall import;
     GisPlan gis; // of a file that goes through GDAL
     SurfaceCall surface;

@@ -9,6 +9,7 @@
 #include "app/batch/RunMessages.h"
 #include "app/batch/SmoothReport.h"
 #include "app/batch/SurfaceInput.h"
+#include "app/batch/TerrainDrawing.h"
 #include "app/batch/View3DInput.h"
 #include "app/session/SheetMaker.h"
 #include "app/settings/Language.h"
@@ -123,6 +124,7 @@ private:
     void DrawView3DOn(DrawSurface& surface, AxonometricView& view);
     template <class Drawing>
     void WriteVector(const std::string& file, const std::string& title, Drawing draw);
+    void DrawTerrainPicture();
     void DrawSheet();
     void WriteExchange();
     void CountWhatWasMade();
@@ -136,7 +138,8 @@ private:
     void WriteLevels(const OutputTarget& target) const;
     void ThrowMessage();
     [[nodiscard]] bool IsSheetAlone() const {
-        return !options_.sheet.file.empty() && options_.exchange.files.empty() && !MapIsWanted();
+        return (!options_.sheet.file.empty() || !options_.terrain.file.empty()) &&
+               options_.exchange.files.empty() && !MapIsWanted();
     }
     // A run without any output draws the map all the same: the summary tells of it.
     [[nodiscard]] bool MapIsWanted() const {
@@ -170,10 +173,12 @@ private:
     OutputGroup files_;
     QImage picture_;
     QImage viewPicture_;
+    QImage terrainPicture_;
     // Why something could not be drawn.
     std::optional<std::string> mapFailure_;
     std::optional<std::string> segmentFailure_;
     std::optional<std::string> viewFailure_;
+    std::optional<std::string> terrainFailure_;
     BatchFigures figures_;
 };
 
@@ -275,12 +280,19 @@ std::optional<std::string> BatchRun::FailureOf(Drawing draw) {
 void BatchRun::Draw() {
     if (SegmentsAreWanted()) {
         DrawMapAndSegments();
-    } else if (MapIsWanted() || (options_.sheet.file.empty() && options_.exchange.files.empty())) {
+    } else if (MapIsWanted() || (options_.sheet.file.empty() && options_.terrain.file.empty() &&
+                                 options_.exchange.files.empty())) {
         DrawMapPicture({});
     }
     if (!options_.view3DFile.empty()) {
         Stopwatch watch;
         viewFailure_ = FailureOf([this] { DrawView3D(); });
+        figures_.milliseconds.draw += watch.Lap() * 1e3;
+    }
+    if (!options_.terrain.file.empty()) {
+        Stopwatch watch;
+        terrainFailure_ = FailureOf([this] { DrawTerrainPicture(); });
+        EndWhenStopped();
         figures_.milliseconds.draw += watch.Lap() * 1e3;
     }
     if (!options_.sheet.file.empty()) {
@@ -289,6 +301,19 @@ void BatchRun::Draw() {
         figures_.milliseconds.draw += watch.Lap() * 1e3;
     }
     CountWhatWasMade();
+}
+
+// A surface without relief has no contours.
+void BatchRun::DrawTerrainPicture() {
+    const LevelRule rule = SheetLevels();
+    if (FaultOf(rule, survey_.ShownPoints().extentZ) == LevelFault::None &&
+        !contours_.Prepare(rule, stop_)) {
+        return;
+    }
+    TerrainDrawing drawing =
+        DrawTerrain(options_.terrain, contours_, rule, options_.width, options_.height, state_);
+    terrainPicture_ = std::move(drawing.picture);
+    figures_.terrain = drawing.figures;
 }
 
 void BatchRun::DrawSheet() {
@@ -491,6 +516,7 @@ void BatchRun::Deliver() {
     measure_.Deliver(state_, files_, figures_.files, stop_);
     DeliverPicture(options_.mapFile, picture_, mapFailure_);
     DeliverPicture(options_.view3DFile, viewPicture_, viewFailure_);
+    DeliverPicture(options_.terrain.file, terrainPicture_, terrainFailure_);
     if (IsDrawn(options_.segmentsFile, segmentFailure_)) {
         DeliverFile(options_.segmentsFile,
                     [&](const OutputTarget& target) { CopyFileWhole(segmentFile, target); });

@@ -97,6 +97,14 @@ QJsonArray FindingsToJson(const BatchFigures& figures) {
     return findings;
 }
 
+QJsonObject ToJson(const TerrainFigures& terrain) {
+    return {{"azimuth", terrain.azimuth},
+            {"elevation", terrain.elevation},
+            {"exaggeration", terrain.exaggeration},
+            {"width", terrain.width},
+            {"height", terrain.height}};
+}
+
 QJsonObject SheetToJson(const SheetFigures& sheet) {
     QJsonArray levels;
     for (const double level : sheet.levels) {
@@ -216,6 +224,9 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
     if (figures.sheet) {
         summary.insert("sheet", SheetToJson(*figures.sheet));
     }
+    if (figures.terrain) {
+        summary.insert("terrain", ToJson(*figures.terrain));
+    }
     if (figures.smoothing) {
         summary.insert("smoothing", ToJson(*figures.smoothing));
     }
@@ -236,6 +247,13 @@ std::string JsonSummary(const BatchOptions& options, const BatchFigures& figures
 std::string RangeText(const char* name, const Extent& extent) {
     return std::string(name) + " " + NumberText::FormatScreen(extent.min, "#0.0##", '.') + " to " +
            NumberText::FormatScreen(extent.max, "#0.0##", '.');
+}
+
+std::string TerrainText(const TerrainFigures& terrain) {
+    const auto number = [](double value) { return NumberText::General(value); };
+    return "terrain " + number(terrain.width) + " x " + number(terrain.height) +
+           " pixels, looking to " + number(terrain.azimuth) + ", down " +
+           number(terrain.elevation) + " degrees, heights x " + number(terrain.exaggeration) + "\n";
 }
 
 std::string SheetText(const SheetFigures& sheet) {
@@ -331,6 +349,9 @@ std::string PlainSummary(const BatchOptions& options, const BatchFigures& figure
     }
     if (figures.sheet) {
         text += SheetText(*figures.sheet);
+    }
+    if (figures.terrain) {
+        text += TerrainText(*figures.terrain);
     }
     if (figures.smoothing) {
         text += SmoothText(*figures.smoothing);

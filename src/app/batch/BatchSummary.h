@@ -7,6 +7,7 @@
 #include "app/batch/ProjectInput.h"
 #include "app/batch/SmoothReport.h"
 #include "app/batch/SurfaceInput.h"
+#include "app/batch/TerrainDrawing.h"
 
 #include <string>
 #include <vector>
@@ -38,6 +39,7 @@ struct BatchFigures {
     Extent z;
     std::optional<SurfaceSummary> surface; // where options shape it
     std::optional<SheetFigures> sheet;
+    std::optional<TerrainFigures> terrain;
     std::optional<SmoothFigures> smoothing;
     std::optional<MeasureFigures> measure;
     std::vector<ExchangeFigures> exchange; // one a vector file

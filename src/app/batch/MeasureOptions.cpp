@@ -138,9 +138,6 @@ void MeasureOptions::RefuseWithoutSubject(const QCommandLineParser& parser,
             throw UsageError(QStringLiteral("--%1 needs a --section.").arg(NameOfOption(*option)));
         }
     }
-    if (parser.isSet(exaggeration_) && !parser.isSet(picture_)) {
-        throw UsageError(QStringLiteral("--exaggeration is for --section-picture FILE."));
-    }
     if (parser.isSet(differenceSheet_) && call.secondFile.empty()) {
         throw UsageError(QStringLiteral("--difference-sheet needs a second survey: --volume-to "
                                         "FILE."));
@@ -171,7 +168,7 @@ MeasureCall MeasureOptions::Parse(const QCommandLineParser& parser) const {
     call.sectionTable = FileOf(parser, table_);
     call.sectionPicture = PictureOf(parser, picture_);
     call.differenceSheet = PictureOf(parser, differenceSheet_);
-    if (parser.isSet(exaggeration_)) {
+    if (parser.isSet(exaggeration_) && parser.isSet(picture_)) {
         call.exaggeration = NumberOf(exaggeration_, parser.value(exaggeration_), 1e-6, kMostFactor,
                                      QStringLiteral("a factor above 0"));
     }

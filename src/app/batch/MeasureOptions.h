@@ -61,6 +61,9 @@ public:
     /// Throws UsageError.
     [[nodiscard]] MeasureCall Parse(const QCommandLineParser& parser) const;
 
+    /// The option that terrains have as well.
+    [[nodiscard]] const QCommandLineOption& Exaggeration() const { return exaggeration_; }
+
 private:
     void RefuseWithoutSubject(const QCommandLineParser& parser, const MeasureCall& call) const;
 
@@ -107,8 +110,8 @@ private:
         QStringLiteral("file")};
     QCommandLineOption exaggeration_{
         QStringLiteral("exaggeration"),
-        QStringLiteral("How many times higher than long the sections are drawn. Default: what "
-                       "fits."),
+        QStringLiteral("How many times higher than long sections and the terrain are drawn. "
+                       "Default: what fits."),
         QStringLiteral("f")};
     QCommandLineOption differenceSheet_{
         QStringLiteral("difference-sheet"),

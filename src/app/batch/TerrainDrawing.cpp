@@ -1,0 +1,52 @@
+#include "app/batch/TerrainDrawing.h"
+
+#include "view3d/gl/TerrainFurniture.h"
+#include "view3d/gl/TerrainPicture.h"
+
+#include <QPainter>
+
+namespace terravo {
+namespace {
+
+TerrainCamera CameraFor(const TerrainCall& call, const TerrainReach& reach, int width, int height) {
+    TerrainCamera camera;
+    camera.SetSize(width, height);
+    camera.SetReach(reach);
+    camera.SetDirection(call.view.azimuth, call.view.elevation);
+    camera.SetExaggeration(call.exaggeration.value_or(ProposedExaggeration(reach)));
+    camera.Fit();
+    return camera;
+}
+
+} // namespace
+
+TerrainDrawing DrawTerrain(const TerrainCall& call, const SurveyContours& contours,
+                           const LevelRule& rule, int width, int height, const RunState& run) {
+    constexpr Index kIndexEvery = 5;
+    const ShownSurface surface = contours.TheSurvey().Surface();
+    const TerrainContent content =
+        MakeTerrainContent(surface, contours.Contours(), [&](Index level) {
+            return IsIndexLevel(rule, contours.Levels(), level, kIndexEvery);
+        });
+    const TerrainCamera camera = CameraFor(call, content.frame.reach, width, height);
+    const OffscreenGl graphics;
+    TerrainRenderer renderer;
+    renderer.Load(content);
+    if (call.plan.triangles) {
+        renderer.LoadSides(SidesOf(surface.triangles));
+    }
+    const double usualHeight = 700; // pixels, at which a line is as wide as it says
+    TerrainPixels pixels = DrawTerrainPicture(
+        renderer,
+        {call.plan, camera, width, height, std::max(1.0, height / usualHeight), false, {}});
+    TerrainDrawing drawing;
+    drawing.picture = QImage(pixels.bytes.data(), width, height, 3 * width, QImage::Format_RGB888)
+                          .convertToFormat(QImage::Format_RGB32);
+    QPainter painter(&drawing.picture);
+    PaintTerrainFurniture(painter, {call.plan, camera, content.frame, run.texts,
+                                    run.decimalSeparator, width, height});
+    drawing.figures = {camera.Azimuth(), camera.Elevation(), camera.Exaggeration(), width, height};
+    return drawing;
+}
+
+} // namespace terravo
