@@ -19,6 +19,7 @@
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/SheetWindow.h"
 #include "app/windows/StatusPanel.h"
+#include "app/windows/TerrainWindow.h"
 #include "app/windows/frm3D.h"
 #include "app/windows/frmOrografix.h"
 #include "app/windows/frmProve.h"
@@ -128,6 +129,7 @@ int RunWindows(const std::vector<std::string>& arguments) {
     parent.SetView3D([&] { return new frm3D(state, messages, scheme); }, settings);
     parent.SetSheet(
         [&] { return new SheetWindow(state, session, parent.Status(), settings, scheme); });
+    parent.SetTerrain([&] { return new TerrainWindow(state, session, parent.Status(), scheme); });
     parent.SetCheck([&] { return new CheckWindow(state, session, scheme); });
     parent.SetMeasures(new MeasureDocuments(state, session, parent.Status(), scheme, &parent));
     ProjectKeeper keeper(session, *window, parent, projectQuestions,

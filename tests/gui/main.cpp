@@ -23,7 +23,11 @@ int main(int argc, char** argv) {
         QDir().mkpath(folder);
         qputenv(name, QFile::encodeName(folder));
     }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A display, where one is meant to be used, says so; otherwise there is none.
+    if (!qEnvironmentVariableIsSet("TERRAVO_TEST_DISPLAY")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qunsetenv("DISPLAY");
+    }
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, user.filePath("settings"));
     QApplication application(argc, argv);
     QApplication::setStyle(new ProgramStyle);

@@ -409,7 +409,7 @@ void Session::TakePoints(PointSet points, const std::string& path) {
     ++polygonRevision_;
     options_.levels = RuleByCount(options_.levels.count);
     levelsChosen_ = false;
-    view_->ShowMark(std::nullopt);
+    MarkPoint(std::nullopt);
     view_->ShowPointCount(survey_.Points().count);
     recent_.Add(AbsolutePath(path));
     view_->ShowRecentFiles();

@@ -29,6 +29,7 @@
 #include "survey/import/ImportChoice.h"
 #include "survey/surface/SurfacePick.h"
 #include "util/SettingsStore.h"
+#include "view3d/terrain/TerrainContent.h"
 
 #include <functional>
 #include <optional>
@@ -259,6 +260,10 @@ public:
     /// Marks a point on the map, or none.
     /// @param point  number among all points.
     void MarkPoint(std::optional<Index> point);
+    /// The one that is marked, while it is one of the points.
+    [[nodiscard]] std::optional<Index> MarkedPoint() const {
+        return marked_ && *marked_ <= survey_.AllPoints().count ? marked_ : std::nullopt;
+    }
 
     /// Loads a recent file; one that a choice was made for is read as it was then, while it has the
     /// same shape.
@@ -304,6 +309,10 @@ public:
     /// The same of a difference of two surveys.
     void ExportDifference(const DifferenceSurface& difference, const VectorFormat& format,
                           const VectorWish& wish, const VectorWrite& write);
+
+    /// The surface in use and the contours of the sheet's levels, ready to be drawn as a terrain.
+    /// @return nothing where there is no surface, another command is at work, or it was stopped.
+    std::optional<TerrainContent> MakeTerrain();
 
     /// The settings, for the habits of dialogs.
     [[nodiscard]] SettingsStore& Settings() { return services_.settings; }
@@ -491,7 +500,8 @@ private:
     std::uint64_t polygonRevision_ = 0;
     SurveyContours contours_{survey_};
     SheetMaker sheets_{contours_, state_};
-    bool levelsChosen_ = false; // by the user, for the present points
+    std::optional<Index> marked_; // among all points
+    bool levelsChosen_ = false;   // by the user, for the present points
     bool opensView3D_ = true;
     RecentFiles recent_;
     bool readsFreeLists_ = false;

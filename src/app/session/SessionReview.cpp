@@ -29,6 +29,7 @@ bool Session::SetExcluded(const std::vector<Index>& points, bool excluded) {
 }
 
 void Session::MarkPoint(std::optional<Index> point) {
+    marked_ = point;
     if (!point) {
         view_->ShowMark(std::nullopt);
         return;

@@ -116,6 +116,24 @@ void CheckWindow::Refresh() {
     }
 }
 
+void CheckWindow::FollowMark() {
+    const std::optional<terravo::Index> point = session_.MarkedPoint();
+    const auto pointOf = [this](const QModelIndex& row) {
+        const QModelIndex source = sorted_.mapToSource(row);
+        return source.isValid() ? findings_.PointAt(source) : std::nullopt;
+    };
+    if (!point || pointOf(lstFindings->currentIndex()) == point) {
+        return;
+    }
+    for (int row = 0; row < sorted_.rowCount(); ++row) {
+        const QModelIndex index = sorted_.index(row, FindingsModel::Exclude);
+        if (pointOf(index) == point) {
+            lstFindings->setCurrentIndex(index);
+            return;
+        }
+    }
+}
+
 void CheckWindow::ShowCounts() {
     const terravo::SurveyReview& review = session_.Review();
     const auto [errors, warnings, notes] = review.Counts();

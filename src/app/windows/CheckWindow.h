@@ -29,6 +29,9 @@ public:
     /// checked soon.
     void Refresh();
 
+    /// Another point may be marked: its finding becomes the current one, where it has any.
+    void FollowMark();
+
 signals:
     /// The window closes; its place is to be kept.
     void Closing();

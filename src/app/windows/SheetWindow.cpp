@@ -307,6 +307,13 @@ void SheetWindow::ShowState() {
     emit StateChanged();
 }
 
+void SheetWindow::FollowMark() {
+    const std::optional<terravo::Index> point = session_.MarkedPoint();
+    const terravo::PointSet& points = session_.TheSurvey().AllPoints();
+    picSheet->SetMark(point ? std::optional(terravo::PlanPoint{points.x[*point], points.y[*point]})
+                            : std::nullopt);
+}
+
 void SheetWindow::ShowPointer(double x, double y) {
     constexpr double kReachPixels = 6;
     const terravo::PlanPoint a = picSheet->PlanAt({0, 0});

@@ -39,6 +39,9 @@ public:
     /// A small part of the surface has changed.
     void ShowPatch(const terravo::SurfacePatch& patch);
 
+    /// Another point may be marked.
+    void FollowMark();
+
     /// Whether there is a sheet to look at, write and print.
     [[nodiscard]] bool HasSheet() const { return picSheet->Scene() != nullptr; }
     [[nodiscard]] SheetView& View() { return *picSheet; }

@@ -100,10 +100,8 @@ void SurfaceTools::Click(double x, double y) {
 void SurfaceTools::Select(PlanPoint place) {
     const std::optional<Index> point = session_.SurveyPointAt(place, Reach());
     session_.MarkPoint(point);
-    const terravo::PointSet& points = session_.TheSurvey().AllPoints();
-    view_.SetMark(point ? std::optional(PlanPoint{points.x[*point], points.y[*point]})
-                        : std::nullopt);
     if (point) {
+        const terravo::PointSet& points = session_.TheSurvey().AllPoints();
         emit Note(NameOf(*point) + QStringLiteral("   z: ") + Number(points.z[*point]));
     }
 }

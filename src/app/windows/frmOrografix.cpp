@@ -8,6 +8,7 @@
 #include "app/windows/SheetMenu.h"
 #include "app/windows/SheetWindow.h"
 #include "app/windows/StatusPanel.h"
+#include "app/windows/TerrainMenu.h"
 #include "app/windows/WindowMenu.h"
 #include "app/windows/frm3D.h"
 #include "app/windows/frmProve.h"
@@ -82,8 +83,9 @@ void frmOrografix::AddMainWindow(frmProve* window, const DocumentBox& box) {
     windowMenu_ = new WindowMenu(*area_, *places_, this);
     sheetMenu_ = new SheetMenu(this);
     editMenu_ = new EditMenu(window->TheSession(), this);
+    terrainMenu_ = new TerrainMenu(this);
     measureMenu_ = new MeasureMenu(window->TheSession(), this);
-    window->AddMenus(*menuBar(), {editMenu_, sheetMenu_, measureMenu_, windowMenu_});
+    window->AddMenus(*menuBar(), {editMenu_, sheetMenu_, terrainMenu_, measureMenu_, windowMenu_});
     // Without the close button: the window goes with the exit command and with its parent.
     mainFrame_ =
         area_->addSubWindow(window, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -143,6 +145,7 @@ void frmOrografix::ShowCheck() {
         QMdiSubWindow* frame = AddDocument(check_, kKind);
         connect(check_, &CheckWindow::Closing, this, [this, frame] { KeepPlace(frame, kKind); });
         connect(mainWindow_, &frmProve::FindingsChanged, check_, &CheckWindow::Refresh);
+        connect(mainWindow_, &frmProve::MarkChanged, check_, &CheckWindow::FollowMark);
         frame->show();
     }
     windowMenu_->Activate(*check_);
@@ -164,6 +167,7 @@ void frmOrografix::ShowSheet() {
         connect(sheet_, &SheetWindow::Closing, this, [this, frame] { KeepPlace(frame, kKind); });
         connect(mainWindow_, &frmProve::WorkEnded, sheet_, &SheetWindow::Refresh);
         connect(mainWindow_, &frmProve::PatchMade, sheet_, &SheetWindow::ShowPatch);
+        connect(mainWindow_, &frmProve::MarkChanged, sheet_, &SheetWindow::FollowMark);
         sheetMenu_->SetWindow(sheet_);
         editMenu_->SetWindow(sheet_);
         measureMenu_->SetWindow(sheet_);
@@ -173,6 +177,26 @@ void frmOrografix::ShowSheet() {
         frame->show();
     }
     windowMenu_->Activate(*sheet_);
+}
+
+void frmOrografix::SetTerrain(std::function<TerrainWindow*()> make) {
+    makeTerrain_ = std::move(make);
+    connect(terrainMenu_, &TerrainMenu::OpenAsked, this, &frmOrografix::ShowTerrain);
+}
+
+void frmOrografix::ShowTerrain() {
+    static constexpr DocumentKind kKind{"TerrainWindow", {860, 600}, {520, 400}, true};
+    if (terrain_ == nullptr) {
+        terrain_ = makeTerrain_();
+        QMdiSubWindow* frame = AddDocument(terrain_, kKind);
+        connect(terrain_, &TerrainWindow::Closing, this,
+                [this, frame] { KeepPlace(frame, kKind); });
+        connect(mainWindow_, &frmProve::WorkEnded, terrain_, &TerrainWindow::Refresh);
+        connect(mainWindow_, &frmProve::MarkChanged, terrain_, &TerrainWindow::FollowMark);
+        terrainMenu_->SetWindow(terrain_);
+        frame->show();
+    }
+    windowMenu_->Activate(*terrain_);
 }
 
 void frmOrografix::SetMeasures(MeasureDocuments* measures) {

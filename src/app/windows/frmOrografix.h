@@ -21,6 +21,8 @@ class MeasureMenu;
 class SheetMenu;
 class SheetWindow;
 class StatusPanel;
+class TerrainMenu;
+class TerrainWindow;
 class WindowMenu;
 class frm3D;
 class frmProve;
@@ -51,6 +53,9 @@ public:
     /// How the window of the sheet is made. To be called after SetView3D.
     void SetSheet(std::function<SheetWindow*()> make);
 
+    /// How the window of the terrain is made. To be called after SetView3D.
+    void SetTerrain(std::function<TerrainWindow*()> make);
+
     /// The windows of measuring become documents. To be called after SetSheet.
     void SetMeasures(MeasureDocuments* measures);
 
@@ -67,6 +72,7 @@ private:
     QMdiSubWindow* OpenView3D();
     void ShowCheck();
     void ShowSheet();
+    void ShowTerrain();
     QMdiSubWindow* AddDocument(QWidget* content, const DocumentKind& kind);
     void KeepPlace(const QMdiSubWindow* frame, const DocumentKind& kind);
     DocumentBox BoxFor(const DocumentKind& kind, QSize minimum);
@@ -80,12 +86,15 @@ private:
     std::function<frm3D*()> makeView3D_;
     std::function<CheckWindow*()> makeCheck_;
     std::function<SheetWindow*()> makeSheet_;
+    std::function<TerrainWindow*()> makeTerrain_;
     terravo::SettingsStore* settings_ = nullptr;
     QPointer<frm3D> view3D_;
     QPointer<CheckWindow> check_;
     QPointer<SheetWindow> sheet_;
+    QPointer<TerrainWindow> terrain_;
     EditMenu* editMenu_ = nullptr;
     SheetMenu* sheetMenu_ = nullptr;
+    TerrainMenu* terrainMenu_ = nullptr;
     MeasureMenu* measureMenu_ = nullptr;
     MeasureDocuments* measures_ = nullptr;
     WindowMenu* windowMenu_ = nullptr;

@@ -15,6 +15,7 @@
 #include "app/windows/SheetMenu.h"
 #include "app/windows/StatusPanel.h"
 #include "app/windows/SurfaceView.h"
+#include "app/windows/TerrainMenu.h"
 #include "app/windows/WindowMenu.h"
 #include "app/windows/frm3D.h"
 #include "util/NumberText.h"
@@ -169,6 +170,8 @@ void frmProve::AddMenus(QMenuBar& menuBar, const ParentMenus& others) {
     mnuFreeLists->setCheckable(true);
     mnuSheet = others.sheet;
     menuBar.addMenu(mnuSheet);
+    mnuTerrain = others.terrain;
+    menuBar.addMenu(mnuTerrain);
     mnuMeasures = others.measure;
     menuBar.addMenu(mnuMeasures);
     mnuWindow = others.windows;
@@ -251,6 +254,7 @@ void frmProve::SetCaptions() {
     mnuEdit->SetCaptions(state_);
     SetSurfaceCaptions();
     mnuSheet->SetCaptions(state_);
+    mnuTerrain->SetCaptions(state_);
     mnuMeasures->SetCaptions(state_);
     mnuWindow->SetCaptions(state_);
     mnuHelp->setText(text(Text::Help));
@@ -328,6 +332,7 @@ void frmProve::SetResultViewsVisible(bool visible) {
     mnuPrint->setEnabled(visible);
     mnuEdit->SetPossible(visible);
     mnuSheet->SetPossible(visible);
+    mnuTerrain->SetPossible(visible);
     mnuMeasures->SetPossible(visible);
     mnuWindow->SetView3DPossible(visible);
     frm3D* view = view3D ? view3D(false) : nullptr;
@@ -414,6 +419,7 @@ bool frmProve::MayClose() {
 void frmProve::ShowMark(std::optional<terravo::PlanPoint> place) {
     picLivelli->SetMark(place ? std::optional(terravo::UserPosition{place->x, place->y})
                               : std::nullopt);
+    emit MarkChanged();
 }
 
 // What the map shows, for who hears the windows instead of seeing them.

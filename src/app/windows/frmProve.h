@@ -29,6 +29,7 @@ class QMenuBar;
 class QMimeData;
 class StatusPanel;
 class SurfaceView;
+class TerrainMenu;
 class WindowMenu;
 class frm3D;
 
@@ -42,6 +43,7 @@ public:
     struct ParentMenus {
         EditMenu* edit = nullptr;
         SheetMenu* sheet = nullptr;
+        TerrainMenu* terrain = nullptr;
         MeasureMenu* measure = nullptr;
         WindowMenu* windows = nullptr;
     };
@@ -115,6 +117,8 @@ signals:
     void PatchMade(const terravo::SurfacePatch& patch);
     /// The project, or what is unsaved of it, may have changed.
     void ProjectChanged();
+    /// Another point is marked, or none.
+    void MarkChanged();
     /// A command has come to its end; it may have changed anything.
     void WorkEnded();
 
@@ -180,6 +184,7 @@ private:
     QMenu* mnuSurvey = nullptr;
     EditMenu* mnuEdit = nullptr;
     SheetMenu* mnuSheet = nullptr;
+    TerrainMenu* mnuTerrain = nullptr;
     MeasureMenu* mnuMeasures = nullptr;
     WindowMenu* mnuWindow = nullptr;
     QMenu* mnuQM = nullptr;
