@@ -52,7 +52,7 @@ TerrainMesh MakeTerrainMesh(const TerrainFrame& frame, const PointSet& points,
 void AddNormals(const TerrainFrame& frame, TerrainMesh& mesh);
 
 /// Below so many triangles a mesh is drawn whole even in motion.
-inline constexpr std::size_t kTrianglesInMotion = 100000;
+inline constexpr std::size_t kTrianglesInMotion = 60000;
 
 /// The corners of a mesh of at most about kTrianglesInMotion triangles over the same vertices.
 /// @param mesh  with more of them.
