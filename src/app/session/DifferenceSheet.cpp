@@ -14,8 +14,9 @@ constexpr double kNoise = 1e-9; // data units: no survey knows heights so well
 constexpr SheetLayer kNotShown[] = {SheetLayer::Points, SheetLayer::SpotHeights,
                                     SheetLayer::Numbers, SheetLayer::Codes, SheetLayer::Breaklines};
 
-bool IsUnchanged(const Extent& heights) {
-    return std::max(std::fabs(heights.min), std::fabs(heights.max)) <= kNoise;
+// The same change everywhere, or none: what differs is rounding.
+bool IsLevel(const Extent& heights) {
+    return heights.max - heights.min <= 2 * kNoise;
 }
 
 LevelSet LevelsAt(const std::vector<double>& values) {
@@ -30,7 +31,7 @@ LevelSet LevelsAt(const std::vector<double>& values) {
 
 // Of the rule, and zero.
 std::vector<double> ValuesOf(const LevelRule& rule, const Extent& heights) {
-    if (IsUnchanged(heights)) {
+    if (IsLevel(heights)) {
         return {};
     }
     std::vector<double> values = LevelValuesOf(rule, heights);
@@ -148,7 +149,7 @@ SheetPlan DifferencePlan(SheetPlan plan) {
 LevelRule DifferenceLevels(const Extent& heights) {
     LevelRule rule;
     const std::vector<double> intervals =
-        IsUnchanged(heights) ? std::vector<double>() : ProposedIntervals(heights);
+        IsLevel(heights) ? std::vector<double>() : ProposedIntervals(heights);
     if (!intervals.empty()) {
         rule.kind = LevelRuleKind::ByInterval;
         rule.interval = intervals.front();
