@@ -33,7 +33,7 @@ public:
         const SheetScene blank = BlankSheet(context_, context_.plan.landscape.value_or(false));
         inside_ = SheetBox{0, 0, blank.width, blank.height}.Shrunk(MarginOf(context_.plan.paper));
         LayOut();
-        const auto places = static_cast<std::size_t>(columns_ * rows_);
+        const auto places = static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_);
         const std::size_t pages = (sources_.size() + places - 1) / places;
         std::vector<SheetScene> sheets;
         for (std::size_t page = 0; page < pages; ++page) {
@@ -123,10 +123,11 @@ private:
     [[nodiscard]] SheetBox FrameOf(int place) const {
         const double across = room_.Width() / columns_;
         const double down = (room_.Height() + Gap()) / rows_;
+        const int row = place / columns_;
         SheetBox box;
         box.left = room_.left + (place % columns_) * across + left_ +
                    (across - left_ - width_ - context_.textHeight) / 2;
-        box.top = room_.top + (place / columns_) * down + Above();
+        box.top = room_.top + row * down + Above();
         box.right = box.left + width_;
         box.bottom = box.top + height_;
         return box;

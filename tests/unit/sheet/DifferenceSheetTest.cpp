@@ -138,6 +138,8 @@ TEST_F(DifferenceSheetTest, OneSidedAndEvenChangesHaveSheetsToo) {
         {"none", [](double, double) { return 0.; }, "unchanged", "Fill", false},
         {"noise", [](double x, double) { return 1e-12 * x; }, "unchanged", "Cut", false},
         {"even", [](double, double) { return 0.5; }, "Fill", "Cut", false},
+        {"even but for rounding", [](double x, double y) { return 2 + 1e-13 * x * std::sin(y); },
+         "Fill", "Cut", false},
         {"sunk", [](double x, double) { return -2 - x / 100; }, "Cut", "Fill", true},
         {"raised here and there", [](double x, double) { return std::max(x - 50, 0.); },
          "unchanged", "Cut", true},
