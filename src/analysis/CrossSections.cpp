@@ -82,12 +82,16 @@ PlanPoint Beside(const std::vector<PlanPoint>& axis, std::size_t bend, double di
 
 } // namespace
 
+bool AreTooMany(const CrossSectionPlan& plan) {
+    return LengthOf(BendsOf(plan.axis)) / plan.spacing >
+           static_cast<double>(kMostCrossSections - 2);
+}
+
 std::vector<CrossSection> LayCrossSections(const CrossSectionPlan& plan) {
     const std::vector<PlanPoint> axis = BendsOf(plan.axis);
     const double length = LengthOf(axis);
     std::vector<CrossSection> sections;
-    if (axis.size() < 2 || !(plan.spacing > 0) || !(plan.width > 0) ||
-        length / plan.spacing > static_cast<double>(kMostCrossSections - 2)) {
+    if (axis.size() < 2 || !(plan.spacing > 0) || !(plan.width > 0) || AreTooMany(plan)) {
         return sections;
     }
     for (const double station : StationsOf(length, plan.spacing)) {

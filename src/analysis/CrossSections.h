@@ -27,6 +27,9 @@ struct CrossSection {
 
 inline constexpr std::size_t kMostCrossSections = 10000;
 
+/// Whether sections at a spacing along an axis would be more than that.
+bool AreTooMany(const CrossSectionPlan& plan);
+
 /// @return none where the axis has no length or there would be too many.
 std::vector<CrossSection> LayCrossSections(const CrossSectionPlan& plan);
 

@@ -30,14 +30,14 @@ LaidRings Lay(PlanPoint origin, const std::vector<PlanRing>& rings) {
     return laid;
 }
 
-std::string SentenceOf(const SurfaceRemark& remark) {
+Text SentenceOf(const SurfaceRemark& remark) {
     switch (remark.kind) {
     case SurfaceRemarkKind::TooShort:
-        return "A polygon has three corners at least.";
+        return Text::PolygonTooFew;
     case SurfaceRemarkKind::CrossesItself:
-        return "The polygon crosses itself.";
+        return Text::PolygonCrosses;
     default:
-        return "The polygon cannot be laid out.";
+        return Text::PolygonNotLaid;
     }
 }
 
@@ -49,15 +49,15 @@ PolygonReading MakePolygon(PlanPoint origin, const std::vector<PlanRing>& rings)
     const LaidRings laid = Lay(origin, rings);
     const TriangulationOutcome base = TriangulatePoints(laid.places, {.exact = true});
     if (base.ierr != modDelaunay2D::Ierr::kDone || base.triangles.count == 0) {
-        reading.failure = "The polygon has no area.";
+        reading.failure = Text::PolygonNoArea;
         return reading;
     }
     const Array1<double> heights(laid.places.UpperBound(), 0);
     const ConstrainedSurface surface =
         MakeConstrainedSurface(laid.places, heights, base.triangles, laid.constraints);
     if (surface.lines.size() < rings.size()) {
-        reading.failure = surface.remarks.empty() ? "The polygon cannot be laid out."
-                                                  : SentenceOf(surface.remarks.front());
+        reading.failure =
+            surface.remarks.empty() ? Text::PolygonNotLaid : SentenceOf(surface.remarks.front());
         return reading;
     }
     for (const PlanPoint& place : laid.places) {
@@ -68,7 +68,7 @@ PolygonReading MakePolygon(PlanPoint origin, const std::vector<PlanRing>& rings)
     }
     reading.ground.triangles = VisibleTriangles(surface.triangles, HideByRings(surface));
     if (reading.ground.triangles.count == 0) {
-        reading.failure = "The polygon has no area.";
+        reading.failure = Text::PolygonNoArea;
     }
     return reading;
 }

@@ -7,8 +7,9 @@
 
 #include "analysis/MeasuredSurface.h"
 #include "util/StopToken.h"
+#include "util/TextCatalogue.h"
 
-#include <string>
+#include <optional>
 
 namespace terravo {
 
@@ -17,7 +18,7 @@ using PlanRing = std::vector<PlanPoint>; // the first vertex is not repeated
 /// Rings as a flat surface at height 0.
 struct PolygonReading {
     MeasuredSurface ground;
-    std::string failure; // full sentence, English; the ground has no triangles then
+    std::optional<Text> failure; // a full sentence; the ground has no triangles then
 };
 
 /// @param origin  of the surfaces that are to be cut.

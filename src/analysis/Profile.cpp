@@ -33,7 +33,7 @@ struct Node {
     double along = 0; // from the beginning of the leg
     SpacePoint at;    // relative to the origin
     ProfileMark mark = ProfileMark::End;
-    bool isOnLine = false;
+    std::size_t line = 0; // that is met here; 0: none
 };
 
 // The line within one triangle.
@@ -177,22 +177,23 @@ private:
         const SpacePoint at = CrossingWithLine(surface_.corners[std::min(a, b)],
                                                surface_.corners[std::max(a, b)], from_, to_);
         return {SideKey(a, b), AlongOf(PlanOf(at)), at, ProfileMark::Edge,
-                lines_.contains(SideKey(a, b))};
+                LineAlong(SideKey(a, b))};
     }
 
     // Every triangle about a corner on the line is taken, so all sides that end there are seen.
     void NoteCornersOfLines(Index triangle, const std::array<int, 4>& hands) {
-        for (int j = 1; !lines_.empty() && j <= 3; ++j) {
+        for (int j = 1; !lines_.lines.empty() && j <= 3; ++j) {
             const Index a = surface_.triangles.Vertex(j, triangle);
             const Index b = surface_.triangles.Vertex(NextEdge(j), triangle);
-            if (!lines_.contains(SideKey(a, b))) {
+            const std::size_t line = LineAlong(SideKey(a, b));
+            if (line == 0) {
                 continue;
             }
             if (HandOf(hands, j) == 0) {
-                cornersOfLines_.insert(kCorner | static_cast<EventKey>(a));
+                NoteCorner(a, line);
             }
             if (HandOf(hands, NextEdge(j)) == 0) {
-                cornersOfLines_.insert(kCorner | static_cast<EventKey>(b));
+                NoteCorner(b, line);
             }
         }
     }
@@ -204,7 +205,10 @@ private:
              next = stretches_.find(chain.back().to.key)) {
             Stretch stretch = next->second;
             for (Node* node : {&stretch.from, &stretch.to}) {
-                node->isOnLine = node->isOnLine || cornersOfLines_.contains(node->key);
+                if (const auto corner = cornersOfLines_.find(node->key);
+                    corner != cornersOfLines_.end()) {
+                    node->line = corner->second;
+                }
             }
             // Rounding must not turn the line back.
             if (!chain.empty()) {
@@ -214,6 +218,16 @@ private:
             chain.push_back(stretch);
         }
         return chain;
+    }
+
+    // Where lines meet, the first of them counts.
+    void NoteCorner(Index corner, std::size_t line) {
+        std::size_t& noted = cornersOfLines_[kCorner | static_cast<EventKey>(corner)];
+        noted = noted == 0 ? line : std::min(noted, line);
+    }
+    [[nodiscard]] std::size_t LineAlong(EventKey side) const {
+        const auto found = lines_.lines.find(side);
+        return found == lines_.lines.end() ? 0 : found->second;
     }
 
     [[nodiscard]] PlanPoint Plan(Index triangle, int j) const {
@@ -233,7 +247,7 @@ private:
     double dy_;
     double length_;
     std::unordered_map<EventKey, Stretch> stretches_; // by where they begin
-    std::unordered_set<EventKey> cornersOfLines_;
+    std::unordered_map<EventKey, std::size_t> cornersOfLines_;
 };
 
 Array1<PlanPoint> PlacesOf(const MeasuredSurface& surface) {
@@ -251,7 +265,7 @@ ProfilePoint PointOf(const Node& node, double before, PlanPoint origin) {
             {origin.x + node.at.x, origin.y + node.at.y},
             node.at.z,
             node.mark,
-            node.isOnLine};
+            node.line};
 }
 
 // @param goesOn  the run before ended where this leg begins, and so does this chain.
@@ -267,15 +281,32 @@ void AppendChain(const std::vector<Stretch>& chain, double before, PlanPoint ori
 
 } // namespace
 
+bool HasLength(std::span<const PlanPoint> line) {
+    return std::adjacent_find(line.begin(), line.end(),
+                              [](PlanPoint a, PlanPoint b) { return !(a == b); }) != line.end();
+}
+
+std::string LineNameAt(const Profile& profile, const ProfilePoint& point) {
+    return point.line == 0 || profile.lineNames == nullptr ? std::string()
+                                                           : (*profile.lineNames)[point.line - 1];
+}
+
 LineSides SidesOfLines(const ShapedSurface& surface) {
     LineSides sides;
+    std::vector<std::string> names;
     for (const LineRole role : {LineRole::Breakline, LineRole::Boundary, LineRole::Hole}) {
+        const std::size_t before = names.size();
+        for (const SharedLine& line : LinesOf(surface.plan, role)) {
+            names.push_back(line->line.name);
+        }
         for (const VisibleCourse& course : VisibleCourses(surface, role)) {
             for (std::size_t i = 1; i < course.points.size(); ++i) {
-                sides.insert(SideKey(course.points[i - 1], course.points[i]));
+                sides.lines.try_emplace(SideKey(course.points[i - 1], course.points[i]),
+                                        before + course.number + 1);
             }
         }
     }
+    sides.names = std::make_shared<const std::vector<std::string>>(std::move(names));
     return sides;
 }
 
@@ -284,6 +315,7 @@ SectionCutter::SectionCutter(const MeasuredSurface& surface, LineSides lines)
 
 Profile SectionCutter::Cut(std::span<const PlanPoint> line) const {
     Profile profile;
+    profile.lineNames = lines_.names;
     ExactSigns signs = signs_;
     std::vector<Index> found;
     bool reachesEnd = false; // the leg before ended on the surface

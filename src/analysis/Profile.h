@@ -11,9 +11,11 @@
 #include "triangulation/exact/ExactSigns.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
-#include <unordered_set>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace terravo {
@@ -29,8 +31,10 @@ struct ProfilePoint {
     PlanPoint place;    // data units
     double z = 0;
     ProfileMark mark = ProfileMark::Edge;
-    bool isOnLine = false; // a breakline or a ring of the survey is met here
+    std::size_t line = 0; // of the survey, a breakline or a ring, that is met here, from 1; 0: none
 };
+
+using LineNames = std::shared_ptr<const std::vector<std::string>>;
 
 /// Points that follow each other without a gap; stations never decrease.
 using ProfileRun = std::vector<ProfilePoint>;
@@ -38,10 +42,17 @@ using ProfileRun = std::vector<ProfilePoint>;
 struct Profile {
     double length = 0;            // of the whole line
     std::vector<ProfileRun> runs; // of two points at least; none where the line misses the surface
+    LineNames lineNames;          // of the lines that points are on; null: there are no lines
 };
 
+/// The name of the line that a point is on; empty where there is none.
+std::string LineNameAt(const Profile& profile, const ProfilePoint& point);
+
 /// Sides of triangles that breaklines and rings run along.
-using LineSides = std::unordered_set<std::uint64_t>;
+struct LineSides {
+    std::unordered_map<std::uint64_t, std::size_t> lines; // by side; numbers from 1
+    LineNames names;
+};
 
 LineSides SidesOfLines(const ShapedSurface& surface);
 
@@ -61,6 +72,9 @@ private:
     TriangleTree tree_;
     ExactSigns signs_;
 };
+
+/// Whether a line has two places that are apart.
+bool HasLength(std::span<const PlanPoint> line);
 
 /// The height of a profile over a station; nothing in a gap. Where a run ends and another begins,
 /// that of the run before.

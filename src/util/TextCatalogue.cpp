@@ -641,7 +641,7 @@ constexpr EnglishText kEnglish[] = {
     {Text::MeasureWidthLabel, "&Width:"},
     {Text::MeasureCrossDatum, "Areas against the &height:"},
     {Text::MeasureCrossSecond, "Areas between the two surveys."},
-    {Text::MeasureTooMany, "The line has no length, or there would be more than %1 sections."},
+    {Text::MeasureTooMany, "There would be more than %1 cross-sections: choose a larger spacing."},
     {Text::MeasureNoLength, "The line has no length: choose two places that are apart."},
     {Text::MeasureNotCommon, "The two surveys have no ground in common here."},
     {Text::MeasureNothingWithin, "There is no surface within the polygon."},
@@ -704,6 +704,13 @@ constexpr EnglishText kEnglish[] = {
     {Text::TerrainHint,
      "Drag: turn. Shift or middle button: move. Wheel: nearer. Double click: centre."},
     {Text::TerrainPictureWidth, "Width of the picture in pixels:"},
+    {Text::MeasureOther, "of points opened before"},
+    {Text::PolygonTooFew, "A polygon has three corners at least."},
+    {Text::PolygonCrosses, "The polygon crosses itself."},
+    {Text::PolygonNoArea, "The polygon has no area."},
+    {Text::PolygonNotLaid, "The polygon cannot be laid out."},
+    {Text::CrossOverlap, "The bends of the axis are too sharp for the width: the sections overlap, "
+                         "and there is no exact volume beside that of the end areas."},
 };
 
 constexpr bool StandInTheirPlaces() {

@@ -669,6 +669,12 @@ enum class Text : std::size_t {
     TerrainNoGraphics,
     TerrainHint,
     TerrainPictureWidth,
+    MeasureOther,
+    PolygonTooFew,
+    PolygonCrosses,
+    PolygonNoArea,
+    PolygonNotLaid,
+    CrossOverlap,
     End // one behind the last
 };
 

@@ -238,13 +238,19 @@ TEST(BatchProgram, MeasuresWhatIsAskedFor) {
 TEST(BatchProgram, MeasuresNothingBetweenSurveysWithoutCommonGround) {
     const Pyramid folder;
     const std::string far = folder.File("far.dat");
-    const QJsonObject measure =
-        folder.Json({"--volume-to", far, "--difference", folder.File("d.dxf")});
+    const QJsonObject measure = folder.Json({"--volume-to", far});
     EXPECT_EQ(At(measure, "volume_to.plan_area").toDouble(-1), 0);
     EXPECT_EQ(At(measure, "volume_to.second_plan_area").toDouble(), 2);
     EXPECT_TRUE(measure["remarks"].toArray().contains(
         QStringLiteral("The two surveys have no ground in common.")));
+    const Ended ended = folder.Measure(
+        {"--volume-to", far, "--difference", folder.File("d.dxf"), "--difference-sheet",
+         folder.File("d.pdf"), "--section=0,1,2,1", "--section-csv", folder.File("s.csv")});
+    EXPECT_EQ(ended.exitCode, 5) << "two files are left out";
+    EXPECT_NE(ended.error.find("d.dxf: there is no difference"), std::string::npos) << ended.error;
+    EXPECT_NE(ended.error.find("d.pdf: there is no difference"), std::string::npos) << ended.error;
     EXPECT_FALSE(QFile::exists(QString::fromStdString(folder.File("d.dxf"))));
+    EXPECT_NE(folder.Read("s.csv"), "");
 }
 
 TEST(BatchProgram, WritesSectionsAndDifferences) {
@@ -256,9 +262,9 @@ TEST(BatchProgram, WritesSectionsAndDifferences) {
          "--section-csv", table, "--difference", difference, "--content", "contours,triangles"});
     ASSERT_EQ(ended.exitCode, 0) << ended.error;
     EXPECT_EQ(folder.Read("s.csv"),
-              "station,x,y,section,axis_station,survey,run,mark,on_line,height\n"
-              "1,0,1,1,,1,1,edge,0,0\n2,1,1,1,,1,1,corner,0,3\n3,2,1,1,,1,1,edge,0,0\n"
-              "1,0,1,1,,2,1,edge,0,1\n2,1,1,1,,2,1,edge,0,1\n3,2,1,1,,2,1,edge,0,1\n");
+              "station,x,y,section,axis_station,survey,run,mark,on_line,line,height\n"
+              "1,0,1,1,,1,1,edge,0,,0\n2,1,1,1,,1,1,corner,0,,3\n3,2,1,1,,1,1,edge,0,,0\n"
+              "1,0,1,1,,2,1,edge,0,,1\n2,1,1,1,,2,1,edge,0,,1\n3,2,1,1,,2,1,edge,0,,1\n");
     EXPECT_TRUE(ended.output.contains(
         "volume to " + QByteArray::fromStdString(folder.File("flat.dat")) +
         ": cut 1.185, fill 1.185, net 0.0; plan area 4.0 (cut 1.778, fill 2.222)\n"))

@@ -189,6 +189,10 @@ height-at takes a place x,y, not "1"|--height-at 1
 height-at takes a place x,y, not "1,2,3"|--height-at 1,2,3
 section takes a file of lines, or x1,y1|--section 1,2,3
 section takes a file of lines, or x1,y1|--section 1,2
+section takes a file of lines, or x1,y1|--section 0,0,1e300,1
+section takes a file of lines, or x1,y1|--section 0,0,nan,b
+section takes places that are apart|--section 1,2,1,2
+there would be more than 10000|--section 1,2,3,4 --cross-sections 1e-5,1
 cross-sections takes two lengths above 0|--section 1,2,3,4 --cross-sections 1
 cross-sections takes two lengths above 0|--section 1,2,3,4 --cross-sections 1,0
 cross-sections needs one --section|--cross-sections 1,1

@@ -537,6 +537,8 @@ void BatchRun::TakeFigures() {
     figures_.smoothing = smoothReport_.Figures();
     if (options_.measure.IsWanted()) {
         figures_.measure = measure_.Figures();
+        const std::vector<std::string>& failures = figures_.measure->failures;
+        figures_.failures.insert(figures_.failures.end(), failures.begin(), failures.end());
         if (const auto& difference = figures_.measure->difference) {
             figures_.exchange.push_back(*difference);
         }

@@ -1,5 +1,6 @@
 #include "app/batch/MeasureInput.h"
 
+#include "analysis/Profile.h"
 #include "app/batch/PointInput.h"
 #include "app/batch/ProjectInput.h"
 #include "app/batch/RunFailure.h"
@@ -104,7 +105,17 @@ std::vector<SectionLine> ReadSections(const std::vector<SectionCall>& calls,
             if (read.line.closed) {
                 line.places.push_back(line.places.front());
             }
-            lines.push_back(std::move(line));
+            if (HasLength(line.places)) {
+                lines.push_back(std::move(line));
+            } else {
+                remarks.push_back(
+                    call.file + ": a line without a length is no section" +
+                    (read.fileLine > 0 ? " (line " + std::to_string(read.fileLine) + ")" : "") +
+                    ".");
+            }
+        }
+        if (lines.empty()) {
+            throw RunFailure(ExitCode::kPointFile, call.file + ": no line of it has a length.");
         }
     }
     return lines;

@@ -1,8 +1,10 @@
 #include "app/batch/MeasureOptions.h"
 
+#include "analysis/Profile.h"
 #include "app/batch/UsageError.h"
 #include "export/PictureExport.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
 namespace terravo {
@@ -80,17 +82,24 @@ PlanPoint PlaceOf(const QCommandLineOption& option, const QString& text) {
     return PlacesOf(*numbers).front();
 }
 
-// What consists of numbers alone is a line, anything else a file.
+// What consists of numbers alone is a line, anything else a file: but one that is not there and has
+// commas was meant as a line.
 SectionCall SectionOf(const QCommandLineOption& option, const QString& text) {
     const std::optional<std::vector<double>> numbers = NumbersIn(text, -kMostCoordinate);
-    if (!numbers) {
+    if (!numbers && (!text.contains(QLatin1Char(',')) || QFileInfo::exists(text))) {
         return {FileOf(option, text), {}};
     }
     constexpr std::size_t kFewest = 4;
-    if (numbers->size() < kFewest || numbers->size() % 2 != 0) {
-        Refuse(option, QStringLiteral("a file of lines, or x1,y1,x2,y2 and so on"), text);
+    if (!numbers || numbers->size() < kFewest || numbers->size() % 2 != 0) {
+        Refuse(option,
+               QStringLiteral("a file of lines, or x1,y1,x2,y2 and so on, numbers up to 1e12"),
+               text);
     }
-    return {{}, PlacesOf(*numbers)};
+    const std::vector<PlanPoint> places = PlacesOf(*numbers);
+    if (!HasLength(places)) {
+        Refuse(option, QStringLiteral("places that are apart"), text);
+    }
+    return {{}, places};
 }
 
 CrossSizes SizesOf(const QCommandLineOption& option, const QString& text) {

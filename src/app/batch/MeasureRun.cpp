@@ -42,9 +42,9 @@ void MeasureRun::Read(const StopToken& stop) {
         desk_.SetSecond(second_);
     }
     rings_ = ReadRings(call_.withinFiles, remarks, stop);
-    const std::string failure = rings_.empty() ? "" : desk_.SetPolygon(rings_);
-    if (!failure.empty()) {
-        throw RunFailure(ExitCode::kPointFile, call_.withinFiles.front() + ": " + failure);
+    if (const std::optional<Text> failure = desk_.SetPolygon(rings_)) {
+        throw RunFailure(ExitCode::kPointFile,
+                         call_.withinFiles.front() + ": " + TextCatalogue()[*failure]);
     }
     lines_ = ReadSections(call_.sections, remarks, stop);
     if (call_.crossSections && lines_.size() != 1) {
@@ -52,6 +52,19 @@ void MeasureRun::Read(const StopToken& stop) {
                          call_.sections.front().file +
                              ": --cross-sections needs one line as its axis; this file has " +
                              std::to_string(lines_.size()) + ".");
+    }
+    RefuseTooMany();
+}
+
+void MeasureRun::RefuseTooMany() const {
+    if (!call_.crossSections) {
+        return;
+    }
+    const CrossSizes& sizes = *call_.crossSections;
+    if (AreTooMany({lines_.front().places, sizes.spacing, sizes.width})) {
+        throw RunFailure(ExitCode::kUsage, "--cross-sections: there would be more than " +
+                                               std::to_string(kMostCrossSections) +
+                                               " of them; a larger spacing makes fewer.");
     }
 }
 
@@ -104,11 +117,6 @@ void MeasureRun::MeasureSections(const StopToken& stop) {
     CrossSectionFigures across = desk_.CrossSections(
         {lines_.front().places, sizes.spacing, sizes.width}, SectionDatum(), stop);
     EndWhenStopped();
-    if (across.sections.empty()) {
-        figures_.remarks.push_back("There are no cross-sections: the axis has no length, or there "
-                                   "would be more than " +
-                                   std::to_string(kMostCrossSections) + ".");
-    }
     figures_.across = MeasuredAcross{sizes, std::move(across)};
 }
 
@@ -196,13 +204,22 @@ void MeasureRun::Deliver(const RunState& run, OutputGroup& group, std::vector<st
     }
 }
 
+std::string MeasureRun::DifferenceFile() const {
+    return options_.exchange.difference ? options_.exchange.difference->path : std::string();
+}
+
 void MeasureRun::DeliverDifference(const RunState& run, OutputGroup& group,
                                    std::vector<std::string>& files, const StopToken& stop) {
     const DifferenceSurface difference = desk_.Difference(stop);
     EndWhenStopped();
     if (difference.triangles.count == 0) {
-        figures_.remarks.emplace_back(
-            "There is no difference to write: the surveys have no ground in common.");
+        for (const std::string& file : {call_.differenceSheet, DifferenceFile()}) {
+            if (!file.empty()) {
+                figures_.failures.push_back(
+                    file +
+                    ": there is no difference to write, the surveys have no ground in common.");
+            }
+        }
         return;
     }
     if (!call_.differenceSheet.empty()) {

@@ -61,6 +61,7 @@ struct MeasureFigures {
     std::vector<MeasuredPlace> places;
     std::optional<ExchangeFigures> difference; // of its file
     std::vector<std::string> remarks;          // sentences
+    std::vector<std::string> failures;         // sentences, each of a file that is left out
 };
 
 class MeasureRun {
@@ -87,12 +88,14 @@ public:
     [[nodiscard]] const MeasureFigures& Figures() const { return figures_; }
 
 private:
+    void RefuseTooMany() const;
     void MeasureVolumes(const StopToken& stop);
     void MeasureSections(const StopToken& stop);
     void MeasurePlace(PlanPoint place);
     [[nodiscard]] std::optional<double> SectionDatum() const;
     [[nodiscard]] double SecondArea(const StopToken& stop) const;
     void RemarkOnGround();
+    [[nodiscard]] std::string DifferenceFile() const;
     void WriteTable(const OutputTarget& target) const;
     void DeliverDifference(const RunState& run, OutputGroup& group, std::vector<std::string>& files,
                            const StopToken& stop);

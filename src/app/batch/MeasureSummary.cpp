@@ -92,9 +92,20 @@ QJsonObject ToJson(const Profile& profile) {
     for (const Extent& gap : summary.gaps) {
         gaps.append(ToJson(gap));
     }
+    QJsonArray crossed;
+    for (const ProfileRun& run : profile.runs) {
+        for (const ProfilePoint& point : run) {
+            if (point.line > 0) {
+                crossed.append(QJsonObject{{"station", point.station},
+                                           {"height", point.z},
+                                           {"name", Utf8(LineNameAt(profile, point))}});
+            }
+        }
+    }
     const bool hasGround = summary.vertices > 0;
     return {{"vertices", Count(summary.vertices)},
             {"on_lines", Count(summary.onLines)},
+            {"breaklines", crossed},
             {"ground_length", summary.groundLength},
             {"heights", hasGround ? QJsonValue(ToJson(summary.heights)) : QJsonValue()},
             {"gaps", gaps}};
@@ -144,8 +155,8 @@ QJsonObject ToJson(const MeasuredAcross& across) {
     if (across.figures.exact) {
         object.insert("exact", ToJson(*across.figures.exact));
     }
-    if (!across.figures.remark.empty()) {
-        object.insert("remark", Utf8(across.figures.remark));
+    if (across.figures.remark) {
+        object.insert("remark", Utf8(TextCatalogue()[*across.figures.remark]));
     }
     return object;
 }
@@ -281,7 +292,7 @@ std::string AcrossText(const MeasuredAcross& across) {
     if (across.figures.exact) {
         text += "exact over the corridor: " + EarthText(*across.figures.exact) + "\n";
     }
-    return across.figures.remark.empty() ? text : text + across.figures.remark + "\n";
+    return across.figures.remark ? text + TextCatalogue()[*across.figures.remark] + "\n" : text;
 }
 
 std::string PlaceText(const PlaceOnSurface& place) {
@@ -318,7 +329,7 @@ ProfileSummary SummaryOf(const Profile& profile) {
         summary.vertices += run.size();
         for (const ProfilePoint& point : run) {
             summary.heights.Include(point.z);
-            summary.onLines += point.isOnLine ? 1 : 0;
+            summary.onLines += point.line > 0 ? 1 : 0;
         }
     }
     if (profile.length > end) {

@@ -1,5 +1,7 @@
 #include "app/session/MeasureDesk.h"
 
+#include <algorithm>
+
 namespace terravo {
 namespace {
 
@@ -27,11 +29,11 @@ void MeasureDesk::SetSecond(std::shared_ptr<const Survey> second) {
     other_ = {};
 }
 
-std::string MeasureDesk::SetPolygon(std::vector<PlanRing> rings) {
+std::optional<Text> MeasureDesk::SetPolygon(std::vector<PlanRing> rings) {
     MeasuredSurface ground;
     if (!rings.empty()) {
         PolygonReading reading = MakePolygon(OriginNow({}), rings);
-        if (!reading.failure.empty()) {
+        if (reading.failure) {
             return reading.failure;
         }
         ground = std::move(reading.ground);
@@ -96,9 +98,10 @@ AreaFigures MeasureDesk::Areas(const StopToken& stop) {
     return MeasureAreas(Within(first_, stop));
 }
 
-std::vector<HypsometryRow> MeasureDesk::Hypsometry(const std::vector<double>& heights,
+std::vector<HypsometryRow> MeasureDesk::Hypsometry(std::vector<double> heights,
                                                    const StopToken& stop) {
     Prepare(stop);
+    heights.erase(std::unique(heights.begin(), heights.end()), heights.end());
     return MeasureHypsometry(Within(first_, stop), heights);
 }
 
@@ -174,9 +177,8 @@ CrossSectionFigures MeasureDesk::CrossSections(const CrossSectionPlan& plan,
 void MeasureDesk::TakeExact(const CrossSectionPlan& plan, std::optional<double> datum,
                             const StopToken& stop, CrossSectionFigures& figures) const {
     const PolygonReading corridor = MakePolygon(first_.whole.origin, {CorridorOf(plan)});
-    if (!corridor.failure.empty()) {
-        figures.remark = "The bends of the axis are too sharp for the width: the sections overlap, "
-                         "and there is no exact volume beside that of the end areas.";
+    if (corridor.failure) {
+        figures.remark = Text::CrossOverlap;
         return;
     }
     const MeasuredSurface first = CutByPolygon(first_.whole, corridor.ground, stop);

@@ -36,7 +36,7 @@ struct CrossSectionFigures {
     std::optional<VolumeFigures> endAreas; // by neighbouring sections; none without a second
                                            // survey or a datum
     std::optional<VolumeFigures> exact;    // over the corridor; none too where that cannot be made
-    std::string remark;                    // why it cannot, full sentence, English
+    std::optional<Text> remark;            // why it cannot, a full sentence
 };
 
 /// Two surveys are compared where they have ground in common.
@@ -53,15 +53,16 @@ public:
 
     /// Restricts areas, volumes and differences to the ground within rings; none: to no ground in
     /// particular.
-    /// @return why they cannot be taken, a full sentence in English; those of before are kept then.
-    std::string SetPolygon(std::vector<PlanRing> rings);
+    /// @return why they cannot be taken, a full sentence; those of before are kept then.
+    std::optional<Text> SetPolygon(std::vector<PlanRing> rings);
     [[nodiscard]] const std::vector<PlanRing>& Polygon() const { return rings_; }
 
     /// Whether there is a surface to measure; it is made when there is none.
     [[nodiscard]] bool HasSurface(const StopToken& stop = StopToken()) const;
 
     AreaFigures Areas(const StopToken& stop = StopToken());
-    std::vector<HypsometryRow> Hypsometry(const std::vector<double>& heights,
+    /// @param heights  ascending; equal ones, as levels of a level survey are, count once.
+    std::vector<HypsometryRow> Hypsometry(std::vector<double> heights,
                                           const StopToken& stop = StopToken());
     VolumeFigures VolumeToDatum(double datum, const StopToken& stop = StopToken());
     /// With a second survey only.

@@ -1,5 +1,6 @@
 #include "app/session/MeasureReport.h"
 
+#include "export/vector/CsvField.h"
 #include "export/vector/VectorNumber.h"
 #include "util/NumberText.h"
 
@@ -45,20 +46,15 @@ void AppendLine(std::string& out, const std::vector<MeasureCell>& cells,
     out += line + "\n";
 }
 
-std::string Quoted(const std::string& text) {
-    if (text.find_first_of(",\"\r\n") == std::string::npos) {
-        return text;
-    }
-    std::string quoted = "\"";
-    for (const char c : text) {
-        quoted += c == '"' ? "\"\"" : std::string(1, c);
-    }
-    return quoted + "\"";
+std::string CsvText(const std::string& text) {
+    std::string field;
+    AppendCsvField(field, text);
+    return field;
 }
 
 std::string CsvCell(const MeasureCell& cell) {
     if (!cell.number || !std::isfinite(*cell.number)) {
-        return Quoted(cell.text);
+        return CsvText(cell.text);
     }
     std::string number;
     VectorNumber::AppendShort(number, *cell.number);
@@ -294,7 +290,7 @@ MeasureReport MeasureReporter::Cross(const CrossSectionFigures& figures,
     if (question.crossDatum && desk_.Second() == nullptr) {
         report.about.emplace_back(Word(Text::MeasureHeight), Shown(*question.crossDatum) + " m");
     }
-    report.remark = figures.remark;
+    report.remark = figures.remark ? Word(*figures.remark) : std::string();
     return report;
 }
 

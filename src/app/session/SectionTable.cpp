@@ -1,5 +1,6 @@
 #include "app/session/SectionTable.h"
 
+#include "export/vector/CsvField.h"
 #include "export/vector/VectorNumber.h"
 
 namespace terravo {
@@ -25,7 +26,7 @@ public:
     void Append(const Profile& profile, int survey) {
         for (std::size_t run = 0; run < profile.runs.size(); ++run) {
             for (const ProfilePoint& point : profile.runs[run]) {
-                AppendRow(point, survey, run + 1);
+                AppendRow(point, LineNameAt(profile, point), survey, run + 1);
                 out_.FlushWhenFull();
             }
         }
@@ -41,7 +42,8 @@ private:
         out_.Buffer() += ',';
     }
 
-    void AppendRow(const ProfilePoint& point, int survey, std::size_t run) {
+    void AppendRow(const ProfilePoint& point, const std::string& line, int survey,
+                   std::size_t run) {
         Real(point.station);
         Real(point.place.x);
         Real(point.place.y);
@@ -54,7 +56,9 @@ private:
         Whole(static_cast<std::size_t>(survey));
         Whole(run);
         out_.Buffer() += NameOf(point.mark);
-        out_.Buffer() += point.isOnLine ? ",1," : ",0,";
+        out_.Buffer() += point.line > 0 ? ",1," : ",0,";
+        AppendCsvField(out_.Buffer(), line);
+        out_.Buffer() += ',';
         VectorNumber::AppendShort(out_.Buffer(), point.z);
         out_.Buffer() += "\n";
     }
@@ -67,7 +71,7 @@ private:
 } // namespace
 
 void WriteSectionTable(OutputFile& out, const std::vector<TableSection>& sections) {
-    out.Append("station,x,y,section,axis_station,survey,run,mark,on_line,height\n");
+    out.Append("station,x,y,section,axis_station,survey,run,mark,on_line,line,height\n");
     for (std::size_t i = 0; i < sections.size(); ++i) {
         Rows rows(out, i + 1, sections[i]);
         const SectionFigures& figures = *sections[i].figures;

@@ -18,7 +18,7 @@ struct TableSection {
     bool isAcross = false; // its station is one of the axis
 };
 
-/// Columns station, x, y, section, axis_station, survey, run, mark, on_line, height. Sections
+/// Columns station, x, y, section, axis_station, survey, run, mark, on_line, line, height. Sections
 /// count from 1 in their order, surveys are 1 and 2, runs count from 1 in each profile: between two
 /// runs there is no surface. Throws AppError.
 void WriteSectionTable(OutputFile& out, const std::vector<TableSection>& sections);

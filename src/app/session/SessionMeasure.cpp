@@ -16,11 +16,6 @@
 namespace terravo {
 namespace {
 
-bool HasLength(const std::vector<PlanPoint>& line) {
-    return std::adjacent_find(line.begin(), line.end(),
-                              [](PlanPoint a, PlanPoint b) { return !(a == b); }) != line.end();
-}
-
 PlanRing RingOf(const SpaceLine& line) {
     PlanRing ring;
     for (const SpacePoint& vertex : line.vertices) {
@@ -223,10 +218,9 @@ void Session::ForgetSecond() {
 
 bool Session::SetMeasuredPolygon(std::vector<PlanRing> rings) {
     const bool hasRings = !rings.empty();
-    const std::string fault = measures_.SetPolygon(std::move(rings));
-    if (!fault.empty()) {
-        services_.messages.ShowCritical(state_.texts[Text::MeasurePolygonRefused] + "\r\n" + fault,
-                                        "");
+    if (const std::optional<Text> fault = measures_.SetPolygon(std::move(rings))) {
+        services_.messages.ShowCritical(
+            state_.texts[Text::MeasurePolygonRefused] + "\r\n" + state_.texts[*fault], "");
         return false;
     }
     ++polygonRevision_;

@@ -12,6 +12,11 @@ inline QString ToQString(const std::string& text) {
     return QString::fromStdString(text);
 }
 
+/// A title and what is to be known of it.
+inline QString WithRemark(const QString& title, const QString& remark) {
+    return title + QStringLiteral(" (") + remark + QLatin1Char(')');
+}
+
 inline QString Caption(const terravo::RunState& state, terravo::Text text) {
     return ToQString(state.texts[text]);
 }

@@ -2,9 +2,8 @@
 
 #include "app/windows/Controls.h"
 #include "app/windows/SchemeStyle.h"
-#include "export/SheetExport.h"
+#include "app/windows/SheetToFile.h"
 #include "export/SheetPainter.h"
-#include "util/AppError.h"
 #include "util/NumberText.h"
 
 #include <QBoxLayout>
@@ -81,6 +80,7 @@ QBoxLayout* SectionWindow::MakeRow() {
     }
     cmdExport = Named(new QPushButton(Caption(state_, Text::SectionExport), this), "cmdExport");
     cmdSaveCsv = Named(new QPushButton(Caption(state_, Text::SectionSaveCsv), this), "cmdSaveCsv");
+    cmdAgain = Named(new QPushButton(Caption(state_, Text::MeasureAgain), this), "cmdAgain");
     auto* choices = new QHBoxLayout;
     choices->addWidget(shown);
     choices->addWidget(cmbShown);
@@ -90,6 +90,7 @@ QBoxLayout* SectionWindow::MakeRow() {
     auto* commands = new QHBoxLayout;
     commands->addWidget(cmdExport);
     commands->addWidget(cmdSaveCsv);
+    commands->addWidget(cmdAgain);
     commands->addStretch(1);
     auto* rows = new QVBoxLayout;
     rows->addLayout(choices);
@@ -102,6 +103,7 @@ void SectionWindow::ConnectControls() {
     connect(cmbExaggeration, &QComboBox::currentIndexChanged, this, &SectionWindow::Draw);
     connect(cmdExport, &QPushButton::clicked, this, &SectionWindow::Export);
     connect(cmdSaveCsv, &QPushButton::clicked, this, &SectionWindow::SaveCsv);
+    connect(cmdAgain, &QPushButton::clicked, this, &SectionWindow::AgainAsked);
     connect(picSection, &SheetView::PointerMoved, this, &SectionWindow::ShowPointer);
     connect(picSection, &SheetView::PointerLeft, this, [this] {
         MarkStation(std::nullopt);
@@ -135,11 +137,9 @@ void SectionWindow::Clear() {
 }
 
 void SectionWindow::SetStale(bool isStale) {
-    isStale_ = isStale;
-    setWindowTitle(
-        Caption(state_, Text::SectionWindowTitle) +
-        (isStale ? QStringLiteral(" (") + Caption(state_, Text::MeasureStale) + QLatin1Char(')')
-                 : QString()));
+    cmdAgain->setEnabled(isStale);
+    const QString title = Caption(state_, Text::SectionWindowTitle);
+    setWindowTitle(isStale ? WithRemark(title, Caption(state_, Text::MeasureStale)) : title);
 }
 
 void SectionWindow::ListSections() {
@@ -252,8 +252,8 @@ QString SectionWindow::TextOfVolumes(const SectionFigures& section) const {
                      .arg(Number(cross_->endAreas->cut), Number(cross_->endAreas->fill),
                           Number(cross_->exact->cut), Number(cross_->exact->fill));
     }
-    if (cmbShown->currentIndex() > 0 && !cross_->remark.empty()) {
-        lines += ToQString(cross_->remark);
+    if (cmbShown->currentIndex() > 0 && cross_->remark) {
+        lines += Caption(state_, *cross_->remark);
     }
     return lines.join(QLatin1Char('\n'));
 }
@@ -322,20 +322,8 @@ void SectionWindow::Export() {
     }
     const terravo::PaperSize a4 = terravo::PaperSizes()[0];
     const terravo::SheetScene scene = MakeSheet(*shown, {a4.name, a4.height, a4.width}).scene;
-    session_.ExportPicture(
-        "section",
-        [&](const std::string& path) {
-            const std::optional<terravo::PictureKind> kind = terravo::PictureKindOf(path);
-            if (!kind) {
-                throw terravo::AppError(terravo::ErrorNumber::kDeviceIo, path,
-                                        path + ": " + state_.texts[Text::UnknownPictureKind]);
-            }
-            terravo::SheetFileWish wish;
-            wish.title =
-                state_.texts[Text::SectionWindowTitle] + " " + session_.Points().sourceName;
-            terravo::WriteSheet(path, *kind, scene, wish);
-        },
-        "pdf");
+    SheetToFile(state_, session_, "section", scene,
+                state_.texts[Text::SectionWindowTitle] + " " + session_.Points().sourceName);
 }
 
 // All that can be shown.

@@ -59,6 +59,8 @@ signals:
     /// The pointer is over the profile: the place on the map.
     void Pointed(double x, double y);
     void PointerLeft();
+    /// What is shown is to be made of the surfaces of now.
+    void AgainAsked();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -88,7 +90,6 @@ private:
     std::optional<terravo::CrossSectionFigures> cross_;
     std::optional<double> datum_; // of the cross-sections
     terravo::SectionView place_;  // of the one that is shown
-    bool isStale_ = false;
     QTimer soon_;
     SheetView* picSection = nullptr;
     QComboBox* cmbShown = nullptr;
@@ -97,4 +98,5 @@ private:
     QLabel* lblVolumes = nullptr;
     QPushButton* cmdExport = nullptr;
     QPushButton* cmdSaveCsv = nullptr;
+    QPushButton* cmdAgain = nullptr;
 };

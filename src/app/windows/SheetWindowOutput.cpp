@@ -1,9 +1,8 @@
 // The sheet window's commands that hand the sheet out: as a file and on paper.
 #include "app/windows/Controls.h"
+#include "app/windows/SheetToFile.h"
 #include "app/windows/SheetWindow.h"
-#include "export/SheetExport.h"
 #include "export/SheetPrint.h"
-#include "util/AppError.h"
 
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -28,20 +27,9 @@ void SheetWindow::Export() {
     if (!scene) {
         return;
     }
-    session_.ExportPicture(
-        "sheet",
-        [&](const std::string& path) {
-            const std::optional<terravo::PictureKind> kind = terravo::PictureKindOf(path);
-            if (!kind) {
-                throw terravo::AppError(terravo::ErrorNumber::kDeviceIo, path,
-                                        path + ": " + state_.texts[Text::UnknownPictureKind]);
-            }
-            terravo::SheetFileWish wish;
-            const std::string& title = made_->plan.texts.title;
-            wish.title = title.empty() ? session_.Points().sourceName : title;
-            terravo::WriteSheet(path, *kind, *scene, wish);
-        },
-        "pdf");
+    const std::string& title = made_->plan.texts.title;
+    SheetToFile(state_, session_, "sheet", *scene,
+                title.empty() ? session_.Points().sourceName : title);
 }
 
 void SheetWindow::Print() {

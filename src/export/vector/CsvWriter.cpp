@@ -1,5 +1,6 @@
 #include "export/vector/CsvWriter.h"
 
+#include "export/vector/CsvField.h"
 #include "export/vector/VectorNumber.h"
 
 #include <algorithm>
@@ -32,27 +33,6 @@ void AppendCount(std::string& out, Integer count) {
                std::to_chars(digits.data(), digits.data() + digits.size(), count).ptr);
 }
 
-// Marks that open a comment for some readers count wherever they may.
-bool NeedsQuotes(std::string_view text) {
-    return !text.empty() && (text.find_first_of("\",;|\t\r\n\f\v#!*%/") != std::string_view::npos ||
-                             text.front() == ' ' || text.back() == ' ');
-}
-
-void AppendText(std::string& out, std::string_view text) {
-    if (!NeedsQuotes(text)) {
-        out += text;
-        return;
-    }
-    out += '"';
-    for (const char c : text) {
-        out += c;
-        if (c == '"') {
-            out += c;
-        }
-    }
-    out += '"';
-}
-
 } // namespace
 
 VectorParts CsvPointParts() {
@@ -73,13 +53,13 @@ void WriteCsvPoints(OutputFile& out, const VectorContent& content, const VectorO
     text += "number,easting,northing,height,code\n";
     for (Index i = 1; i <= static_cast<Index>(content.PointCount()); ++i) {
         const SpacePoint& p = content.PointAt(i);
-        AppendText(text, content.NameOf(i));
+        AppendCsvField(text, content.NameOf(i));
         for (const double value : {p.x, p.y, p.z}) {
             text += ',';
             AppendNumber(text, value);
         }
         text += ',';
-        AppendText(text, content.CodeOf(i));
+        AppendCsvField(text, content.CodeOf(i));
         text += '\n';
         out.FlushWhenFull();
     }

@@ -149,7 +149,7 @@ Profile LevelProfile(const Profile& like, double height) {
         level.runs.push_back({run.front(), run.back()});
         for (ProfilePoint& end : level.runs.back()) {
             end.z = height;
-            end.isOnLine = false;
+            end.line = 0;
         }
     }
     return level;

@@ -18,6 +18,19 @@ constexpr double kUsualPlace = 110;  // of one section, millimetres
 constexpr double kLeastHeight = 25;  // of a frame
 constexpr double kUsualShape = 0.55; // height of a frame, of its width
 
+// Of a section that is far wider than its ground, what lies about the ground, as far on either side
+// of the axis.
+double LengthToShow(const Profile& profile) {
+    constexpr double kFarWider = 2;
+    constexpr double kBeside = 1.1;
+    const double axis = profile.length / 2;
+    double reach = 0;
+    for (const ProfileRun& run : profile.runs) {
+        reach = std::max({reach, axis - run.front().station, run.back().station - axis});
+    }
+    return 0 < reach && reach * kFarWider < axis ? 2 * kBeside * reach : profile.length;
+}
+
 class CrossSections {
 public:
     CrossSections(const SectionContext& context, std::span<const SectionSource> sources)
@@ -25,7 +38,7 @@ public:
         for (const SectionSource& source : sources_) {
             const Extent heights = HeightsOf(source);
             range_ = std::max(range_, heights.max - heights.min);
-            length_ = std::max(length_, source.first.length);
+            length_ = std::max(length_, LengthToShow(source.first));
         }
     }
 

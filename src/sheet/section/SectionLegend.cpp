@@ -44,7 +44,7 @@ bool CrossesBreaklines(const SectionSource& source) {
     const auto has = [](const Profile& profile) {
         return std::any_of(profile.runs.begin(), profile.runs.end(), [](const ProfileRun& run) {
             return std::any_of(run.begin(), run.end(),
-                               [](const ProfilePoint& point) { return point.isOnLine; });
+                               [](const ProfilePoint& point) { return point.line > 0; });
         });
     };
     return has(source.first) || (source.second != nullptr && has(*source.second));

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace terravo {
 namespace {
@@ -199,18 +200,52 @@ private:
         }
     }
 
-    // Breaklines that are crossed: short strokes upwards from the ground.
+    // Breaklines that are crossed: short strokes upwards from the ground, with their names.
     void AddCrossed(const Profile& profile) {
         constexpr double kStroke = 2.4; // millimetres
         for (const ProfileRun& run : profile.runs) {
             for (const ProfilePoint& point : run) {
                 const SheetPoint foot = view_.ToPaper(point.station, point.z);
-                if (point.isOnLine && view_.box.Contains(foot)) {
-                    AddStroke(SheetLayer::Breaklines, context_.style.breakline, foot,
-                              {foot.x, std::max(foot.y - kStroke, view_.box.top)});
+                if (point.line == 0 || !view_.box.Contains(foot)) {
+                    continue;
                 }
+                const SheetPoint end{foot.x, std::max(foot.y - kStroke, view_.box.top)};
+                AddStroke(SheetLayer::Breaklines, context_.style.breakline, foot, end);
+                AddName(LineNameAt(profile, point), foot, end);
             }
         }
+    }
+
+    // Upright, at the top of the frame, or where the ground leaves no room there below it; beside
+    // the name before, and not at all where that leads too far away.
+    void AddName(const std::string& name, SheetPoint foot, SheetPoint stroke) {
+        const double h = context_.textHeight;
+        const double width = context_.Width(name);
+        const SheetBox& box = view_.box;
+        const SheetPoint above{std::max({stroke.x - h, box.left + h, namedAbove_ + 1.5 * h}),
+                               box.top + h + width};
+        const SheetPoint below{std::max(stroke.x + h, namedBelow_ + 1.5 * h),
+                               foot.y + 1.5 * h + width};
+        const auto isBeside = [&](double x) {
+            return x < std::min(stroke.x + 5 * h, box.right - h);
+        };
+        SheetPoint place;
+        if (name.empty()) {
+            return;
+        }
+        if (isBeside(above.x) && above.y + h < stroke.y) {
+            namedAbove_ = above.x;
+            place = above;
+            AddStroke(SheetLayer::Breaklines, context_.style.grid, stroke,
+                      {above.x, above.y + h / 2});
+        } else if (isBeside(below.x) && below.y + h / 2 < box.bottom) {
+            namedBelow_ = below.x;
+            place = below;
+        } else {
+            return;
+        }
+        AddText(scene_, SheetLayer::Breaklines, {name, h, false, width}, {place.x + h / 2, place.y},
+                TextAnchor::Left, context_.style.breakline.colour, std::numbers::pi / 2);
     }
 
     void AddTick(SheetPoint at, SheetPoint end) {
@@ -257,6 +292,8 @@ private:
     SheetScene& scene_;
     Ticks heights_;
     Ticks lengths_;
+    double namedAbove_ = -1e9; // where the last name stands, millimetres
+    double namedBelow_ = -1e9;
 };
 
 } // namespace

@@ -77,9 +77,9 @@ TEST(ProfileTest, LeavesGapsAndMarksBreaklines) {
     Survey survey(HillySurvey(test::GridPoints(8), false));
     SurfacePlan plan;
     const double side = survey.Points().extentX.max;
-    const auto line = [](std::vector<SpacePoint> vertices, bool closed) {
+    const auto line = [](std::vector<SpacePoint> vertices, bool closed, const char* name) {
         return std::make_shared<const SurfaceLine>(
-            SurfaceLine{{std::move(vertices), closed, ""}, "", 0});
+            SurfaceLine{{std::move(vertices), closed, name}, "", 0});
     };
     const double low = side * 0.4;
     const double high = side * 0.6;
@@ -87,21 +87,23 @@ TEST(ProfileTest, LeavesGapsAndMarksBreaklines) {
                                {high, low, kNoHeight},
                                {high, high, kNoHeight},
                                {low, high, kNoHeight}},
-                              true));
+                              true, "pit"));
     plan.breaklines.push_back(
-        line({{side * 0.21, 0, kNoHeight}, {side * 0.21, side, kNoHeight}}, false));
+        line({{side * 0.21, 0, kNoHeight}, {side * 0.21, side, kNoHeight}}, false, "wall"));
     survey.SetPlan(plan);
     const Profile profile = ProfileOf(survey, {{-10, side * 0.503}, {side + 10, side * 0.503}});
     ASSERT_EQ(profile.runs.size(), 2U);
     EXPECT_NEAR(profile.runs[0].back().station - 10, low, 1e-9);
     EXPECT_NEAR(profile.runs[1].front().station - 10, high, 1e-9);
-    std::size_t onLine = 0;
+    std::vector<std::string> met;
     for (const ProfilePoint& point : profile.runs[0]) {
-        onLine += point.isOnLine ? 1U : 0U;
-        EXPECT_TRUE(!point.isOnLine || std::fabs(point.place.x - side * 0.21) < 1e-9 ||
+        if (point.line > 0) {
+            met.push_back(LineNameAt(profile, point));
+        }
+        EXPECT_TRUE(point.line == 0 || std::fabs(point.place.x - side * 0.21) < 1e-9 ||
                     std::fabs(point.place.x - low) < 1e-9);
     }
-    EXPECT_EQ(onLine, 2U); // the breakline and the rim of the hole
+    EXPECT_EQ(met, (std::vector<std::string>{"wall", "pit"}));
     EXPECT_FALSE(HeightAtStation(profile, side / 2 + 10).has_value());
 }
 

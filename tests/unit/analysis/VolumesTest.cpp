@@ -115,7 +115,7 @@ TEST(VolumesTest, AgreeWithClosedForms) {
             ell.push_back({shift + x, shift + y});
         }
         const PolygonReading ground = MakePolygon(t.origin, {ell});
-        ASSERT_EQ(ground.failure, "");
+        ASSERT_FALSE(ground.failure);
         const MeasuredSurface within = CutByPolygon(t, ground.ground);
         // 6 x 2 about (3, 1) and 2 x 4 about (1, 4).
         ExpectNear(VolumeAgainst(within, 0).net, 12 * 5 + 8 * 9, 132, "tilted plane");
@@ -239,14 +239,14 @@ TEST(AreaFiguresTest, TheHypsometricTableIsThatOfPlanes) {
 
 TEST(MeasuredPolygonTest, RefusesWhatHasNoInside) {
     const auto failureOf = [](PlanRing ring) { return MakePolygon({}, {std::move(ring)}).failure; };
-    EXPECT_EQ(failureOf({{0, 0}, {1, 1}, {2, 2}}), "The polygon has no area.");
-    EXPECT_EQ(failureOf({{0, 0}, {2, 2}, {2, 0}, {0, 2}}), "The polygon crosses itself.");
-    EXPECT_NE(failureOf({{0, 0}, {1, 0}}), "");
+    EXPECT_EQ(failureOf({{0, 0}, {1, 1}, {2, 2}}), Text::PolygonNoArea);
+    EXPECT_EQ(failureOf({{0, 0}, {2, 2}, {2, 0}, {0, 2}}), Text::PolygonCrosses);
+    EXPECT_TRUE(failureOf({{0, 0}, {1, 0}}));
     // A hole, and ground beside the surface.
     const PlanRing outer{{-5, 2}, {15, 2}, {15, 8}, {-5, 8}};
     const PlanRing hole{{4, 4}, {6, 4}, {6, 6}, {4, 6}};
     const PolygonReading ground = MakePolygon({}, {outer, hole});
-    ASSERT_EQ(ground.failure, "");
+    ASSERT_FALSE(ground.failure);
     const MeasuredSurface within = CutByPolygon(SurfaceOf(Pyramid()), ground.ground);
     ExpectNear(MeasureAreas(within).plan, 10 * 6 - 4, 56, "square with a hole");
 }

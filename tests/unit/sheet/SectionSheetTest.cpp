@@ -174,7 +174,7 @@ struct SectionSheetTest : ::testing::Test {
 
 TEST_F(SectionSheetTest, DrawsEveryRunWhereItsStationsAndHeightsAre) {
     Profile profile = ProfileOf(100, {{{5, 20}, {30, 24}}, {{40, 22}, {90, 21}, {95, 19.5}}});
-    profile.runs[1][1].isOnLine = true;
+    profile.runs[1][1].line = 1;
     const Profile other = ProfileOf(100, {{{0, 21}, {60, 23}}});
     SectionSource source{profile, &other, "before", "after"};
     source.areas = SectionAreas{1.25, 33};
