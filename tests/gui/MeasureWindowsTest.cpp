@@ -211,7 +211,24 @@ TEST_F(MeasureWindowsTest, ASecondSurveyIsReadWithCareAndCompared) {
     PointAt(*View(), View()->PixelAt({5000050, 600050}));
     EXPECT_NE(LabelText("lblPlace").find("Difference: 1.500 m"), std::string::npos)
         << LabelText("lblPlace");
+    // What is of before says so, is not handed out, and is made anew when that is asked for.
+    auto* difference = Find<DifferenceWindow>("DifferenceWindow");
+    const auto isOld = [&] { return difference->windowTitle().contains("before the last change"); };
+    const auto can = [&](const char* name) {
+        return difference->findChild<QPushButton*>(name)->isEnabled();
+    };
+    EXPECT_FALSE(isOld() || can("cmdAgain"));
+    Compare(folder.Write("raised more.dat", SlopeText(2.5)));
+    EXPECT_TRUE(isOld() && can("cmdAgain"));
+    EXPECT_FALSE(can("cmdExport") || can("cmdExportVector"));
+    difference->findChild<QPushButton*>("cmdAgain")->click();
+    EXPECT_FALSE(isOld() || !can("cmdExport"));
+    PointAt(*sheet, sheet->PixelAt({5000050, 600050}));
+    EXPECT_NE(LabelText("lblDifference").find("Difference: 2.500 m"), std::string::npos);
+
     Choose("mnuForgetSecond");
+    EXPECT_TRUE(isOld());
+    EXPECT_FALSE(can("cmdAgain"));
     EXPECT_FALSE(Find<QPushButton>("cmdDifferenceSheet")->isEnabled());
 }
 
@@ -256,6 +273,7 @@ TEST_F(MeasureWindowsTest, ResultsFollowTheSurveyAndOthersAreMarked) {
     ASSERT_TRUE(Soon([&] { return Section()->ShownLine() == nullptr; }));
     EXPECT_EQ(session->Measures().Second(), nullptr);
     EXPECT_EQ(list->count(), 3) << "what was measured stays";
+    EXPECT_TRUE(list->item(0)->text().contains("of points opened before"));
     Find<QListWidget>("lstMeasures")->setCurrentRow(2);
     EXPECT_FALSE(Find<QPushButton>("cmdAgain")->isEnabled()) << "of other points";
 }

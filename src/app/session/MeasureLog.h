@@ -18,6 +18,10 @@ struct MeasureEntry {
 
     /// Whether the surfaces are no longer those that were measured.
     [[nodiscard]] bool IsStale(const MeasureStand& now) const { return stand.survey != now.survey; }
+    /// Whether other points have been opened since.
+    [[nodiscard]] bool IsOfOtherPoints(const MeasureStand& now) const {
+        return stand.points != now.points;
+    }
     /// Whether the same can be measured again: what it was measured of, beside the shape of the
     /// surface, is still there.
     [[nodiscard]] bool CanBeRepeated(const MeasureStand& now) const {

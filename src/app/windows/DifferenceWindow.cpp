@@ -2,10 +2,9 @@
 
 #include "app/windows/Controls.h"
 #include "app/windows/SchemeStyle.h"
-#include "export/SheetExport.h"
+#include "app/windows/SheetToFile.h"
 #include "export/SheetPainter.h"
 #include "survey/SurfaceHeight.h"
-#include "util/AppError.h"
 #include "util/NumberText.h"
 
 #include <QBoxLayout>
@@ -29,14 +28,17 @@ void DifferenceWindow::MakeControls() {
     cmdExport = Named(new QPushButton(Caption(state_, Text::SectionExport), this), "cmdExport");
     cmdExportVector = Named(new QPushButton(Caption(state_, Text::MeasureExportDifference), this),
                             "cmdExportVector");
+    cmdAgain = Named(new QPushButton(Caption(state_, Text::MeasureAgain), this), "cmdAgain");
     connect(picDifference, &SheetView::PointerMoved, this, &DifferenceWindow::ShowPointer);
     connect(picDifference, &SheetView::PointerLeft, this,
             [this] { lblDifference->setText(QStringLiteral(" ")); });
     connect(cmdExport, &QPushButton::clicked, this, &DifferenceWindow::Export);
     connect(cmdExportVector, &QPushButton::clicked, this, &DifferenceWindow::ExportAsked);
+    connect(cmdAgain, &QPushButton::clicked, this, &DifferenceWindow::AgainAsked);
     auto* row = new QHBoxLayout;
     row->addWidget(cmdExport);
     row->addWidget(cmdExportVector);
+    row->addWidget(cmdAgain);
     row->addStretch(1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(picDifference, 1);
@@ -56,6 +58,15 @@ void DifferenceWindow::Show(terravo::DifferenceSurface difference) {
     }
     picDifference->Show(std::make_shared<const terravo::SheetScene>(std::move(sheet->scene)),
                         sheet->view);
+    SetStale(false, true);
+}
+
+void DifferenceWindow::SetStale(bool isStale, bool canBeMade) {
+    cmdExport->setEnabled(!isStale);
+    cmdExportVector->setEnabled(!isStale);
+    cmdAgain->setEnabled(isStale && canBeMade);
+    const QString title = Caption(state_, Text::DifferenceTitle);
+    setWindowTitle(isStale ? WithRemark(title, Caption(state_, Text::MeasureStale)) : title);
 }
 
 void DifferenceWindow::ShowPointer(double x, double y) {
@@ -78,19 +89,7 @@ void DifferenceWindow::Export() {
     if (!scene) {
         return;
     }
-    session_.ExportPicture(
-        "difference",
-        [&](const std::string& path) {
-            const std::optional<terravo::PictureKind> kind = terravo::PictureKindOf(path);
-            if (!kind) {
-                throw terravo::AppError(terravo::ErrorNumber::kDeviceIo, path,
-                                        path + ": " + state_.texts[Text::UnknownPictureKind]);
-            }
-            terravo::SheetFileWish wish;
-            wish.title = state_.texts[Text::DifferenceTitle];
-            terravo::WriteSheet(path, *kind, *scene, wish);
-        },
-        "pdf");
+    SheetToFile(state_, session_, "difference", *scene, state_.texts[Text::DifferenceTitle]);
 }
 
 void DifferenceWindow::closeEvent(QCloseEvent* event) {

@@ -1,7 +1,8 @@
 // The window of the difference of two surveys: a sheet of its own, with its legend.
 //
 // Data: the difference surface and the sheet made of it. Method: it is made once, when it is asked
-// for, and stays what it was; the pointer says the difference at its place.
+// for, and stays what it was: where the surveys have changed since, the title says so, and there is
+// a button that makes it anew. The pointer says the difference at its place.
 #pragma once
 
 #include "app/session/Session.h"
@@ -22,6 +23,9 @@ public:
                      const terravo::ColourScheme& scheme);
 
     void Show(terravo::DifferenceSurface difference);
+    /// Whether the surveys are others than those that are shown. What is old is not handed out.
+    /// @param canBeMade  whether there still are two.
+    void SetStale(bool isStale, bool canBeMade);
     [[nodiscard]] SheetView& View() { return *picDifference; }
 
 signals:
@@ -29,6 +33,8 @@ signals:
     void Closing();
     /// A file for CAD and GIS is wanted.
     void ExportAsked();
+    /// The difference of now is wanted.
+    void AgainAsked();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -46,4 +52,5 @@ private:
     QLabel* lblDifference = nullptr;
     QPushButton* cmdExport = nullptr;
     QPushButton* cmdExportVector = nullptr;
+    QPushButton* cmdAgain = nullptr;
 };

@@ -47,7 +47,10 @@ QDoubleSpinBox* MakeNumberBox(QWidget* parent, const char* name, double value, d
 }
 
 DatumDialog::DatumDialog(const terravo::RunState& state, const Proposal& proposal, QWidget* parent)
-    : QDialog(parent), spnHeight(MakeNumberBox(this, "spnHeight", proposal.height, -kMost)) {
+    : QDialog(parent), spnHeight(MakeNumberBox(this, "spnHeight", proposal.height, -kMost)),
+      height_(proposal.height) {
+    connect(spnHeight, &QDoubleSpinBox::valueChanged, this,
+            [this](double value) { height_ = value; });
     setObjectName(QStringLiteral("DatumDialog"));
     setWindowTitle(Caption(state, Text::MeasureDatumDialog));
     const auto number = [&state](double value) {

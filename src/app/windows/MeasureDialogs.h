@@ -29,10 +29,12 @@ public:
     DatumDialog(const terravo::RunState& state, const Proposal& proposal,
                 QWidget* parent = nullptr);
 
-    [[nodiscard]] double Height() const { return spnHeight->value(); }
+    /// As it was proposed, to the last digit, unless the user has changed it.
+    [[nodiscard]] double Height() const { return height_; }
 
 private:
     QDoubleSpinBox* spnHeight;
+    double height_;
 };
 
 class CrossDialog : public QDialog {

@@ -129,6 +129,7 @@ void MeasureDocuments::Ask(const MeasureQuestion& question) {
     // The next click of that tool is on the sheet again.
     ShowResults(true, question.kind != MeasureKind::Place);
     if (answer->cross) {
+        crossShown_ = question;
         ShowSection();
         section_->ShowCross(*std::move(answer->cross), question.crossDatum);
     }
@@ -150,10 +151,9 @@ void MeasureDocuments::AskToDatum() {
     if (!areas) {
         return;
     }
-    constexpr double kToWhole = 100; // hundredths
-    const double balance = std::round(areas->meanHeight * kToWhole) / kToWhole;
+    const double balance = areas->meanHeight;
     const std::optional<double> height =
-        askHeight({lastHeight_.value_or(balance), areas->z.min, areas->z.max, areas->meanHeight});
+        askHeight({lastHeight_.value_or(balance), areas->z.min, areas->z.max, balance});
     if (height) {
         lastHeight_ = height;
         MeasureQuestion question;
@@ -180,7 +180,7 @@ void MeasureDocuments::AskCross() {
     question.kind = MeasureKind::Cross;
     question.plan = {axis, chosen->spacing, chosen->width};
     question.crossDatum = chosen->datum;
-    if (terravo::LayCrossSections(question.plan).empty()) {
+    if (terravo::AreTooMany(question.plan)) {
         status_.ShowNote(Caption(state_, Text::MeasureTooMany).arg(terravo::kMostCrossSections));
         return;
     }
@@ -229,6 +229,15 @@ void MeasureDocuments::RemakeSection() {
     if (std::optional<terravo::SectionFigures> section =
             session_.MakeSection(session_.SectionLine())) {
         section_->ShowSection(*std::move(section));
+    }
+}
+
+// The section, and where there are cross-sections, those too.
+void MeasureDocuments::RemakeCross() {
+    const bool hasCross = section_ != nullptr && section_->Cross() != nullptr;
+    RemakeSection();
+    if (hasCross && crossShown_) {
+        Ask(*crossShown_);
     }
 }
 
@@ -281,6 +290,7 @@ void MeasureDocuments::ShowSection() {
                 sheet_->View().SetMark(std::nullopt);
             }
         });
+        connect(section_, &SectionWindow::AgainAsked, this, &MeasureDocuments::RemakeCross);
         connect(section_, &QObject::destroyed, this, &MeasureDocuments::ShowOverlay);
         RemakeSection();
     }
@@ -298,9 +308,20 @@ void MeasureDocuments::ShowDifference() {
         AddDocument(difference_.data(), kKind);
         connect(difference_, &DifferenceWindow::ExportAsked, this,
                 &MeasureDocuments::ExportDifference);
+        connect(difference_, &DifferenceWindow::AgainAsked, this,
+                &MeasureDocuments::ShowDifference);
     }
+    differenceStand_ = session_.StandOfMeasures();
     difference_->Show(*std::move(made));
     room_.activate(*difference_);
+}
+
+// A comparison may take long: it is made again when it is asked for.
+void MeasureDocuments::FollowDifference() {
+    if (difference_ != nullptr) {
+        difference_->SetStale(!(session_.StandOfMeasures() == differenceStand_),
+                              session_.Measures().Second() != nullptr);
+    }
 }
 
 void MeasureDocuments::ExportDifference() {
@@ -347,6 +368,7 @@ void MeasureDocuments::ChangeFrame() {
     if (results_ != nullptr) {
         results_->Refresh();
     }
+    FollowDifference();
     stand_ = session_.StandOfMeasures();
     emit FrameChanged();
 }

@@ -102,8 +102,10 @@ void MeasureWindow::Refresh(bool selectsNewest) {
     lstMeasures->clear();
     for (const MeasureEntry& entry : log_.Entries()) {
         QString title = ToQString(entry.report.title);
-        if (entry.IsStale(now)) {
-            title += QStringLiteral(" (") + Caption(state_, Text::MeasureStale) + QLatin1Char(')');
+        if (entry.IsOfOtherPoints(now)) {
+            title = WithRemark(title, Caption(state_, Text::MeasureOther));
+        } else if (entry.IsStale(now)) {
+            title = WithRemark(title, Caption(state_, Text::MeasureStale));
         }
         lstMeasures->addItem(title);
     }

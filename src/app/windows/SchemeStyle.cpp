@@ -71,8 +71,9 @@ QPalette ApplicationPalette(const terravo::ColourScheme& scheme) {
     palette.setColor(QPalette::Highlight, SelectionColour(accent, back));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(QPalette::Disabled, role, MixedColour(back, fore, 0.6));
+        palette.setColor(QPalette::Disabled, role, MixedColour(back, fore, 0.52));
     }
+    palette.setColor(QPalette::Disabled, QPalette::Button, MixedColour(back, fore, 0.03));
     return palette;
 }
 
