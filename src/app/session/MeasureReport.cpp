@@ -14,12 +14,6 @@ namespace {
 constexpr const char* kSquare = "m²";
 constexpr const char* kCubic = "m³";
 
-std::string Percent(double tangent, char separator) {
-    const double degrees = std::atan(tangent) * 180 / std::numbers::pi;
-    return NumberText::FormatScreen(100 * tangent, "#0.00", separator) + " (" +
-           NumberText::FormatScreen(degrees, "#0.00", separator) + "°)";
-}
-
 std::string InUnit(const std::string& name, const char* unit) {
     return name + " [" + unit + "]";
 }
@@ -150,15 +144,12 @@ MeasureReport MeasureReporter::Areas(const AreaFigures& figures) const {
     const auto add = [&](Text name, MeasureCell value, const char* unit) {
         report.rows.push_back({{Word(name), {}}, std::move(value), {unit, {}}});
     };
-    const auto slope = [&](double tangent) {
-        return MeasureCell{Percent(tangent, run_.decimalSeparator), 100 * tangent};
-    };
     add(Text::MeasurePlanArea, Cell(figures.plan), kSquare);
     add(Text::MeasureSurfaceArea, Cell(figures.surface), kSquare);
     add(Text::MeasurePerimeter, Cell(figures.perimeter), "m");
     add(Text::MeasureMeanHeight, Cell(figures.meanHeight), "m");
-    add(Text::MeasureMeanSlope, slope(figures.meanSlope), "%");
-    add(Text::MeasureMaxSlope, slope(figures.maxSlope), "%");
+    AddSlope(report, Text::MeasureMeanSlope, figures.meanSlope);
+    AddSlope(report, Text::MeasureMaxSlope, figures.maxSlope);
     AddExtent(report, "x", figures.x);
     AddExtent(report, "y", figures.y);
     AddExtent(report, "z", figures.z);
@@ -168,6 +159,13 @@ MeasureReport MeasureReporter::Areas(const AreaFigures& figures) const {
         report.remark = Word(Text::MeasureNothingWithin);
     }
     return report;
+}
+
+// In both units that slopes are told in.
+void MeasureReporter::AddSlope(MeasureReport& report, Text name, double tangent) const {
+    const double degrees = std::atan(tangent) * 180 / std::numbers::pi;
+    report.rows.push_back({{Word(name), {}}, Cell(100 * tangent), {"%", {}}});
+    report.rows.push_back({{Word(name), {}}, Cell(degrees), {"°", {}}});
 }
 
 MeasureReport MeasureReporter::Hypsometry(const std::vector<HypsometryRow>& rows) const {
@@ -233,8 +231,7 @@ MeasureReport MeasureReporter::Place(PlanPoint place, const std::optional<PlaceO
             add(Word(Text::MeasureHeight) + ": " + NameOfFile(*desk_.Second()), Cell(*second), "m");
             add(Word(Text::MeasureDifference), Cell(*second - found->height), "m");
         }
-        add(Word(Text::MeasureSlope),
-            {Percent(found->slope, run_.decimalSeparator), 100 * found->slope}, "%");
+        AddSlope(report, Text::MeasureSlope, found->slope);
         add(Word(Text::MeasureAspect), Cell(found->aspect), "°");
     } else {
         report.remark = Word(Text::MeasureNothingHere);

@@ -61,6 +61,7 @@ public:
 private:
     [[nodiscard]] MeasureReport Begin(std::string title, bool comparesSurveys, bool isWithin) const;
     void AddColumns(MeasureReport& report) const;
+    void AddSlope(MeasureReport& report, Text name, double tangent) const;
     void AddVolume(MeasureReport& report, const VolumeFigures& figures) const;
     [[nodiscard]] std::optional<double> HeightOfSecond(PlanPoint place) const;
     void AddNearest(MeasureReport& report, const NearestSurveyPoint& nearest) const;

@@ -53,6 +53,7 @@ QPalette SchemePalette(const QPalette& base, const terravo::ColourScheme& scheme
     }
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(role, fore);
+        palette.setColor(QPalette::Disabled, role, MixedColour(back, fore, 0.52));
     }
     return palette;
 }
@@ -70,9 +71,6 @@ QPalette ApplicationPalette(const terravo::ColourScheme& scheme) {
     palette.setColor(QPalette::LinkVisited, link);
     palette.setColor(QPalette::Highlight, SelectionColour(accent, back));
     palette.setColor(QPalette::HighlightedText, Qt::white);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(QPalette::Disabled, role, MixedColour(back, fore, 0.52));
-    }
     palette.setColor(QPalette::Disabled, QPalette::Button, MixedColour(back, fore, 0.03));
     return palette;
 }
