@@ -58,6 +58,8 @@ done <<'END'
 END
 : >few
 refused 3 "holds no points" few --out out
+printf '1 1 1e200\n2 3 2e200\n4 1 1e200\n' >blanked
+refused 3 'none of its 3 points has a height' blanked --out out
 finish "points without triangles"
 
 refused 2 ''

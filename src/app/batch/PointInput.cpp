@@ -102,7 +102,15 @@ ImportOutcome ReadGis(const PointCall& call, PointSet& points, const StopToken& 
 } // namespace
 
 ImportOutcome ReadPointFile(const PointCall& call, PointSet& points, const StopToken& stop) {
-    return IsGisFile(call.file) ? ReadGis(call, points, stop) : ReadText(call, points, stop);
+    ImportOutcome input =
+        IsGisFile(call.file) ? ReadGis(call, points, stop) : ReadText(call, points, stop);
+    if (points.count == 0 && input.report.voidHeights > 0) {
+        throw RunFailure(
+            ExitCode::kNoTriangulation,
+            call.file + ": none of its " + std::to_string(input.report.voidHeights) +
+                " points has a height (a number beyond 1.7e38 says that there is none).");
+    }
+    return input;
 }
 
 void RequireTriangles(const std::string& file, const PointSet& points,
