@@ -27,6 +27,7 @@
 #include "gis/GisImport.h"
 #include "survey/PointFile.h"
 #include "survey/import/ImportChoice.h"
+#include "survey/surface/LineFile.h"
 #include "survey/surface/SurfacePick.h"
 #include "util/SettingsStore.h"
 #include "view3d/terrain/TerrainContent.h"
@@ -461,6 +462,10 @@ private:
     void MakeAllAnew();
     [[nodiscard]] std::vector<std::string> LinesLeftOut() const;
     void TellOfLinesLeftOut(const std::vector<std::string>& before);
+    /// Asks for a file of lines and reads it; nothing: cancelled, or the user has been told why.
+    std::optional<LineReading> AskForLines(LineClosing closing);
+    /// Sentences one below the other, if there are any; of very many the first.
+    void TellRemarks(const std::vector<std::string>& remarks, const std::string& title = "");
     void SavePointSet(const PointSet& points, const std::string& proposedName);
     void DrawMap();
     void LeaveRuleThatDoesNotFit();

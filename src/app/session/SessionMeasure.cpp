@@ -4,7 +4,6 @@
 #include "app/session/FileDialog.h"
 #include "app/session/Session.h"
 #include "app/session/WorkGuard.h"
-#include "gis/GisLines.h"
 #include "sheet/SheetLayout.h"
 #include "util/AppError.h"
 #include "util/OutputFile.h"
@@ -231,34 +230,16 @@ bool Session::SetMeasuredPolygon(std::vector<PlanRing> rings) {
 }
 
 bool Session::OpenMeasuredPolygon() {
-    const FileQuestion question{.mode = "Open",
-                                .description = state_.texts[Text::LineFileWord],
-                                .pattern = "*.txt;*.csv;*.dxf;*.gpkg;*.shp;*.geojson;*.kml;*.xyz",
-                                .initialFolder = survey_.Points().sourceFolder,
-                                .defaultName = {},
-                                .title = state_.texts[Text::ChooseFile],
-                                .extension = {}};
-    LineReading reading;
-    try {
-        const std::string path = FileDialog(services_.dialogs, question, state_);
-        const WorkGuard work(*this);
-        reading = ReadSurfaceLines(path, LineClosing::Always, {}, stop_);
-    } catch (const AppError& error) {
-        reading.failure = error.number() == kDialogCancelled ? std::string() : error.what();
-        reading.isStopped = reading.failure.empty();
-    }
-    if (!reading.failure.empty()) {
-        services_.log.Write(reading.failure);
-        services_.messages.ShowCritical(reading.failure, "");
-    }
-    if (reading.isStopped || !reading.failure.empty() || reading.lines.empty()) {
+    const std::optional<LineReading> reading = AskForLines(LineClosing::Always);
+    if (!reading) {
         return false;
     }
+    TellRemarks(reading->remarks);
     std::vector<PlanRing> rings;
-    for (const SurfaceLine& line : reading.lines) {
+    for (const SurfaceLine& line : reading->lines) {
         rings.push_back(RingOf(line.line));
     }
-    return SetMeasuredPolygon(std::move(rings));
+    return !rings.empty() && SetMeasuredPolygon(std::move(rings));
 }
 
 void Session::SaveTable(const std::string& proposedName,

@@ -184,12 +184,10 @@ void Session::TellOfLinesLeftOut(const std::vector<std::string>& before) {
     std::erase_if(sentences, [&before](const std::string& sentence) {
         return std::find(before.begin(), before.end(), sentence) != before.end();
     });
-    if (!sentences.empty()) {
-        services_.messages.ShowInformation(OneBelowTheOther(sentences), "");
-    }
+    TellRemarks(sentences);
 }
 
-void Session::AddLineFile(LineRole role) {
+std::optional<LineReading> Session::AskForLines(LineClosing closing) {
     const FileQuestion question{.mode = "Open",
                                 .description = state_.texts[Text::LineFileWord],
                                 .pattern = "*.txt;*.csv;*.dxf;*.gpkg;*.shp;*.geojson;*.kml;*.xyz",
@@ -201,32 +199,40 @@ void Session::AddLineFile(LineRole role) {
     try {
         const std::string path = FileDialog(services_.dialogs, question, state_);
         const WorkGuard work(*this);
-        reading = ReadSurfaceLines(
-            path, role == LineRole::Breakline ? LineClosing::AsTheyAre : LineClosing::Always, {},
-            stop_);
+        reading = ReadSurfaceLines(path, closing, {}, stop_);
     } catch (const AppError& error) {
         if (error.number() != kDialogCancelled) {
             services_.messages.ShowCritical(error.what(), "");
         }
-        return;
+        return std::nullopt;
     }
     if (!reading.failure.empty()) {
         services_.log.Write(reading.failure);
         services_.messages.ShowCritical(reading.failure, "");
-        return;
+        return std::nullopt;
     }
-    AddLines(role, std::move(reading.lines));
-    if (!reading.remarks.empty()) {
-        services_.messages.ShowInformation(OneBelowTheOther(reading.remarks), "");
+    return reading;
+}
+
+void Session::TellRemarks(const std::vector<std::string>& remarks, const std::string& title) {
+    if (!remarks.empty()) {
+        services_.messages.ShowInformation(OneBelowTheOther(remarks), title);
+    }
+}
+
+void Session::AddLineFile(LineRole role) {
+    std::optional<LineReading> reading =
+        AskForLines(role == LineRole::Breakline ? LineClosing::AsTheyAre : LineClosing::Always);
+    if (reading) {
+        AddLines(role, std::move(reading->lines));
+        TellRemarks(reading->remarks);
     }
 }
 
 void Session::AddCodeLines(const std::vector<std::string>& codes) {
     CodeLineReading reading = LinesFromCodes(survey_.Points(), codes);
     AddLines(LineRole::Breakline, std::move(reading.lines));
-    if (!reading.remarks.empty()) {
-        services_.messages.ShowInformation(OneBelowTheOther(reading.remarks), "");
-    }
+    TellRemarks(reading.remarks);
 }
 
 void Session::SetLongestSide(std::optional<double> length) {

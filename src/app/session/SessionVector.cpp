@@ -22,14 +22,6 @@ FileQuestion QuestionFor(const VectorFormat& format, const std::string& name,
             .extension = extension};
 }
 
-std::string OneBelowTheOther(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines) {
-        text += (text.empty() ? "" : "\r\n") + line;
-    }
-    return text;
-}
-
 } // namespace
 
 // Nothing is made where it was stopped.
@@ -50,10 +42,7 @@ void Session::ExportContent(const VectorFormat& format, const std::string& name,
         }();
         view_->ShowNote(state_.texts[Text::SavedAs] + " " + path +
                         (outcome.verified ? "; " + state_.texts[Text::Verified] : ""));
-        if (!outcome.remarks.empty()) {
-            services_.messages.ShowInformation(OneBelowTheOther(outcome.remarks),
-                                               state_.texts[Text::VectorTitle]);
-        }
+        TellRemarks(outcome.remarks, state_.texts[Text::VectorTitle]);
     } catch (const AppError& error) {
         if (error.number() != kDialogCancelled) {
             services_.log.Write(error.what());
