@@ -92,6 +92,10 @@ TEST_F(SheetWindowTest, OpensWithAFileOfTheUserByTheSettingAndNeverWithTheCompan
     ASSERT_TRUE(Soon([this] { return parent->findChild<frm3D*>() == nullptr; }));
     session->LoadNamedFile(folder.Write("other.dat", HillsText(7)));
     EXPECT_EQ(parent->findChild<frm3D*>(), nullptr);
+    session->SetExact(true); // all is made anew
+    EXPECT_EQ(parent->findChild<frm3D*>(), nullptr) << "a change opens no window";
+    session->ShowView3D();
+    EXPECT_NE(parent->findChild<frm3D*>(), nullptr);
 }
 
 TEST_F(SheetWindowTest, AStartUpFileOpensTheDescribedWindowsAlone) {

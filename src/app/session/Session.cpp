@@ -11,6 +11,8 @@
 #include "util/AppError.h"
 #include "util/PathText.h"
 
+#include <utility>
+
 namespace terravo {
 namespace {
 
@@ -226,7 +228,9 @@ void Session::ShowView3D() {
     const WorkGuard work(*this);
     const ShownSurface made = survey_.Surface(stop_);
     if (made.ierr == modDelaunay2D::Ierr::kDone) {
+        const bool opens = std::exchange(opensView3D_, true);
         HandToView3D(made);
+        opensView3D_ = opens;
     }
 }
 
@@ -425,7 +429,6 @@ void Session::ShowWhatWasRead() {
     const OpeningWindows windows = OpensWith();
     opensView3D_ = windows != OpeningWindows::MapAndSheet;
     RunPipeline();
-    opensView3D_ = true;
     ShowResultViews(drawn_);
     view_->ShowFindings();
     if (drawn_ && windows != OpeningWindows::MapAnd3D) {
