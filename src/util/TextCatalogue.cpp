@@ -166,7 +166,7 @@ constexpr EnglishText kEnglish[] = {
     {Text::CountHeader, "Header lines: %1"},
     {Text::CountComments, "Comments: %1"},
     {Text::CountBlank, "Blank lines: %1"},
-    {Text::CountNoHeight, "Without height: %1 (lines %2)"},
+    {Text::CountNoHeight, "Without height: %1; lines: %2"},
     {Text::CountBad, "Records that do not fit: %1"},
     {Text::BadCount, "Line %1: fields %2 instead of %3"},
     {Text::BadField, "Line %1, field %2: \"%3\" is not a number"},

@@ -108,7 +108,7 @@ TEST_F(ImportDialogTest, ReadsOnWithoutBadRecordsOnlyWhenToldTo) {
     Open("1,2,3\n4,5\n7,x,9\n1,1,-\n4,5,6\n7,8,9\n3,3,3\n4,4,4\n5,5,5\n");
     EXPECT_FALSE(CanBeRead());
     EXPECT_EQ(LeftOut(), "Records that do not fit: 2\n  Line 2: fields 2 instead of 3\n"
-                         "  Line 3, field 2: \"x\" is not a number\nWithout height: 1 (lines 4)");
+                         "  Line 3, field 2: \"x\" is not a number\nWithout height: 1; lines: 4");
     auto* skip = Find<QCheckBox>("chkSkipBad");
     EXPECT_EQ(skip->text(), "&Leave out records that do not fit (2)");
     QTest::keyClick(dialog.get(), Qt::Key_L, Qt::AltModifier);
