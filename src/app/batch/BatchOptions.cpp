@@ -408,6 +408,22 @@ VectorChoice BatchOptions::ChoiceFor(PictureKind kind) const {
     return {paper.value_or(kind == PictureKind::Pdf ? Paper::White : Paper::Black), pageSize};
 }
 
+namespace {
+
+// The parser would take the last of them without a word.
+void RefuseRepeated(const QCommandLineParser& parser) {
+    static const QStringList repeatable{"volume",          "within",   "section",
+                                        "height-at",       "layer",    "breaklines",
+                                        "breakline-codes", "boundary", "holes"};
+    for (const QString& name : parser.optionNames()) {
+        if (parser.values(name).size() > 1 && !repeatable.contains(name)) {
+            throw UsageError(QStringLiteral("--%1 is given more than once.").arg(name));
+        }
+    }
+}
+
+} // namespace
+
 BatchCall ParseBatchCall(const QStringList& arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -435,6 +451,7 @@ BatchCall ParseBatchCall(const QStringList& arguments) {
         if (!understood) {
             throw UsageError(parser.errorText());
         }
+        RefuseRepeated(parser);
         call.options = ReadOptions(parser, known);
         call.run = true;
     } catch (const UsageError& error) {
