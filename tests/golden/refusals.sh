@@ -229,6 +229,9 @@ refused 1 'missing.terravo: ' points --volume-to missing.terravo --out out
 printf '1,1,0\n2,2,5\n' >two
 refused 3 'two: .*three are needed' points --volume-to two --out out
 refused 4 '' points --section 1,2,3,4 --section-csv missing/s.csv
+export __EGL_VENDOR_LIBRARY_DIRS=$base __EGL_VENDOR_LIBRARY_FILENAMES=
+refused 5 'no OpenGL 3.3 here, .* graphics driver; .*libgl1-mesa-dri' points --terrain out/t.png
+unset __EGL_VENDOR_LIBRARY_DIRS __EGL_VENDOR_LIBRARY_FILENAMES
 finish "measuring"
 
 awk 'BEGIN { for (i = 0; i < 300000; ++i)

@@ -15,7 +15,9 @@ namespace {
 
 [[noreturn]] void Refuse(const std::string& why) {
     throw AppError(ErrorNumber::kDrawing, "OffscreenGl",
-                   "The terrain cannot be drawn: " + why + ".");
+                   "The terrain cannot be drawn: there is no OpenGL 3.3 here, " + why +
+                       ". It needs EGL and a graphics driver; on Debian the packages libegl1, "
+                       "libgl1 and libgl1-mesa-dri bring one that needs no graphics card.");
 }
 
 // The functions of a library that is not there must not be asked for.
@@ -24,7 +26,7 @@ void RequireLibraries() {
     for (const auto& [file, symbol] :
          {std::pair("libEGL.so.1", "eglInitialize"), std::pair("libGL.so.1", "glClear")}) {
         if (SharedLibrary::SymbolOf(file, symbol, reason) == nullptr) {
-            Refuse("there is no OpenGL on this computer (" + reason + ")");
+            Refuse("a library is missing (" + reason + ")");
         }
     }
 }
@@ -45,7 +47,7 @@ OffscreenGl::OffscreenGl() {
     RequireLibraries();
     display_ = DisplayWithoutWindows();
     if (display_ == EGL_NO_DISPLAY || eglInitialize(display_, nullptr, nullptr) == EGL_FALSE) {
-        Refuse("OpenGL needs a display here, and there is none");
+        Refuse("EGL finds no driver");
     }
     constexpr std::array<EGLint, 13> kConfig{EGL_SURFACE_TYPE,
                                              0,
@@ -74,7 +76,7 @@ OffscreenGl::OffscreenGl() {
     if (context_ == nullptr ||
         eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, context_) == EGL_FALSE) {
         eglTerminate(display_);
-        Refuse("OpenGL 3.3 is not to be had here");
+        Refuse("the driver only has an older one");
     }
 }
 
