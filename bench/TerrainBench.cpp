@@ -40,7 +40,7 @@ const Scene& KeptScene(Index count) {
         const LevelSet levels = MakeLevelSet(RuleByCount(20), surface.points.extentZ,
                                              ColourScale::MakePalette(256), LevelRequest());
         scene->contours = *MakeContourSet(surface.points, surface.triangles, levels);
-        scene->content = MakeTerrainContent(surface, scene->contours, IsIndex);
+        scene->content = MakeTerrainContent(surface, {scene->contours, IsIndex});
     }
     return *scene;
 }
@@ -56,7 +56,7 @@ void Prepare(benchmark::State& state, Index count) {
     const Scene& scene = KeptScene(count);
     for (auto _ : state) {
         benchmark::DoNotOptimize(
-            MakeTerrainContent(scene.survey.Surface(), scene.contours, IsIndex));
+            MakeTerrainContent(scene.survey.Surface(), {scene.contours, IsIndex}));
     }
 }
 

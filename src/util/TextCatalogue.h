@@ -675,6 +675,10 @@ enum class Text : std::size_t {
     PolygonNoArea,
     PolygonNotLaid,
     CrossOverlap,
+    CompassNorth,
+    CompassEast,
+    CompassSouth,
+    CompassWest,
     End // one behind the last
 };
 

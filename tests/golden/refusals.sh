@@ -147,8 +147,8 @@ refused 5 narrow points --size 20x20 --map out/m.png
 finish "numeric failures"
 
 refused 2 'drawing units for vector files' points --sheet out/s.pdf --dxf out/d.dxf --text-height 2
-refused 2 'smooth is for contours on a sheet or in' points --smooth 0.25 --out out
-refused 2 'smooth is for contours on a sheet or in' points --smooth 0.25 --landxml out/s.xml --content contours
+refused 2 'smooth is for contours on a sheet, a terrain or in' points --smooth 0.25 --out out
+refused 2 'smooth is for contours on a sheet, a terrain or in' points --smooth 0.25 --landxml out/s.xml --content contours
 refused 2 'flatten is for smooth contours in vector' points --smooth 0.25 --flatten 1 --sheet out/s.svg
 for option in smoothness=1 smooth-goal=plain smooth-limit=1 flatten=1 fewer-vertices verify-smooth; do
     refused 2 "${option%=*} is for smooth contours" points --dxf out/d.dxf --smooth 0 --$option

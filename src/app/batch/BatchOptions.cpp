@@ -321,11 +321,24 @@ void RefuseCollisions(const BatchOptions& options) {
 }
 
 void ParseVectors(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
-    options.exchange = known.exchange.Parse(parser, options.measure.IsWanted(),
-                                            known.sheet.TextHeight(), known.sheet.IndexEvery());
+    const bool namesUnit = options.measure.IsWanted() || !options.terrain.file.empty();
+    options.exchange =
+        known.exchange.Parse(parser, namesUnit, known.sheet.TextHeight(), known.sheet.IndexEvery());
     if (options.exchange.difference && options.measure.secondFile.empty()) {
         throw UsageError(QStringLiteral("--difference needs a second survey: --volume-to FILE."));
     }
+}
+
+const char* SignOf(LengthUnit unit) {
+    switch (unit) {
+    case LengthUnit::Metre:
+        break;
+    case LengthUnit::Foot:
+        return "ft";
+    case LengthUnit::UsSurveyFoot:
+        return "US ft";
+    }
+    return "m";
 }
 
 void ParseTerrain(const QCommandLineParser& parser, const Options& known, BatchOptions& options) {
@@ -373,9 +386,11 @@ BatchOptions ReadOptions(const QCommandLineParser& parser, const Options& known)
     ParseView3D(parser, known, options.view3D);
     ParseOutputs(parser, known, options);
     ParseSheets(parser, known, options);
-    ParseVectors(parser, known, options);
     ParseTerrain(parser, known, options);
-    options.smooth = known.smooth.Parse(parser, !options.sheet.file.empty(), options.exchange);
+    ParseVectors(parser, known, options);
+    options.terrain.heightUnit = SignOf(options.exchange.wish.unit);
+    options.smooth = known.smooth.Parse(
+        parser, !options.sheet.file.empty() || !options.terrain.file.empty(), options.exchange);
     options.sheet.plan.smoothing = options.smooth.options;
     options.exchange.wish.smoothing = options.smooth.options;
     options.exchange.wish.tolerance = options.smooth.tolerance;

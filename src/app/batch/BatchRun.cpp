@@ -12,6 +12,7 @@
 #include "app/batch/TerrainDrawing.h"
 #include "app/batch/View3DInput.h"
 #include "app/session/SheetMaker.h"
+#include "app/session/TerrainMaker.h"
 #include "app/settings/Language.h"
 #include "app/settings/SupportFolder.h"
 #include "contour/LevelRuleText.h"
@@ -306,14 +307,24 @@ void BatchRun::Draw() {
 // A surface without relief has no contours.
 void BatchRun::DrawTerrainPicture() {
     const LevelRule rule = SheetLevels();
-    if (FaultOf(rule, survey_.ShownPoints().extentZ) == LevelFault::None &&
-        !contours_.Prepare(rule, stop_)) {
+    const std::optional<SmoothingOptions>& smoothing = options_.sheet.plan.smoothing;
+    const bool hasContours = FaultOf(rule, survey_.ShownPoints().extentZ) == LevelFault::None;
+    if (hasContours && (!contours_.Prepare(rule, stop_) ||
+                        (smoothing && !contours_.PrepareSmooth(*smoothing, stop_)))) {
         return;
     }
-    TerrainDrawing drawing =
-        DrawTerrain(options_.terrain, contours_, rule, options_.width, options_.height, state_);
+    const bool areSmooth = hasContours && smoothing;
+    TerrainDrawing drawing = DrawTerrain(
+        options_.terrain, MakeTerrainOf(contours_, hasContours ? &rule : nullptr, areSmooth),
+        survey_.Surface().triangles, options_.width, options_.height, state_);
+    if (areSmooth) {
+        smoothReport_.Take(rule, *smoothing, stop_);
+    }
     terrainPicture_ = std::move(drawing.picture);
     figures_.terrain = drawing.figures;
+    if (!MapIsWanted()) {
+        figures_.segments = drawing.figures.segments;
+    }
 }
 
 void BatchRun::DrawSheet() {

@@ -127,10 +127,10 @@ bool ExchangeOptions::AreWanted(const QCommandLineParser& parser) const {
                        [&](const QCommandLineOption& file) { return parser.isSet(file); });
 }
 
-void ExchangeOptions::RefuseWithoutFiles(const QCommandLineParser& parser, bool measures) const {
+void ExchangeOptions::RefuseWithoutFiles(const QCommandLineParser& parser, bool namesUnit) const {
     for (const QCommandLineOption* option : {&content_, &dxfVersion_, &dxf3D_, &layerPerLevel_,
                                              &units_, &crs_, &decimals_, &noVerify_}) {
-        if (parser.isSet(*option) && !(measures && option == &units_)) {
+        if (parser.isSet(*option) && !(namesUnit && option == &units_)) {
             throw UsageError(
                 QStringLiteral("--%1 is for vector files: --dxf FILE or another such option "
                                "writes one.")
@@ -228,12 +228,12 @@ void ExchangeOptions::ParseUnit(const QCommandLineParser& parser, ExchangeCall& 
     call.unitIsChosen = parser.isSet(units_);
 }
 
-ExchangeCall ExchangeOptions::Parse(const QCommandLineParser& parser, bool measures,
+ExchangeCall ExchangeOptions::Parse(const QCommandLineParser& parser, bool namesUnit,
                                     const QCommandLineOption& textHeight,
                                     const QCommandLineOption& indexEvery) const {
     ExchangeCall call;
     if (!AreWanted(parser)) {
-        RefuseWithoutFiles(parser, measures);
+        RefuseWithoutFiles(parser, namesUnit);
         ParseUnit(parser, call);
         return call;
     }

@@ -39,11 +39,11 @@ public:
     /// Whether the call asks for any such file.
     [[nodiscard]] bool AreWanted(const QCommandLineParser& parser) const;
 
-    /// @param measures    the call measures, in the unit that it may name.
+    /// @param namesUnit   the call measures or shows heights, in the unit that it may name.
     /// @param textHeight  option that the sheet has too: there it is in millimetres.
     /// @param indexEvery  option that the sheet has too.
     /// Throws UsageError.
-    [[nodiscard]] ExchangeCall Parse(const QCommandLineParser& parser, bool measures,
+    [[nodiscard]] ExchangeCall Parse(const QCommandLineParser& parser, bool namesUnit,
                                      const QCommandLineOption& textHeight,
                                      const QCommandLineOption& indexEvery) const;
 
@@ -56,7 +56,7 @@ private:
     void ParseUnit(const QCommandLineParser& parser, ExchangeCall& call) const;
     void ParseDxf(const QCommandLineParser& parser, VectorOptions& options) const;
     void RefuseWithoutDxf(const QCommandLineParser& parser) const;
-    void RefuseWithoutFiles(const QCommandLineParser& parser, bool measures) const;
+    void RefuseWithoutFiles(const QCommandLineParser& parser, bool namesUnit) const;
 
     std::vector<QCommandLineOption> files_; // one a format, in their order
     QCommandLineOption difference_{

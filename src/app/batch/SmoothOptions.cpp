@@ -77,7 +77,7 @@ SmoothingOptions SmoothOptions::ParseLines(const QCommandLineParser& parser,
     return options;
 }
 
-SmoothCall SmoothOptions::Parse(const QCommandLineParser& parser, bool hasSheet,
+SmoothCall SmoothOptions::Parse(const QCommandLineParser& parser, bool hasPicture,
                                 const ExchangeCall& vectors) const {
     constexpr double kTooMuch = 0.5; // neighbours could meet halfway
     SmoothCall call;
@@ -92,11 +92,11 @@ SmoothCall SmoothOptions::Parse(const QCommandLineParser& parser, bool hasSheet,
     call.options = ParseLines(parser, fraction);
     call.verify = parser.isSet(verify_);
     const bool isInFiles = AnyTakesSmoothLines(vectors);
-    if (!hasSheet && !isInFiles) {
-        throw UsageError(
-            QStringLiteral("--smooth is for contours on a sheet or in vector files other than "
-                           "LandXML: --sheet FILE writes them, or --dxf FILE, for example, with "
-                           "contours or bands in its --content."));
+    if (!hasPicture && !isInFiles) {
+        throw UsageError(QStringLiteral(
+            "--smooth is for contours on a sheet, a terrain or in vector files other "
+            "than LandXML: --sheet FILE writes them, or --dxf FILE, for example, with "
+            "contours or bands in its --content."));
     }
     for (const QCommandLineOption* option : {&flatten_, &fewer_}) {
         if (parser.isSet(*option) && !isInFiles) {

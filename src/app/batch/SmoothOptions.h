@@ -26,10 +26,10 @@ class SmoothOptions {
 public:
     void AddTo(QCommandLineParser& parser) const;
 
-    /// @param hasSheet  a sheet is asked for.
-    /// @param vectors   the vector files that are.
+    /// @param hasPicture  a sheet or a terrain is asked for.
+    /// @param vectors     the vector files that are.
     /// Throws UsageError.
-    [[nodiscard]] SmoothCall Parse(const QCommandLineParser& parser, bool hasSheet,
+    [[nodiscard]] SmoothCall Parse(const QCommandLineParser& parser, bool hasPicture,
                                    const ExchangeCall& vectors) const;
 
 private:
@@ -39,8 +39,9 @@ private:
 
     QCommandLineOption smooth_{
         QStringLiteral("smooth"),
-        QStringLiteral("Smooth contours on the sheet and in vector files (not LandXML), that "
-                       "cannot cross: how far they may leave their height, as a part of the way to "
+        QStringLiteral("Smooth contours on the sheet, the terrain and in vector files (not "
+                       "LandXML), that cannot cross: how far they may leave their height, as a "
+                       "part of the way to "
                        "the next level, from 0, off, to less than 0.5; taken as 0.01 to 0.45. "
                        "0.25 suits most. Default: 0."),
         QStringLiteral("f"), QStringLiteral("0")};

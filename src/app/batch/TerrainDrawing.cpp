@@ -20,32 +20,35 @@ TerrainCamera CameraFor(const TerrainCall& call, const TerrainReach& reach, int 
 
 } // namespace
 
-TerrainDrawing DrawTerrain(const TerrainCall& call, const SurveyContours& contours,
-                           const LevelRule& rule, int width, int height, const RunState& run) {
-    constexpr Index kIndexEvery = 5;
-    const ShownSurface surface = contours.TheSurvey().Surface();
-    const TerrainContent content =
-        MakeTerrainContent(surface, contours.Contours(), [&](Index level) {
-            return IsIndexLevel(rule, contours.Levels(), level, kIndexEvery);
-        });
+TerrainDrawing DrawTerrain(const TerrainCall& call, const TerrainContent& content,
+                           const TriangleList& triangles, int width, int height,
+                           const RunState& run) {
     const TerrainCamera camera = CameraFor(call, content.frame.reach, width, height);
     const OffscreenGl graphics;
     TerrainRenderer renderer;
     renderer.Load(content);
     if (call.plan.triangles) {
-        renderer.LoadSides(SidesOf(surface.triangles));
+        renderer.LoadSides(SidesOf(triangles));
     }
-    const double usualHeight = 700; // pixels, at which a line is as wide as it says
+    constexpr double kUsualHeight = 700; // pixels, at which a line is as wide as it says
+    constexpr double kThinnest = 0.6;
     TerrainPixels pixels = DrawTerrainPicture(
         renderer,
-        {call.plan, camera, width, height, std::max(1.0, height / usualHeight), false, {}});
+        {call.plan, camera, width, height, std::max(kThinnest, height / kUsualHeight), false, {}});
     TerrainDrawing drawing;
     drawing.picture = QImage(pixels.bytes.data(), width, height, 3 * width, QImage::Format_RGB888)
                           .convertToFormat(QImage::Format_RGB32);
     QPainter painter(&drawing.picture);
     PaintTerrainFurniture(painter, {call.plan, camera, content.frame, run.texts,
-                                    run.decimalSeparator, width, height});
-    drawing.figures = {camera.Azimuth(), camera.Elevation(), camera.Exaggeration(), width, height};
+                                    run.decimalSeparator, call.heightUnit, width, height});
+    const std::size_t segments = content.Lines(TerrainLine::Contour).size() +
+                                 content.Lines(TerrainLine::IndexContour).size();
+    drawing.figures = {camera.Azimuth(),
+                       camera.Elevation(),
+                       camera.Exaggeration(),
+                       width,
+                       height,
+                       static_cast<std::int64_t>(segments)};
     return drawing;
 }
 

@@ -1,14 +1,16 @@
 // The picture of the terrain that terravo-batch writes.
 //
-// Data: the call, the surface with its contours. Method: drawn by OpenGL without a window, then the
+// Data: the call, the terrain and its triangles. Method: drawn by OpenGL without a window, then the
 // legend and the values are painted over it.
 #pragma once
 
 #include "app/batch/TerrainOptions.h"
-#include "app/session/SurveyContours.h"
 #include "util/RunState.h"
+#include "view3d/terrain/TerrainContent.h"
 
 #include <QImage>
+
+#include <cstdint>
 
 namespace terravo {
 
@@ -19,6 +21,7 @@ struct TerrainFigures {
     double exaggeration = 1;
     int width = 0; // pixels
     int height = 0;
+    std::int64_t segments = 0; // straight pieces of contours
 };
 
 struct TerrainDrawing {
@@ -26,9 +29,9 @@ struct TerrainDrawing {
     TerrainFigures figures;
 };
 
-/// @param contours  prepared by a rule, or without levels.
 /// Throws AppError kDrawing with a sentence where there is no OpenGL 3.3.
-TerrainDrawing DrawTerrain(const TerrainCall& call, const SurveyContours& contours,
-                           const LevelRule& rule, int width, int height, const RunState& run);
+TerrainDrawing DrawTerrain(const TerrainCall& call, const TerrainContent& content,
+                           const TriangleList& triangles, int width, int height,
+                           const RunState& run);
 
 } // namespace terravo

@@ -24,6 +24,7 @@ struct TerrainCall {
     TerrainPlan plan;
     TerrainDirection view;
     std::optional<double> exaggeration; // none: one that shows the relief
+    std::string heightUnit = "m";       // its sign
 };
 
 class TerrainOptions {

@@ -312,8 +312,9 @@ public:
                           const VectorWish& wish, const VectorWrite& write);
 
     /// The surface in use and the contours of the sheet's levels, ready to be drawn as a terrain.
+    /// @param smoothing  of the contours; none: lines as they are cut. A large surface has those.
     /// @return nothing where there is no surface, another command is at work, or it was stopped.
-    std::optional<TerrainContent> MakeTerrain();
+    std::optional<TerrainContent> MakeTerrain(const std::optional<SmoothingOptions>& smoothing);
 
     /// The settings, for the habits of dialogs.
     [[nodiscard]] SettingsStore& Settings() { return services_.settings; }

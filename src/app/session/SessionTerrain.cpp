@@ -1,11 +1,12 @@
 // The session's command that gets a terrain ready to be seen.
 #include "app/session/Session.h"
+#include "app/session/TerrainMaker.h"
 #include "app/session/WorkGuard.h"
 
 namespace terravo {
 
-std::optional<TerrainContent> Session::MakeTerrain() {
-    constexpr Index kIndexEvery = 5;
+std::optional<TerrainContent>
+Session::MakeTerrain(const std::optional<SmoothingOptions>& smoothing) {
     if (depth_ > 0 || survey_.Points().count == 0) {
         return std::nullopt;
     }
@@ -17,11 +18,10 @@ std::optional<TerrainContent> Session::MakeTerrain() {
             const bool hasContours =
                 FaultOf(rule, survey_.ShownPoints().extentZ) == LevelFault::None &&
                 contours_.Prepare(rule, stop_);
-            const ContourSet none;
-            content = MakeTerrainContent(
-                survey_.Surface(), hasContours ? contours_.Contours() : none, [&](Index level) {
-                    return IsIndexLevel(rule, contours_.Levels(), level, kIndexEvery);
-                });
+            const bool areSmooth = hasContours && smoothing &&
+                                   survey_.Surface().triangles.count <= kMostSmoothed &&
+                                   contours_.PrepareSmooth(*smoothing, stop_);
+            content = MakeTerrainOf(contours_, hasContours ? &rule : nullptr, areSmooth);
         }
         if (stop_.IsStopRequested()) {
             content.reset();

@@ -84,7 +84,9 @@ void TerrainView::Show(std::shared_ptr<const terravo::TerrainContent> content, b
     if (content_ != nullptr) {
         camera_.SetReach(content_->frame.reach);
         if (!keepsCamera) {
+            const bool perspective = camera_.IsPerspective();
             camera_ = TerrainCamera();
+            camera_.SetPerspective(perspective);
             camera_.SetReach(content_->frame.reach);
             camera_.SetSize(width(), height());
             camera_.SetExaggeration(terravo::ProposedExaggeration(content_->frame.reach));
@@ -104,6 +106,14 @@ void TerrainView::SetPlan(const terravo::TerrainPlan& plan) {
 void TerrainView::LookFrom(double azimuth, double elevation) {
     Change([&](TerrainCamera& camera) {
         camera.SetDirection(azimuth, elevation);
+        camera.Fit();
+    });
+    isFitted_ = true;
+}
+
+void TerrainView::SetFactor(double factor) {
+    Change([&](TerrainCamera& camera) {
+        camera.SetExaggeration(factor);
         camera.Fit();
     });
     isFitted_ = true;
@@ -225,7 +235,7 @@ void TerrainView::paintGL() {
         painter.drawImage(rect(), refined_);
     }
     terravo::PaintTerrainFurniture(painter, {plan_, camera_, content_->frame, state_.texts,
-                                             state_.decimalSeparator, width(), height()});
+                                             state_.decimalSeparator, "m", width(), height()});
 }
 
 QImage TerrainView::Picture(int pictureWidth, int pictureHeight) {

@@ -39,6 +39,8 @@ public:
     /// The whole terrain, seen in a direction; it stays whole while the window changes its size.
     void LookFrom(double azimuth, double elevation);
     void LookFrom(terravo::TerrainSide side);
+    /// The whole terrain with heights stretched otherwise.
+    void SetFactor(double factor);
     /// Changes the camera and draws again.
     void Change(const std::function<void(terravo::TerrainCamera& camera)>& change);
     /// A place that is marked, data units, or none.

@@ -1,6 +1,7 @@
 #include "app/windows/TerrainWindow.h"
 
 #include "app/settings/ColourScheme.h"
+#include "app/settings/SheetStyles.h"
 #include "app/windows/Controls.h"
 #include "app/windows/QtTexts.h"
 #include "app/windows/SchemeStyle.h"
@@ -117,6 +118,12 @@ void TerrainWindow::ConnectView() {
     };
 }
 
+// That of the sheet; a sheet that nobody has opened is as the last one was.
+std::optional<terravo::SmoothingOptions> TerrainWindow::Smoothing() const {
+    const std::optional<terravo::SheetPlan>& sheet = session_.KeptSheet();
+    return sheet ? sheet->smoothing : terravo::SheetStyles(session_.Settings()).Last().smoothing;
+}
+
 void TerrainWindow::Refresh() {
     soon_.start(0);
 }
@@ -130,13 +137,13 @@ void TerrainWindow::MakeNow() {
         soon_.start(kAfterWork);
         return;
     }
-    const Origin wanted{session_.TheSurvey().Version(), session_.SheetLevels()};
+    const Origin wanted{session_.TheSurvey().Version(), session_.SheetLevels(), Smoothing()};
     if (made_ == wanted) {
         return;
     }
     made_ = wanted; // before the work, whose end comes here again
     pick_.reset();
-    std::optional<terravo::TerrainContent> content = session_.MakeTerrain();
+    std::optional<terravo::TerrainContent> content = session_.MakeTerrain(wanted.smoothing);
     const terravo::PointSet& points = session_.TheSurvey().AllPoints();
     const std::string file = points.sourceFolder + points.sourceName;
     content_ =
@@ -254,7 +261,7 @@ QImage TerrainWindow::PictureWithFurniture(int width, int height) {
         QPainter painter(&picture);
         terravo::PaintTerrainFurniture(painter,
                                        {picTerrain->Plan(), camera, content_->frame, state_.texts,
-                                        state_.decimalSeparator, width, height});
+                                        state_.decimalSeparator, "m", width, height});
     }
     return picture;
 }

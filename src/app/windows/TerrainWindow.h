@@ -66,6 +66,7 @@ private:
     struct Origin {
         std::uint64_t survey = 0;
         terravo::LevelRule levels;
+        std::optional<terravo::SmoothingOptions> smoothing;
 
         bool operator==(const Origin&) const = default;
     };
@@ -74,6 +75,7 @@ private:
     void MakeControls();
     QBoxLayout* MakeButtons(QWidget* parent);
     void ConnectView();
+    [[nodiscard]] std::optional<terravo::SmoothingOptions> Smoothing() const;
     void ShowReading(double x, double y);
     void Mark(double x, double y);
     [[nodiscard]] std::optional<terravo::TerrainHit> HitAt(double x, double y);

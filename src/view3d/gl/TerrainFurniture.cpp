@@ -2,6 +2,7 @@
 
 #include "plot2d/SheetFont.h"
 #include "util/NumberText.h"
+#include "view3d/terrain/TerrainLegend.h"
 #include "view3d/terrain/TerrainPalette.h"
 #include "view3d/terrain/TerrainPlate.h"
 
@@ -29,55 +30,71 @@ struct LegendValue {
 class Furniture {
 public:
     Furniture(QPainter& painter, const TerrainFurniture& all)
-        : painter_(painter), all_(all), capital_(TerrainTextHeight(all.height)) {}
+        : painter_(painter), all_(all), capital_(TerrainTextHeight(all.height)) {
+        FindLegend();
+    }
 
+    // Behind the legend there are none; one that would leave the picture is moved into it.
     void PaintPlateTexts() {
         const TerrainPlate plate = MakeTerrainPlate(all_.frame, all_.camera.Exaggeration());
+        const QRectF legend = all_.plan.legend ? LegendBox() : QRectF();
+        const double edge = capital_ / 2;
+        std::vector<QRectF> taken;
         for (const TerrainText& text :
              TextsOfPlate(plate, all_.frame, all_.camera, capital_, all_.decimalSeparator)) {
-            const double half = WidthOf(text.text) / 2;
-            Write(text.x + text.towardsX * half - half,
-                  text.y + text.towardsY * capital_ / 2 + capital_ / 2, text.text);
+            const double wide = WidthOf(text.text);
+            QRectF box(text.x + (text.towardsX - 1) * wide / 2,
+                       text.y + (text.towardsY - 1) * capital_ / 2, wide, capital_);
+            const double before = box.left();
+            box.moveLeft(std::clamp(before, edge, std::max(edge, all_.width - edge - wide)));
+            const bool isFar = std::fabs(box.left() - before) > wide;
+            const bool isCovered = box.intersects(legend) ||
+                                   std::any_of(taken.begin(), taken.end(), [&](const QRectF& one) {
+                                       return one.intersects(box.adjusted(-edge, 0, edge, 0));
+                                   });
+            if (!isFar && !isCovered) {
+                Write(box.left(), box.bottom(), text.text);
+                taken.push_back(box);
+            }
         }
     }
 
     // Lower right: the bar, its values, its heading.
     void PaintLegend() {
-        if (all_.plan.colouring == TerrainColouring::Plain || all_.height < 12 * capital_) {
+        const QRectF box = LegendBox();
+        if (box.isEmpty()) {
             return;
         }
-        const double barWidth = 1.6 * capital_;
-        const double barHeight = std::min(all_.height * 0.4, 20 * capital_);
-        const std::vector<LegendValue> values = LegendValues();
-        double wide = WidthOf(Heading());
-        for (const LegendValue& value : values) {
-            wide = std::max(wide, barWidth + capital_ + WidthOf(value.text));
-        }
-        const double left = all_.width - wide - 1.5 * capital_;
-        const double bottom = all_.height - 2 * capital_;
         // What lies behind must not run through the values.
         QColor ground = all_.plan.dark ? QColor(34, 37, 42) : QColor(244, 244, 242);
         ground.setAlphaF(0.8F);
         painter_.setPen(Qt::NoPen);
         painter_.setBrush(ground);
-        painter_.drawRoundedRect(QRectF(left - capital_, bottom - barHeight - 2.8 * capital_,
-                                        wide + 2 * capital_, barHeight + 3.8 * capital_),
-                                 capital_ / 2, capital_ / 2);
-        PaintBar(QRectF(left, bottom - barHeight, barWidth, barHeight));
-        for (const LegendValue& value : values) {
-            Write(left + barWidth + capital_ * 0.7, bottom - value.part * barHeight + capital_ / 2,
-                  value.text);
+        painter_.drawRoundedRect(box, capital_ / 2, capital_ / 2);
+        const double left = box.left() + capital_;
+        const double bottom = box.bottom() - capital_;
+        const double barHeight = BarHeight();
+        PaintBar(QRectF(left, bottom - barHeight, kBarWidth * capital_, barHeight));
+        for (const LegendValue& value : values_) {
+            Write(left + (kBarWidth + kBesideBar) * capital_,
+                  bottom - value.part * barHeight + capital_ / 2, value.text);
         }
-        Write(left, bottom - barHeight - capital_, Heading());
+        double line = bottom - barHeight - capital_;
+        for (auto heading = headings_.rbegin(); heading != headings_.rend(); ++heading) {
+            Write(left, line, *heading);
+            line -= kLine * capital_;
+        }
     }
 
-    // Upper right, as it lies on the ground.
+    // Upper right, as it lies on the ground; seen from the side it is raised so far that it can be
+    // read.
     void PaintArrow() {
         constexpr double kRadians = 3.14159265358979323846 / 180;
+        constexpr double kLeastElevation = 40; // degrees
         const double size = 3.2 * capital_;
         const QPointF middle(all_.width - 2.2 * size, 1.9 * size);
         const double turn = all_.camera.Azimuth() * kRadians;
-        const double flat = std::max(0.25, std::sin(all_.camera.Elevation() * kRadians));
+        const double flat = std::sin(std::max(kLeastElevation, all_.camera.Elevation()) * kRadians);
         const auto at = [&](double right, double ahead) {
             const double x = right * std::cos(turn) - ahead * std::sin(turn);
             const double y = right * std::sin(turn) + ahead * std::cos(turn);
@@ -89,7 +106,8 @@ public:
         painter_.setBrush(Qt::NoBrush);
         painter_.drawPolygon(QPolygonF({at(0, 1), at(0, -0.7), at(0.42, -1)}));
         const QPointF tip = at(0, 1.45);
-        Write(tip.x() - WidthOf("N") / 2, tip.y() + capital_ / 2, "N");
+        const std::string& north = all_.texts[Text::CompassNorth];
+        Write(tip.x() - WidthOf(north) / 2, tip.y() + capital_ / 2, north);
     }
 
     // Lower left: how much heights are stretched.
@@ -134,45 +152,74 @@ private:
         painter_.drawRect(bar);
     }
 
-    [[nodiscard]] const std::string& Heading() const {
+    [[nodiscard]] double BarHeight() const { return std::min(all_.height * 0.4, 20 * capital_); }
+
+    // Empty where there is none, or no room for one.
+    [[nodiscard]] QRectF LegendBox() const {
+        if (values_.empty()) {
+            return {};
+        }
+        double wide = 0;
+        for (const std::string& heading : headings_) {
+            wide = std::max(wide, WidthOf(heading));
+        }
+        for (const LegendValue& value : values_) {
+            wide = std::max(wide, (kBarWidth + kBesideBar) * capital_ + WidthOf(value.text));
+        }
+        const double headings = kLine * static_cast<double>(headings_.size()) * capital_;
+        const QSizeF size(wide + 2 * capital_, BarHeight() + headings + 2.2 * capital_);
+        const bool hasRoom = size.height() < all_.height * 0.75 && size.width() < all_.width * 0.5;
+        const QPointF corner(all_.width - 0.5 * capital_ - size.width(),
+                             all_.height - capital_ - size.height());
+        return hasRoom ? QRectF(corner, size) : QRectF();
+    }
+
+    void FindLegend() {
+        const auto one = [this](Text text) { headings_ = {all_.texts[text]}; };
         switch (all_.plan.colouring) {
-        case TerrainColouring::Slope:
-            return all_.texts[Text::TerrainSlopeLegend];
+        case TerrainColouring::Plain:
+            return;
         case TerrainColouring::Aspect:
-            return all_.texts[Text::TerrainAspectLegend];
-        default:
-            return all_.texts[Text::TerrainHeightLegend];
+            one(Text::TerrainAspectLegend);
+            values_ = {{0, all_.texts[Text::CompassNorth]},
+                       {0.25, all_.texts[Text::CompassEast]},
+                       {0.5, all_.texts[Text::CompassSouth]},
+                       {0.75, all_.texts[Text::CompassWest]},
+                       {1, all_.texts[Text::CompassNorth]}};
+            return;
+        case TerrainColouring::Slope:
+            one(Text::TerrainSlopeLegend);
+            TakeValues(0, kSteepest);
+            return;
+        case TerrainColouring::Height:
+            headings_ = {
+                WithValues(all_.texts[Text::TerrainHeightLegend], {std::string(all_.heightUnit)})};
+            TakeValues(all_.frame.lowest, all_.frame.highest);
+            return;
         }
     }
 
-    [[nodiscard]] std::vector<LegendValue> LegendValues() const {
-        std::vector<LegendValue> values;
-        if (all_.plan.colouring == TerrainColouring::Aspect) {
-            return {{0, "N"}, {0.25, "E"}, {0.5, "S"}, {0.75, "W"}, {1, "N"}};
-        }
-        const bool isSlope = all_.plan.colouring == TerrainColouring::Slope;
-        const double low = isSlope ? 0 : all_.frame.lowest;
-        const double high = isSlope ? kSteepest : all_.frame.highest;
+    void TakeValues(double lowest, double highest) {
         constexpr int kSteps = 4;
-        const double step = (high - low) / kSteps;
-        const std::string form = isSlope || !(step < 10) ? "#0"
-                                 : step >= 1             ? "#0.0"
-                                 : step >= 0.01          ? "#0.00#"
-                                                         : "#0.00000#";
-        for (int k = 0; k <= kSteps; ++k) {
-            values.push_back(
-                {static_cast<double>(k) / kSteps,
-                 NumberText::FormatScreen(low + k * step, form, all_.decimalSeparator)});
-            if (!(high > low)) {
-                break;
-            }
+        const TerrainLegendTexts texts =
+            MakeTerrainLegend(lowest, highest, kSteps, all_.decimalSeparator);
+        for (std::size_t k = 0; k < texts.values.size(); ++k) {
+            values_.push_back({static_cast<double>(k) / kSteps, texts.values[k]});
         }
-        return values;
+        if (!texts.base.empty()) {
+            headings_.push_back(texts.base);
+        }
     }
+
+    static constexpr double kBarWidth = 1.6; // all of these in heights of a capital
+    static constexpr double kBesideBar = 0.7;
+    static constexpr double kLine = 1.8;
 
     QPainter& painter_;
     const TerrainFurniture& all_;
     double capital_;
+    std::vector<std::string> headings_; // of the legend
+    std::vector<LegendValue> values_;
 };
 
 } // namespace

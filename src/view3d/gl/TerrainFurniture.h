@@ -9,6 +9,8 @@
 #include "view3d/terrain/TerrainContent.h"
 #include "view3d/terrain/TerrainPlan.h"
 
+#include <string_view>
+
 class QPainter;
 
 namespace terravo {
@@ -19,6 +21,7 @@ struct TerrainFurniture {
     const TerrainFrame& frame;
     const TextCatalogue& texts;
     char decimalSeparator = '.';
+    std::string_view heightUnit = "m";
     int width = 0; // of the picture, in units of the painter
     int height = 0;
 };

@@ -73,7 +73,7 @@ constexpr std::array kLineStyles{
 TerrainRenderer::TerrainRenderer()
     : surface_(gl::MakeProgram(gl::kSurfaceVertex, gl::kSurfaceFragment)),
       sides_(gl::MakeProgram(gl::kSideVertex, gl::kSideFragment)),
-      lines_(gl::MakeProgram(gl::kLineVertex, gl::kPlainFragment)),
+      lines_(gl::MakeProgram(gl::kLineVertex, gl::kLineFragment)),
       plain_(gl::MakeProgram(gl::kSurfaceVertex, gl::kPlainFragment)),
       points_(gl::MakeProgram(gl::kPointVertex, gl::kPointFragment)),
       meshArray_(gl::MakeVertexArray()), vertices_(gl::MakeBuffer()), corners_(gl::MakeBuffer()),
@@ -280,6 +280,7 @@ void TerrainRenderer::DrawPlate(const TerrainShot& view, const TerrainTile& tile
 
 void TerrainRenderer::DrawStrip(const LineBuffer& lines, const TerrainShot& view,
                                 const TerrainTile& tile, Colour ink, double width, double nearer) {
+    constexpr double kRoom = 2; // pixels between two lines
     if (lines.count == 0) {
         return;
     }
@@ -287,10 +288,14 @@ void TerrainRenderer::DrawStrip(const LineBuffer& lines, const TerrainShot& view
     SetInk(lines_, ink);
     SetFloat(lines_, "width", width * view.pixelRatio);
     SetFloat(lines_, "nearer", nearer);
+    SetFloat(lines_, "room", (kRoom + width) * view.pixelRatio);
     glUniform2f(gl::PlaceOf(lines_, "size"), static_cast<float>(tile.width),
                 static_cast<float>(tile.height));
     glBindVertexArray(lines.array.Number());
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glDrawArraysInstanced(GL_TRIANGLE_STRIP, 0, 4, lines.count);
+    glDisable(GL_BLEND);
 }
 
 TerrainRenderer::LineBuffer TerrainRenderer::MakeLines() {
@@ -303,6 +308,10 @@ TerrainRenderer::LineBuffer TerrainRenderer::MakeLines() {
                               reinterpret_cast<const void*>(end * 3 * sizeof(float)));
         glVertexAttribDivisor(end, 1);
     }
+    glEnableVertexAttribArray(2);
+    glVertexAttribPointer(2, 3, GL_FLOAT, GL_FALSE, sizeof(TerrainSegment),
+                          reinterpret_cast<const void*>(offsetof(TerrainSegment, uphill)));
+    glVertexAttribDivisor(2, 1);
     glBindVertexArray(0);
     return lines;
 }

@@ -69,17 +69,27 @@ void main() {
     colour = vec4(ink, strength);
 })";
 
-// A segment is a strip of four corners, as wide as it is to be in pixels.
+// A segment is a strip of four corners, as wide as it is to be in pixels. A contour fades where the
+// next one as heavy comes near on the picture, and is not drawn where the ground would be nothing
+// but lines.
 inline constexpr const char* kLineVertex = R"(#version 330 core
 layout(location = 0) in vec3 begin;
 layout(location = 1) in vec3 end;
+layout(location = 2) in vec3 uphill; // to the next contour
 uniform mat4 matrix;
 uniform vec2 size;    // of the picture, pixels
 uniform float width;  // pixels
 uniform float nearer; // towards the eye, of the depth
+uniform float room;   // pixels between lines that are seen a little, and twice that: whole
+out float strength;
+// The way of a small step from a place, in pixels.
+vec2 onPicture(vec4 place, vec4 step) {
+    return (step.xy - place.xy / place.w * step.w) / place.w * size * 0.5;
+}
 void main() {
     vec4 a = matrix * vec4(begin, 1.0);
     vec4 b = matrix * vec4(end, 1.0);
+    strength = 1.0;
     // What lies behind the eye is cut off.
     const float least = 1e-6;
     if (a.w < least && b.w < least) {
@@ -91,12 +101,31 @@ void main() {
     vec2 along = (b.xy / b.w - a.xy / a.w) * size;
     float far = length(along);
     along = far > 0.0 ? along / far : vec2(1.0, 0.0);
-    vec2 side = vec2(-along.y, along.x) * ((gl_VertexID & 2) == 0 ? 1.0 : -1.0);
+    vec2 across = vec2(-along.y, along.x);
+    if (uphill.z > 0.0) {
+        vec2 up = onPicture(a, matrix * vec4(uphill, 0.0));
+        vec2 course = onPicture(a, matrix * vec4(normalize(vec2(uphill.y, -uphill.x)), 0.0, 0.0));
+        float apart = abs(up.x * course.y - up.y * course.x) / max(length(course), 1e-30);
+        strength = clamp(apart / room - 1.0, 0.0, 1.0);
+        if (strength == 0.0) {
+            gl_Position = vec4(2.0, 2.0, 2.0, 1.0);
+            return;
+        }
+    }
+    vec2 side = across * ((gl_VertexID & 2) == 0 ? 1.0 : -1.0);
     vec2 beyond = along * ((gl_VertexID & 1) == 0 ? -0.5 : 0.5); // strips of a bend meet
     vec4 at = (gl_VertexID & 1) == 0 ? a : b;
     at.xy += (side + beyond) * width / size * at.w;
     at.z -= nearer * at.w;
     gl_Position = at;
+})";
+
+inline constexpr const char* kLineFragment = R"(#version 330 core
+in float strength;
+uniform vec3 ink;
+out vec4 colour;
+void main() {
+    colour = vec4(ink, strength);
 })";
 
 inline constexpr const char* kPlainFragment = R"(#version 330 core

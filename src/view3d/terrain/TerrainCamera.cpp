@@ -18,8 +18,6 @@ double Dot(const SpacePoint& a, const SpacePoint& b) {
     return a.x * b.x + a.y * b.y + a.z * b.z;
 }
 
-constexpr double kMargin = 1.16; // of a picture beside what fits into it: there are values about it
-
 struct PictureBox {
     double left = 1e300;
     double top = 1e300;
@@ -94,7 +92,8 @@ void TerrainCamera::SetExaggeration(double factor) {
 // seen is brought into the middle, and once more.
 void TerrainCamera::Fit() {
     target_ = {};
-    FitDistance();
+    const double margin = Margin();
+    FitDistance(margin);
     for (int again = 0; again < 4; ++again) {
         PictureBox box;
         ForEachCorner([&](const SpacePoint& corner) {
@@ -105,11 +104,20 @@ void TerrainCamera::Fit() {
         Pan(width_ / 2.0 - (box.left + box.right) / 2, height_ / 2.0 - (box.top + box.bottom) / 2);
         const double wide =
             std::max((box.right - box.left) / width_, (box.bottom - box.top) / height_);
-        distance_ *= std::isfinite(wide) && wide > 0 ? wide * kMargin : 1;
+        distance_ *= std::isfinite(wide) && wide > 0 ? wide * margin : 1;
     }
 }
 
-void TerrainCamera::FitDistance() {
+// Of a picture beside what fits into it. There are values about it, which do not become as small as
+// a picture may be.
+double TerrainCamera::Margin() const {
+    constexpr double kUsual = 1.16;
+    constexpr double kPixels = 60;
+    constexpr double kMost = 1.4;
+    return std::clamp(1 + kPixels / std::min(width_, height_), kUsual, kMost);
+}
+
+void TerrainCamera::FitDistance(double margin) {
     const Basis axes = Axes();
     distance_ = 0;
     ForEachCorner([&](const SpacePoint& corner) {
@@ -117,7 +125,7 @@ void TerrainCamera::FitDistance() {
         const double across =
             std::max(std::fabs(Dot(at, axes.right)) / Aspect(), std::fabs(Dot(at, axes.up)));
         const double nearer = perspective_ ? -Dot(at, axes.away) : 0;
-        distance_ = std::max(distance_, across * kMargin / SlopeOfSight() + nearer);
+        distance_ = std::max(distance_, across * margin / SlopeOfSight() + nearer);
     });
 }
 

@@ -100,7 +100,8 @@ public:
 private:
     template <class Use>
     void ForEachCorner(const Use& use) const;
-    void FitDistance();
+    void FitDistance(double margin);
+    [[nodiscard]] double Margin() const;
     [[nodiscard]] SpacePoint Stretched(const SpacePoint& place) const;
     [[nodiscard]] SpacePoint Eye() const; // stretched
     [[nodiscard]] double HalfHeight() const;

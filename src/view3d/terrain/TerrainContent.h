@@ -19,6 +19,10 @@ namespace terravo {
 struct TerrainSegment {
     std::array<float, 3> from{};
     std::array<float, 3> to{};
+    /// Of a contour: the way to the next line as heavy, in plan and upwards, as it is about here. 0
+    /// of all other lines.
+    std::array<float, 2> uphill{};
+    float rise = 0;
 };
 
 enum class TerrainLine : unsigned char { Contour, IndexContour, Breakline, Rim };
@@ -37,10 +41,21 @@ struct TerrainContent {
     }
 };
 
-/// @param surface   with triangles.
-/// @param contours  of the surface, may be empty.
-/// @param isIndex   of a level by its number.
-TerrainContent MakeTerrainContent(const ShownSurface& surface, const ContourSet& contours,
-                                  const std::function<bool(Index level)>& isIndex);
+/// The lines of the levels, as a terrain shows them.
+struct TerrainContours {
+    const ContourSet& set; // of the surface, may be empty
+    std::function<bool(Index level)> isIndex;
+    /// Curves made straight, which leave their height a little: they lie on the triangles.
+    bool areSmooth = false;
+};
+
+/// @param surface  with triangles.
+TerrainContent MakeTerrainContent(const ShownSurface& surface, const TerrainContours& contours);
+
+/// How far the straight pieces of smooth lines may be from their curves on a terrain, data units.
+double ContourTolerance(const PointSet& points, Index triangles);
+
+/// Above so many triangles their sides are too short to be seen as corners of the contours.
+inline constexpr Index kMostSmoothed = 200000;
 
 } // namespace terravo

@@ -1,13 +1,17 @@
+#include "app/session/TerrainMaker.h"
 #include "support/Surveys.h"
 #include "survey/Survey.h"
 #include "view3d/terrain/TerrainContent.h"
+#include "view3d/terrain/TerrainLegend.h"
 #include "view3d/terrain/TerrainPalette.h"
 #include "view3d/terrain/TerrainPick.h"
 #include "view3d/terrain/TerrainPlate.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace terravo {
 namespace {
@@ -118,8 +122,7 @@ TEST(TerrainPickTest, FindsWhatIsUnderThePointer) {
         const Survey survey(
             HillySurvey(test::Moved(test::RandomPoints(3000, 11), shift, shift, 1), false));
         const ShownSurface surface = survey.Surface();
-        const TerrainContent content =
-            MakeTerrainContent(surface, ContourSet(), [](Index) { return false; });
+        const TerrainContent content = MakeTerrainContent(surface, {ContourSet(), {}});
         const TerrainPick pick(content.mesh);
         TerrainCamera camera = CameraOver(content.frame.reach);
         camera.SetDirection(0, 90);
@@ -150,8 +153,7 @@ TEST(TerrainPickTest, SeesTheNearestFirst) {
                                     {100, 51, 0},
                                     {0, 100, 0},
                                     {100, 100, 0}}));
-    const TerrainContent content =
-        MakeTerrainContent(survey.Surface(), ContourSet(), [](Index) { return false; });
+    const TerrainContent content = MakeTerrainContent(survey.Surface(), {ContourSet(), {}});
     TerrainCamera camera = CameraOver(content.frame.reach);
     camera.SetDirection(0, 10); // from the south
     camera.Fit();
@@ -169,8 +171,7 @@ TEST(TerrainMeshTest, ACoarseMeshKeepsWhatStandsOut) {
     points.z[60001] += 5000;
     points.extentZ.Include(points.z[60001]);
     const Survey survey(points);
-    const TerrainContent content =
-        MakeTerrainContent(survey.Surface(), ContourSet(), [](Index) { return false; });
+    const TerrainContent content = MakeTerrainContent(survey.Surface(), {ContourSet(), {}});
     const std::size_t coarse = content.coarse.size() / 3;
     EXPECT_GT(coarse, kTrianglesInMotion / 3);
     EXPECT_LT(coarse, kTrianglesInMotion * 3 / 2);
@@ -181,15 +182,111 @@ TEST(TerrainMeshTest, ACoarseMeshKeepsWhatStandsOut) {
                   static_cast<std::size_t>(CountHullEdges(survey.Surface().triangles) + 1) / 2);
     // Normals lean downhill.
     const Survey slope(MakeSurvey({{0, 0, 0}, {10, 0, 10}, {10, 10, 10}, {0, 10, 0}}));
-    const TerrainContent tilted =
-        MakeTerrainContent(slope.Surface(), ContourSet(), [](Index) { return false; });
+    const TerrainContent tilted = MakeTerrainContent(slope.Surface(), {ContourSet(), {}});
     EXPECT_EQ(tilted.mesh.vertices[0].normal, (std::array<std::int8_t, 4>{-90, 0, 90, 0}));
+}
+
+// The height of the first triangle at a place; NaN where there is none.
+double HeightOn(const TerrainMesh& mesh, const std::array<float, 3>& at) {
+    const SightRay down{{at[0], at[1], 1e4}, {0, 0, -1}};
+    const auto hit = TerrainPick(mesh).FirstOn(down);
+    return hit ? hit->place.z : std::numeric_limits<double>::quiet_NaN();
+}
+
+TEST(TerrainContentTest, ContoursLieOnTheGroundAndKnowHowFarTheNextIs) {
+    const Survey survey(HillySurvey(test::Moved(test::RandomPoints(300, 6), 5e5, 4.8e6, 1), false));
+    SurveyContours contours(survey);
+    const LevelRule rule = RuleByCount(12);
+    ASSERT_TRUE(contours.Prepare(rule));
+    ASSERT_TRUE(contours.PrepareSmooth(SmoothingOptions()));
+    const double step = contours.Levels()[2].value - contours.Levels()[1].value;
+    std::size_t straight = 0;
+    for (const bool areSmooth : {false, true}) {
+        const TerrainContent content = MakeTerrainOf(contours, &rule, areSmooth);
+        const auto& lines = content.Lines(TerrainLine::Contour);
+        ASSERT_GT(lines.size(), 200U);
+        EXPECT_GT(lines.size(), straight);
+        straight = lines.size();
+        std::size_t met = 0;
+        std::size_t looked = 0;
+        for (std::size_t i = 0; i < lines.size(); i += 7) {
+            const TerrainSegment& line = lines[i];
+            std::array<float, 3> at{};
+            for (std::size_t k = 0; k < 3; ++k) {
+                at[k] = (line.from[k] + line.to[k]) / 2;
+            }
+            const double ground = HeightOn(content.mesh, at);
+            if (std::isnan(ground)) {
+                continue; // on the hull
+            }
+            EXPECT_NEAR(at[2], ground, 1e-3 * step) << (areSmooth ? "smooth " : "straight ") << i;
+            EXPECT_NEAR(line.rise, step, 1e-3 * step);
+            const std::array<float, 3> beside{at[0] + 0.3F * line.uphill[0],
+                                              at[1] + 0.3F * line.uphill[1], 0};
+            const double gained = HeightOn(content.mesh, beside) - ground;
+            if (!std::isnan(gained)) {
+                ++looked;
+                met += gained > 0.1 * step && gained < 0.6 * step ? 1 : 0;
+            }
+        }
+        EXPECT_GT(met, looked * 3 / 4) << "it is a mean of the ground about";
+    }
+    EXPECT_TRUE(MakeTerrainOf(contours, nullptr, false).Lines(TerrainLine::Contour).empty());
+}
+
+TEST(TerrainMakerTest, FindsThePlaceOfAPointAsItIsInUse) {
+    Survey survey(MakeSurvey({{0, 0, 1}, {9, 0, 2}, {9, 9, 3}, {0, 9, 4}, {4, 4, 5}}));
+    SurfacePlan plan;
+    plan.excluded = {2};
+    plan.heights = {{4, 40}};
+    survey.SetPlan(plan);
+    for (const auto& [point, height] :
+         {std::pair(1, 1.0), {2, 2.0}, {3, 3.0}, {4, 40.0}, {5, 5.0}}) {
+        EXPECT_EQ(PlaceOfPoint(survey, point).z, height) << point;
+    }
+}
+
+TEST(TerrainLegendTest, TellsNeighboursApartInFewLetters) {
+    struct Case {
+        double low;
+        double high;
+        const char* base;
+        std::vector<std::string> values;
+    };
+    for (const Case& c : std::vector<Case>{
+             {60, 188, "", {"60", "92", "124", "156", "188"}},
+             {1, 3, "", {"1.00", "1.50", "2.00", "2.50", "3.00"}},
+             {0, 100, "", {"0", "25", "50", "75", "100"}},
+             {-1e8, 3e8, "", {"-1.0E+08", "0.0E+08", "1.0E+08", "2.0E+08", "3.0E+08"}},
+             {1e-6, 5e-6, "", {"1.0E-06", "2.0E-06", "3.0E-06", "4.0E-06", "5.0E-06"}},
+             {1e8, 1e8 + 4, "100000000", {"+0.0", "+1.0", "+2.0", "+3.0", "+4.0"}},
+             {412345.125,
+              412345.129,
+              "412345.1",
+              {"+0.0250", "+0.0260", "+0.0270", "+0.0280", "+0.0290"}},
+             {7, 7, "", {"7.0"}},
+             {4e9, 4e9, "", {"4.00E+09"}}}) {
+        const TerrainLegendTexts texts = MakeTerrainLegend(c.low, c.high, 4, '.');
+        EXPECT_EQ(texts.base, c.base) << c.low;
+        EXPECT_EQ(texts.values, c.values) << c.low;
+    }
+    for (const double low : {1e-250, 1.0, 1e15, -1e300, 123456789.0}) {
+        for (const double range : {1e-12, 1e-3, 1.0, 1e6}) {
+            const double high = low + std::fabs(low) * range;
+            const TerrainLegendTexts texts = MakeTerrainLegend(low, high, 4, ',');
+            std::vector<std::string> values = texts.values;
+            for (const std::string& value : values) {
+                EXPECT_LE(value.size(), 16U) << value;
+            }
+            values.erase(std::unique(values.begin(), values.end()), values.end());
+            EXPECT_EQ(values.size(), texts.values.size()) << low << ' ' << range;
+        }
+    }
 }
 
 TEST(TerrainPlateTest, ValuesStandInFrontAndApart) {
     const Survey survey(HillySurvey(test::Moved(test::RandomPoints(200, 3), 5e5, 4e6, 1), false));
-    const TerrainContent content =
-        MakeTerrainContent(survey.Surface(), ContourSet(), [](Index) { return false; });
+    const TerrainContent content = MakeTerrainContent(survey.Surface(), {ContourSet(), {}});
     TerrainCamera camera = CameraOver(content.frame.reach);
     const TerrainPlate plate = MakeTerrainPlate(content.frame, 1);
     EXPECT_GE(plate.eastings.size(), 3U);
