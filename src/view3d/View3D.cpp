@@ -4,6 +4,7 @@
 #include "util/modUtilita.h"
 #include "view3d/RegularGrid.h"
 
+#include <cmath>
 #include <utility>
 
 namespace terravo {
@@ -97,9 +98,25 @@ void View3D::Redraw(bool full) {
         return;
     }
     full = std::exchange(owesFull_, false);
-    if (const auto failure = view_.Redraw(display_.Surface3D(), full, run_)) {
+    const auto failure = view_.Redraw(display_.Surface3D(), full, run_);
+    ShowMark();
+    if (failure) {
         Report(*failure);
     }
+}
+
+void View3D::SetMark(const std::optional<SpacePoint>& place) {
+    mark_ = place;
+    ShowMark();
+}
+
+void View3D::ShowMark() {
+    if (!mark_ || !view_.IsDrawn()) {
+        display_.ShowMark(std::nullopt);
+        return;
+    }
+    const double divisor = std::pow(10.0, view_.Data().zExponent);
+    display_.ShowMark(view_.Drawing().projection.Project(mark_->x, mark_->y, mark_->z / divisor));
 }
 
 void View3D::CatchUp() {

@@ -10,6 +10,7 @@
 #pragma once
 
 #include "survey/PointSet.h"
+#include "triangulation/SpaceLine.h"
 #include "util/RunState.h"
 #include "util/Services.h"
 #include "view3d/AxonometricView.h"
@@ -61,6 +62,8 @@ public:
     virtual void ShowControls(const View3DControls& controls) = 0;
     /// Shows the read-out and the indicator, or hides both.
     virtual void ShowReadOut(const std::optional<View3DReadOut>& readOut) = 0;
+    /// Shows where the marked place falls on the picture, or that there is none.
+    virtual void ShowMark(const std::optional<PixelPosition>& pixel) = 0;
 };
 
 class View3D {
@@ -116,6 +119,9 @@ public:
     /// Draws the picture that was owed, unless the window is still minimised.
     void CatchUp();
 
+    /// Marks a place of the data, until another is given or none.
+    void SetMark(const std::optional<SpacePoint>& place);
+
     /// Refreshes captions after the texts were loaded.
     void ShowControls();
 
@@ -126,6 +132,7 @@ private:
     void Rest();
     void TurnTo(float theta, bool rotating);
     void PutAxisEnd(UserPosition place);
+    void ShowMark();
     void Report(const Message& failure);
 
     const RunState& run_;
@@ -135,6 +142,7 @@ private:
     std::shared_ptr<const ViewData> source_; // as they were handed over
     PointLabels labels_;                     // of its points
     bool isGrid_ = false;
+    std::optional<SpacePoint> mark_;
     ViewMode wanted_ = ViewMode::Triangles;
     bool paused_ = false;
     bool owesPicture_ = false;

@@ -406,6 +406,11 @@ void frm3D::ShowReadOut(const std::optional<terravo::View3DReadOut>& readOut) {
     }
 }
 
+void frm3D::ShowMark(const std::optional<terravo::PixelPosition>& pixel) {
+    pic3D->SetMark(pixel ? std::optional(pic3D->Surface().ToUser(pixel->x, pixel->y))
+                         : std::nullopt);
+}
+
 void frm3D::CopyPicture() {
     QClipboard* clipboard = QGuiApplication::clipboard();
     clipboard->clear();

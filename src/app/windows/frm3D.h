@@ -41,6 +41,7 @@ public:
     [[nodiscard]] std::optional<terravo::PixelPoint> PointerPixel() const override;
     void ShowControls(const terravo::View3DControls& controls) override;
     void ShowReadOut(const std::optional<terravo::View3DReadOut>& readOut) override;
+    void ShowMark(const std::optional<terravo::PixelPosition>& pixel) override;
 
 signals:
     /// The window closes; its place is to be kept.

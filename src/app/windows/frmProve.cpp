@@ -2,6 +2,7 @@
 
 #include "app/windows/EditMenu.h"
 
+#include "app/session/TerrainMaker.h"
 #include "app/settings/SettingsFiles.h"
 #include "app/windows/AboutBox.h"
 #include "app/windows/Controls.h"
@@ -349,6 +350,7 @@ void frmProve::ShowTriangles3D(const terravo::PointSet& points,
         connect(view, &frm3D::PrintAsked, this, &frmProve::Print3D, Qt::UniqueConnection);
         connect(view, &frm3D::Copied, this, &frmProve::TellOfCopy, Qt::UniqueConnection);
         view->Commands().ShowTriangles(points, triangles, title);
+        ShowMarkIn3D();
         if (session_.ResultViewsVisible()) {
             view->SetPictureVisible(true); // no change will say so to a new window
         }
@@ -419,7 +421,17 @@ bool frmProve::MayClose() {
 void frmProve::ShowMark(std::optional<terravo::PlanPoint> place) {
     picLivelli->SetMark(place ? std::optional(terravo::UserPosition{place->x, place->y})
                               : std::nullopt);
+    ShowMarkIn3D();
     emit MarkChanged();
+}
+
+void frmProve::ShowMarkIn3D() {
+    if (frm3D* view = view3D ? view3D(false) : nullptr) {
+        const std::optional<terravo::Index> point = session_.MarkedPoint();
+        view->Commands().SetMark(
+            point ? std::optional(terravo::PlaceOfPoint(session_.TheSurvey(), *point))
+                  : std::nullopt);
+    }
 }
 
 // What the map shows, for who hears the windows instead of seeing them.

@@ -161,6 +161,7 @@ private:
     void CatchUp();
     void DescribeMap();
     void ShowView3D();
+    void ShowMarkIn3D();
 
     terravo::RunState& state_;
     terravo::Session& session_;

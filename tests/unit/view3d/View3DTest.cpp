@@ -23,6 +23,8 @@ struct FakeDisplay : View3DDisplay {
     [[nodiscard]] std::optional<PixelPoint> PointerPixel() const override { return pointer; }
     void ShowControls(const View3DControls& shown) override { controls = shown; }
     void ShowReadOut(const std::optional<View3DReadOut>& shown) override { readOut = shown; }
+    std::optional<PixelPosition> mark;
+    void ShowMark(const std::optional<PixelPosition>& shown) override { mark = shown; }
 
     /// Pictures drawn since the last question.
     int Pictures() {
@@ -82,6 +84,27 @@ TEST_F(View3DTest, SingleDegreesWrapAtBothEnds) {
                     c.upDown * std::acos(-1.0) / 180, 1e-6);
         EXPECT_EQ(display.Pictures(), 1);
     }
+}
+
+TEST_F(View3DTest, AMarkStaysOnItsPoint) {
+    commands.SetMark(SpacePoint{0, 20, 600});
+    EXPECT_FALSE(display.mark) << "nothing is drawn";
+    for (const double top : {900.0, 900000.0}) { // heights divided by a power of ten
+        ShowPoints(top);
+        for (const StandardView view :
+             {StandardView::XY, StandardView::ZX, StandardView::Initial}) {
+            commands.SetStandardView(view);
+            commands.ToggleRotation();
+            commands.Tick();
+            const PixelPoint point = View().Drawing().screenPoint[3];
+            ASSERT_TRUE(display.mark);
+            EXPECT_NEAR(display.mark->x, point.x, 1);
+            EXPECT_NEAR(display.mark->y, point.y, 1);
+            commands.ToggleRotation();
+        }
+    }
+    commands.SetMark(std::nullopt);
+    EXPECT_FALSE(display.mark);
 }
 
 TEST_F(View3DTest, DraggingTheYAxisKeepsItsEndUnderThePointer) {
