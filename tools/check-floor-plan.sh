@@ -19,7 +19,7 @@ export util triangulation survey plot2d contour analysis sheet
 gis util triangulation survey plot2d contour export
 exchange util triangulation survey plot2d contour sheet export gis
 view3d util triangulation survey plot2d contour sheet
-app/settings util plot2d sheet export exchange
+app/settings util plot2d sheet export exchange view3d
 app/project util triangulation survey plot2d contour sheet gis app/settings
 app/session util triangulation survey plot2d contour analysis sheet export exchange gis view3d app/settings app/project
 app/batch util triangulation survey plot2d contour analysis sheet export exchange gis view3d app/settings app/project app/session

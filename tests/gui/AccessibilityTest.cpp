@@ -11,6 +11,7 @@
 #include "app/windows/SectionWindow.h"
 #include "app/windows/SettingsDialog.h"
 #include "app/windows/SheetWindow.h"
+#include "app/windows/TerrainPanel.h"
 #include "app/windows/frm3D.h"
 #include "gui/WindowFixture.h"
 
@@ -111,6 +112,11 @@ TEST_F(AccessibilityTest, TheTabKeyReachesEveryControlInOrder) {
                  "spnIndexEvery", "sldSmooth",   "cmbLabels",    "spnSpacing", "spnTextHeight",
                  "chkUphill",     "txtTitle",    "txtProject",   "txtDate",    "txtDatum",
                  "txtAuthor"});
+    ::TerrainPanel terrain(state);
+    ExpectOrder(terrain,
+                {"cmdWholeTerrain", "cmdExportTerrain", "cmdCopyTerrain", "cmbColour",
+                 "cmbTerrainTheme", "sldHeights", "cmdTrueScale", "chkParallel", "chkSmoothShading",
+                 "chkDark", "lstTerrainLayers", "sldLightFrom", "sldLightHeight"});
     MeasureLog measured;
     measured.Add({{}, session->Measure({})->report, session->StandOfMeasures()});
     MeasureWindow measures(state, *session, measured, scheme);
@@ -216,8 +222,10 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     Letters measures{"measurements", {}};
     Letters section{"section", {}};
     Letters difference{"difference", {}};
+    Letters terrain{"terrain", {}};
     for (const QAction* menu : parent->menuBar()->actions()) {
-        for (Letters* document : {&map, &idle, &check, &sheet, &measures, &section, &difference}) {
+        for (Letters* document :
+             {&map, &idle, &check, &sheet, &measures, &section, &difference, &terrain}) {
             // Where no letter is left for the terrain, its keys and F10 lead there.
             document->Add(menu->text(), menu->menu()->objectName() != QStringLiteral("mnuTerrain"));
         }
@@ -236,6 +244,7 @@ TEST_P(LanguageTest, GivesEveryControlALetterThatMeansOneThingInItsWindow) {
     measures.AddControls(MeasureWindow(state, *session, measured, scheme));
     section.AddControls(SectionWindow(state, *session, scheme));
     difference.AddControls(DifferenceWindow(state, *session, scheme));
+    terrain.AddControls(::TerrainPanel(state));
     frm3D view(state, messages, scheme);
     idle.AddControls(view);
     Letters rotating{"rotating", {}};

@@ -138,6 +138,15 @@ TEST_F(TerrainWindowTest, FollowsTheHandAndMarksPointsEverywhere) {
     session->MarkPoint(Index{1});
     EXPECT_NEAR(PixelOf(0, 0, 0).x, view->width() / 2.0, 0.5);
     EXPECT_NEAR(PixelOf(0, 0, 0).y, view->height() / 2.0, 0.5);
+    const QImage axonometric = Find<QWidget>("pic3D")->grab().toImage();
+    int ring = 0;
+    for (int i = 0; i < axonometric.width() * axonometric.height(); ++i) {
+        ring += axonometric.pixelColor(i % axonometric.width(), i / axonometric.width()) ==
+                        QColor(255, 60, 200)
+                    ? 1
+                    : 0;
+    }
+    EXPECT_GT(ring, 20);
     // Other points, and then none at all.
     session->SetExcluded({5}, true);
     EXPECT_TRUE(Soon([this] {
@@ -147,6 +156,27 @@ TEST_F(TerrainWindowTest, FollowsTheHandAndMarksPointsEverywhere) {
     EXPECT_FALSE(QGuiApplication::clipboard()->image().isNull());
     parent->resize(50, 50);
     QTest::qWait(50);
+}
+
+TEST_F(TerrainWindowTest, LooksAsItDidLast) {
+    OpenTerrain();
+    if (view == nullptr) {
+        return;
+    }
+    Click("chkDark");
+    Click("chkParallel");
+    Find<QSlider>("sldHeights")->setValue(100);
+    Find<QListWidget>("lstTerrainLayers")->item(2)->setCheckState(Qt::Checked);
+    TerrainWindow next(state, *session, parent->Status(), scheme);
+    const TerrainPlan& plan = next.View().Plan();
+    EXPECT_TRUE(plan.dark && plan.points && plan.contours);
+    EXPECT_EQ(plan, next.Panel().Plan());
+    EXPECT_FALSE(next.View().Camera().IsPerspective());
+    EXPECT_EQ(next.View().Camera().Exaggeration(), 10);
+    // Another file has a factor of its own, in the same kind of view.
+    session->LoadNamedFile(folder.Write("other.dat", RampText()));
+    EXPECT_TRUE(Soon([this] { return view->Camera().Exaggeration() == 1; }));
+    EXPECT_FALSE(view->Camera().IsPerspective());
 }
 
 } // namespace

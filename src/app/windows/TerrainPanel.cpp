@@ -5,11 +5,11 @@
 #include "util/NumberText.h"
 #include "view3d/terrain/TerrainCamera.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
+#include <array>
 #include <cmath>
 
 using terravo::TerrainCamera;
@@ -32,6 +32,18 @@ double FactorOf(int place) {
     return std::round(factor / power) * power;
 }
 
+struct Layer {
+    Text text;
+    bool TerrainPlan::*field;
+};
+
+constexpr std::array kLayers{Layer{Text::TerrainTriangles, &TerrainPlan::triangles},
+                             Layer{Text::TerrainContours, &TerrainPlan::contours},
+                             Layer{Text::TerrainPoints, &TerrainPlan::points},
+                             Layer{Text::TerrainLines, &TerrainPlan::lines},
+                             Layer{Text::TerrainPlate, &TerrainPlan::plate},
+                             Layer{Text::TerrainLegend, &TerrainPlan::legend}};
+
 Text TextOfTheme(const std::string& name) {
     return name == "height"  ? Text::ThemeHeight
            : name == "black" ? Text::ThemeBlack
@@ -44,12 +56,25 @@ Text TextOfTheme(const std::string& name) {
 TerrainPanel::TerrainPanel(const terravo::RunState& state, QWidget* parent)
     : QWidget(parent), state_(state), layout_(new QVBoxLayout(this)) {
     layout_->setContentsMargins(0, 0, 0, 0);
+    connect(AddButton(Text::TerrainReset, "cmdWholeTerrain"), &QPushButton::clicked, this,
+            &TerrainPanel::WholeAsked);
+    connect(AddButton(Text::TerrainExport, "cmdExportTerrain"), &QPushButton::clicked, this,
+            &TerrainPanel::ExportAsked);
+    connect(AddButton(Text::TerrainCopy, "cmdCopyTerrain"), &QPushButton::clicked, this,
+            &TerrainPanel::CopyAsked);
     AddColours();
     AddHeights();
+    AddLook();
     AddLayers();
     AddLight();
     layout_->addStretch(1);
     SetPlan(plan_);
+}
+
+QPushButton* TerrainPanel::AddButton(Text text, const char* name) {
+    auto* button = Named(new QPushButton(Caption(state_, text), this), name);
+    layout_->addWidget(button);
+    return button;
 }
 
 void TerrainPanel::AddColours() {
@@ -100,25 +125,42 @@ void TerrainPanel::AddHeights() {
             emit ExaggerationChanged(FactorOf(place));
         }
     });
-    cmdTrueScale =
-        Named(new QPushButton(Caption(state_, Text::TerrainTrueScale), this), "cmdTrueScale");
-    layout_->addWidget(cmdTrueScale);
+    cmdTrueScale = AddButton(Text::TerrainTrueScale, "cmdTrueScale");
     connect(cmdTrueScale, &QPushButton::clicked, this, [this] { sldHeights->setValue(0); });
+}
+
+void TerrainPanel::AddLook() {
     chkParallel = Named(new QCheckBox(Caption(state_, Text::TerrainParallel), this), "chkParallel");
     layout_->addWidget(chkParallel);
     connect(chkParallel, &QCheckBox::clicked, this,
             [this](bool on) { emit PerspectiveChanged(!on); });
+    AddCheck(Text::TerrainSmooth, "chkSmoothShading", &TerrainPlan::smooth);
+    AddCheck(Text::TerrainDark, "chkDark", &TerrainPlan::dark);
 }
 
 void TerrainPanel::AddLayers() {
-    AddCheck(Text::TerrainSmooth, "chkSmoothShading", &TerrainPlan::smooth);
-    AddCheck(Text::TerrainTriangles, "chkTerrainTriangles", &TerrainPlan::triangles);
-    AddCheck(Text::TerrainContours, "chkTerrainContours", &TerrainPlan::contours);
-    AddCheck(Text::TerrainPoints, "chkTerrainPoints", &TerrainPlan::points);
-    AddCheck(Text::TerrainLines, "chkTerrainLines", &TerrainPlan::lines);
-    AddCheck(Text::TerrainPlate, "chkPlate", &TerrainPlan::plate);
-    AddCheck(Text::TerrainLegend, "chkTerrainLegend", &TerrainPlan::legend);
-    AddCheck(Text::TerrainDark, "chkDark", &TerrainPlan::dark);
+    auto* label = new QLabel(Caption(state_, Text::TerrainShown), this);
+    lstTerrainLayers = Named(new QListWidget(this), "lstTerrainLayers");
+    lstTerrainLayers->setAccessibleName(label->text());
+    for (const Layer& layer : kLayers) {
+        auto* item = new QListWidgetItem(Caption(state_, layer.text), lstTerrainLayers);
+        item->setFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled | Qt::ItemIsSelectable);
+        item->setCheckState(Qt::Unchecked);
+    }
+    const int frame = 2 * lstTerrainLayers->frameWidth() + 2;
+    lstTerrainLayers->setFixedHeight(
+        lstTerrainLayers->sizeHintForRow(0) * lstTerrainLayers->count() + frame);
+    lstTerrainLayers->setMinimumWidth(lstTerrainLayers->sizeHintForColumn(0) + frame);
+    lstTerrainLayers->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    layout_->addWidget(label);
+    layout_->addWidget(lstTerrainLayers);
+    connect(lstTerrainLayers, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
+        if (!isShowing_) {
+            const auto row = static_cast<std::size_t>(lstTerrainLayers->row(item));
+            plan_.*kLayers[row].field = item->checkState() == Qt::Checked;
+            emit Changed();
+        }
+    });
 }
 
 QCheckBox* TerrainPanel::AddCheck(Text text, const char* name, bool TerrainPlan::*field) {
@@ -165,6 +207,10 @@ void TerrainPanel::SetPlan(const TerrainPlan& plan) {
     cmbTheme->setEnabled(plan.colouring == TerrainColouring::Height);
     for (const Check& check : checks_) {
         check.box->setChecked(plan.*check.field);
+    }
+    for (std::size_t row = 0; row < kLayers.size(); ++row) {
+        lstTerrainLayers->item(static_cast<int>(row))
+            ->setCheckState(plan.*kLayers[row].field ? Qt::Checked : Qt::Unchecked);
     }
     sldLightFrom->setValue(static_cast<int>(std::lround(plan.lightAzimuth)));
     sldLightHeight->setValue(static_cast<int>(std::lround(plan.lightElevation)));

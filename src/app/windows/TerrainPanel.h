@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QSlider>
 #include <QWidget>
@@ -29,13 +30,18 @@ public:
 
 signals:
     void Changed();
+    void WholeAsked();
+    void ExportAsked();
+    void CopyAsked();
     void ExaggerationChanged(double factor);
     void PerspectiveChanged(bool perspective);
 
 private:
+    QPushButton* AddButton(terravo::Text text, const char* name);
     void AddColours();
-    void AddLayers();
     void AddHeights();
+    void AddLook();
+    void AddLayers();
     void AddLight();
     QCheckBox* AddCheck(terravo::Text text, const char* name, bool terravo::TerrainPlan::*field);
     QSlider* AddSlider(terravo::Text text, const char* name, int low, int high);
@@ -52,6 +58,7 @@ private:
         bool terravo::TerrainPlan::*field;
     };
     std::vector<Check> checks_;
+    QListWidget* lstTerrainLayers = nullptr;
     QCheckBox* chkParallel = nullptr;
     QSlider* sldHeights = nullptr;
     QLabel* lblFactor = nullptr;

@@ -1,5 +1,6 @@
 #include "app/windows/TerrainWindow.h"
 
+#include "app/session/TerrainMaker.h"
 #include "app/settings/ColourScheme.h"
 #include "app/settings/SheetStyles.h"
 #include "app/windows/Controls.h"
@@ -64,7 +65,6 @@ void TerrainWindow::MakeControls() {
     auto* column = new QWidget(this);
     auto* rows = new QVBoxLayout(column);
     rows->setContentsMargins(4, 0, 4, 0);
-    rows->addLayout(MakeButtons(column));
     pnlTerrain = new TerrainPanel(state_, column);
     rows->addWidget(pnlTerrain, 1);
     auto* scroll = new QScrollArea(this);
@@ -76,30 +76,28 @@ void TerrainWindow::MakeControls() {
     scroll->setFixedWidth(column->sizeHint().width() + kScrollBar);
     columns->addWidget(scroll);
     ConnectView();
-}
-
-QBoxLayout* TerrainWindow::MakeButtons(QWidget* parent) {
-    auto* rows = new QVBoxLayout;
-    const auto add = [&](Text text, const char* name, void (TerrainWindow::*run)()) {
-        auto* button =
-            Named(new QPushButton(Caption(state_, text).remove(QLatin1Char('&')), parent), name);
-        connect(button, &QPushButton::clicked, this, run);
-        rows->addWidget(button);
-    };
-    add(Text::TerrainReset, "cmdWholeTerrain", &TerrainWindow::Reset);
-    add(Text::TerrainExport, "cmdExportTerrain", &TerrainWindow::Export);
-    add(Text::TerrainCopy, "cmdCopyTerrain", &TerrainWindow::Copy);
-    return rows;
+    TakeHabit();
 }
 
 void TerrainWindow::ConnectView() {
-    connect(pnlTerrain, &TerrainPanel::Changed, this,
-            [this] { picTerrain->SetPlan(pnlTerrain->Plan()); });
+    connect(pnlTerrain, &TerrainPanel::WholeAsked, this, &TerrainWindow::Reset);
+    connect(pnlTerrain, &TerrainPanel::ExportAsked, this, &TerrainWindow::Export);
+    connect(pnlTerrain, &TerrainPanel::CopyAsked, this, &TerrainWindow::Copy);
+    connect(pnlTerrain, &TerrainPanel::Changed, this, [this] {
+        picTerrain->SetPlan(pnlTerrain->Plan());
+        habit_.plan = pnlTerrain->Plan();
+        KeepHabit();
+    });
     connect(pnlTerrain, &TerrainPanel::ExaggerationChanged, this, [this](double factor) {
         picTerrain->Change([&](TerrainCamera& camera) { camera.SetExaggeration(factor); });
+        habit_.factorOf = file_;
+        habit_.factor = picTerrain->Camera().Exaggeration();
+        KeepHabit();
     });
     connect(pnlTerrain, &TerrainPanel::PerspectiveChanged, this, [this](bool on) {
         picTerrain->Change([&](TerrainCamera& camera) { camera.SetPerspective(on); });
+        habit_.perspective = on;
+        KeepHabit();
     });
     connect(picTerrain, &TerrainView::CameraMoved, this, [this] {
         pnlTerrain->ShowCamera(picTerrain->Camera().Exaggeration(),
@@ -116,6 +114,17 @@ void TerrainWindow::ConnectView() {
         const auto hit = HitAt(x, y);
         return hit ? std::optional(hit->place) : std::nullopt;
     };
+}
+
+void TerrainWindow::TakeHabit() {
+    habit_ = terravo::LoadTerrainHabit(session_.Settings());
+    pnlTerrain->SetPlan(habit_.plan);
+    picTerrain->SetPlan(habit_.plan);
+    picTerrain->Change([&](TerrainCamera& camera) { camera.SetPerspective(habit_.perspective); });
+}
+
+void TerrainWindow::KeepHabit() {
+    terravo::KeepTerrainHabit(session_.Settings(), habit_);
 }
 
 // That of the sheet; a sheet that nobody has opened is as the last one was.
@@ -148,7 +157,11 @@ void TerrainWindow::MakeNow() {
     const std::string file = points.sourceFolder + points.sourceName;
     content_ =
         content ? std::make_shared<const terravo::TerrainContent>(std::move(*content)) : nullptr;
-    picTerrain->Show(content_, content_ != nullptr && file == file_);
+    const bool isSame = content_ != nullptr && file == file_;
+    picTerrain->Show(content_, isSame);
+    if (const auto factor = habit_.FactorFor(file); factor && content_ != nullptr && !isSame) {
+        picTerrain->SetFactor(*factor);
+    }
     file_ = content_ != nullptr ? file : std::string();
     FollowMark();
     emit StateChanged();
@@ -165,8 +178,7 @@ void TerrainWindow::FollowMark() {
         picTerrain->SetMark(std::nullopt);
         return;
     }
-    const terravo::PointSet& points = session_.TheSurvey().AllPoints();
-    const SpacePoint place{points.x[*point], points.y[*point], points.z[*point]};
+    const SpacePoint place = terravo::PlaceOfPoint(session_.TheSurvey(), *point);
     picTerrain->SetMark(place);
     if (isOther && !isMarking_) {
         constexpr double kNear = 0.12; // of the terrain: what is about the point can be seen

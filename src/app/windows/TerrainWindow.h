@@ -7,6 +7,7 @@
 
 #include "app/session/Session.h"
 #include "app/settings/ColourScheme.h"
+#include "app/settings/TerrainHabit.h"
 #include "app/windows/TerrainPanel.h"
 #include "app/windows/TerrainView.h"
 #include "view3d/terrain/TerrainPick.h"
@@ -19,7 +20,6 @@
 #include <memory>
 #include <optional>
 
-class QBoxLayout;
 class StatusPanel;
 
 class TerrainWindow : public QWidget {
@@ -73,9 +73,10 @@ private:
 
     void MakeNow();
     void MakeControls();
-    QBoxLayout* MakeButtons(QWidget* parent);
-    void ConnectView();
+    void TakeHabit();
+    void KeepHabit();
     [[nodiscard]] std::optional<terravo::SmoothingOptions> Smoothing() const;
+    void ConnectView();
     void ShowReading(double x, double y);
     void Mark(double x, double y);
     [[nodiscard]] std::optional<terravo::TerrainHit> HitAt(double x, double y);
@@ -86,6 +87,7 @@ private:
     StatusPanel& status_;
     QTimer soon_; // a command that ends is still at work while it says so
     std::optional<Origin> made_;
+    terravo::TerrainHabit habit_;
     std::string file_; // of the points that were shown last
     std::shared_ptr<const terravo::TerrainContent> content_;
     std::unique_ptr<terravo::TerrainPick> pick_; // made when the pointer first asks
