@@ -1,6 +1,5 @@
 #include "app/windows/TerrainWindow.h"
 
-#include "app/session/TerrainMaker.h"
 #include "app/settings/ColourScheme.h"
 #include "app/settings/SheetStyles.h"
 #include "app/windows/Controls.h"
@@ -8,6 +7,7 @@
 #include "app/windows/SchemeStyle.h"
 #include "app/windows/StatusPanel.h"
 #include "plot2d/PictureFile.h"
+#include "survey/PointPlace.h"
 #include "util/AppError.h"
 #include "util/NumberText.h"
 #include "view3d/gl/TerrainFurniture.h"

@@ -2,7 +2,6 @@
 
 #include "app/windows/EditMenu.h"
 
-#include "app/session/TerrainMaker.h"
 #include "app/settings/SettingsFiles.h"
 #include "app/windows/AboutBox.h"
 #include "app/windows/Controls.h"
@@ -19,6 +18,7 @@
 #include "app/windows/TerrainMenu.h"
 #include "app/windows/WindowMenu.h"
 #include "app/windows/frm3D.h"
+#include "survey/PointPlace.h"
 #include "util/NumberText.h"
 #include "util/StopSignals.h"
 

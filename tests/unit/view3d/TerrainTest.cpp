@@ -1,5 +1,6 @@
 #include "app/session/TerrainMaker.h"
 #include "support/Surveys.h"
+#include "survey/PointPlace.h"
 #include "survey/Survey.h"
 #include "view3d/terrain/TerrainContent.h"
 #include "view3d/terrain/TerrainLegend.h"
