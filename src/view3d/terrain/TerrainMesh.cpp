@@ -51,9 +51,10 @@ std::array<std::int8_t, 4> Packed(const Normal& normal) {
     if (!(length > 0)) {
         return {0, 0, 127, 0};
     }
+    const float scale = kFull / length;
     const auto pack = [&](float value) {
-        const float scaled = value / length * kFull;
-        return static_cast<std::int8_t>(scaled + (scaled < 0 ? -0.5F : 0.5F));
+        const float scaled = value * scale;
+        return static_cast<std::int8_t>(scaled + std::copysign(0.5F, scaled));
     };
     return {pack(normal.x), pack(normal.y), pack(normal.z), 0};
 }
@@ -161,8 +162,15 @@ TerrainMesh MakeTerrainMesh(const TerrainFrame& frame, const PointSet& points,
 void AddNormals(const TerrainFrame& frame, TerrainMesh& mesh) {
     const double size = std::max({frame.reach.x, frame.reach.y, frame.reach.z});
     const auto scale = static_cast<float>(size > 0 ? 1 / size : 1);
+    constexpr std::size_t kAhead = 60; // corners
     std::vector<Normal> normals(mesh.vertices.size());
     for (std::size_t i = 0; i < mesh.corners.size(); i += 3) {
+        // Points come in any order: most of the time would go into waiting for them.
+        const std::size_t ahead = std::min(i + kAhead, mesh.corners.size() - 3);
+        for (std::size_t k = ahead; k < ahead + 3; ++k) {
+            __builtin_prefetch(&mesh.vertices[mesh.corners[k]]);
+            __builtin_prefetch(&normals[mesh.corners[k]], 1);
+        }
         const std::uint32_t a = mesh.corners[i];
         const std::uint32_t b = mesh.corners[i + 1];
         const std::uint32_t c = mesh.corners[i + 2];
