@@ -187,8 +187,8 @@ while IFS='|' read -r cause options; do
     # shellcheck disable=SC2086
     refused 2 "$cause" points $options --out out
 done <<'END'
-volume takes a height, not "high"|--volume high
-volume takes a height, not "nan"|--volume nan
+volume takes a height within 1e12, not "high"|--volume high
+volume takes a height within 1e12, not "nan"|--volume nan
 height-at takes a place x,y, not "1"|--height-at 1
 height-at takes a place x,y, not "1,2,3"|--height-at 1,2,3
 section takes a file of lines, or x1,y1|--section 1,2,3
@@ -197,8 +197,8 @@ section takes a file of lines, or x1,y1|--section 0,0,1e300,1
 section takes a file of lines, or x1,y1|--section 0,0,nan,b
 section takes places that are apart|--section 1,2,1,2
 there would be more than 10000|--section 1,2,3,4 --cross-sections 1e-5,1
-cross-sections takes two lengths above 0|--section 1,2,3,4 --cross-sections 1
-cross-sections takes two lengths above 0|--section 1,2,3,4 --cross-sections 1,0
+cross-sections takes two lengths from 1e-9|--section 1,2,3,4 --cross-sections 1
+cross-sections takes two lengths from 1e-9|--section 1,2,3,4 --cross-sections 1,0
 cross-sections needs one --section|--cross-sections 1,1
 cross-sections needs one --section|--section 1,2,3,4 --section 5,6,7,8 --cross-sections 1,1
 within is for areas and volumes|--within points --height-at 1,1
@@ -206,7 +206,7 @@ section-csv needs a --section|--section-csv out/s.csv
 section-picture needs a --section|--section-picture out/s.svg
 section-picture takes a PDF, SVG or PNG|--section 1,2,3,4 --section-picture out/s.gif
 exaggeration is for --section-picture|--section 1,2,3,4 --exaggeration 5
-exaggeration takes a factor above 0|--section 1,2,3,4 --section-picture out/s.svg --exaggeration 0
+exaggeration takes a factor from|--section 1,2,3,4 --section-picture out/s.svg --exaggeration 0
 difference-sheet needs a second survey|--difference-sheet out/d.pdf
 terrain is written as PNG|--terrain out/t.jpg
 view means nothing without|--view 1,2

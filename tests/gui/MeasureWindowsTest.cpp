@@ -196,6 +196,11 @@ TEST_F(MeasureWindowsTest, ASecondSurveyIsReadWithCareAndCompared) {
     EXPECT_EQ(imports.asked.size(), asked + 1) << "four columns";
     EXPECT_EQ(session->Measures().Second(), nullptr) << "which nobody has chosen";
 
+    const std::size_t told = messages.boxes.size();
+    Compare(folder.Write("row.dat", "1,1,1\n2,2,5\n3,3,4\n"));
+    EXPECT_EQ(messages.boxes.size(), told + 1) << "a row of points has no surface";
+    EXPECT_EQ(session->Measures().Second(), nullptr);
+
     Compare(folder.Write("raised.dat", SlopeText(1.5)));
     EXPECT_EQ(Value("Cut"), "0.000");
     EXPECT_EQ(Value("Fill"), "15000.000");
@@ -238,6 +243,14 @@ TEST_F(MeasureWindowsTest, APolygonHoldsUntilItIsRemoved) {
     ASSERT_EQ(session->Measures().Polygon().size(), 1U);
     Choose("mnuAreas");
     EXPECT_EQ(Value("Plan area"), "3200.000");
+    // One that crosses itself is refused, not lost: its last vertex is taken back.
+    Draw("mnuPolygon", {{10, 10}, {90, 10}, {10, 90}, {90, 90}});
+    EXPECT_EQ(session->Measures().Polygon()[0].size(), 4U) << "that of before";
+    QTest::keyClick(View(), Qt::Key_Backspace);
+    QTest::keyClick(View(), Qt::Key_Return);
+    EXPECT_EQ(session->Measures().Polygon()[0].size(), 3U);
+    Draw("mnuPolygon", {{10, 10}, {90, 10}, {90, 50}, {10, 50}});
+    Choose("mnuAreas");
     EXPECT_EQ(LabelText("lblAbout"), "Survey: slope.dat\nWithin: polygon of 4 vertices");
     dialogs.answer = folder.Write("ring.txt", "5000010 600010\n5000020 600010\n5000020 600020\n");
     Choose("mnuPolygonFile");
@@ -251,6 +264,24 @@ TEST_F(MeasureWindowsTest, APolygonHoldsUntilItIsRemoved) {
     ClickAt(50, 50);
     EXPECT_NEAR(std::stod(Value("Height")), 105, 0.1) << "within a pixel";
     EXPECT_EQ(Value("Falls towards"), "270.000");
+}
+
+// A sign between thousands is typed by nobody: 150,5 is no 1505.
+TEST(NumberBoxTest, TakesPointAndCommaForTheDecimalSign) {
+    RunState state;
+    for (const char* name : {"C", "it_IT", "en_US", "de_CH"}) {
+        QLocale::setDefault(QLocale(QString::fromLatin1(name)));
+        for (const char* typed : {"150,5", "150.5"}) {
+            DatumDialog dialog(state, {1.0 / 3, 0, 1, 1.0 / 3});
+            EXPECT_EQ(dialog.Height(), 1.0 / 3) << "all digits of what is proposed";
+            auto* box = dialog.findChild<QDoubleSpinBox*>("spnHeight");
+            box->selectAll();
+            QTest::keyClicks(box, typed);
+            QTest::keyClick(box, Qt::Key_Tab);
+            EXPECT_EQ(dialog.Height(), 150.5) << name << " " << typed;
+        }
+    }
+    QLocale::setDefault(QLocale::c());
 }
 
 TEST_F(MeasureWindowsTest, ResultsFollowTheSurveyAndOthersAreMarked) {

@@ -105,7 +105,7 @@ SectionCall SectionOf(const QCommandLineOption& option, const QString& text) {
 CrossSizes SizesOf(const QCommandLineOption& option, const QString& text) {
     const std::optional<std::vector<double>> numbers = NumbersIn(text, kLeastLength);
     if (!numbers || numbers->size() != 2) {
-        Refuse(option, QStringLiteral("two lengths above 0, SPACING,WIDTH"), text);
+        Refuse(option, QStringLiteral("two lengths from 1e-9 to 1e12, SPACING,WIDTH"), text);
     }
     return {numbers->front(), numbers->back()};
 }
@@ -158,8 +158,8 @@ MeasureCall MeasureOptions::Parse(const QCommandLineParser& parser) const {
     call.areas = parser.isSet(areas_);
     call.hypsometry = parser.isSet(hypsometry_);
     for (const QString& text : parser.values(volume_)) {
-        call.datums.push_back(
-            NumberOf(volume_, text, -kMostCoordinate, kMostCoordinate, QStringLiteral("a height")));
+        call.datums.push_back(NumberOf(volume_, text, -kMostCoordinate, kMostCoordinate,
+                                       QStringLiteral("a height within 1e12")));
     }
     call.secondFile = FileOf(parser, volumeTo_);
     for (const QString& file : parser.values(within_)) {
@@ -179,7 +179,7 @@ MeasureCall MeasureOptions::Parse(const QCommandLineParser& parser) const {
     call.differenceSheet = PictureOf(parser, differenceSheet_);
     if (parser.isSet(exaggeration_) && parser.isSet(picture_)) {
         call.exaggeration = NumberOf(exaggeration_, parser.value(exaggeration_), 1e-6, kMostFactor,
-                                     QStringLiteral("a factor above 0"));
+                                     QStringLiteral("a factor from 1e-6 to 1e6"));
     }
     RefuseWithoutSubject(parser, call);
     return call;

@@ -39,15 +39,17 @@ QJsonArray ToJson(const std::vector<PlanPoint>& line) {
 }
 
 QJsonObject ToJson(const AreaFigures& areas) {
+    const bool hasGround = areas.triangles > 0;
     const auto extent = [&](const Extent& of) {
-        return areas.triangles > 0 ? QJsonValue(ToJson(of)) : QJsonValue();
+        return hasGround ? QJsonValue(ToJson(of)) : QJsonValue();
     };
+    const auto mean = [&](double value) { return hasGround ? QJsonValue(value) : QJsonValue(); };
     return {{"plan", areas.plan},
             {"surface", areas.surface},
             {"perimeter", areas.perimeter},
-            {"mean_height", areas.meanHeight},
-            {"mean_slope", areas.meanSlope},
-            {"max_slope", areas.maxSlope},
+            {"mean_height", mean(areas.meanHeight)},
+            {"mean_slope", mean(areas.meanSlope)},
+            {"max_slope", mean(areas.maxSlope)},
             {"x", extent(areas.x)},
             {"y", extent(areas.y)},
             {"z", extent(areas.z)},
@@ -214,6 +216,9 @@ std::string MoreRows(std::size_t rows) {
 }
 
 std::string AreasText(const AreaFigures& areas) {
+    if (areas.triangles == 0) {
+        return "areas: none\n";
+    }
     return "areas: plan " + Number(areas.plan) + ", surface " + Number(areas.surface) +
            ", perimeter " + Number(areas.perimeter) + ", mean height " + Number(areas.meanHeight) +
            ", mean slope " + Percent(areas.meanSlope) + ", steepest " + Percent(areas.maxSlope) +

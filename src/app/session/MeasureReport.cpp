@@ -145,6 +145,10 @@ MeasureReport MeasureReporter::Areas(const AreaFigures& figures) const {
         report.rows.push_back({{Word(name), {}}, std::move(value), {unit, {}}});
     };
     add(Text::MeasurePlanArea, Cell(figures.plan), kSquare);
+    if (figures.triangles == 0) {
+        report.remark = Word(Text::MeasureNothingWithin);
+        return report;
+    }
     add(Text::MeasureSurfaceArea, Cell(figures.surface), kSquare);
     add(Text::MeasurePerimeter, Cell(figures.perimeter), "m");
     add(Text::MeasureMeanHeight, Cell(figures.meanHeight), "m");
@@ -155,9 +159,6 @@ MeasureReport MeasureReporter::Areas(const AreaFigures& figures) const {
     AddExtent(report, "z", figures.z);
     add(Text::MeasureTriangles,
         {std::to_string(figures.triangles), static_cast<double>(figures.triangles)}, "");
-    if (figures.triangles == 0) {
-        report.remark = Word(Text::MeasureNothingWithin);
-    }
     return report;
 }
 

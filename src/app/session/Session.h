@@ -431,6 +431,7 @@ private:
                                            PointSet& points);
     std::shared_ptr<Survey> ReadSecond(const std::string& path);
     std::shared_ptr<Survey> ReadSecondProject(const std::string& path);
+    bool HasSurface(const Survey& survey, const std::string& path);
     void SaveTable(const std::string& proposedName, const std::function<void(OutputFile&)>& write);
     bool AtMeasuring(const std::function<void()>& measure);
     MeasureAnswer AnswerTo(const MeasureQuestion& question);

@@ -148,7 +148,7 @@ bool Session::CompareWithFile() {
     try {
         const std::string path = FileDialog(services_.dialogs, question, state_);
         std::shared_ptr<Survey> second = ReadSecond(path);
-        if (second == nullptr) {
+        if (second == nullptr || !HasSurface(*second, path)) {
             return false;
         }
         measures_.SetSecond(std::move(second));
@@ -160,6 +160,23 @@ bool Session::CompareWithFile() {
     }
     ++secondRevision_;
     return true;
+}
+
+// Makes it, too, since it may take long; what is wrong is told.
+bool Session::HasSurface(const Survey& survey, const std::string& path) {
+    Index triangles = 0;
+    {
+        const WorkGuard work(*this);
+        triangles = survey.Surface(stop_).triangles.count;
+    }
+    if (stop_.IsStopRequested()) {
+        view_->ShowNote(state_.texts[Text::MeasureStopped]);
+        return false;
+    }
+    if (triangles == 0) {
+        services_.messages.ShowCritical(path + ": " + state_.texts[Text::MeasureNoSurface], "");
+    }
+    return triangles > 0;
 }
 
 std::shared_ptr<Survey> Session::ReadSecond(const std::string& path) {

@@ -58,15 +58,15 @@ void DifferenceWindow::Show(terravo::DifferenceSurface difference) {
     }
     picDifference->Show(std::make_shared<const terravo::SheetScene>(std::move(sheet->scene)),
                         sheet->view);
-    SetStale(false, true);
+    SetStale(std::nullopt, true);
 }
 
-void DifferenceWindow::SetStale(bool isStale, bool canBeMade) {
-    cmdExport->setEnabled(!isStale);
-    cmdExportVector->setEnabled(!isStale);
-    cmdAgain->setEnabled(isStale && canBeMade);
+void DifferenceWindow::SetStale(std::optional<Text> since, bool canBeMade) {
+    cmdExport->setEnabled(!since);
+    cmdExportVector->setEnabled(!since);
+    cmdAgain->setEnabled(since && canBeMade);
     const QString title = Caption(state_, Text::DifferenceTitle);
-    setWindowTitle(isStale ? WithRemark(title, Caption(state_, Text::MeasureStale)) : title);
+    setWindowTitle(since ? WithRemark(title, Caption(state_, *since)) : title);
 }
 
 void DifferenceWindow::ShowPointer(double x, double y) {

@@ -23,9 +23,10 @@ public:
                      const terravo::ColourScheme& scheme);
 
     void Show(terravo::DifferenceSurface difference);
-    /// Whether the surveys are others than those that are shown. What is old is not handed out.
+    /// The surveys may be others than those that are shown. What is old is not handed out.
+    /// @param since      what has come since, for the title; none: what is shown still holds.
     /// @param canBeMade  whether there still are two.
-    void SetStale(bool isStale, bool canBeMade);
+    void SetStale(std::optional<terravo::Text> since, bool canBeMade);
     [[nodiscard]] SheetView& View() { return *picDifference; }
 
 signals:

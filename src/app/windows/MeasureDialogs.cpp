@@ -2,6 +2,7 @@
 
 #include "app/session/MeasureReport.h"
 #include "app/windows/Controls.h"
+#include "app/windows/NumberBox.h"
 
 #include <QBoxLayout>
 #include <QDialogButtonBox>
@@ -37,7 +38,7 @@ void AddRow(QFormLayout& form, const QString& caption, QWidget* box) {
 
 QDoubleSpinBox* MakeNumberBox(QWidget* parent, const char* name, double value, double least) {
     constexpr int kDecimals = 3;
-    auto* box = Named(new QDoubleSpinBox(parent), name);
+    auto* box = Named(new NumberBox(parent), name);
     box->setDecimals(kDecimals);
     box->setRange(least, kMost);
     box->setValue(value);

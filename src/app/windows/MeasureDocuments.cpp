@@ -67,7 +67,9 @@ void MeasureDocuments::SetSheet(SheetWindow* sheet) {
     const MeasureTools& tools = sheet->Measuring();
     connect(&tools, &MeasureTools::SectionDrawn, this, &MeasureDocuments::DrawSection);
     connect(&tools, &MeasureTools::PolygonDrawn, this, [this](const std::vector<PlanPoint>& ring) {
-        session_.SetMeasuredPolygon({ring});
+        if (!session_.SetMeasuredPolygon({ring})) {
+            sheet_->Measuring().ResumePolygon(ring);
+        }
         ChangeFrame();
     });
     connect(&tools, &MeasureTools::PlaceChosen, this, [this](double x, double y) {
@@ -318,10 +320,17 @@ void MeasureDocuments::ShowDifference() {
 
 // A comparison may take long: it is made again when it is asked for.
 void MeasureDocuments::FollowDifference() {
-    if (difference_ != nullptr) {
-        difference_->SetStale(!(session_.StandOfMeasures() == differenceStand_),
-                              session_.Measures().Second() != nullptr);
+    if (difference_ == nullptr) {
+        return;
     }
+    const terravo::MeasureStand now = session_.StandOfMeasures();
+    std::optional<Text> since;
+    if (now.points != differenceStand_.points) {
+        since = Text::MeasureOther;
+    } else if (!(now == differenceStand_)) {
+        since = Text::MeasureStale;
+    }
+    difference_->SetStale(since, session_.Measures().Second() != nullptr);
 }
 
 void MeasureDocuments::ExportDifference() {

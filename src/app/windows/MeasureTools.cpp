@@ -41,17 +41,24 @@ void MeasureTools::EndLine() {
         return;
     }
     const bool isSection = view_.Tool() == SheetTool::Section;
-    const std::vector<PlanPoint> vertices = std::exchange(vertices_, {});
-    ShowDraft();
-    if (vertices.size() < (isSection ? 2U : 3U)) {
+    if (vertices_.size() < (isSection ? 2U : 3U)) {
+        emit Note(Caption(state_, Text::MeasureDrawHint));
         return;
     }
+    const std::vector<PlanPoint> vertices = std::exchange(vertices_, {});
+    ShowDraft();
     view_.SetTool(SheetTool::Pan); // one at a time
     if (isSection) {
         emit SectionDrawn(vertices);
     } else {
         emit PolygonDrawn(vertices);
     }
+}
+
+void MeasureTools::ResumePolygon(const std::vector<PlanPoint>& ring) {
+    view_.SetTool(SheetTool::MeasurePolygon);
+    vertices_ = ring;
+    ShowDraft();
 }
 
 void MeasureTools::StepBack() {

@@ -23,6 +23,9 @@ public:
     /// Whether a tool draws a line to measure along or within.
     static bool DrawsLine(SheetTool tool) { return tool >= SheetTool::Section; }
 
+    /// A ring that was drawn cannot be used: its vertices can be taken back one by one.
+    void ResumePolygon(const std::vector<terravo::PlanPoint>& ring);
+
 signals:
     void SectionDrawn(const std::vector<terravo::PlanPoint>& line);
     void PolygonDrawn(const std::vector<terravo::PlanPoint>& ring);

@@ -124,7 +124,7 @@ void MeasureWindow::ShowCurrent() {
     cmdAgain->setEnabled(entry != nullptr && entry->IsStale(now) && entry->CanBeRepeated(now));
     const bool isComparison = entry != nullptr && session_.Measures().Second() != nullptr &&
                               entry->question.kind == terravo::MeasureKind::ToSecond &&
-                              entry->CanBeRepeated(now);
+                              entry->CanBeRepeated(now) && !entry->IsStale(now);
     cmdDifferenceSheet->setEnabled(isComparison);
     cmdExportDifference->setEnabled(isComparison);
     ShowTable(entry != nullptr ? entry->report : MeasureReport());

@@ -138,8 +138,17 @@ void SectionWindow::Clear() {
 
 void SectionWindow::SetStale(bool isStale) {
     cmdAgain->setEnabled(isStale);
+    isStale_ = isStale;
+    EnableExports();
     const QString title = Caption(state_, Text::SectionWindowTitle);
     setWindowTitle(isStale ? WithRemark(title, Caption(state_, Text::MeasureStale)) : title);
+}
+
+// What is old is not handed out.
+void SectionWindow::EnableExports() {
+    for (QPushButton* button : {cmdExport, cmdSaveCsv}) {
+        button->setEnabled(Shown() != nullptr && !isStale_);
+    }
 }
 
 void SectionWindow::ListSections() {
@@ -212,10 +221,8 @@ terravo::SectionSheet SectionWindow::MakeSheet(const SectionFigures& shown,
 
 void SectionWindow::Draw() {
     const SectionFigures* shown = Shown();
-    for (QWidget* control :
-         std::initializer_list<QWidget*>{cmbExaggeration, cmdExport, cmdSaveCsv}) {
-        control->setEnabled(shown != nullptr);
-    }
+    cmbExaggeration->setEnabled(shown != nullptr);
+    EnableExports();
     lblPlace->clear();
     picSection->SetKept({});
     if (shown == nullptr) {

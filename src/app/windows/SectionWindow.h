@@ -71,6 +71,7 @@ private:
     QBoxLayout* MakeRow();
     void ConnectControls();
     void ListSections();
+    void EnableExports();
     void Draw();
     [[nodiscard]] terravo::PaperSize PaperOfView() const;
     [[nodiscard]] terravo::SectionSheet MakeSheet(const terravo::SectionFigures& shown,
@@ -90,6 +91,7 @@ private:
     std::optional<terravo::CrossSectionFigures> cross_;
     std::optional<double> datum_; // of the cross-sections
     terravo::SectionView place_;  // of the one that is shown
+    bool isStale_ = false;
     QTimer soon_;
     SheetView* picSection = nullptr;
     QComboBox* cmbShown = nullptr;

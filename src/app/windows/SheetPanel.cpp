@@ -1,6 +1,7 @@
 #include "app/windows/SheetPanel.h"
 
 #include "app/windows/Controls.h"
+#include "app/windows/NumberBox.h"
 #include "sheet/SheetTheme.h"
 
 #include <QAbstractSlider>
@@ -113,7 +114,7 @@ void SheetPanel::AddPaperGroup() {
         box->setAccessibleDescription(Say(hint));
         box->lineEdit()->setAccessibleName(box->accessibleName());
     }
-    spnRotation = AddRow(form, Text::PanelRotation, new QDoubleSpinBox(this), "spnRotation");
+    spnRotation = AddRow(form, Text::PanelRotation, new NumberBox(this), "spnRotation");
     spnRotation->setRange(-360, 360);
     spnRotation->setDecimals(3);
     spnRotation->setSingleStep(5);
@@ -148,11 +149,11 @@ void SheetPanel::AddValuesGroup() {
     QFormLayout& form = *AddGroup(Text::GroupValues, "grpValues");
     cmbLabels = AddRow(form, Text::PanelLabels, NarrowBox(this), "cmbLabels");
     cmbLabels->addItems({Say(Text::LabelsNone), Say(Text::LabelsIndex), Say(Text::LabelsAll)});
-    spnSpacing = AddRow(form, Text::PanelSpacing, new QDoubleSpinBox(this), "spnSpacing");
+    spnSpacing = AddRow(form, Text::PanelSpacing, new NumberBox(this), "spnSpacing");
     spnSpacing->setRange(5, 10000);
     spnSpacing->setDecimals(0);
     spnSpacing->setSingleStep(10);
-    spnTextHeight = AddRow(form, Text::PanelTextHeight, new QDoubleSpinBox(this), "spnTextHeight");
+    spnTextHeight = AddRow(form, Text::PanelTextHeight, new NumberBox(this), "spnTextHeight");
     spnTextHeight->setRange(0.5, 20);
     spnTextHeight->setDecimals(1);
     spnTextHeight->setSingleStep(0.2);
