@@ -253,7 +253,9 @@ TEST_F(MeasureWindowsTest, APolygonHoldsUntilItIsRemoved) {
     Choose("mnuAreas");
     EXPECT_EQ(LabelText("lblAbout"), "Survey: slope.dat\nWithin: polygon of 4 vertices");
     dialogs.answer = folder.Write("ring.txt", "5000010 600010\n5000020 600010\n5000020 600020\n");
+    const std::size_t told = messages.boxes.size();
     Choose("mnuPolygonFile");
+    EXPECT_EQ(messages.boxes.size(), told) << "an open ring is as good as a closed one";
     Choose("mnuAreas");
     EXPECT_EQ(Value("Plan area"), "50.000");
     Choose("mnuRemovePolygon");

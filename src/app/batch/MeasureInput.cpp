@@ -84,7 +84,7 @@ std::vector<PlanRing> ReadRings(const std::vector<std::string>& files,
                                 std::vector<std::string>& remarks, const StopToken& stop) {
     std::vector<PlanRing> rings;
     for (const std::string& file : files) {
-        for (const SurfaceLine& ring : ReadLines(file, LineClosing::Always, remarks, stop).lines) {
+        for (const SurfaceLine& ring : ReadLines(file, LineClosing::InPlan, remarks, stop).lines) {
             rings.push_back(PlacesOf(ring.line));
         }
     }

@@ -247,7 +247,7 @@ bool Session::SetMeasuredPolygon(std::vector<PlanRing> rings) {
 }
 
 bool Session::OpenMeasuredPolygon() {
-    const std::optional<LineReading> reading = AskForLines(LineClosing::Always);
+    const std::optional<LineReading> reading = AskForLines(LineClosing::InPlan);
     if (!reading) {
         return false;
     }

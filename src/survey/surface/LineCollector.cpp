@@ -69,14 +69,15 @@ bool LineCollector::AddRing(SpaceLine line, std::int64_t fileLine) {
     if (CountPlaces(line) < 3) {
         return LeaveOut(line, "a ring has three places at least", fileLine);
     }
+    const bool isTold = closing_ != LineClosing::InPlan;
     if (line.vertices.size() > 1 && IsSamePlace(line.vertices.front(), line.vertices.back())) {
-        if (!IsSame(line.vertices.front(), line.vertices.back())) {
+        if (isTold && !IsSame(line.vertices.front(), line.vertices.back())) {
             Remark(Described(line) + " ends where it begins, at another height; that of the "
                                      "beginning is taken",
                    fileLine);
         }
         line.vertices.pop_back();
-    } else if (!line.closed) {
+    } else if (isTold && !line.closed) {
         Remark(Described(line) + " was open and is closed to a ring", fileLine);
     }
     line.closed = true;
@@ -96,7 +97,7 @@ bool LineCollector::Add(SpaceLine line, std::int64_t fileLine) {
                         fileLine);
     }
     const bool isBackAtStart = vertices.size() > 3 && IsSame(vertices.front(), vertices.back());
-    if (closing_ == LineClosing::Always || line.closed || isBackAtStart) {
+    if (closing_ != LineClosing::AsTheyAre || line.closed || isBackAtStart) {
         return AddRing(std::move(line), fileLine);
     }
     return Keep(std::move(line), fileLine);

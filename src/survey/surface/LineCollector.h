@@ -23,7 +23,8 @@ struct LineReading {
 /// How lines are closed.
 enum class LineClosing {
     AsTheyAre, // a line whose last vertex repeats the first is closed
-    Always     // rings: an open one is closed, with a remark
+    Always,    // rings: an open one is closed, with a remark
+    InPlan,    // rings of which nobody minds heights and ends
 };
 
 class LineCollector {
