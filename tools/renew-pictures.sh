@@ -9,7 +9,7 @@ draw map-lines.png --size 900x640 --labels --perimeter samples/davis_hills.dat
 draw map-triangles.png --size 900x640 --triangles samples/davis_hills.dat
 draw map-volcano.png --size 900x640 --levels 12 --labels samples/volcano.dat
 build/release/bin/terravo-batch --quiet --size 900x640 --surface --view3d docs/pictures/view-surface.png samples/volcano.dat
-build/release/bin/terravo-batch --quiet --size 1000x650 --interval 10 --view 335,32 \
+build/release/bin/terravo-batch --quiet --size 1000x650 --interval 5 --smooth 0.25 --view 335,32 \
     --terrain docs/pictures/terrain-volcano.png samples/volcano.dat
 for lines in straight:0 smooth:0.25; do
     build/release/bin/terravo-batch --quiet --paper 110x100 --dpi 150 --scale 3500 --interval 10 --label none \

@@ -31,12 +31,19 @@ shoot window-lines.png samples/davis_hills.dat "${in_map[@]}" key --delay 300 al
 shoot window-areas.png samples/volcano.dat "${in_map[@]}" key --delay 300 alt+a
 shoot window-3d.png samples/davis_hills.dat key --delay 300 alt+r sleep 4
 
-# Measuring: the sheet with a section, its window, and a comparison.
-printf '[PosizioniForms]\n' >"$base/config/Terravo Vortak.ini"
 place() { # NAME LEFT TOP WIDTH HEIGHT, pixels
     printf '%s_Left=%d\n%s_Top=%d\n%s_Width=%d\n%s_Height=%d\n' "$1" $(($2 * 15)) "$1" $(($3 * 15)) \
         "$1" $(($4 * 15)) "$1" $(($5 * 15)) >>"$base/config/Terravo Vortak.ini"
 }
+
+# The terrain, with a point that is marked.
+printf '[PosizioniForms]\n' >"$base/config/Terravo Vortak.ini"
+place TerrainWindow 0 0 1000 640
+printf '[Opening]\nWindows=sheet\n' >>"$base/config/Terravo Vortak.ini"
+shoot window-terrain.png samples/volcano.dat key ctrl+shift+t sleep 3 mousemove 420 300 click 1 sleep 1
+
+# Measuring: the sheet with a section, its window, and a comparison.
+printf '[PosizioniForms]\n' >"$base/config/Terravo Vortak.ini"
 place frmProve 0 430 620 290
 place frm3D 0 430 620 290
 place SheetWindow 0 0 620 430
