@@ -227,7 +227,7 @@ private:
         const SheetPoint below{std::max(stroke.x + h, namedBelow_ + 1.5 * h),
                                foot.y + 1.5 * h + width};
         const auto isBeside = [&](double x) {
-            return x < std::min(stroke.x + 5 * h, box.right - h);
+            return x <= std::min(stroke.x + 5 * h, box.right - h);
         };
         SheetPoint place;
         if (name.empty()) {

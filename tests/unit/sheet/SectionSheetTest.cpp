@@ -209,6 +209,49 @@ TEST_F(SectionSheetTest, DrawsEveryRunWhereItsStationsAndHeightsAre) {
     EXPECT_TRUE(sheet.scene.remarks.empty());
 }
 
+// However many lines are met, their names stand in the frame and on no other name.
+TEST_F(SectionSheetTest, NamesTheLinesThatAreMet) {
+    const auto names = [&](std::size_t count, double highest) {
+        Profile profile = ProfileOf(100, {{}});
+        auto lineNames = std::make_shared<std::vector<std::string>>();
+        for (std::size_t i = 0; i <= count; ++i) {
+            const double part = static_cast<double>(i) / static_cast<double>(count);
+            profile.runs[0].push_back({100 * part, {100 * part, 0}, highest * part * part});
+            profile.runs[0].back().line = i + 1;
+            lineNames->push_back("wall " + std::to_string(i + 1));
+        }
+        profile.lineNames = lineNames;
+        const SectionSheet sheet = MakeSectionSheet(plan, SectionSource{profile}, words);
+        std::vector<SheetBox> boxes;
+        for (const SheetText& text : sheet.scene.texts) {
+            if (text.layer != SheetLayer::Breaklines) {
+                continue;
+            }
+            const double width = measure.Width(text.text, text.height, text.bold);
+            const SheetBox box{text.place.x - text.height, text.place.y - width, text.place.x,
+                               text.place.y};
+            EXPECT_TRUE(sheet.view.box.Contains({box.left, box.top}) &&
+                        sheet.view.box.Contains({box.right, box.bottom}))
+                << text.text;
+            for (const SheetBox& other : boxes) {
+                EXPECT_TRUE(box.left >= other.right || box.right <= other.left ||
+                            box.top >= other.bottom || box.bottom <= other.top)
+                    << text.text << " of " << count;
+            }
+            boxes.push_back(box);
+        }
+        return boxes.size();
+    };
+    EXPECT_EQ(names(5, 10), 6U);
+    for (const std::size_t count : {30U, 400U}) {
+        for (const double highest : {0.0, 10.0, 90.0}) {
+            const std::size_t named = names(count, highest);
+            EXPECT_GT(named, 15U);
+            EXPECT_LT(named, 200U) << count;
+        }
+    }
+}
+
 TEST_F(SectionSheetTest, OddProfilesHaveReadableSheetsToo) {
     const std::pair<const char*, Profile> cases[] = {
         {"no length", ProfileOf(0, {})},
