@@ -119,7 +119,7 @@ done <<'END'
 --columns free --bad-records skip
 --void "x
 --theta 360
---theta 10 --theta 20
+--csv out/a.csv --csv out/b.csv
 --alfa steep
 --rayx 1001
 --segments points
@@ -154,8 +154,7 @@ for option in smoothness=1 smooth-goal=plain smooth-limit=1 flatten=1 fewer-vert
     refused 2 "${option%=*} is for smooth contours" points --dxf out/d.dxf --smooth 0 --$option
 done
 while read -ra options; do
-    smooth=$([ "${options[0]}" = smooth ] || echo --smooth=0.25)
-    refused 2 "${options[0]} takes " points --dxf out/d.dxf $smooth "--${options[0]}=${options[1]}"
+    refused 2 "${options[0]} takes " points --dxf out/d.dxf --smooth 0.25 "--${options[0]}=${options[1]}"
 done <<'END'
 smooth 0.5
 smooth -0.1

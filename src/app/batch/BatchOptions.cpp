@@ -425,13 +425,26 @@ VectorChoice BatchOptions::ChoiceFor(PictureKind kind) const {
 
 namespace {
 
-// The parser would take the last of them without a word.
-void RefuseRepeated(const QCommandLineParser& parser) {
-    static const QStringList repeatable{"volume",          "within",   "section",
-                                        "height-at",       "layer",    "breaklines",
-                                        "breakline-codes", "boundary", "holes"};
-    for (const QString& name : parser.optionNames()) {
-        if (parser.values(name).size() > 1 && !repeatable.contains(name)) {
+// The parser takes the last of them without a word. Of numbers that is what scripts rely on, but a
+// file that was asked for would not be written.
+void RefuseRepeatedFiles(const QCommandLineParser& parser, const Options& known) {
+    QStringList names = known.exchange.FileNames();
+    names << "map"
+          << "segments"
+          << "mesh"
+          << "qrz-triangles"
+          << "qrz-levels"
+          << "view3d"
+          << "sheet"
+          << "terrain"
+          << "section-csv"
+          << "section-picture"
+          << "difference-sheet"
+          << "difference"
+          << "out"
+          << "volume-to";
+    for (const QString& name : names) {
+        if (parser.values(name).size() > 1) {
             throw UsageError(QStringLiteral("--%1 is given more than once.").arg(name));
         }
     }
@@ -466,7 +479,7 @@ BatchCall ParseBatchCall(const QStringList& arguments) {
         if (!understood) {
             throw UsageError(parser.errorText());
         }
-        RefuseRepeated(parser);
+        RefuseRepeatedFiles(parser, known);
         call.options = ReadOptions(parser, known);
         call.run = true;
     } catch (const UsageError& error) {

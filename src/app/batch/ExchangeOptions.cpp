@@ -121,6 +121,14 @@ void ExchangeOptions::AddTo(QCommandLineParser& parser) const {
                        decimals_, noVerify_});
 }
 
+QStringList ExchangeOptions::FileNames() const {
+    QStringList names;
+    for (const QCommandLineOption& file : files_) {
+        names += NameOfOption(file);
+    }
+    return names;
+}
+
 bool ExchangeOptions::AreWanted(const QCommandLineParser& parser) const {
     return parser.isSet(difference_) ||
            std::any_of(files_.begin(), files_.end(),

@@ -36,6 +36,8 @@ public:
 
     void AddTo(QCommandLineParser& parser) const;
 
+    /// Names of the options that write a file each.
+    [[nodiscard]] QStringList FileNames() const;
     /// Whether the call asks for any such file.
     [[nodiscard]] bool AreWanted(const QCommandLineParser& parser) const;
 

@@ -211,12 +211,14 @@ TerrainContent MakeTerrainContent(const ShownSurface& surface, const TerrainCont
     content.mesh = MakeTerrainMesh(content.frame, surface.points, surface.triangles);
     Builder builder(surface, content);
     // Each fills fields of its own.
-    InParallel(3, [&](int piece) {
+    InParallel(4, [&](int piece) {
         if (piece == 0) {
             AddNormals(content.frame, content.mesh);
         } else if (piece == 1 && content.mesh.corners.size() / 3 > kTrianglesInMotion) {
             content.coarse = CoarseCorners(content.frame, content.mesh);
         } else if (piece == 2) {
+            AddContours(surface, contours, content);
+        } else if (piece == 3) {
             builder.AddRims(surface.triangles);
             builder.AddPoints(surface.SurveyedPoints());
         }
@@ -225,7 +227,6 @@ TerrainContent MakeTerrainContent(const ShownSurface& surface, const TerrainCont
     if (surface.shaped != nullptr) {
         builder.AddCourses(*surface.shaped);
     }
-    AddContours(surface, contours, content);
     return content;
 }
 
