@@ -158,7 +158,7 @@ public:
     }
 
     void AddRims(const TriangleList& triangles) {
-        for (Index t = 1; t <= triangles.count; ++t) {
+        for (const Index t : content_.mesh.atRim) {
             for (int j = 1; j <= 3; ++j) {
                 if (triangles.Neighbour(j, t) <= 0) {
                     AddSide(triangles.Vertex(j, t), triangles.Vertex(NextEdge(j), t),

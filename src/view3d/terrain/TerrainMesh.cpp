@@ -20,10 +20,11 @@ struct Normal {
     }
 };
 
+constexpr std::size_t kPiece = 65536; // that one core takes at a time
+
 // Calls use(0) .. use(count - 1) on all cores.
 template <class Use>
 void InPieces(std::size_t count, const Use& use) {
-    constexpr std::size_t kPiece = 65536;
     InParallel(static_cast<int>((count + kPiece - 1) / kPiece), [&](int piece) {
         const std::size_t begin = static_cast<std::size_t>(piece) * kPiece;
         for (std::size_t i = begin; i < std::min(begin + kPiece, count); ++i) {
@@ -150,12 +151,23 @@ TerrainMesh MakeTerrainMesh(const TerrainFrame& frame, const PointSet& points,
         vertex.y = static_cast<float>(points.y[point] - frame.middle.y);
         vertex.z = static_cast<float>(points.z[point] - frame.middle.z);
     });
-    InPieces(static_cast<std::size_t>(triangles.count), [&](std::size_t t) {
-        for (std::size_t k = 0; k < 3; ++k) {
-            const Index corner = triangles.table[static_cast<Index>(t) + 1].vertices[k];
-            mesh.corners[3 * t + k] = static_cast<std::uint32_t>(corner - 1);
+    const auto count = static_cast<std::size_t>(triangles.count);
+    std::vector<std::vector<Index>> atRim(count / kPiece + 1); // one a piece
+    InPieces(count, [&](std::size_t t) {
+        const auto triangle = static_cast<Index>(t) + 1;
+        bool isAtRim = false;
+        for (int j = 1; j <= 3; ++j) {
+            mesh.corners[3 * t + static_cast<std::size_t>(j) - 1] =
+                static_cast<std::uint32_t>(triangles.Vertex(j, triangle) - 1);
+            isAtRim = isAtRim || triangles.Neighbour(j, triangle) <= 0;
+        }
+        if (isAtRim) {
+            atRim[t / kPiece].push_back(triangle);
         }
     });
+    for (const std::vector<Index>& piece : atRim) {
+        mesh.atRim.insert(mesh.atRim.end(), piece.begin(), piece.end());
+    }
     return mesh;
 }
 

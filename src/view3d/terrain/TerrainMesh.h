@@ -42,6 +42,7 @@ TerrainFrame FrameOf(const PointSet& points);
 struct TerrainMesh {
     std::vector<TerrainVertex> vertices; // vertex i - 1 is point i
     std::vector<std::uint32_t> corners;  // three a triangle, counter-clockwise from above
+    std::vector<Index> atRim;            // triangles with a side at the rim, from 1, ascending
 };
 
 /// All normals point up, until they are added.
