@@ -19,12 +19,6 @@ QString NameOfOption(const QCommandLineOption& option) {
     return option.names().last();
 }
 
-[[noreturn]] void Refuse(const QCommandLineOption& option, const QString& values,
-                         const QString& text) {
-    throw UsageError(
-        QStringLiteral("--%1 takes %2, not \"%3\".").arg(NameOfOption(option), values, text));
-}
-
 QString NamesOf(const VectorParts& parts) {
     QStringList names;
     for (const VectorPart part : AllVectorParts()) {

@@ -18,12 +18,6 @@ QString NameOfOption(const QCommandLineOption& option) {
     return option.names().last();
 }
 
-[[noreturn]] void Refuse(const QCommandLineOption& option, const QString& wanted,
-                         const QString& text) {
-    throw UsageError(
-        QStringLiteral("--%1 takes %2, not \"%3\".").arg(NameOfOption(option), wanted, text));
-}
-
 std::string FileOf(const QCommandLineOption& option, const QString& file) {
     if (file.isEmpty()) {
         throw UsageError(QStringLiteral("--%1 needs a file name.").arg(NameOfOption(option)));

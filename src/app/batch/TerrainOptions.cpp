@@ -10,12 +10,6 @@
 namespace terravo {
 namespace {
 
-[[noreturn]] void Refuse(const QCommandLineOption& option, const QString& values,
-                         const QString& text) {
-    throw UsageError(
-        QStringLiteral("--%1 takes %2, not \"%3\".").arg(option.names().last(), values, text));
-}
-
 TerrainDirection DirectionOf(const QCommandLineOption& option, const QString& text) {
     const QStringList parts = text.split(QLatin1Char(','));
     std::array<double, 2> degrees{};
