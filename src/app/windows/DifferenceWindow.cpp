@@ -46,7 +46,7 @@ void DifferenceWindow::MakeControls() {
     layout->addLayout(row);
 }
 
-void DifferenceWindow::Show(terravo::DifferenceSurface difference) {
+bool DifferenceWindow::Show(terravo::DifferenceSurface difference) {
     difference_ = std::move(difference);
     triangle_ = 1;
     const terravo::SheetTextMeasure measure;
@@ -54,11 +54,13 @@ void DifferenceWindow::Show(terravo::DifferenceSurface difference) {
         session_.MakeDifferenceSheet(difference_, measure);
     if (!sheet) {
         picDifference->Show(nullptr, {});
-        return;
+        SetStale(Text::MeasureStale, true);
+        return false;
     }
     picDifference->Show(std::make_shared<const terravo::SheetScene>(std::move(sheet->scene)),
                         sheet->view);
     SetStale(std::nullopt, true);
+    return true;
 }
 
 void DifferenceWindow::SetStale(std::optional<Text> since, bool canBeMade) {

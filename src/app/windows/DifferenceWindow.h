@@ -22,7 +22,8 @@ public:
     DifferenceWindow(const terravo::RunState& state, terravo::Session& session,
                      const terravo::ColourScheme& scheme);
 
-    void Show(terravo::DifferenceSurface difference);
+    /// @return false where no sheet could be made of it, or that was stopped.
+    bool Show(terravo::DifferenceSurface difference);
     /// The surveys may be others than those that are shown. What is old is not handed out.
     /// @param since      what has come since, for the title; none: what is shown still holds.
     /// @param canBeMade  whether there still are two.

@@ -313,8 +313,8 @@ void MeasureDocuments::ShowDifference() {
         connect(difference_, &DifferenceWindow::AgainAsked, this,
                 &MeasureDocuments::ShowDifference);
     }
-    differenceStand_ = session_.StandOfMeasures();
-    difference_->Show(*std::move(made));
+    const bool isShown = difference_->Show(*std::move(made));
+    differenceStand_ = isShown ? std::optional(session_.StandOfMeasures()) : std::nullopt;
     room_.activate(*difference_);
 }
 
@@ -325,7 +325,7 @@ void MeasureDocuments::FollowDifference() {
     }
     const terravo::MeasureStand now = session_.StandOfMeasures();
     std::optional<Text> since;
-    if (now.points != differenceStand_.points) {
+    if (differenceStand_ && now.points != differenceStand_->points) {
         since = Text::MeasureOther;
     } else if (!(now == differenceStand_)) {
         since = Text::MeasureStale;

@@ -92,9 +92,9 @@ private:
     terravo::MeasureStand stand_; // that the windows show
     std::optional<double> lastHeight_;
     std::optional<CrossDialog::Choice> lastCross_;
-    std::optional<terravo::MeasureQuestion> crossShown_; // that the section window shows
-    terravo::MeasureStand differenceStand_;              // that its window shows
-    bool hasMarked_ = false;                             // a place on the sheet
+    std::optional<terravo::MeasureQuestion> crossShown_;   // that the section window shows
+    std::optional<terravo::MeasureStand> differenceStand_; // that its window shows
+    bool hasMarked_ = false;                               // a place on the sheet
     QTimer follow_;
     QPointer<SheetWindow> sheet_;
     QPointer<MeasureWindow> results_;
